@@ -1,0 +1,21 @@
+// Message boxes: the two procedures through which every failure is told.
+#pragma once
+
+#include <string_view>
+
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Shows `text` followed by " - hit key to continue" at the foot of the page, waits for one key or click and
+// wipes the line. Escape passes over the messages that follow until mouse_click waits again.
+void out_err(Workspace& w, std::string_view text);
+
+// Tells the outcome of the last file operation, w.ios, when it is not 0: `label`, the file's name without its
+// trailing blanks, " fail err =" and the status in six columns; waits and wipes as out_err does.
+//
+// Returns false, always: the program relies on going on after a failure was told. The callers keep the branches
+// that a true answer would take.
+bool io_err(Workspace& w, std::string_view label, std::string_view file);
+
+}  // namespace vorn
