@@ -119,7 +119,7 @@ struct Workspace {
   std::int32_t tr1 = 0, tr2 = 0;           // the sample and the reference
   bool tr1ok = false, tr2ok = false;       // their working copies hold changes not yet saved
   std::int32_t sl = 100;                   // years across the graph
-  std::int32_t fs = 0, ls = -1;            // first and last year shown; ls starts at sl - 1, see init_start
+  std::int32_t fs = 0, ls = 99;            // first and last year shown
   double scx = 25.0;                       // page units a year
   double scy = -140.0 / 3.0;               // page units a row of the editor
   bool ul = false;                         // an edit acts on the sample (the upper one)
@@ -151,8 +151,7 @@ struct Workspace {
   Table<double> tree_to_trees;       // by core (stats_rep)
   CorrelationReportTables corr_tables;
 
-  // The values of entry i in year order, for kernels that count from 0. What would lie outside the pool is left
-  // away, so the spans may be shorter than yr(i).
+  // The values of entry i in year order, for kernels that count from 0.
   std::span<double> widths(int i) { return x.range(ad(i), yr(i)); }
   std::span<bool> presence(int i) { return xok.range(ad(i), yr(i)); }
   std::span<double> index(int i) { return tx.range(ad(i), yr(i)); }

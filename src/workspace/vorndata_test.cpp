@@ -1,0 +1,88 @@
+#include "workspace/vorndata.h"
+
+#include <gtest/gtest.h>
+
+#include "plot/plot.h"
+#include "support/queue_screen.h"
+
+namespace vorn {
+namespace {
+
+// The capacities are design: what the user is told, and what files hold, depends on them.
+TEST(Capacities, AreThoseOfTheDesign) {
+  EXPECT_EQ(max_series, 10000);
+  EXPECT_EQ(max_pool, 1200000);
+  EXPECT_EQ(max_files, 100);
+  EXPECT_EQ(max_years, 12000);
+  QueueScreen screen;
+  Plot plot(screen);
+  const Workspace w(plot);
+  EXPECT_EQ(w.nam.size(), 10000 + 100 + 2 + 1);
+  EXPECT_EQ(w.crn.rows(), 12000);
+  EXPECT_EQ(w.crn.columns(), 100);
+  EXPECT_EQ(w.wk1.size(), 12000);
+  EXPECT_EQ(w.b.size(), 140);
+  EXPECT_EQ(w.mtext.size(), 140);
+  EXPECT_EQ(w.mess.view().size(), 140u);
+  EXPECT_EQ(w.nam(1).view().size(), 8u);
+  EXPECT_EQ(w.cnam(1).view().size(), 60u);
+}
+
+TEST(Capacities, LeaveRoomForTheTwoWorkingEntriesBehindAFullPool) {
+  // A chronology may be 12,000 years long, and an insertion is refused one ring later.
+  EXPECT_GE(pool_places - max_pool, 2 * (max_years + 2));
+}
+
+TEST(Workspace, StartsEmptyWithTheFirstEntryAtTheFirstPlace) {
+  QueueScreen screen;
+  Plot plot(screen);
+  const Workspace w(plot);
+  EXPECT_EQ(w.ad(1), 1);
+  EXPECT_EQ(w.nc, 0);
+  EXPECT_EQ(w.nd, 0);
+  EXPECT_EQ(w.ios, 0);
+  EXPECT_TRUE(w.nam(1).blank());
+}
+
+TEST(Workspace, HasTheOutputNamesAndScrollStepsInTheirOrder) {
+  EXPECT_EQ(mlab[0], "Tucson.prn ");
+  EXPECT_EQ(mlab[2], "Compact.prn");
+  EXPECT_EQ(mlab[3], "Index.prn  ");
+  for (const auto name : mlab) EXPECT_EQ(name.size(), 11u);
+  EXPECT_EQ(vv, (std::array<std::int32_t, 6>{50, -50, -10, -1, 1, 10}));
+}
+
+TEST(Grid, CountsFromOneColumnAfterColumn) {
+  Grid<int> grid(3, 2);
+  grid(1, 2) = 7;
+  grid(3, 2) = 9;
+  const auto second = grid.column(2, 3);
+  EXPECT_EQ(second[0], 7);
+  EXPECT_EQ(second[2], 9);
+  EXPECT_EQ(grid(1, 1), 0);
+}
+
+TEST(Table, GivesNoElementsForALengthOfZeroOrLess) {
+  Table<double> table(5);
+  EXPECT_TRUE(table.range(6, 0).empty());
+  EXPECT_TRUE(table.range(1, -3).empty());
+  EXPECT_EQ(table.range(2, 4).size(), 4u);
+}
+
+TEST(TableDeathTest, StopsLoudlyAtARangeBeyondItsEnd) {
+  Table<double> table(5);
+  EXPECT_DEATH(table.range(3, 4), "table.h");
+}
+
+TEST(Text, IsCutOrPaddedToItsLength) {
+  EXPECT_EQ(Name("ABCDEFGHIJ").view(), "ABCDEFGH");
+  EXPECT_EQ(Name("AB").view(), "AB      ");
+  EXPECT_EQ(Name("AB").trimmed(), "AB");
+  EXPECT_TRUE(Name("").blank());
+  Name name("A");
+  name(8) = '-';
+  EXPECT_EQ(name.view(), "A      -");
+}
+
+}  // namespace
+}  // namespace vorn
