@@ -3,16 +3,16 @@
 
 namespace vorn {
 
-inline constexpr int max_series = 10'000;     // cores or trees of the file held in the store
-inline constexpr int max_pool = 1'200'000;    // ring values of all entries 1 to nd together
-inline constexpr int max_files = 100;         // files of the list, each with a chronology of its own
-inline constexpr int max_years = 12'000;      // years of one chronology, and of every work vector
+inline constexpr int max_series = 10'000;   // cores or trees of the file held in the store
+inline constexpr int max_pool = 1'200'000;  // ring values of all entries 1 to nd together
+inline constexpr int max_files = 100;       // files of the list, each with a chronology of its own
+inline constexpr int max_years = 12'000;    // years of one chronology, and of every work vector
 
 inline constexpr int max_heidelberg_records = 5'000;
 inline constexpr int max_buttons = 140;
 inline constexpr int max_messages = 140;
-inline constexpr int max_segments = 34;       // rows of the lag table
-inline constexpr int max_lag = 10;            // the lag table runs from -10 to +10 years
+inline constexpr int max_segments = 34;  // rows of the lag table
+inline constexpr int max_lag = 10;       // the lag table runs from -10 to +10 years
 inline constexpr int max_ar_order = 11;
 
 // Room behind the documented capacities: one chronology entry a file and the two working entries (the sample

@@ -39,13 +39,16 @@ class Table {
   }
   void fill(const T& value) { std::fill_n(data_.get(), size_, value); }
 
-  // The bridge to code that counts from 0: elements first to first + count - 1 (none when count is 0 or less).
+  // The bridge to code that counts from 0: elements first to first + count - 1 (none when count is 0 or
+  // less).
   std::span<T> range(int first, int count) {
     if (count <= 0) return {};
     VORN_ASSERT(first >= 1 && first - 1 + count <= size_);
     return {data_.get() + (first - 1), static_cast<std::size_t>(count)};
   }
-  std::span<const T> range(int first, int count) const { return const_cast<Table*>(this)->range(first, count); }
+  std::span<const T> range(int first, int count) const {
+    return const_cast<Table*>(this)->range(first, count);
+  }
 
  private:
   int size_;

@@ -1,8 +1,8 @@
 // The whole state of the program: one Workspace, made once and handed to every procedure.
 //
-// Three stores: the series store (entries 1 to nd, packed end to end in one pool of ring values), the file table
-// (up to 100 files of the list, each with its own chronology) and the state of the screen. Tables count from 1:
-// the width of year y in entry i is w.x(w.ad(i) + y - w.fy(i)).
+// Three stores: the series store (entries 1 to nd, packed end to end in one pool of ring values), the file
+// table (up to 100 files of the list, each with its own chronology) and the state of the screen. Tables count
+// from 1: the width of year y in entry i is w.x(w.ad(i) + y - w.fy(i)).
 #pragma once
 
 #include <array>
@@ -13,6 +13,7 @@
 
 #include "records/text.h"
 #include "workspace/capacity.h"
+#include "workspace/pool.h"
 #include "workspace/table.h"
 
 namespace vorn {
@@ -67,35 +68,35 @@ struct Workspace {
   Plot& plot;         // where everything is drawn and every click comes from
   std::ostream* log;  // each message shown is also written here, one a line; standard error at first
 
-  // --- The series store. Entries 1 to nc are the cores of the current file, nc + 1 to nc + nfil the chronologies
-  // of the files, nd + 1 and nd + 2 the working copies of sample and reference.
+  // --- The series store. Entries 1 to nc are the cores of the current file, nc + 1 to nc + nfil the
+  // chronologies of the files, nd + 1 and nd + 2 the working copies of sample and reference.
   Table<Name> nam;          // series name; "-" as its eighth character: years before year 0
   Table<std::int32_t> fy;   // first calendar year
   Table<std::int32_t> ly;   // last calendar year, fy + yr - 1
   Table<std::int32_t> yr;   // length in years
   Table<std::int32_t> ad;   // where the entry starts in the pool; ad(i + 1) = ad(i) + yr(i)
-  Table<double> x;          // pool of ring widths, mm; at a missing ring an estimate once loading is done
-  Table<bool> xok;          // pool: the ring was present in the file; false marks a missing ring for good
-  Table<double> tx;         // pool: detrended index, width / spline (or the width itself)
-  Table<double> ax;         // pool: what is correlated and drawn: tx prewhitened and transformed
+  Pool<double> x;           // pool of ring widths, mm; at a missing ring an estimate once loading is done
+  Pool<bool> xok;           // pool: the ring was present in the file; false marks a missing ring for good
+  Pool<double> tx;          // pool: detrended index, width / spline (or the width itself)
+  Pool<double> ax;          // pool: what is correlated and drawn: tx prewhitened and transformed
   Table<std::int32_t> chc;  // entry numbers chosen
   std::int32_t nc = 0;      // cores of the current file
   std::int32_t nd = 0;      // all entries
   std::int32_t chs = 0;     // how many of chc are in use
 
   // --- The file table.
-  Table<FileName> cnam;         // name as the list has it
-  Table<bool> rawok;            // the file exists
-  Table<std::int32_t> rftype;   // its layout, see file_format
-  Table<std::int32_t> rfhead;   // header lines before its first data line (Tucson layouts)
-  Table<std::int32_t> cfy;      // first year of its chronology
-  Table<std::int32_t> cly;      // last year of its chronology
-  Table<std::int32_t> cyr;      // years of its chronology
-  Grid<double> crn;             // chronology: year k of file f is crn(k, f); thousandths where read from an index file
-  Grid<std::int32_t> num;       // its sample depth
-  std::int32_t nfil = 0;        // files kept after start-up
-  std::int32_t nraw = 0;        // how many of them hold ring widths
-  std::int32_t cf = 0;          // the current file
+  Table<FileName> cnam;        // name as the list has it
+  Table<bool> rawok;           // the file exists
+  Table<std::int32_t> rftype;  // its layout, see file_format
+  Table<std::int32_t> rfhead;  // header lines before its first data line (Tucson layouts)
+  Table<std::int32_t> cfy;     // first year of its chronology
+  Table<std::int32_t> cly;     // last year of its chronology
+  Table<std::int32_t> cyr;     // years of its chronology
+  Grid<double> crn;  // chronology: year k of file f is crn(k, f); thousandths where read from an index file
+  Grid<std::int32_t> num;  // its sample depth
+  std::int32_t nfil = 0;   // files kept after start-up
+  std::int32_t nraw = 0;   // how many of them hold ring widths
+  std::int32_t cf = 0;     // the current file
 
   // --- Work vectors; their contents live within one operation only.
   Table<double> wk1, wk2, wk3, wk4;
@@ -116,37 +117,37 @@ struct Workspace {
   bool chok = true;        // which highlight colours a list uses
 
   // --- Comparison and scrolling.
-  std::int32_t tr1 = 0, tr2 = 0;           // the sample and the reference
-  bool tr1ok = false, tr2ok = false;       // their working copies hold changes not yet saved
-  std::int32_t sl = 100;                   // years across the graph
-  std::int32_t fs = 0, ls = 99;            // first and last year shown
-  double scx = 25.0;                       // page units a year
-  double scy = -140.0 / 3.0;               // page units a row of the editor
-  bool ul = false;                         // an edit acts on the sample (the upper one)
-  std::int32_t insdel = 0;                 // the year of the edit
-  double rgx = 0, rgax = 0;                // the ring deleted last: width and analysis value
-  bool rgxok = false;                      // and whether it was present
+  std::int32_t tr1 = 0, tr2 = 0;      // the sample and the reference
+  bool tr1ok = false, tr2ok = false;  // their working copies hold changes not yet saved
+  std::int32_t sl = 100;              // years across the graph
+  std::int32_t fs = 0, ls = 99;       // first and last year shown
+  double scx = 25.0;                  // page units a year
+  double scy = -140.0 / 3.0;          // page units a row of the editor
+  bool ul = false;                    // an edit acts on the sample (the upper one)
+  std::int32_t insdel = 0;            // the year of the edit
+  double rgx = 0, rgax = 0;           // the ring deleted last: width and analysis value
+  bool rgxok = false;                 // and whether it was present
 
   // --- Raw-data editor.
   std::int32_t edtree = 0, edfs = 0, edcol = 0, edcols = 0;
 
   // --- Screen and input.
   Table<Button> b;
-  Table<Label> mtext;        // message lines
-  Table<Rectangle> madd;     // and where they stand
-  Text<140> mess;            // line buffer
-  std::int32_t mous = 0;     // button hit last, 0 for none
+  Table<Label> mtext;     // message lines
+  Table<Rectangle> madd;  // and where they stand
+  Text<140> mess;         // line buffer
+  std::int32_t mous = 0;  // button hit last, 0 for none
   std::int32_t msx = 0, msy = 0;
-  std::int32_t ios = 0;      // status of the last file operation, see records/edit_format.h
-  bool fileok = false;       // answer of the last test whether a file exists
+  std::int32_t ios = 0;                // status of the last file operation, see records/edit_format.h
+  bool fileok = false;                 // answer of the last test whether a file exists
   bool passing_over_messages = false;  // Escape was pressed at a message: those that follow are not shown
 
   // --- Lag table.
-  Grid<double> ctab;         // lag + 11, segment
-  Grid<std::int32_t> cyrs;   // first and last year of a segment, -9999 where none
+  Grid<double> ctab;        // lag + 11, segment
+  Grid<std::int32_t> cyrs;  // first and last year of a segment, -9999 where none
 
   // --- What single procedures keep from call to call.
-  Grid<double> ar_coefficients;  // 12 places an entry: the model fitted last (data_man)
+  Grid<double> ar_coefficients;      // 12 places an entry: the model fitted last (data_man)
   Table<double> tree_to_chronology;  // by core (stats_rep)
   Table<double> tree_to_trees;       // by core (stats_rep)
   CorrelationReportTables corr_tables;

@@ -74,6 +74,50 @@ TEST(TableDeathTest, StopsLoudlyAtARangeBeyondItsEnd) {
   EXPECT_DEATH(table.range(3, 4), "table.h");
 }
 
+// A formula that runs past the pool must neither crash nor write: there it finds nothing.
+TEST(Pool, ReadsNothingAndTakesNothingOutside) {
+  Pool<double> pool(3);
+  pool(1) = 1;
+  pool(3) = 3;
+  EXPECT_EQ(pool.at(0), 0);
+  EXPECT_EQ(pool.at(4), 0);
+  EXPECT_EQ(pool.at(3), 3);
+  pool.put(4, 9);
+  pool.put(0, 9);
+  EXPECT_EQ(pool(1), 1);
+  EXPECT_EQ(pool(3), 3);
+}
+
+TEST(Pool, MovesABlockAllAtOnce) {
+  Pool<double> pool(6);
+  for (int p = 1; p <= 6; ++p) pool(p) = p;
+  pool.move(2, 5, -1);  // 2 3 4 5 5 6
+  EXPECT_EQ(pool(1), 2);
+  EXPECT_EQ(pool(4), 5);
+  EXPECT_EQ(pool(5), 5);
+  EXPECT_EQ(pool(6), 6);
+  pool.move(1, 5, 1);  // 2 2 3 4 5 5
+  EXPECT_EQ(pool(1), 2);
+  EXPECT_EQ(pool(2), 2);
+  EXPECT_EQ(pool(6), 5);
+}
+
+TEST(Pool, MovesNothingnessInFromOutsideAndLosesWhatLeaves) {
+  Pool<double> pool(4);
+  for (int p = 1; p <= 4; ++p) pool(p) = p;
+  pool.move(3, 6, -1);  // places 5 and 6 hold nothing: 1 3 4 0
+  EXPECT_EQ(pool(2), 3);
+  EXPECT_EQ(pool(3), 4);
+  EXPECT_EQ(pool(4), 0);
+  pool.move(-1, 2, 1);  // places -1 and 0 hold nothing: 0 1 3 0
+  EXPECT_EQ(pool(1), 0);
+  EXPECT_EQ(pool(2), 1);
+  EXPECT_EQ(pool(3), 3);
+  pool.move(1, 4, 100);
+  pool.move(1, 4, -100);
+  EXPECT_EQ(pool(2), 1);
+}
+
 TEST(Text, IsCutOrPaddedToItsLength) {
   EXPECT_EQ(Name("ABCDEFGHIJ").view(), "ABCDEFGH");
   EXPECT_EQ(Name("AB").view(), "AB      ");

@@ -10,7 +10,8 @@
 
 namespace vorn {
 
-// Plays `events` in order and keeps every page that was shown. When the events are used up the screen is closed.
+// Plays `events` in order and keeps every page that was shown. When the events are used up the screen is
+// closed.
 class QueueScreen : public Screen {
  public:
   QueueScreen() = default;

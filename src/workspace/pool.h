@@ -1,0 +1,38 @@
+// A vector of the pool: a table whose formulas may reach past its ends.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+
+#include "workspace/table.h"
+
+namespace vorn {
+
+// A Table<T> (T is double or bool) with the access that formulas kept as they stand go through: a place
+// before the first or behind the last reads as T{} (0, or absent) and takes nothing.
+template <class T>
+class Pool : public Table<T> {
+ public:
+  using Table<T>::Table;
+
+  bool holds(int p) const { return p >= 1 && p <= this->size(); }
+  T at(int p) const { return holds(p) ? (*this)(p) : T{}; }
+  void put(int p, T value) {
+    if (holds(p)) (*this)(p) = value;
+  }
+  // Moves the values of places first to last by `by` places, all at once, so that an overlap does no harm.
+  void move(int first, int last, int by) {
+    const int low = std::max(first + by, 1), high = std::min(last + by, this->size());
+    if (low > high || by == 0) return;
+    const int from = std::max(low, 1 + by), to = std::min(high, this->size() + by);
+    if (from <= to) {
+      T* const begin = &(*this)(1);
+      std::memmove(begin + (from - 1), begin + (from - by - 1),
+                   static_cast<std::size_t>(to - from + 1) * sizeof(T));
+    }
+    for (int p = low; p < std::min(from, high + 1); ++p) (*this)(p) = T{};
+    for (int p = std::max(to + 1, low); p <= high; ++p) (*this)(p) = T{};
+  }
+};
+
+}  // namespace vorn
