@@ -53,11 +53,11 @@ inline constexpr int editor_first = 120, editor_last = 137;
 
 namespace vorn::message {
 
-inline constexpr int summary_years = 1;           // set by show_crns, as are the next three
+inline constexpr int summary_years = 1;  // set by show_crns, as are the next three
 inline constexpr int current_chronology = 2;
 inline constexpr int summary_cores = 3, summary_tree_to_crn = 4, summary_rbar = 5;
 inline constexpr int ar_range = 6;
-inline constexpr int pending_edit = 8;            // set by the cross-dating menu
+inline constexpr int pending_edit = 8;  // set by the cross-dating menu
 inline constexpr int insert_mode = 9;
 inline constexpr int parameter_options = 11;
 inline constexpr int segment = 13, overlap = 14, start_year = 15;
@@ -73,7 +73,7 @@ inline constexpr int keep_changes = 40, lose_changes = 41, undo_edits = 42;
 inline constexpr int choose_tree = 43, editor_blank = 44, chooser_blank = 45;
 inline constexpr int choose_pair = 46, choose_several = 47;
 inline constexpr int line_or_skeleton = 48, indices_or_raw = 49, display_width = 50;
-inline constexpr int crn_written = 52;            // set by the chronology writer
+inline constexpr int crn_written = 52;  // set by the chronology writer
 // The caption of button n of the start menu, 94 to 100 and 105 to 110, is message n - caption_offset.
 inline constexpr int caption_offset = 72;
 
