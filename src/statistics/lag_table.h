@@ -1,0 +1,31 @@
+// The lag table of the correlation screen: segment by segment, the sample against the reference shifted by
+// -10 to +10 years.
+#pragma once
+
+#include <cstdint>
+
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Fills ctab and cyrs for the sample (entry nd + 1) and the reference (entry nd + 2).
+//
+// Given:    ystart   the earliest year for the first segment.
+// Returned: ctab     correlation of the reference's years of segment k with the sample's, read L years later,
+// in
+//                    row L + 11, column k; 0.0 where not computed, 2.0 with fewer than three pairs of present
+//                    rings.
+//           cyrs     first and last year of segment k; -9999 where there is none.
+// Notes:    segments of seg years, one every seg - olap years, at most 34; none starts after the last year
+// from
+//           which a whole segment lies in both series, the first included, even where that is before their
+//           common span. A negative step runs backwards. A step of 0 leaves the table empty. Lags never lead
+//           the sample out of its own years; the reference is read as the pool stands.
+void cor_tab(Workspace& w, std::int32_t ystart);
+
+// The same table with the mean absolute difference of standardised values (absmiss) instead of the
+// correlation; -1.0 with fewer than eleven pairs. Shows the five numbers of absmiss for every cell without a
+// missing ring.
+void cor_abs(Workspace& w, std::int32_t ystart);
+
+}  // namespace vorn
