@@ -20,6 +20,9 @@ class Pool : public Table<T> {
   void put(int p, T value) {
     if (holds(p)) (*this)(p) = value;
   }
+  // Copies `count` values from place `from` on to place `to` on, as if by way of a third place where they
+  // overlap.
+  void copy(int from, int to, int count) { move(from, from + count - 1, to - from); }
   // Moves the values of places first to last by `by` places, all at once, so that an overlap does no harm.
   void move(int first, int last, int by) {
     const int low = std::max(first + by, 1), high = std::min(last + by, this->size());

@@ -97,6 +97,9 @@ struct Workspace {
   std::int32_t nfil = 0;   // files kept after start-up
   std::int32_t nraw = 0;   // how many of them hold ring widths
   std::int32_t cf = 0;     // the current file
+  // A switch, ss, jpr, a stored ring or a core was changed since the chronology entries were last set: what
+  // is derived is made anew before a working pair is set.
+  bool derived_stale = false;
 
   // --- Work vectors; their contents live within one operation only.
   Table<double> wk1, wk2, wk3, wk4;
