@@ -1,0 +1,156 @@
+#include "chronology/burg_model.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace vorn {
+namespace {
+
+double mean_of(std::span<const double> values) {
+  double sum = 0;
+  for (const double value : values) sum += value;
+  return sum / static_cast<double>(values.size());
+}
+
+std::vector<double> centred(std::span<const double> series) {
+  const double mean = mean_of(series);
+  std::vector<double> data(series.begin(), series.end());
+  for (double& value : data) value -= mean;
+  return data;
+}
+
+double variance_about_zero(std::span<const double> data) {
+  double sum = 0;
+  for (const double value : data) sum += value * value;
+  return sum / static_cast<double>(data.size());
+}
+
+// The corrected Akaike criterion. With no years to spare the correction divides by zero or turns negative;
+// what the floating-point rules make of that is left to the comparisons.
+double criterion(double n, double error_variance, int order) {
+  const double k = order;
+  return n * std::log(error_variance) + 2 * (k + 1) + 2 * (k + 1) * (k + 2) / (n - k - 2);
+}
+
+// Order 0 carries no correction, meant so: a model of order 1 has to beat this one.
+double criterion_of_no_model(double n, double variance) {
+  return n * std::log(variance) + 2;
+}
+
+// What is left of the series when each year is foretold from the years before it, and from those after it.
+class PredictionErrors {
+ public:
+  explicit PredictionErrors(std::span<const double> data) {
+    if (data.size() < 2) return;
+    forward_.assign(data.begin(), data.end() - 1);
+    backward_.assign(data.begin() + 1, data.end());
+  }
+
+  // The weight of the year that the next order adds. Not a number where no years are left to compare.
+  double reflection() const {
+    double product = 0, power = 0;
+    for (std::size_t j = 0; j < forward_.size(); ++j) {
+      product += forward_[j] * backward_[j];
+      power += forward_[j] * forward_[j] + backward_[j] * backward_[j];
+    }
+    return 2 * product / power;
+  }
+
+  // Goes on to the errors of the next order; they are one year fewer.
+  void take_out(double reflection) {
+    if (forward_.empty()) return;
+    const std::size_t fewer = forward_.size() - 1;
+    for (std::size_t j = 0; j < fewer; ++j) {
+      forward_[j] = forward_[j] - reflection * backward_[j];
+      backward_[j] =
+          backward_[j + 1] - reflection * forward_[j + 1];  // forward error still of the order before
+    }
+    forward_.resize(fewer);
+    backward_.resize(fewer);
+  }
+
+ private:
+  std::vector<double> forward_, backward_;
+};
+
+// The coefficients of the next order, from those of the order before and the new last one.
+void levinson_step(std::vector<double>& coefficients, double reflection) {
+  const std::vector<double> before = coefficients;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    coefficients[i] = before[i] - reflection * before[before.size() - 1 - i];
+  }
+  coefficients.push_back(reflection);
+}
+
+}  // namespace
+
+BurgModel memcof2(std::span<const double> series, int max_order, std::span<double> coefficients) {
+  const std::vector<double> data = centred(series);
+  const double n = static_cast<double>(data.size());
+  const double variance = variance_about_zero(data);
+  const double no_model = criterion_of_no_model(n, variance);
+  PredictionErrors errors(data);
+  double error_variance = variance;
+  double best = no_model;
+  std::vector<double> kept;  // of the last order that was accepted
+  bool dropped = false;
+
+  for (int order = 1;; ++order) {
+    const double reflection = errors.reflection();
+    error_variance = error_variance * (1 - reflection * reflection);
+    const double tried = criterion(n, error_variance, order);
+    if (order > 1 && tried > best) {
+      dropped = best > no_model;
+      break;
+    }
+    // The last order is computed and never used, meant so; nor is a model that got so far ever dropped.
+    if (order >= max_order) break;
+    levinson_step(kept, reflection);
+    errors.take_out(reflection);
+    best = tried;
+  }
+
+  if (dropped) return {};
+  assert(coefficients.size() >= kept.size());
+  std::copy(kept.begin(), kept.end(), coefficients.begin());
+  return {static_cast<int>(kept.size()), 1 - error_variance / variance};
+}
+
+void albino2(std::span<double> series, std::span<const double> coefficients) {
+  const std::size_t n = series.size(), m = coefficients.size();
+  const double mean = mean_of(series);
+
+  // The series about its mean, with room for the m years before it. A series shorter than the model is
+  // continued by 0, its mean, as far as the back-casting looks.
+  std::vector<double> extended(std::max(n + m, 2 * m));
+  for (std::size_t j = 0; j < n; ++j) extended[m + j] = series[j] - mean;
+  for (std::size_t k = m; k-- > 0;) {
+    double foretold = 0;
+    for (std::size_t j = 1; j <= m; ++j) foretold += coefficients[j - 1] * extended[k + j];
+    extended[k] = foretold;
+  }
+
+  for (std::size_t i = m; i < m + n; ++i) {
+    double foretold = 0;
+    for (std::size_t j = 1; j <= m; ++j) foretold += coefficients[j - 1] * extended[i - j];
+    series[i - m] = extended[i] - foretold + mean;
+  }
+}
+
+int armod2(std::span<const double> index, std::span<double> prewhitened, std::span<double> coefficients,
+           int max_order) {
+  assert(prewhitened.size() == index.size());
+  const BurgModel model = memcof2(index, max_order, coefficients);
+  std::copy(index.begin(), index.end(), prewhitened.begin());
+  albino2(prewhitened, coefficients.first(static_cast<std::size_t>(model.order)));
+  for (double& value : prewhitened) {
+    const double raised = 1 + value;
+    value = raised > 0 ? raised : 0;  // also where it is not a number
+  }
+  return model.order;
+}
+
+}  // namespace vorn
