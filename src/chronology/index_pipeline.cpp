@@ -1,0 +1,77 @@
+#include "chronology/index_pipeline.h"
+
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "chronology/burg_model.h"
+#include "chronology/spline.h"
+#include "chronology/standard_chronology.h"
+
+namespace vorn {
+namespace {
+
+constexpr double lowest_curve = 0.1;  // a spline below this would blow the ratio up
+
+// The bridge to the kernels. It copies, because a working entry may begin before the pool does.
+std::vector<double> values_of(const Workspace& w, const Pool<double>& pool, int i) {
+  std::vector<double> values(static_cast<std::size_t>(w.yr(i)));
+  int p = w.ad(i);
+  for (double& value : values) value = pool.at(p++);
+  return values;
+}
+
+void store(const Workspace& w, Pool<double>& pool, int i, const std::vector<double>& values) {
+  int p = w.ad(i);
+  for (const double value : values) pool.put(p++, value);
+}
+
+// Also where the curve is not a number. Of the curve alone: no index is ever raised.
+double at_least_lowest(double curve) {
+  return curve >= lowest_curve ? curve : lowest_curve;
+}
+
+void detrend(Workspace& w, int i) {
+  std::vector<double> values = values_of(w, w.x, i);
+  if (w.splineon) {
+    std::vector<double> curve(values.size());
+    spline(values, w.ss, curve);
+    for (std::size_t k = 0; k < values.size(); ++k) values[k] = values[k] / at_least_lowest(curve[k]);
+  }
+  store(w, w.tx, i, values);
+}
+
+void prewhiten(Workspace& w, int i) {
+  std::vector<double> values = values_of(w, w.tx, i);
+  if (w.aron) {
+    const std::vector<double> index = values;
+    armod2(index, values, w.ar_coefficients.column(i, w.ar_coefficients.rows()), w.jpr);
+  }
+  store(w, w.ax, i, values);
+}
+
+// The offset keeps years that prewhitening left at zero finite. One sixth of the mean, meant so.
+void take_logarithms(Workspace& w, int i) {
+  std::vector<double> values = values_of(w, w.ax, i);
+  double sum = 0;
+  for (const double value : values) sum += value;
+  const double offset = sum / (6.0 * w.yr(i));
+  for (double& value : values) value = std::log(value + offset);
+  store(w, w.ax, i, values);
+}
+
+}  // namespace
+
+void data_man(Workspace& w, int i) {
+  if (w.yr(i) < 1) return;
+  detrend(w, i);
+  prewhiten(w, i);
+  if (w.logon) take_logarithms(w, i);
+}
+
+void data_man2(Workspace& w) {
+  for (int i = 1; i <= w.nc; ++i) data_man(w, i);
+  std_crn(w);
+}
+
+}  // namespace vorn
