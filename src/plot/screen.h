@@ -10,9 +10,9 @@ class Page;
 // One action of the user: a page position and what was done there.
 struct Event {
   static constexpr int click = 5;
-  static constexpr int help = 6;       // right click or F1
+  static constexpr int help = 6;  // right click or F1
   static constexpr int backspace = 8;
-  static constexpr int enter = 13;     // Return and keypad Enter
+  static constexpr int enter = 13;  // Return and keypad Enter
   static constexpr int escape = 27;
 
   int x = 0;     // page units, from the left
@@ -22,10 +22,10 @@ struct Event {
 
 // Why the program ends.
 enum class EndReason {
-  quit,           // the user left by "Quit"
-  closed,         // the window was closed, or its like
-  pass_limit,     // a menu that ends the program was shown as often as it may be
-  cannot_go_on,   // a list file is missing, or a chronology is too long
+  quit,          // the user left by "Quit"
+  closed,        // the window was closed, or its like
+  pass_limit,    // a menu that ends the program was shown as often as it may be
+  cannot_go_on,  // a list file is missing, or a chronology is too long
 };
 
 // "The program ends": thrown wherever that is decided, caught in apps/ alone.
