@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,8 @@ class Text {
   // The characters up to the last one that is not a blank.
   std::string_view trimmed() const { return vorn::trimmed(view()); }
   bool blank() const { return trimmed().empty(); }
+  // All N characters, to be written over.
+  std::span<char> characters() { return chars_; }
 
   // Character k, counted from 1 as columns are.
   char& operator()(std::size_t k) { return chars_.at(k - 1); }

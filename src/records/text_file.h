@@ -1,8 +1,9 @@
 // Sequential text files, record by record, each operation answering with a status (see edit_format.h).
 #pragma once
 
-#include <cstdio>
+#include <array>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -10,15 +11,15 @@
 
 namespace vorn {
 
-// Whether something of that name exists, a directory included. Trailing blanks are no part of a name, leading ones
-// are; a blank name names nothing.
+// Whether something of that name exists, a directory included. Trailing blanks are no part of a name, leading
+// ones are; a blank name names nothing.
 bool file_exists(std::string_view name);
 
 // A file read from its start to its end.
 //
-// A record ends at LF, at a run of CRs followed by LF, or at a lone CR; the last one counts without an end, unless
-// it holds nothing but Ctrl-Z. Only the first mebibyte of a record is kept, far more than any format can look at, so
-// that a file of one endless line costs no memory.
+// A record ends at LF, at a run of CRs followed by LF, or at a lone CR; the last one counts without an end,
+// unless it holds nothing but Ctrl-Z. Only the first mebibyte of a record is kept, far more than any format
+// can look at, so that a file of one endless line costs no memory.
 class TextInput {
  public:
   TextInput();
@@ -26,31 +27,67 @@ class TextInput {
   TextInput(TextInput&&) noexcept;
   TextInput& operator=(TextInput&&) noexcept;
 
-  // Opens an existing file. A directory gives 21, a missing file 2. Every read of a file that could not be opened
-  // answers status::end_of_file.
+  // Opens an existing file. A directory gives 21, a missing file or a blank name 2. Every read of a file that
+  // could not be opened answers status::end_of_file.
   int open(std::string_view name);
 
-  // Reads as many records as the items need (one, when there are none) and stores the items in order.
-  // Short records are padded with blanks. A bad field leaves its item and those after it as they were and uses up
-  // its record. At the end of the file the items not yet read stay as they were.
+  // Reads as many records as the items need (one, when there are none) and stores the items in order, see
+  // read_items(). Past the end every read answers status::end_of_file. A failure of the operating system is
+  // answered once with its number; after it the file is at its end.
   template <class... Items>
-  int read(const EditFormat& format, Items&&... items);
+  int read(const EditFormat& format, Items&&... items) {
+    const std::array<ReadItem, sizeof...(Items)> list{as_read_item(items)...};
+    return read_list(format, list);
+  }
 
+  // Closes the file; without one, or a second time, does nothing.
   int close();
+
+ private:
+  struct State;
+  int read_list(const EditFormat& format, std::span<const ReadItem> items);
+  std::unique_ptr<State> state_;  // nothing while no file is open
 };
 
-// A file written from its start, or added to at its end.
+// A file written from its start, or added to at its end. Records end with LF.
 //
-// Nothing that was there before is ever lost: what is written goes to a neighbour, which takes the file's place when
-// it is closed; a file in which any write failed is dropped and the older one stays. Links are followed; what is no
-// regular file (a device, a pipe) is written directly.
+// Nothing that was there before is ever lost: what is written goes to a neighbour, which takes the file's
+// place when it is closed; a file in which any write failed is dropped and the older one stays. Links are
+// followed; what is no regular file (a device, a pipe) is written directly. An output that goes without
+// close() drops what was written.
+//
+// One failure is told once: after a failed open, or the first failed write, all that follows does nothing and
+// answers 0, close() included.
 class TextOutput {
  public:
-  int create(std::string_view name);  // whether or not it exists; 13 when it may not be written
-  int append(std::string_view name);  // must exist; a last line without an end is given one first
+  TextOutput();
+  ~TextOutput();
+  TextOutput(TextOutput&&) noexcept;
+  TextOutput& operator=(TextOutput&&) noexcept;
+
+  // Opens a file to be written anew, whether or not it exists. 2 for a blank name or a missing folder, 13
+  // when it exists and may not be written, 21 for a directory.
+  int create(std::string_view name);
+
+  // Opens an existing file to be added to. A Ctrl-Z at its end is taken away and a last line without an end
+  // is given one. 2 when it does not exist, otherwise as create().
+  int append(std::string_view name);
+
+  // Writes as many records as the items need (one, when there are none), see write_items(). Items that do not
+  // suit the format write nothing and answer status::format_unusable; the file is good all the same.
   template <class... Items>
-  int write(const EditFormat& format, Items&&... items);
+  int write(const EditFormat& format, Items&&... items) {
+    const std::array<WriteItem, sizeof...(Items)> list{as_write_item(items)...};
+    return write_list(format, list);
+  }
+
+  // Makes what was written last and puts it in its place.
   int close();
+
+ private:
+  struct State;
+  int write_list(const EditFormat& format, std::span<const WriteItem> items);
+  std::unique_ptr<State> state_;  // nothing while no file is open, and after a failure
 };
 
 }  // namespace vorn

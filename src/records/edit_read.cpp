@@ -1,0 +1,166 @@
+// Reading items from records by an edit format.
+#include <algorithm>
+
+#include "records/edit_format.h"
+#include "records/edit_walk.h"
+#include "records/number_text.h"
+
+namespace vorn {
+namespace {
+
+// One item on its own.
+using Place = std::variant<std::int32_t*, double*, std::span<char>>;
+
+// Goes through a list of items, each number of a span on its own.
+class Places {
+ public:
+  explicit Places(std::span<const ReadItem> items) : items_(items) { pass_finished(); }
+
+  bool empty() const { return items_.empty(); }
+
+  // The place for the next item. There must be one.
+  Place current() const {
+    return std::visit([this](auto item) { return place(item); }, items_.front());
+  }
+  void advance() {
+    ++index_;
+    pass_finished();
+  }
+
+ private:
+  template <class Number>
+  Place place(Number* number) const {
+    return number;
+  }
+  template <class Number>
+  Place place(std::span<Number> numbers) const {
+    return &numbers[index_];
+  }
+  Place place(std::span<char> text) const { return text; }
+
+  template <class Number>
+  static std::size_t count(Number*) {
+    return 1;
+  }
+  template <class Number>
+  static std::size_t count(std::span<Number> numbers) {
+    return numbers.size();
+  }
+  static std::size_t count(std::span<char>) { return 1; }
+
+  void pass_finished() {
+    while (!items_.empty() && index_ >= std::visit([](auto item) { return count(item); }, items_.front())) {
+      items_ = items_.subspan(1);
+      index_ = 0;
+    }
+  }
+
+  std::span<const ReadItem> items_;
+  std::size_t index_ = 0;  // within the first of them
+};
+
+// The record that is being read and the column that comes next.
+class Columns {
+ public:
+  Columns(RecordSource& source, Commas commas) : source_(source), commas_(commas) {}
+
+  int next_record() {
+    column_ = 0;
+    return source_.next(record_);
+  }
+  void skip(int width) { column_ += static_cast<std::size_t>(width); }
+
+  // The next `width` columns, fewer where the record ends.
+  std::string_view take(std::size_t width) {
+    const auto field = record_.substr(std::min(column_, record_.size()), width);
+    column_ += width;
+    return field;
+  }
+  // The next `width` columns, or those before a comma among them.
+  std::string_view take_number(int width) {
+    const auto start = column_;
+    const auto field = take(static_cast<std::size_t>(width));
+    if (commas_ == Commas::are_no_digits) return field;
+    const auto comma = field.find(',');
+    if (comma == std::string_view::npos) return field;
+    column_ = start + comma + 1;
+    return field.substr(0, comma);
+  }
+
+ private:
+  RecordSource& source_;
+  Commas commas_;
+  std::string_view record_;
+  std::size_t column_ = 0;
+};
+
+// Of a field wider than the item its last characters count, of a narrower one all, blanks behind them.
+int read_text(Columns& columns, const EditStep& step, std::span<char> text) {
+  const std::size_t width = step.width == 0 ? text.size() : static_cast<std::size_t>(step.width);
+  if (width > text.size()) columns.take(width - text.size());
+  const auto field = columns.take(std::min(width, text.size()));
+  const auto end = std::copy(field.begin(), field.end(), text.begin());
+  std::fill(end, text.end(), ' ');
+  return status::ok;
+}
+
+int read_place(Columns& columns, const EditStep& step, const Place& place) {
+  if (step.kind == EditStep::Kind::text) {
+    const auto* text = std::get_if<std::span<char>>(&place);
+    return text ? read_text(columns, step, *text) : status::format_unusable;
+  }
+  if (const auto* real = std::get_if<double*>(&place))
+    return read_real(columns.take_number(step.width), step.decimals, **real);
+  const auto* integer = std::get_if<std::int32_t*>(&place);
+  if (step.kind != EditStep::Kind::integer || !integer) return status::format_unusable;
+  return read_integer(columns.take_number(step.width), **integer);
+}
+
+class OneRecord : public RecordSource {
+ public:
+  explicit OneRecord(std::string_view text) : text_(text) {}
+  int next(std::string_view& record) override {
+    if (read_) return status::end_of_file;
+    read_ = true;
+    record = text_;
+    return status::ok;
+  }
+
+ private:
+  std::string_view text_;
+  bool read_ = false;
+};
+
+}  // namespace
+
+int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items,
+               Commas commas) {
+  if (!format.usable()) return status::format_unusable;
+  Columns columns(source, commas);
+  Places places(items);
+  EditWalk walk(format);
+  if (const int ended = columns.next_record()) return ended;
+  for (;;) {
+    const EditStep* step = walk.next();
+    if (!step) {
+      if (places.empty()) return status::ok;
+      if (!walk.start_again()) return status::format_unusable;
+      if (const int ended = columns.next_record()) return ended;
+    } else if (step->moves_data()) {
+      if (places.empty()) return status::ok;
+      if (const int bad = read_place(columns, *step, places.current())) return bad;
+      places.advance();
+    } else if (step->kind == EditStep::Kind::blanks) {
+      columns.skip(step->width);
+    } else if (step->kind == EditStep::Kind::literal) {
+      return status::format_unusable;  // there is nothing that a literal could be read into
+    }
+  }
+}
+
+int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items) {
+  OneRecord record(text);
+  return read_items(record, format, items, Commas::are_no_digits);
+}
+
+}  // namespace vorn

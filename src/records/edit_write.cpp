@@ -1,0 +1,167 @@
+// Making records of items by an edit format.
+#include <cmath>
+
+#include "records/edit_format.h"
+#include "records/edit_walk.h"
+#include "records/number_text.h"
+
+namespace vorn {
+namespace {
+
+// One item on its own.
+using Value = std::variant<Integer, double, std::string_view>;
+
+// Goes through a list of items, each number of a span on its own.
+class Values {
+ public:
+  explicit Values(std::span<const WriteItem> items) : items_(items) { pass_finished(); }
+
+  bool empty() const { return items_.empty(); }
+
+  // The next item. There must be one.
+  Value take() {
+    const Value value = std::visit([this](auto item) { return this->value(item); }, items_.front());
+    ++index_;
+    pass_finished();
+    return value;
+  }
+
+ private:
+  template <class Item>
+  Value value(Item item) const {
+    return item;
+  }
+  template <class Number>
+  Value value(std::span<Number> numbers) const {
+    return value(numbers[index_]);
+  }
+  Value value(std::int32_t number) const { return Integer(number); }
+
+  template <class Item>
+  static std::size_t count(Item) {
+    return 1;
+  }
+  template <class Number>
+  static std::size_t count(std::span<Number> numbers) {
+    return numbers.size();
+  }
+
+  void pass_finished() {
+    while (!items_.empty() && index_ >= std::visit([](auto item) { return count(item); }, items_.front())) {
+      items_ = items_.subspan(1);
+      index_ = 0;
+    }
+  }
+
+  std::span<const WriteItem> items_;
+  std::size_t index_ = 0;  // within the first of them
+};
+
+// Records in the making. Blanks of an X are written only when something follows them.
+class RecordMaker {
+ public:
+  explicit RecordMaker(std::string& records) : records_(records) {}
+
+  int add(const EditStep& step) {
+    switch (step.kind) {
+      case EditStep::Kind::blanks:
+        blanks_ += static_cast<std::size_t>(step.width);
+        return status::ok;
+      case EditStep::Kind::literal:
+        if (!make_room(step.literal.size())) return status::format_unusable;
+        records_ += step.literal;
+        return status::ok;
+      default:
+        plus_ = step.kind == EditStep::Kind::signs_shown;
+        return status::ok;
+    }
+  }
+
+  int add(const EditStep& step, const Value& value) {
+    const auto width = static_cast<std::size_t>(step.width);
+    switch (step.kind) {
+      case EditStep::Kind::text: {
+        const auto* text = std::get_if<std::string_view>(&value);
+        return text ? add_text(*text, width == 0 ? text->size() : width) : status::format_unusable;
+      }
+      case EditStep::Kind::integer: {
+        const auto* number = std::get_if<Integer>(&value);
+        if (!number || !make_room(width)) return status::format_unusable;
+        if (*number)
+          append_integer(records_, **number, width, plus_);
+        else
+          records_.append(width, '*');
+        return status::ok;
+      }
+      default: {
+        const auto* number = std::get_if<double>(&value);
+        if (!number || !make_room(width)) return status::format_unusable;
+        append_real(records_, *number, width, step.decimals, plus_);
+        return status::ok;
+      }
+    }
+  }
+
+  void end_record() {
+    records_ += '\n';
+    start_ = records_.size();
+    blanks_ = 0;
+  }
+
+ private:
+  // Writes the blanks that wait; false when they and `width` more characters would make the record too long.
+  bool make_room(std::size_t width) {
+    if (records_.size() - start_ + blanks_ + width > longest_record) return false;
+    records_.append(blanks_, ' ');
+    blanks_ = 0;
+    return true;
+  }
+
+  int add_text(std::string_view text, std::size_t width) {
+    if (!make_room(width)) return status::format_unusable;
+    if (text.size() < width) records_.append(width - text.size(), ' ');
+    records_ += text.substr(0, width);
+    return status::ok;
+  }
+
+  std::string& records_;
+  std::size_t start_ = 0;   // of the last record
+  std::size_t blanks_ = 0;  // that wait
+  bool plus_ = false;
+};
+
+int make_records(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
+  if (!format.usable()) return status::format_unusable;
+  RecordMaker maker(records);
+  Values values(items);
+  EditWalk walk(format);
+  for (;;) {
+    const EditStep* step = walk.next();
+    if (!step) {
+      if (values.empty()) return status::ok;
+      if (!walk.start_again()) return status::format_unusable;
+      maker.end_record();
+      continue;
+    }
+    if (step->moves_data() && values.empty()) return status::ok;
+    const int bad = step->moves_data() ? maker.add(*step, values.take()) : maker.add(*step);
+    if (bad) return bad;
+  }
+}
+
+}  // namespace
+
+int write_items(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
+  records.clear();
+  const int made = make_records(records, format, items);
+  if (made != status::ok) records.clear();
+  return made;
+}
+
+Integer thousandths(double w) {
+  const double rounded = std::round(1000.0 * w);  // halves away from zero
+  if (!(std::abs(rounded) <= 2147483647.0) && rounded != -2147483648.0) return std::nullopt;
+  return static_cast<std::int32_t>(rounded);
+}
+
+}  // namespace vorn
