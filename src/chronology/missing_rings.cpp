@@ -80,13 +80,6 @@ Growth growth_of(const Workspace& w, int i1, int i2, const Extent& extent) {
   return growth;
 }
 
-bool wholly_present(const Workspace& w, int i) {
-  for (int j = 1; j <= w.yr(i); ++j) {
-    if (!w.xok.at(w.ad(i) + j - 1)) return false;
-  }
-  return true;
-}
-
 // How wide entry i grows against the group's growth curve; not a number for a series without a present ring.
 double level_of(const Workspace& w, int i, const Growth& growth) {
   double widths = 0, curve = 0;
@@ -114,9 +107,7 @@ void mdet_miss(Workspace& w, int i1, int i2) {
   const Extent extent = extent_of(w, i1, i2);
   if (extent.last_year - extent.first_year + 1 > max_years) return;
   const Growth growth = growth_of(w, i1, i2, extent);
-  for (int i = i1; i <= i2; ++i) {
-    if (!wholly_present(w, i)) estimate(w, i, growth);
-  }
+  for (int i = i1; i <= i2; ++i) estimate(w, i, growth);
 }
 
 }  // namespace vorn
