@@ -10,7 +10,8 @@ namespace vorn {
 // lines 1, 3, 4 and 5: years and number of cores of the current file, its cbar and its rbar.
 //
 // A value is present where its depth is above 0. A chronology that would pass the pool's end becomes an entry
-// without years, with the message "Would be too many rings". Uses the work vectors of cbar and rbar.
+// without years, with the message "Would be too many rings". Indices and chronologies must be up to date;
+// derived_stale is cleared. Uses the work vectors of cbar and rbar.
 void refresh_crns(Workspace& w);
 
 // refresh_crns, and what the start menu shows of it: the name of the current file on its button, its number

@@ -12,9 +12,8 @@ namespace vorn {
 // Pearson's product-moment correlation of two series.
 //
 // Given:    a, b   series of the same length n, any n.
-// Returned: r = sum((b - mean b)(a - mean a)) / d with d = sqrt(sum((a - mean a)^2) sum((b - mean b)^2)), or
-//           0.0 where d is not positive: for constant series, for n of 0 and 1, and for values that are not
-//           numbers.
+// Returned: r = sum((b - mean b)(a - mean a)) / d with d = sqrt(sum((a - mean a)^2) sum((b - mean b)^2));
+//           0.0 where d is not positive: constant series, n of 0 or 1, values that are not numbers.
 // Source:   K. Pearson (1896), Phil. Trans. R. Soc. A 187, 253-318.
 double cov(std::span<const double> a, std::span<const double> b);
 
@@ -30,8 +29,8 @@ inline constexpr int fewest_pairs = 3;
 // The correlation of the pairs that `ok` marks.
 //
 // Given:    a, b   series of the same length n;  ok   the mask, of that length.
-// Returned: cov of the marked pairs, valid; or not_correlated, not valid, where fewer than fewest_pairs are
-// marked. Note:     with every position marked this is cov at any length, even of two values or none.
+// Returned: cov of the marked pairs, valid; with fewer than fewest_pairs marked not_correlated, not valid.
+// Note:     with every position marked this is cov at any length, even of two values or none.
 MaskedCorrelation covmiss(std::span<const double> a, std::span<const double> b, std::span<const bool> ok);
 
 struct AbsoluteDifference {
@@ -45,16 +44,14 @@ struct AbsoluteDifference {
 inline constexpr double no_difference = -1.0;
 inline constexpr int fewest_differences = 11;
 
-// The mean absolute difference of two standardised series (each less its mean, in units of its standard
-// deviation).
+// The mean absolute difference of two standardised series: each less its mean, in its standard deviations.
 //
 // Given:    as covmiss.
-// Returned: d, valid; or no_difference, not valid, where some position is not marked and fewer than
+// Returned: d, valid; no_difference, not valid, where a position is not marked and fewer than
 //           fewest_differences are.
 // Note:     where a position is not marked, the m marked pairs are put together in work arrays of length n
-// filled
-//           with 0. Means are those of the m pairs, but the sums of squares and of differences run over all n
-//           places: the unused ones count as values of 0. Deviations divide by m - 1 and d by m.
+//           filled with 0. Means are those of the m pairs, but the sums of squares and of differences run
+//           over all n places: the unused ones count as values of 0. Deviations divide by m - 1 and d by m.
 AbsoluteDifference absmiss(std::span<const double> a, std::span<const double> b, std::span<const bool> ok);
 
 }  // namespace vorn

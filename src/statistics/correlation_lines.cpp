@@ -1,0 +1,118 @@
+#include "statistics/correlation_lines.h"
+
+#include <algorithm>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace vorn {
+namespace {
+
+constexpr int name_columns = 9;
+constexpr int cell_width = 5;
+
+int first_column(int segment) {
+  return name_columns + 1 + cell_width * (segment - 1);
+}
+int line_width(const SegmentBlock& block) {
+  return cell_width * block.segments + 15;
+}
+
+// Puts `text` into the line buffer, over what stands there. Columns before the first do not exist.
+void put(Workspace& w, int column, std::string_view text) {
+  if (column < 1) return;
+  for (const char c : text) w.mess(static_cast<std::size_t>(column++)) = c;
+}
+
+void put_mean(Workspace& w, const SegmentBlock& block, std::string_view text) {
+  put(w, line_width(block) - cell_width + 1, text);
+}
+
+void write_empty_line(Workspace& w, TextOutput& file) {
+  w.ios = file.write(EditFormat("(A)"), std::string_view());
+}
+
+// The line buffer as one record, by a format made for its width.
+void write_line(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+  const EditFormat format(edit(EditFormat("(\"(A\",I3,\")\")"), line_width(block)));
+  // Deliberate: a width of 0 or less leaves the line out without a word.
+  if (format.usable()) w.ios = file.write(format, w.mess.view());
+}
+
+// A correlation in five columns without the digit before its point; 1.00 shows as .00.
+std::string stripped(double r) {
+  const std::string text = edit(EditFormat("(F5.2)"), r);
+  return std::string{' ', text[0], text[2], text[3], text[4]};
+}
+
+// A year as items of a write take it; beyond 32 bits it shows as asterisks.
+Integer year_item(std::int64_t year) {
+  const auto narrow = static_cast<std::int32_t>(year);
+  return narrow == year ? Integer(narrow) : Integer();
+}
+
+void write_headings(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+  std::vector<Integer> starts, ends;
+  for (int j = 1; j <= block.segments; ++j) {
+    starts.push_back(year_item(block.first_year(j)));
+    ends.push_back(year_item(block.last_year(j)));
+  }
+  write_empty_line(w, file);
+  w.mess = edit(EditFormat("(\"Year     \",25I5)"), std::span<const Integer>(starts));
+  put_mean(w, block, " Mean");
+  write_line(w, block, file);
+  w.mess = edit(EditFormat("(\"To       \",25I5)"), std::span<const Integer>(ends));
+  put_mean(w, block, " Core");
+  write_line(w, block, file);
+}
+
+// What the lines of trees show is counted, report after report; nothing reads it yet.
+void count_cell(Workspace& w, int i, int j, double r) {
+  w.wk1(j) += r;
+  w.iwk1(j) += 1;
+  w.wk2(i) += r;
+  w.iwk2(i) += 1;
+}
+
+void write_series(Workspace& w, const SegmentBlock& block, int i, TextOutput& file) {
+  const CorrelationReportTables& tables = w.corr_tables;
+  w.mess = w.nam(i).view();
+  bool any = false;
+  for (int j = 1; j <= block.segments; ++j) {
+    if (!tables.valid(i, j)) continue;
+    any = true;
+    put(w, first_column(j), stripped(tables.correlation(i, j)));
+    if (i <= w.nc) count_cell(w, i, j, tables.correlation(i, j));
+  }
+  if (!any) return;
+  put_mean(w, block, stripped(tables.mean_sum(i) / tables.mean_count(i)));
+  write_line(w, block, file);
+}
+
+void write_means(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+  const CorrelationReportTables& tables = w.corr_tables;
+  std::vector<double> means;
+  double sum = 0.0, count = 0.0;
+  for (int j = 1; j <= block.segments; ++j) {
+    means.push_back(tables.segment_sum(j) / std::max(tables.segment_count(j), 1.0));
+    sum += tables.segment_sum(j);
+    count += tables.segment_count(j);
+  }
+  write_empty_line(w, file);
+  w.mess = edit(EditFormat("(\"Means    \",25F5.2)"), std::span<const double>(means));
+  put_mean(w, block, edit(EditFormat("(F5.2)"), sum / count));
+  write_line(w, block, file);
+  write_empty_line(w, file);
+}
+
+}  // namespace
+
+void write_block(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+  write_headings(w, block, file);
+  for (int i = 1; i <= w.nd; ++i) {
+    write_series(w, block, i, file);
+    if (i == w.nc) write_means(w, block, file);
+  }
+}
+
+}  // namespace vorn

@@ -1,0 +1,125 @@
+#include "statistics/correlation_report.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "records/text_file.h"
+#include "statistics/correlation.h"
+#include "statistics/correlation_lines.h"
+#include "statistics/segment_grid.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+namespace {
+
+constexpr std::string_view report_name = "Corr.prn";
+constexpr std::string_view title = "(\" Correlation tables from\",I5,\" to\",I5,\" for \",A60)";
+
+int chronology_years(const Workspace& w) {
+  return std::clamp(w.cyr(w.cf), 0, max_years);
+}
+
+// Finds the years of a depth above 1 at both ends, and raises every depth to 2.
+YearSpan use_well_covered_years(Workspace& w) {
+  const int years = chronology_years(w);
+  int first = 1, last = years;
+  while (first <= years && w.num(first, w.cf) <= 1) ++first;
+  while (last >= first && w.num(last, w.cf) <= 1) --last;
+  // Deliberate: in the store itself; the raised depths stay until the column is built again.
+  for (int p = 1; p <= years; ++p) w.num(p, w.cf) = std::max(w.num(p, w.cf), 2);
+  const std::int64_t before = std::int64_t{w.cfy(w.cf)} - 1;
+  return {before + first, before + last};
+}
+
+void prepare_sums(Workspace& w) {
+  CorrelationReportTables& tables = w.corr_tables;
+  for (int p = 1; p <= chronology_years(w); ++p) {
+    const double depth = w.num(p, w.cf);
+    tables.chronology_sum(p) = depth * w.crn(p, w.cf);
+    tables.depth_less_one(p) = std::max(depth - 1.0, 1.0);
+  }
+  tables.mean_sum.fill(0.0);
+  tables.mean_count.fill(0.0);
+}
+
+// For a tree: the chronology without it, in the tree's years.
+void compare_with_rest(Workspace& w, int i) {
+  CorrelationReportTables& tables = w.corr_tables;
+  const std::int64_t before = std::int64_t{w.fy(i)} - w.cfy(w.cf);
+  for (int k = 1; k <= w.yr(i); ++k) {
+    const std::int64_t place = before + k;
+    if (place < 1 || place > max_years) continue;
+    const int p = static_cast<int>(place);
+    tables.comparison(p) = (tables.chronology_sum(p) - w.ax.at(w.ad(i) + k - 1)) / tables.depth_less_one(p);
+  }
+}
+
+// For the chronology of another file: the current one as it stands.
+// Deliberate: as many values as the other one has, not as the current one has; behind them stays what the
+// entry before left, in this report or the one before.
+void compare_with_chronology(Workspace& w, int i) {
+  for (int p = 1; p <= std::min(w.yr(i), max_years); ++p) w.corr_tables.comparison(p) = w.crn(p, w.cf);
+}
+
+void correlate_cell(Workspace& w, int i, int j, YearSpan years) {
+  CorrelationReportTables& tables = w.corr_tables;
+  const int count = static_cast<int>(years.last - years.first + 1);
+  const int from = static_cast<int>(w.ad(i) + years.first - w.fy(i));
+  const int p = static_cast<int>(years.first - w.cfy(w.cf) + 1);
+  const auto [r, valid] =
+      covmiss(w.ax.range(from, count), tables.comparison.range(p, count), w.xok.range(from, count));
+  tables.valid(i, j) = valid;
+  if (!valid) return;
+  tables.correlation(i, j) = r;
+  tables.mean_sum(i) += r;
+  tables.mean_count(i) += 1.0;
+  if (i > w.nc) return;
+  tables.segment_sum(j) += r;
+  tables.segment_count(j) += 1.0;
+}
+
+void correlate_series(Workspace& w, const SegmentBlock& block, YearSpan used, int i) {
+  const YearSpan available{std::max<std::int64_t>(w.fy(i), used.first),
+                           std::min<std::int64_t>(w.ly(i), used.last)};
+  if (std::min(block.end, available.last) - std::max(block.start, available.first) <= block.step) return;
+  if (i == w.nc + w.cf) return;
+  if (i <= w.nc) {
+    compare_with_rest(w, i);
+  } else {
+    compare_with_chronology(w, i);
+  }
+  for (int j = 1; j <= block.segments; ++j) {
+    if (const auto years = cell_years(block, j, available)) correlate_cell(w, i, j, *years);
+  }
+}
+
+void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
+  CorrelationReportTables& tables = w.corr_tables;
+  tables.segment_sum.fill(0.0);
+  tables.segment_count.fill(0.0);
+  tables.valid.fill(false);
+  for (int i = 1; i <= w.nd; ++i) correlate_series(w, block, used, i);
+}
+
+}  // namespace
+
+void cor_report(Workspace& w) {
+  TextOutput file;
+  w.ios = file.create(report_name);
+  if (io_err(w, "Open ", report_name)) return;
+  w.ios = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
+  if (io_err(w, "WRITE", report_name)) return;
+
+  const YearSpan used = use_well_covered_years(w);
+  prepare_sums(w);
+  const SegmentGrid grid(used, w.seg, w.olap);
+  for (int k = 0; k < grid.blocks(); ++k) {
+    const SegmentBlock block = grid.block(k);
+    correlate_block(w, block, used);
+    write_block(w, block, file);
+  }
+  w.ios = file.close();
+  io_err(w, "Close", report_name);
+}
+
+}  // namespace vorn

@@ -1,0 +1,80 @@
+#include "statistics/statistics_report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "records/text_file.h"
+#include "statistics/tree_correlations.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+namespace {
+
+// A tree's line: name, first and last year, age, mean ring, standard deviation, correlation with the
+// chronology, mean correlation with the other trees. The headings stand over these columns.
+constexpr std::string_view tree_line = "(A8,3I7,4F7.2)";
+constexpr std::string_view heading_1 = "(\"Name      First   Last    Age   Mean  S.Dev Correl.   RBAR\")";
+constexpr std::string_view heading_2 = "(11X,\"year   year        Ring (mm)    with CRN   Tree\")";
+constexpr int trees_a_page = 50;
+constexpr std::string_view report_name = "Stats.prn";
+
+// What the totals are taken over.
+struct Rings {
+  double sum = 0.0;    // of all widths, mm
+  double count = 0.0;  // of all trees
+};
+
+void write_empty_line(Workspace& w, TextOutput& file) {
+  w.ios = file.write(EditFormat("(A)"), std::string_view());
+}
+
+void write_tree(Workspace& w, int t, TextOutput& file, Rings& rings) {
+  const auto widths = w.widths(t);
+  const double age = w.yr(t);
+  double sum = 0.0, squares = 0.0;
+  for (const double width : widths) sum += width;
+  const double mean = sum / age;
+  for (const double width : widths) squares += (width - mean) * (width - mean);
+  const double deviation = std::sqrt(squares / (age - 1.0));
+  rings.sum += sum;
+  rings.count += age;
+  w.ios = file.write(EditFormat(tree_line), w.nam(t).view(), w.fy(t), w.ly(t), w.yr(t), mean, deviation,
+                     w.tree_to_chronology(t), w.tree_to_trees(t));
+}
+
+void write_page(Workspace& w, int first, TextOutput& file, Rings& rings) {
+  w.ios = file.write(EditFormat(heading_1));
+  w.ios = file.write(EditFormat(heading_2));
+  write_empty_line(w, file);
+  for (int t = first; t <= std::min(first + trees_a_page - 1, w.nc); ++t) write_tree(w, t, file, rings);
+  write_empty_line(w, file);
+}
+
+void write_totals(Workspace& w, TextOutput& file, const Rings& rings, double mean_cbar, double mean_rbar) {
+  write_empty_line(w, file);
+  w.ios = file.write(EditFormat("(\" Number of trees \",I7)"), w.nc);
+  w.ios = file.write(EditFormat("(\" Mean tree age   \",F7.2)"), rings.count / w.nc);
+  // Deliberate: every ring weighs the same, so that old trees weigh more; no mean of the trees' means.
+  w.ios = file.write(EditFormat("(\" Mean ring width \",F7.2)"), rings.sum / rings.count);
+  w.ios = file.write(EditFormat("(\" Mean correlation\",F7.2)"), mean_cbar);
+  w.ios = file.write(EditFormat("(\" Mean RBAR       \",F7.2)"), mean_rbar);
+}
+
+}  // namespace
+
+void stats_rep(Workspace& w) {
+  TextOutput file;
+  w.ios = file.create(report_name);
+  if (io_err(w, "Open", report_name)) return;
+  w.ios = file.write(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
+  const double mean_cbar = cbar(w, w.tree_to_chronology.range(1, max_series));
+  const double mean_rbar = rbar(w, w.tree_to_trees.range(1, max_series));
+  Rings rings;
+  for (int first = 1; first <= w.nc; first += trees_a_page) write_page(w, first, file, rings);
+  write_totals(w, file, rings, mean_cbar, mean_rbar);
+  w.ios = file.close();
+  io_err(w, "Close", report_name);
+}
+
+}  // namespace vorn

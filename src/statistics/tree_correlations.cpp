@@ -1,0 +1,121 @@
+#include "statistics/tree_correlations.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "statistics/correlation.h"
+
+namespace vorn {
+namespace {
+
+// The analysis values of a tree by calendar year.
+struct DatedSeries {
+  std::int64_t first, last;
+  std::span<const double> values;
+
+  std::span<const double> years(std::int64_t from, std::int64_t to) const {
+    return values.subspan(static_cast<std::size_t>(from - first), static_cast<std::size_t>(to - from + 1));
+  }
+};
+
+DatedSeries tree(Workspace& w, int i) {
+  const auto values = w.analysis(i);
+  return {w.fy(i), std::int64_t{w.fy(i)} + static_cast<std::int64_t>(values.size()) - 1, values};
+}
+
+// The column of the current chronology, as far as it is one.
+struct Column {
+  int file;
+  int years;
+  std::int64_t first, last;
+
+  int position(std::int64_t year) const { return static_cast<int>(year - first + 1); }
+};
+
+Column current_column(const Workspace& w) {
+  const int years = std::clamp(w.cyr(w.cf), 0, max_years);
+  const std::int64_t first = w.cfy(w.cf);
+  return {w.cf, years, first, first + years - 1};
+}
+
+// The common years of a tree and the chronology, ends of a depth of 1 or less trimmed; years of that kind
+// between them stay. Fewer than none when nothing is left.
+struct Span {
+  std::int64_t first, last;
+  std::int64_t years() const { return last - first + 1; }
+};
+
+Span well_covered(const Workspace& w, const DatedSeries& series, const Column& column) {
+  Span span{std::max(series.first, column.first), std::min(series.last, column.last)};
+  const auto thin = [&](std::int64_t year) { return w.num(column.position(year), column.file) <= 1; };
+  while (span.first <= span.last && thin(span.first)) ++span.first;
+  while (span.first <= span.last && thin(span.last)) --span.last;
+  return span;
+}
+
+// cov of a tree with the chronology less this tree, formed in wk1.
+double tree_to_rest(Workspace& w, const DatedSeries& series, const Column& column, const Span& span) {
+  const auto values = series.years(span.first, span.last);
+  const int start = column.position(span.first);
+  const auto rest = w.wk1.range(start, static_cast<int>(values.size()));
+  for (std::size_t k = 0; k < values.size(); ++k) {
+    const int p = start + static_cast<int>(k);
+    // Deliberate: divided by the full depth, not by the depth less one. Every correlation printed depends on
+    // it.
+    rest[k] = (w.wk2(p) * w.crn(p, column.file) - values[k]) / w.wk3(p);
+  }
+  return cov(values, rest);
+}
+
+}  // namespace
+
+double rbar(Workspace& w, std::span<double> rtree) {
+  std::fill(rtree.begin(), rtree.end(), 0.0);
+  const auto pairs_of = w.iwk1.range(1, w.nc);
+  std::fill(pairs_of.begin(), pairs_of.end(), 0);
+  std::vector<DatedSeries> trees;
+  for (int i = 1; i <= w.nc; ++i) trees.push_back(tree(w, i));
+
+  double total = 0.0, pairs = 0.0;
+  for (std::size_t i = 0; i < trees.size(); ++i) {
+    for (std::size_t j = i + 1; j < trees.size(); ++j) {
+      const auto first = std::max(trees[i].first, trees[j].first);
+      const auto last = std::min(trees[i].last, trees[j].last);
+      if (last - first + 1 < fewest_common_years) continue;
+      const double r = cov(trees[i].years(first, last), trees[j].years(first, last));
+      rtree[i] += r;
+      rtree[j] += r;
+      ++pairs_of[i];
+      ++pairs_of[j];
+      total += r;
+      ++pairs;
+    }
+  }
+  for (std::size_t i = 0; i < trees.size(); ++i) {
+    if (pairs_of[i] > 1) rtree[i] /= pairs_of[i];
+  }
+  return total / pairs;
+}
+
+double cbar(Workspace& w, std::span<double> rcrn) {
+  std::fill(rcrn.begin(), rcrn.end(), 0.0);
+  const Column column = current_column(w);
+  for (int p = 1; p <= column.years; ++p) {
+    w.wk2(p) = w.num(p, column.file);
+    w.wk3(p) = std::max(w.wk2(p), 1.0);
+  }
+  double total = 0.0, trees = 0.0;
+  for (int i = 1; i <= w.nc; ++i) {
+    const DatedSeries series = tree(w, i);
+    const Span span = well_covered(w, series, column);
+    if (span.years() < fewest_common_years) continue;
+    const double r = tree_to_rest(w, series, column, span);
+    rcrn[static_cast<std::size_t>(i - 1)] = r;
+    total += r;
+    ++trees;
+  }
+  return total / trees;
+}
+
+}  // namespace vorn
