@@ -59,10 +59,11 @@ class Plot {
   void grid(int x, int y);  // so many lines to a label interval, up and across
 
   // Nothing of these lies outside the box of the axis system; outside graf ... endgrf they draw nothing.
-  void rlrec(double x, double y, double w, double h);      // an area: upper left corner, width, height
-  void rline(double x1, double y1, double x2, double y2);  // broken off where an end is not finite
-  void curve(std::span<const double> xs,
-             std::span<const double> ys);  // a polyline; what is not finite breaks it
+  // An area by its upper left corner, its width and its height.
+  void rlrec(double x, double y, double w, double h);
+  void rline(double x1, double y1, double x2, double y2);
+  // A polyline through as many points as there are xs and ys. A point that is not finite breaks it.
+  void curve(std::span<const double> xs, std::span<const double> ys);
   void endgrf() { axes_.reset(); }
 
   // --- The screen. What these wait for ends with ProgramEnd when the screen is closed.
@@ -72,7 +73,6 @@ class Plot {
 
  private:
   void add_area(std::vector<PagePoint> corners);
-  void add_curve(std::span<const PagePoint> points);
   Axis& axis(char which);
 
   Screen& screen_;
