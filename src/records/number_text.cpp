@@ -215,6 +215,11 @@ void append_real(std::string& record, double value, std::size_t width, int decim
     const bool spelled_out = width >= sign.size() + 8;
     return append_right(record, sign + (spelled_out ? "Infinity" : "Inf"), width);
   }
+  // So many decimals leave no room for the point: spare the work, which a damaged format could make endless.
+  if (static_cast<std::size_t>(decimals) >= width) {
+    record.append(width, '*');
+    return;
+  }
   std::string text = sign + fixed(std::abs(value), decimals);
   if (text.size() > width && text[sign.size()] == '0') text.erase(sign.size(), 1);
   append_right(record, text, width);

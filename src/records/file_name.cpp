@@ -1,0 +1,20 @@
+#include "records/file_name.h"
+
+#include "records/os_file.h"
+#include "records/text.h"
+#include "records/text_file.h"
+
+namespace vorn {
+
+std::optional<std::string> path_of(std::string_view name) {
+  const auto path = trimmed(name);
+  if (path.empty() || path.find('\0') != std::string_view::npos) return std::nullopt;
+  return std::string(path);
+}
+
+bool file_exists(std::string_view name) {
+  const auto path = path_of(name);
+  return path && os::kind_of(*path) != os::Kind::missing;
+}
+
+}  // namespace vorn

@@ -1,0 +1,61 @@
+// Every call of the operating system that the text files make, in one place. Answers are error numbers
+// (errno), 0 for success, unless said otherwise.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vorn::os {
+
+// What stands under a name, links followed.
+enum class Kind { missing, regular, folder, other };
+Kind kind_of(const std::string& path);
+
+// An open file, closed when it goes.
+class File {
+ public:
+  File() = default;
+  ~File() { close(); }
+  File(File&& other) noexcept : handle_(other.handle_) { other.handle_ = none; }
+  File& operator=(File&& other) noexcept;
+
+  bool is_open() const { return handle_ != none; }
+
+  // Opens an existing file to be read. A folder gives 21 (EISDIR).
+  int open_to_read(const std::string& path);
+  // Makes a new file to be written; gives 17 (EEXIST) when there is one.
+  int make(const std::string& path);
+  // Opens what is no regular file to be written at its end. A pipe without a reader gives 6 (ENXIO) at once.
+  int open_device(const std::string& path);
+
+  // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many.
+  int read(std::span<char> buffer, std::size_t& count);
+  // Writes all of `bytes`.
+  int write(std::string_view bytes);
+  // Brings what was written to the disk.
+  int sync();
+  // Whether `path` still leads to this file and not to another one that somebody put there.
+  bool stands_at(const std::string& path) const;
+  int close();
+
+ private:
+  static constexpr int none = -1;
+  int handle_ = none;
+};
+
+// The file that `path` leads to when all links of its last part are followed, whether or not it exists.
+// Answers 40 (ELOOP) for links that lead round in a circle.
+int follow_links(std::string& path);
+
+// 0 when an existing file may be written, 13 (EACCES) or another number when not.
+int may_write(const std::string& path);
+
+// Gives the file `to` the permissions of `from`, and its owner where that is allowed.
+int copy_permissions(const std::string& from, const std::string& to);
+// Gives the file `from` the name `to`, in one step, in place of a file that has it.
+int rename(const std::string& from, const std::string& to);
+int remove(const std::string& path);
+
+}  // namespace vorn::os

@@ -1,0 +1,96 @@
+#include "records/record_reader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vorn {
+namespace {
+
+constexpr std::size_t buffer_size = std::size_t{1} << 18;
+constexpr std::size_t longest_kept = std::size_t{1} << 20;
+
+bool only_ctrl_z(std::string_view text) {
+  return text.find_first_not_of('\x1a') == std::string_view::npos;
+}
+
+// Characters before the first CR or LF.
+std::size_t length_of_line(std::string_view text) {
+  const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; });
+  return static_cast<std::size_t>(end - text.begin());
+}
+
+}  // namespace
+
+RecordReader::RecordReader(os::File file)
+    : file_(std::move(file)), buffer_(std::make_unique_for_overwrite<char[]>(buffer_size)) {}
+
+int RecordReader::next(std::string_view& record) {
+  record = {};
+  if (empty_records_ > 0) {
+    --empty_records_;
+    return status::ok;
+  }
+  carried_.clear();
+  cut_text_ = false;
+  while (more()) {
+    const auto text = unread();
+    const auto length = length_of_line(text);
+    at_ += length;
+    record = text.substr(0, length);
+    if (length < text.size()) return end_record(record);
+    carry(record);
+  }
+  if (failure_) return std::exchange(failure_, 0);
+  record = carried_;
+  return only_ctrl_z(record) && !cut_text_ ? status::end_of_file : status::ok;
+}
+
+bool RecordReader::more() {
+  if (at_ == end_ && !ended_) {
+    at_ = 0;
+    failure_ = file_.read({buffer_.get(), buffer_size}, end_);
+    ended_ = end_ == 0;
+  }
+  return at_ < end_;
+}
+
+// Completes `record`, the end of which comes next in the buffer.
+int RecordReader::end_record(std::string_view& record) {
+  if (!carried_.empty()) {
+    carry(record);
+    record = carried_;
+  }
+  pass_end(record);
+  if (record.empty() || !only_ctrl_z(record) || cut_text_ || empty_records_ > 0) return status::ok;
+  keep(record);
+  return more() || failure_ ? status::ok : status::end_of_file;
+}
+
+// A run of CRs is one end when LF follows it; otherwise each of them is the end of a record.
+void RecordReader::pass_end(std::string_view& record) {
+  std::uint64_t returns = 0;
+  while (more() && buffer_[at_] == '\r') {
+    ++returns;
+    ++at_;
+    if (at_ == end_) keep(record);
+  }
+  if (at_ < end_ && buffer_[at_] == '\n')
+    ++at_;
+  else
+    empty_records_ = returns - 1;
+}
+
+// Adds to the record that is carried over as much as is kept of one.
+void RecordReader::carry(std::string_view piece) {
+  const auto kept = piece.substr(0, longest_kept - carried_.size());
+  carried_ += kept;
+  cut_text_ = cut_text_ || !only_ctrl_z(piece.substr(kept.size()));
+}
+
+// Makes `record` outlast what the buffer holds.
+void RecordReader::keep(std::string_view& record) {
+  if (record.data() != carried_.data()) carried_ = record;
+  record = carried_;
+}
+
+}  // namespace vorn

@@ -1,0 +1,41 @@
+#include <cerrno>
+#include <utility>
+
+#include "records/file_name.h"
+#include "records/record_reader.h"
+#include "records/text_file.h"
+
+namespace vorn {
+
+struct TextInput::State {
+  RecordReader records;
+};
+
+TextInput::TextInput() = default;
+TextInput::~TextInput() = default;
+TextInput::TextInput(TextInput&&) noexcept = default;
+TextInput& TextInput::operator=(TextInput&&) noexcept = default;
+
+int TextInput::open(std::string_view name) {
+  state_.reset();
+  const auto path = path_of(name);
+  if (!path) return ENOENT;
+  os::File file;
+  if (const int failed = file.open_to_read(*path)) return failed;
+  state_.reset(new State{RecordReader(std::move(file))});
+  return status::ok;
+}
+
+int TextInput::read_list(const EditFormat& format, std::span<const ReadItem> items) {
+  if (!state_) return status::end_of_file;
+  return read_items(state_->records, format, items, Commas::end_a_field);
+}
+
+int TextInput::close() {
+  if (!state_) return status::ok;
+  const int failed = state_->records.close();
+  state_.reset();
+  return failed;
+}
+
+}  // namespace vorn
