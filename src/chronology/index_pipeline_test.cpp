@@ -4,8 +4,8 @@
 #include <limits>
 
 #include "chronology/burg_model.h"
-#include "chronology/specimen_store.h"
 #include "chronology/spline.h"
+#include "support/specimen_store.h"
 
 namespace vorn {
 namespace {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "chronology/specimen_store.h"
 #include "chronology/standard_chronology.h"
+#include "support/specimen_store.h"
 
 namespace vorn {
 namespace {
