@@ -1,0 +1,26 @@
+// Ring widths in the compact layout (see compact_layout.h).
+#pragma once
+
+#include "records/text_file.h"
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Loads the file cnam(cf) into cores 1 to nc in place of what was there. The values of each series are read
+// with the edit format that its header line brings along. Negative values are missing rings and get an
+// estimate (mdet_miss). A blank name ends the file, as does its end; a file that ends among the values leaves
+// the rest of them 0.
+//
+// Told, and gone on after: "open", "Read c1" for a header line (without a name it ends the file) and "Read
+// c2" for the values. "Would be too many rings" ends the reading before the series that the pool has no room
+// for; the 10,000th series is the last one without a message.
+void read_compact(Workspace& w);
+
+// Writes entry i to the open file `out`, in thousandths of a millimetre, four columns a value, missing rings
+// as -999; a width of 10 mm or more comes out as asterisks. A failure is told as "writeH" or "writeD" with
+// the name of the series.
+//
+// Returns: every line was written.
+bool write_crec(Workspace& w, TextOutput& out, int i);
+
+}  // namespace vorn

@@ -1,0 +1,29 @@
+// The compact layout: for each series a header line that names the edit format of its values, then the
+// values.
+//
+//   columns   2-8    number of values
+//            11-18   first year
+//            22-29   name of the series
+//            69-71   exponent e: the values are millimetres / 10^e (-2: hundredths); blank or 0: the unit
+//            follows
+//                    from the edit format
+//            72-79   edit format of the values; a "4" as its fifth character, as in "(19F4.0)", stands for
+//            thousandths
+//                    of a millimetre, any other for hundredths
+#pragma once
+
+#include <cstdint>
+
+#include "records/edit_format.h"
+
+namespace vorn::compact {
+
+inline const EditFormat header_edit("(1X,I7,2X,I8,3X,A8,39X,I3,A8)");
+
+// As written.
+inline const EditFormat header_line("(I8,\"=N\",I8,\"=I \",A8,42X,A8)");
+inline constexpr std::string_view values_format = "(19F4.0)";  // named by the header
+inline const EditFormat values_line("(19I4)");                 // and what it is written with
+inline constexpr std::int32_t missing_ring = -999;  // as written; every negative value is read as missing
+
+}  // namespace vorn::compact

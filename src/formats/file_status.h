@@ -1,0 +1,18 @@
+// What follows every file operation whose failure, once told, was to end the program.
+#pragma once
+
+#include <string_view>
+
+#include "toolkit/messages.h"
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Keeps `status` as the status of the last file operation and tells it when it is not 0, under `label` and
+// `file`.
+//
+// Ends the program when io_err says that there was an error. It never does, so that whatever the failed
+// operation left is gone on with: both are deliberate, this branch and io_err's answer.
+void told_or_end(Workspace& w, int status, std::string_view label, std::string_view file);
+
+}  // namespace vorn

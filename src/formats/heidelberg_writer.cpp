@@ -1,0 +1,58 @@
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "formats/file_status.h"
+#include "formats/heidelberg.h"
+#include "formats/heidelberg_layout.h"
+
+namespace vorn {
+namespace {
+
+using namespace heidelberg;
+
+// `number` in six columns, to their left.
+std::string to_the_left(std::int32_t number) {
+  std::string text = edit(year_edit, number);
+  const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
+  return text.substr(blanks) + text.substr(0, blanks);
+}
+
+// Returns the status of the first line that could not be written.
+int write_header(const Workspace& w, TextOutput& out, int i) {
+  const std::array<int, 6> answers = {out.write(header_line),
+                                      out.write(name_line, w.nam(i)),
+                                      out.write(unit_line),
+                                      out.write(last_year_line, to_the_left(w.ly(i))),
+                                      out.write(length_line, to_the_left(w.yr(i))),
+                                      out.write(data_line)};
+  for (const int answer : answers) {
+    if (answer != status::ok) return answer;
+  }
+  return status::ok;
+}
+
+// The widths of entry i, thousandths, filled up with zeros to whole lines.
+std::vector<Integer> filled_values(const Workspace& w, int i) {
+  std::vector<Integer> values;
+  for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
+    values.push_back(w.xok(p) ? thousandths(w.x(p)) : Integer(missing_ring));
+  }
+  while (values.size() % values_a_line != 0) values.push_back(0);
+  return values;
+}
+
+}  // namespace
+
+bool write_hrec(Workspace& w, TextOutput& out, int i) {
+  const Name name = w.nam(i);
+  const int header = write_header(w, out, i);
+  const std::vector<Integer> values = filled_values(w, i);
+  const int data = out.write(values_line, std::span(values));
+  const int answer = header != status::ok ? header : data;  // told once, behind the data
+  told_or_end(w, answer, "Write ", name.view());
+  return answer == status::ok;
+}
+
+}  // namespace vorn

@@ -1,0 +1,45 @@
+#include <algorithm>
+#include <vector>
+
+#include "formats/tucson_raw.h"
+#include "formats/tucson_raw_layout.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+namespace {
+
+using namespace tucson_raw;
+
+// The widths of entry i, thousandths, with the end mark behind them.
+std::vector<Integer> marked_values(const Workspace& w, int i) {
+  std::vector<Integer> values;
+  for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
+    values.push_back(w.xok(p) ? thousandths(w.x(p)) : Integer(missing_ring));
+  }
+  values.push_back(end_of_thousandths);
+  return values;
+}
+
+int write_line(TextOutput& out, const Name& name, std::int32_t year, std::span<const Integer> values) {
+  if (year < -999) return out.write(early_line_edit, name.view().substr(0, 7), year, values);
+  return out.write(line_edit, name, year, values);
+}
+
+}  // namespace
+
+bool write_rrec(Workspace& w, TextOutput& out, int i) {
+  const Name name = w.nam(i);
+  const std::vector<Integer> values = marked_values(w, i);
+  bool whole = true;
+  std::size_t room = static_cast<std::size_t>(first_decade_end(w.fy(i)));
+  for (std::size_t first = 0; first < values.size(); room = values_a_line) {
+    const auto line = std::span(values).subspan(first, std::min(room, values.size() - first));
+    w.ios = write_line(out, name, w.fy(i) + static_cast<std::int32_t>(first), line);
+    whole = whole && w.ios == status::ok;
+    if (io_err(w, "Write", name.view())) return false;  // io_err never says so; meant
+    first += line.size();
+  }
+  return whole;
+}
+
+}  // namespace vorn
