@@ -1,0 +1,161 @@
+#include "workspace/startup.h"
+
+#include "chronology/index_pipeline.h"
+#include "formats/compact.h"
+#include "formats/file_status.h"
+#include "formats/heidelberg.h"
+#include "formats/recognition.h"
+#include "formats/tucson_index.h"
+#include "formats/tucson_raw.h"
+#include "plot/plot.h"
+#include "records/text_file.h"
+#include "statistics/chronology_summary.h"
+#include "toolkit/buttons.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+namespace {
+
+constexpr std::string_view list_name = "Vorn.fil";
+const EditFormat list_line("(A60)");
+const EditFormat setting_edit("(I5)");
+
+// The listing on the page: names on the left, what each file is on the right.
+constexpr int name_column = 200, layout_column = 920;
+constexpr int first_row = 260, row_height = 39;
+
+// Deliberate: "Tuscon" is what this program has always called it.
+std::string_view layout_name(int layout) {
+  switch (layout) {
+    case file_format::heidelberg:
+      return "Heidelberg";
+    case file_format::compact:
+      return "Compact";
+    case file_format::tucson_raw:
+      return "Tuscon Raw";
+    case file_format::tucson_index:
+      return "Tuscon Indices";
+    default:
+      return "Format not recognised";
+  }
+}
+
+void set_defaults(Workspace& w) {
+  w.sl = 100;
+  w.scx = 2500.0 / w.sl;
+  w.scy = -140.0 / 3.0;
+  w.ins = false;
+  w.seg = 50;
+  w.olap = 25;
+  w.sccc = 0;
+  w.jpr = 11;
+  w.ss = 32;
+  w.chok = w.logon = w.aron = w.splineon = w.lineon = w.indon = true;
+}
+
+void show_settings(Workspace& w) {
+  w.b(button::spline_years).label = edit(setting_edit, w.ss);
+  w.b(button::ar_order).label = edit(setting_edit, w.jpr);
+  w.b(button::display_width).label = edit(setting_edit, w.sl);
+  w.b(button::segment_length).label = edit(setting_edit, w.seg);
+  w.b(button::segment_overlap).label = edit(setting_edit, w.olap);
+}
+
+// Recognises file f of the list, as the current file, if it exists.
+void look_at_file(Workspace& w, int f) {
+  w.fileok = file_exists(w.cnam(f).view());
+  w.rawok(f) = w.fileok;
+  w.cf = f;
+  if (w.fileok) find_rftyp(w);
+}
+
+void show_file(Workspace& w, int f) {
+  const int row = first_row + (f - 1) * row_height;
+  w.plot.messag(w.cnam(f).view(), name_column, row);
+  w.plot.messag(w.rawok(f) ? layout_name(w.rftype(f)) : "File does not exist ", layout_column, row);
+  w.plot.show();
+}
+
+bool holds_ring_widths(int layout) {
+  return layout == file_format::heidelberg || layout == file_format::compact ||
+         layout == file_format::tucson_raw;
+}
+
+// Closes the gaps that missing and unrecognised files leave in the file table. Returns how many files are
+// kept.
+int keep_usable(Workspace& w) {
+  int kept = 0;
+  w.nraw = 0;
+  for (int f = 1; f <= w.nfil; ++f) {
+    const int layout = w.rftype(f);
+    if (!w.rawok(f) || (!holds_ring_widths(layout) && layout != file_format::tucson_index)) continue;
+    ++kept;
+    w.cnam(kept) = w.cnam(f);
+    w.rftype(kept) = layout;
+    w.rfhead(kept) = w.rfhead(f);
+    w.rawok(kept) = true;
+    if (holds_ring_widths(layout)) ++w.nraw;
+  }
+  return kept;
+}
+
+}  // namespace
+
+void init_start(Workspace& w) {
+  set_defaults(w);
+  show_settings(w);
+  read_list(w);
+  check_files(w);
+  show_crns(w);
+}
+
+void read_list(Workspace& w) {
+  w.fileok = file_exists(list_name);
+  if (!w.fileok) {
+    out_err(w, "Vorn.fil does not exist");
+    throw ProgramEnd(EndReason::cannot_go_on);
+  }
+  TextInput list;
+  told_or_end(w, list.open(list_name), "Open", list_name);
+  w.plot.setclr(colour::ink);
+  w.nfil = 0;
+  for (int f = 1; f <= max_files; ++f) {
+    const int answer = list.read(list_line, w.cnam(f));
+    w.ios = answer;
+    if (answer == status::end_of_file) break;
+    told_or_end(w, answer, "Read", list_name);
+    look_at_file(w, f);
+    show_file(w, f);
+    w.nfil = f;
+  }
+  w.ios = list.close();
+}
+
+void check_files(Workspace& w) {
+  const int kept = keep_usable(w);
+  for (w.cf = kept; w.cf >= 1; --w.cf) init_raw(w, w.rftype(w.cf));
+  w.nfil = kept;
+  w.cf = 1;
+}
+
+void init_raw(Workspace& w, std::int32_t code) {
+  switch (code) {
+    case file_format::heidelberg:
+      read_heidel(w);
+      break;
+    case file_format::compact:
+      read_compact(w);
+      break;
+    case file_format::tucson_raw:
+      read_raw(w);
+      break;
+    case file_format::tucson_index:
+      read_ind(w);
+      return;
+    default:
+      return;
+  }
+  data_man2(w);
+}
+
+}  // namespace vorn
