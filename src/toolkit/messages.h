@@ -14,8 +14,8 @@ void out_err(Workspace& w, std::string_view text);
 // Tells the outcome of the last file operation, w.ios, when it is not 0: `label`, the file's name without its
 // trailing blanks, " fail err =" and the status in six columns; waits and wipes as out_err does.
 //
-// Returns false, always: the program relies on going on after a failure was told. The callers keep the branches
-// that a true answer would take.
+// Returns false, always: the program relies on going on after a failure was told. The callers keep the
+// branches that a true answer would take.
 bool io_err(Workspace& w, std::string_view label, std::string_view file);
 
 }  // namespace vorn

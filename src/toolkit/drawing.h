@@ -1,0 +1,28 @@
+// Buttons, message lines and the controls of the cross-dating screen as marks on the page.
+#pragma once
+
+#include <string_view>
+
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Draws button n if it is on: its face, a border and its text, leaving the colour at ink. Draws nothing, not
+// even the border, when it is off.
+//
+// Given: text    shown instead of the button's label unless it is blank
+//        colour  of the face; 0: by state, yellow when the button is lit and grey when it is not
+void but_draw(Workspace& w, int n, std::string_view text = {}, int colour = 0);
+
+// Draws message line i, 15 units below the upper edge of its rectangle.
+void mwrite(Workspace& w, int i);
+
+// Draws, at the right of the cross-dating screen's controls, `text` and the names of the two series compared
+// in the colours of their curves.
+void graph_mes(Workspace& w, std::string_view text);
+
+// Empties the page and draws the controls of the cross-dating screen as they are switched on, with their
+// captions and the names of the two working entries. The click zones over the plots are not drawn.
+void setupbuttons(Workspace& w);
+
+}  // namespace vorn

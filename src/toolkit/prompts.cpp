@@ -1,0 +1,74 @@
+#include "toolkit/prompts.h"
+
+#include "plot/plot.h"
+#include "toolkit/drawing.h"
+
+namespace vorn {
+namespace {
+
+constexpr int usual_height = 25, number_height = 30;
+
+// The next key, or whatever else the user does: everything has a code, and every code is a character here.
+int next_code(Workspace& w) {
+  const Event event = w.plot.csrpos();
+  w.msx = event.x;
+  w.msy = event.y;
+  return event.code;
+}
+
+// Reads one key into character `place` of the label and draws the label up to there.
+int read_into(Workspace& w, Button& button, std::size_t place, int inset) {
+  const int code = next_code(w);
+  button.label(place) = static_cast<char>(code);
+  w.plot.messag(button.label.view().substr(0, place), button.x1 + inset, button.y1 + 12);
+  return code;
+}
+
+bool is_digit(int code) {
+  return code >= '0' && code <= '9';
+}
+
+}  // namespace
+
+void get_str(Workspace& w, int n) {
+  constexpr std::size_t most_characters = 12;
+  Button& button = w.b(n);
+  const Label before = button.label;
+  button.label = Label();
+  but_draw(w, n);
+  std::size_t k = 1;
+  for (; k <= most_characters; ++k) {
+    if (read_into(w, button, k, 0) != Event::enter) continue;
+    button.label(k) = ' ';
+    break;
+  }
+  if (k <= 2) button.label = before;  // meant: a single character is no name
+}
+
+void get_int(Workspace& w, int n, std::int32_t& v) {
+  constexpr int inset = 8;
+  constexpr std::size_t most_keys = 6;  // five digits and Return; a sixth digit ends the entry without it
+  Button& button = w.b(n);
+  w.plot.height(number_height);
+  button.label = Label();
+  button.lit = true;
+  but_draw(w, n);
+
+  std::int32_t number = 0, sign = 1;
+  std::size_t behind_sign = 0;
+  int code = 0;
+  for (std::size_t k = 1; k <= most_keys; ++k) {
+    code = read_into(w, button, k + behind_sign, inset);
+    if (k == 1 && code == '-') {
+      sign = -1;
+      behind_sign = 1;
+      code = read_into(w, button, k + behind_sign, inset);
+    }
+    if (!is_digit(code)) break;
+    number = number * 10 + (code - '0');
+  }
+  w.plot.height(usual_height);
+  if (code == Event::enter) v = number * sign;
+}
+
+}  // namespace vorn

@@ -1,0 +1,49 @@
+#include "toolkit/scrolling.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+// Years come from files and may be anything that 32 bits hold; sums of them are formed in 64.
+using Years = std::int64_t;
+
+std::int32_t to_year(Years year) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(std::clamp<Years>(year, Limits::min(), Limits::max()));
+}
+
+}  // namespace
+
+void scr(Workspace& w, std::int32_t step) {
+  const Years first = std::min(w.fy(w.tr1), w.fy(w.tr2));
+  const Years last = std::max(w.ly(w.tr1), w.ly(w.tr2));
+  Years start = Years{w.fs} - step;
+  if (w.sl + start + 1 < last) start = std::max(start, first - 1);
+  if (start > first) start = std::min(start, last - w.sl);
+  w.fs = to_year(start);
+  w.ls = to_year(w.sl + start - 1);
+}
+
+void topbot(Workspace& w, std::int32_t step) {
+  const int row = (w.mous - 1) / 6;
+  const int t = w.nd + row;
+  Years earliest = w.fy(1), latest = w.ly(1);
+  for (int i = 2; i <= w.nd + 2; ++i) {
+    earliest = std::min<Years>(earliest, w.fy(i));
+    latest = std::max<Years>(latest, w.ly(i));
+  }
+  Years first = std::max(Years{w.fy(t)} + step, latest - (max_years - 1));
+  first = std::min(first, earliest + (max_years - 1));
+  w.ly(t) = to_year(Years{w.ly(t)} - w.fy(t) + first);
+  w.fy(t) = to_year(first);
+  w.b(button::save_sample - 1 + row).on = true;
+  // Meant: the last tree, nc, is not marked.
+  if (row == 1 && w.tr1 < w.nc) w.tr1ok = true;
+  if (row == 2 && w.tr2 < w.nc) w.tr2ok = true;
+}
+
+}  // namespace vorn
