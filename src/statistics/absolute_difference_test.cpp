@@ -13,12 +13,12 @@ namespace {
 
 TEST(AbsmissMessage, ShowsTheFiveNumbersWhereNothingIsMissing) {
   TestStore store;
-  store.queue().key(13);
+  store.screen.presses = 1;
   const std::array<bool, 3> all{true, true, true};
   const auto result = absmiss(store.w, std::vector<double>{1, 2, 3}, std::vector<double>{10, 30, 20}, all);
   EXPECT_DOUBLE_EQ(result.d, 2.0 / 3.0);
   EXPECT_EQ(store.messages.str().substr(0, 50), "    2.0000   20.0000    1.0000   10.0000    0.6667");
-  EXPECT_EQ(store.queue().events_left(), 0u);
+  EXPECT_EQ(store.screen.presses, 0);
 }
 
 TEST(AbsmissMessage, IsNotShownWhereAValueIsMissing) {

@@ -129,7 +129,7 @@ TEST(ShowCrns, WithoutFilesLeavesTheCoresAlone) {
 TEST(ShowCrns, GivesAChronologyThatWouldPassThePoolsEndNoYearsAndSaysSo) {
   TwoFiles store;
   store.w.ad(3) = 1200000 - 3;  // room for four values: the first file's fit, the second's do not
-  store.queue().key(13);
+  store.screen.presses = 1;
   show_crns(store.w);
   const Workspace& w = store.w;
   EXPECT_EQ(w.yr(3), 4);
@@ -142,7 +142,7 @@ TEST(ShowCrns, GivesAChronologyThatWouldPassThePoolsEndNoYearsAndSaysSo) {
   EXPECT_EQ(w.ad(5), 1200001);
   EXPECT_EQ(w.nam(4), Name("second"));
   EXPECT_NE(store.messages.str().find("Would be too many rings"), std::string::npos);
-  EXPECT_EQ(store.queue().events_left(), 0u);
+  EXPECT_EQ(store.screen.presses, 0);
 }
 
 TEST(RefreshCrns, SetsEntriesAndLinesAndLeavesTheSelectionAlone) {

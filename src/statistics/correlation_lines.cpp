@@ -28,15 +28,10 @@ void put_mean(Workspace& w, const SegmentBlock& block, std::string_view text) {
   put(w, line_width(block) - cell_width + 1, text);
 }
 
-void write_empty_line(Workspace& w, TextOutput& file) {
-  w.ios = file.write(EditFormat("(A)"), std::string_view());
-}
-
 // The line buffer as one record, by a format made for its width.
-void write_line(Workspace& w, const SegmentBlock& block, TextOutput& file) {
-  const EditFormat format(edit(EditFormat("(\"(A\",I3,\")\")"), line_width(block)));
-  // Deliberate: a width of 0 or less leaves the line out without a word.
-  if (format.usable()) w.ios = file.write(format, w.mess.view());
+void write_line(Workspace& w, const SegmentBlock& block, ReportFile& file) {
+  // Deliberate: a width of 0 or less makes no format, and leaves the line out without a word.
+  file.line(EditFormat(edit(EditFormat("(\"(A\",I3,\")\")"), line_width(block))), w.mess.view());
 }
 
 // A correlation in five columns without the digit before its point; 1.00 shows as .00.
@@ -51,13 +46,13 @@ Integer year_item(std::int64_t year) {
   return narrow == year ? Integer(narrow) : Integer();
 }
 
-void write_headings(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+void write_headings(Workspace& w, const SegmentBlock& block, ReportFile& file) {
   std::vector<Integer> starts, ends;
   for (int j = 1; j <= block.segments; ++j) {
     starts.push_back(year_item(block.first_year(j)));
     ends.push_back(year_item(block.last_year(j)));
   }
-  write_empty_line(w, file);
+  file.empty_line();
   w.mess = edit(EditFormat("(\"Year     \",25I5)"), std::span<const Integer>(starts));
   put_mean(w, block, " Mean");
   write_line(w, block, file);
@@ -74,7 +69,7 @@ void count_cell(Workspace& w, int i, int j, double r) {
   w.iwk2(i) += 1;
 }
 
-void write_series(Workspace& w, const SegmentBlock& block, int i, TextOutput& file) {
+void write_series(Workspace& w, const SegmentBlock& block, int i, ReportFile& file) {
   const CorrelationReportTables& tables = w.corr_tables;
   w.mess = w.nam(i).view();
   bool any = false;
@@ -89,7 +84,7 @@ void write_series(Workspace& w, const SegmentBlock& block, int i, TextOutput& fi
   write_line(w, block, file);
 }
 
-void write_means(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+void write_means(Workspace& w, const SegmentBlock& block, ReportFile& file) {
   const CorrelationReportTables& tables = w.corr_tables;
   std::vector<double> means;
   double sum = 0.0, count = 0.0;
@@ -98,16 +93,16 @@ void write_means(Workspace& w, const SegmentBlock& block, TextOutput& file) {
     sum += tables.segment_sum(j);
     count += tables.segment_count(j);
   }
-  write_empty_line(w, file);
+  file.empty_line();
   w.mess = edit(EditFormat("(\"Means    \",25F5.2)"), std::span<const double>(means));
   put_mean(w, block, edit(EditFormat("(F5.2)"), sum / count));
   write_line(w, block, file);
-  write_empty_line(w, file);
+  file.empty_line();
 }
 
 }  // namespace
 
-void write_block(Workspace& w, const SegmentBlock& block, TextOutput& file) {
+void write_block(Workspace& w, const SegmentBlock& block, ReportFile& file) {
   write_headings(w, block, file);
   for (int i = 1; i <= w.nd; ++i) {
     write_series(w, block, i, file);

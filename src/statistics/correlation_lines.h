@@ -1,7 +1,7 @@
 // The lines of a block of Corr.prn.
 #pragma once
 
-#include "records/text_file.h"
+#include "statistics/report_file.h"
 #include "statistics/segment_grid.h"
 #include "workspace/vorndata.h"
 
@@ -13,12 +13,11 @@ namespace vorn {
 //   columns 10-14, 15-19 … one correlation, or year, a segment
 //   columns 5n+11 to 5n+15 the mean; every line is exactly so long
 //
-// A block of n = 0, -1 or -2 puts the mean's columns over those of the name; with fewer its lines are left
-// out.
+// A block of n = 0, -1 or -2 puts the mean's columns over those of the name; with fewer the lines drop out.
 
 // Writes one block from w.corr_tables: headings, a line for each entry with a valid cell, and the means of
 // the trees after the last of them. What the lines of trees show is added to wk1 and iwk1 (by segment) and to
 // wk2 and iwk2 (by tree).
-void write_block(Workspace& w, const SegmentBlock& block, TextOutput& file);
+void write_block(Workspace& w, const SegmentBlock& block, ReportFile& file);
 
 }  // namespace vorn

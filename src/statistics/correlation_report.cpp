@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "records/text_file.h"
 #include "statistics/correlation.h"
 #include "statistics/correlation_lines.h"
+#include "statistics/report_file.h"
 #include "statistics/segment_grid.h"
 #include "toolkit/messages.h"
 
@@ -104,7 +104,7 @@ void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
 }  // namespace
 
 void cor_report(Workspace& w) {
-  TextOutput file;
+  ReportFile file;
   w.ios = file.create(report_name);
   if (io_err(w, "Open ", report_name)) return;
   w.ios = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());

@@ -425,14 +425,24 @@ TEST(CorrReport, OfAStepOfNoneIsATitleAlone) {
 
 TEST(CorrReport, TellsOnceThatItsFileCannotBeOpened) {
   TwoTrees store;
-  store.queue().key(13);
+  store.screen.presses = 1;
   const ScratchFolder folder;
   std::filesystem::create_directory("Corr.prn");
   cor_report(store.w);
   EXPECT_EQ(store.messages.str(), "Open Corr.prn fail err =    21\n");
-  EXPECT_EQ(store.queue().events_left(), 0u);
+  EXPECT_EQ(store.screen.presses, 0);
   // The report itself was made all the same.
   EXPECT_NEAR(store.w.corr_tables.mean_sum(1), 3.0, 1e-12);
+}
+
+TEST(CorrReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
+  ThirtySegments store;
+  store.screen.presses = 1;
+  const ScratchFolder folder;
+  std::filesystem::create_symlink("/dev/full", "Corr.prn");  // a device that takes no byte
+  cor_report(store.w);
+  EXPECT_EQ(store.messages.str(), "CloseCorr.prn fail err =    28\n");
+  EXPECT_EQ(store.screen.presses, 0);
 }
 
 }  // namespace

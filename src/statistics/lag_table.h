@@ -12,15 +12,13 @@ namespace vorn {
 //
 // Given:    ystart   the earliest year for the first segment.
 // Returned: ctab     correlation of the reference's years of segment k with the sample's, read L years later,
-// in
-//                    row L + 11, column k; 0.0 where not computed, 2.0 with fewer than three pairs of present
-//                    rings.
+//                    in row L + 11, column k; 0.0 where not computed, 2.0 with fewer than three pairs of
+//                    present rings.
 //           cyrs     first and last year of segment k; -9999 where there is none.
-// Notes:    segments of seg years, one every seg - olap years, at most 34; none starts after the last year
-// from
-//           which a whole segment lies in both series, the first included, even where that is before their
-//           common span. A negative step runs backwards. A step of 0 leaves the table empty. Lags never lead
-//           the sample out of its own years; the reference is read as the pool stands.
+// Notes:    segments of seg years, one every seg - olap years, at most 34. None starts after the last year
+//           from which a whole segment lies in both series; that holds for the first one too, even where it
+//           is before their common span. A negative step runs backwards. A step of 0 leaves the table empty.
+//           Lags never lead the sample out of its own years; the reference is read as the pool stands.
 void cor_tab(Workspace& w, std::int32_t ystart);
 
 // The same table with the mean absolute difference of standardised values (absmiss) instead of the

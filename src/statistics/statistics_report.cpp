@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "records/text_file.h"
+#include "statistics/report_file.h"
 #include "statistics/tree_correlations.h"
 #include "toolkit/messages.h"
 
@@ -25,11 +25,7 @@ struct Rings {
   double count = 0.0;  // of all trees
 };
 
-void write_empty_line(Workspace& w, TextOutput& file) {
-  w.ios = file.write(EditFormat("(A)"), std::string_view());
-}
-
-void write_tree(Workspace& w, int t, TextOutput& file, Rings& rings) {
+void write_tree(Workspace& w, int t, ReportFile& file, Rings& rings) {
   const auto widths = w.widths(t);
   const double age = w.yr(t);
   double sum = 0.0, squares = 0.0;
@@ -39,35 +35,36 @@ void write_tree(Workspace& w, int t, TextOutput& file, Rings& rings) {
   const double deviation = std::sqrt(squares / (age - 1.0));
   rings.sum += sum;
   rings.count += age;
-  w.ios = file.write(EditFormat(tree_line), w.nam(t).view(), w.fy(t), w.ly(t), w.yr(t), mean, deviation,
-                     w.tree_to_chronology(t), w.tree_to_trees(t));
+  file.line(EditFormat(tree_line), w.nam(t).view(), w.fy(t), w.ly(t), w.yr(t), mean, deviation,
+            w.tree_to_chronology(t), w.tree_to_trees(t));
 }
 
-void write_page(Workspace& w, int first, TextOutput& file, Rings& rings) {
-  w.ios = file.write(EditFormat(heading_1));
-  w.ios = file.write(EditFormat(heading_2));
-  write_empty_line(w, file);
+void write_page(Workspace& w, int first, ReportFile& file, Rings& rings) {
+  file.line(EditFormat(heading_1));
+  file.line(EditFormat(heading_2));
+  file.empty_line();
   for (int t = first; t <= std::min(first + trees_a_page - 1, w.nc); ++t) write_tree(w, t, file, rings);
-  write_empty_line(w, file);
+  file.empty_line();
 }
 
-void write_totals(Workspace& w, TextOutput& file, const Rings& rings, double mean_cbar, double mean_rbar) {
-  write_empty_line(w, file);
-  w.ios = file.write(EditFormat("(\" Number of trees \",I7)"), w.nc);
-  w.ios = file.write(EditFormat("(\" Mean tree age   \",F7.2)"), rings.count / w.nc);
+void write_totals(const Workspace& w, ReportFile& file, const Rings& rings, double mean_cbar,
+                  double mean_rbar) {
+  file.empty_line();
+  file.line(EditFormat("(\" Number of trees \",I7)"), w.nc);
+  file.line(EditFormat("(\" Mean tree age   \",F7.2)"), rings.count / w.nc);
   // Deliberate: every ring weighs the same, so that old trees weigh more; no mean of the trees' means.
-  w.ios = file.write(EditFormat("(\" Mean ring width \",F7.2)"), rings.sum / rings.count);
-  w.ios = file.write(EditFormat("(\" Mean correlation\",F7.2)"), mean_cbar);
-  w.ios = file.write(EditFormat("(\" Mean RBAR       \",F7.2)"), mean_rbar);
+  file.line(EditFormat("(\" Mean ring width \",F7.2)"), rings.sum / rings.count);
+  file.line(EditFormat("(\" Mean correlation\",F7.2)"), mean_cbar);
+  file.line(EditFormat("(\" Mean RBAR       \",F7.2)"), mean_rbar);
 }
 
 }  // namespace
 
 void stats_rep(Workspace& w) {
-  TextOutput file;
+  ReportFile file;
   w.ios = file.create(report_name);
   if (io_err(w, "Open", report_name)) return;
-  w.ios = file.write(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
+  file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
   const double mean_cbar = cbar(w, w.tree_to_chronology.range(1, max_series));
   const double mean_rbar = rbar(w, w.tree_to_trees.range(1, max_series));
   Rings rings;

@@ -7,13 +7,27 @@
 #include <vector>
 
 #include "plot/plot.h"
-#include "support/queue_screen.h"
+#include "plot/screen.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
 
+// Presses Return as often as the test expects the program to wait; one wait more closes the screen.
+class ReturnScreen : public Screen {
+ public:
+  void show(const Page&) override {}
+  Event next_event() override {
+    if (presses == 0) throw ProgramEnd(EndReason::closed);
+    --presses;
+    return {0, 0, Event::enter};
+  }
+  int presses = 0;
+};
+
 class TestStore {
  public:
+  ReturnScreen screen;
+
   TestStore() : plot_(screen), w(plot_) {
     w.log = &messages;
     w.cf = 1;
@@ -49,8 +63,6 @@ class TestStore {
     fill_entry(w.nd + 2, "REFER", reference_first, reference, reference_mask);
   }
 
-  QueueScreen& queue() { return screen; }
-
  private:
   void fill_entry(int i, const std::string& name, int first_year, const std::vector<double>& values,
                   std::string_view mask) {
@@ -66,7 +78,6 @@ class TestStore {
     }
   }
 
-  QueueScreen screen;
   Plot plot_;
 
  public:

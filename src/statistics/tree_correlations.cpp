@@ -61,8 +61,7 @@ double tree_to_rest(Workspace& w, const DatedSeries& series, const Column& colum
   const auto rest = w.wk1.range(start, static_cast<int>(values.size()));
   for (std::size_t k = 0; k < values.size(); ++k) {
     const int p = start + static_cast<int>(k);
-    // Deliberate: divided by the full depth, not by the depth less one. Every correlation printed depends on
-    // it.
+    // Deliberate: divided by the full depth, not by the depth less one. All of cbar's results depend on it.
     rest[k] = (w.wk2(p) * w.crn(p, column.file) - values[k]) / w.wk3(p);
   }
   return cov(values, rest);

@@ -25,8 +25,7 @@ double rbar(Workspace& w, std::span<double> rtree);
 // Returned: the mean over the trees with enough years in common, not a number where there is none.
 //           rcrn   by tree, from 0: its correlation; 0 where it has too few such years.
 // Notes:    the common years run from the first to the last with a depth above 1. The tree is taken out of
-// the sum
-//           depth x value, which is then divided by the full depth. Uses wk1, wk2 and wk3.
+//           the sum depth x value, which is then divided by the full depth. Uses wk1, wk2 and wk3.
 double cbar(Workspace& w, std::span<double> rcrn);
 
 }  // namespace vorn

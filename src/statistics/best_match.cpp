@@ -1,0 +1,83 @@
+#include "statistics/best_match.h"
+
+#include <algorithm>
+
+#include "plot/colour.h"
+#include "plot/plot.h"
+#include "records/edit_format.h"
+#include "statistics/correlation.h"
+#include "statistics/pool_window.h"
+
+namespace vorn {
+namespace {
+
+// Puts a candidate into its rank. Only a higher correlation displaces: of equal ones the first found stays
+// ahead.
+void insert(std::array<Match, 6>& matches, const Match& candidate) {
+  if (!(candidate.r > matches.back().r)) return;
+  auto rank = matches.end() - 1;
+  for (; rank != matches.begin() && candidate.r > (rank - 1)->r; --rank) *rank = *(rank - 1);
+  *rank = candidate;
+}
+
+// The whole of an entry, with its first year.
+struct DatedWindow {
+  DatedWindow(const Workspace& w, int i)
+      : first(w.fy(i)), last(first + w.yr(i) - 1), window(w, w.ad(i), w.yr(i)) {}
+  std::int64_t first, last;
+  PoolWindow window;
+};
+
+// Ranks every place of the reference for the `count` years of the sample from `first` on.
+MatchedStretch match(const DatedWindow& sample, const DatedWindow& reference, std::int64_t first, int count) {
+  MatchedStretch stretch;
+  stretch.first = static_cast<std::int32_t>(first);
+  stretch.last = static_cast<std::int32_t>(first + count - 1);
+  const int at = static_cast<int>(first - sample.first);
+  Table<bool> both(count);
+  const auto mask = both.range(1, count);
+  for (std::int64_t t = reference.first; t <= reference.last - count + 1; ++t) {
+    const int place = static_cast<int>(t - reference.first);
+    mark_present(sample.window.present(at, count), reference.window.present(place, count), mask);
+    const auto [r, valid] =
+        covmiss(sample.window.values(at, count), reference.window.values(place, count), mask);
+    if (valid) insert(stretch.matches, {r, static_cast<std::int32_t>(first - t)});
+  }
+  return stretch;
+}
+
+}  // namespace
+
+std::vector<MatchedStretch> best_matches(const Workspace& w) {
+  const DatedWindow sample(w, w.nd + 1), reference(w, w.nd + 2);
+  const int length = std::max({w.seg, w.yr(w.nd + 1) / 8, 1});
+  const std::int64_t last_start = sample.last - length + 1;
+  std::vector<MatchedStretch> stretches;
+  if (last_start < sample.first) return stretches;
+  const std::int64_t count = (last_start - sample.first) / length + 1;
+  for (std::int64_t k = 0; k < count; ++k) {
+    // Deliberate: each stretch begins with the last year of the one before; their number disregards that.
+    stretches.push_back(match(sample, reference, sample.first + k * (length - 1), length));
+  }
+  return stretches;
+}
+
+void cor_best(Workspace& w) {
+  int x = 200;
+  for (const MatchedStretch& stretch : best_matches(w)) {
+    w.plot.setclr(colour::light_blue);
+    w.plot.messag(edit(EditFormat("(2I5)"), stretch.first, stretch.last), x - 32, 370);
+    int y = 445;
+    for (const Match& match : stretch.matches) {
+      w.plot.setclr(colour::ink);
+      w.plot.messag(edit(EditFormat("(F4.2)"), match.r), x, y);
+      w.plot.setclr(colour::light_red);
+      w.plot.messag(edit(EditFormat("(I5)"), match.offset), x + 80, y);
+      y += 45;
+    }
+    x += 225;
+  }
+  w.plot.setclr(colour::ink);
+}
+
+}  // namespace vorn

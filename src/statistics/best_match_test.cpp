@@ -1,0 +1,167 @@
+#include "statistics/best_match.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "statistics/correlation.h"
+#include "statistics/test_store.h"
+
+namespace vorn {
+namespace {
+
+std::vector<int> first_years(const std::vector<MatchedStretch>& stretches) {
+  std::vector<int> years;
+  for (const auto& stretch : stretches) years.push_back(stretch.first);
+  return years;
+}
+
+TEST(BestMatch, CutsASampleOf400YearsIntoEightStretchesThatShareAYear) {
+  TestStore store;
+  store.w.seg = 40;
+  store.set_pair(1500, noise(400, 1), 1500, noise(60, 2));
+  const auto stretches = best_matches(store.w);
+  EXPECT_EQ(first_years(stretches), (std::vector<int>{1500, 1549, 1598, 1647, 1696, 1745, 1794, 1843}));
+  EXPECT_EQ(stretches[0].last, 1549);
+  EXPECT_EQ(stretches[7].last, 1892);
+}
+
+TEST(BestMatch, TakesStretchesOfASegmentWhereAnEighthIsShorter) {
+  TestStore store;
+  store.set_pair(1900, noise(120, 1), 1800, noise(300, 2));
+  const auto stretches = best_matches(store.w);
+  EXPECT_EQ(first_years(stretches), (std::vector<int>{1900, 1949}));
+  EXPECT_EQ(stretches[1].last, 1998);
+}
+
+TEST(BestMatch, FindsHowManyYearsTooLateTheSampleIsDated) {
+  TestStore store;
+  const auto b = noise(300, 2);
+  store.set_pair(1907, std::vector<double>(b.begin() + 100, b.begin() + 180), 1800, b);
+  const auto stretches = best_matches(store.w);
+  ASSERT_EQ(stretches.size(), 1u);
+  EXPECT_NEAR(stretches[0].matches[0].r, 1.0, 1e-12);
+  EXPECT_EQ(stretches[0].matches[0].offset, 7);
+}
+
+TEST(BestMatch, RanksAllPlacesByTheirCorrelation) {
+  TestStore store;
+  const auto a = noise(50, 1), b = noise(120, 2);
+  store.set_pair(1900, a, 1850, b);
+  std::vector<Match> all;
+  for (int t = 0; t <= 70; ++t) {
+    const std::vector<double> there(b.begin() + t, b.begin() + t + 50);
+    all.push_back({cov(a, there), 1900 - (1850 + t)});
+  }
+  std::stable_sort(all.begin(), all.end(), [](const Match& m, const Match& n) { return m.r > n.r; });
+  const auto stretches = best_matches(store.w);
+  ASSERT_EQ(stretches.size(), 1u);
+  for (std::size_t j = 0; j < 6; ++j) {
+    EXPECT_EQ(stretches[0].matches[j].r, all[j].r);
+    EXPECT_EQ(stretches[0].matches[j].offset, all[j].offset);
+  }
+}
+
+TEST(BestMatch, KeepsTheEarlierOfTwoPlacesWithTheSameCorrelationAhead) {
+  TestStore store;
+  const auto a = noise(50, 1);
+  std::vector<double> b;
+  for (int times = 0; times < 3; ++times) b.insert(b.end(), a.begin(), a.end());
+  store.set_pair(1900, a, 1700, b);
+  const auto matches = best_matches(store.w)[0].matches;
+  EXPECT_EQ(matches[0].offset, 200);
+  EXPECT_EQ(matches[1].offset, 150);
+  EXPECT_EQ(matches[2].offset, 100);
+  EXPECT_EQ(matches[0].r, matches[1].r);
+  EXPECT_EQ(matches[1].r, matches[2].r);
+  EXPECT_LT(matches[3].r, matches[2].r);
+}
+
+TEST(BestMatch, NeverRanksAPlaceWithFewerThanThreePairs) {
+  TestStore store;
+  store.set_pair(1900, noise(50, 1), 1900, noise(52, 2), std::string(48, '-') + "++");
+  const auto stretches = best_matches(store.w);
+  ASSERT_EQ(stretches.size(), 1u);
+  for (const Match& match : stretches[0].matches) {
+    EXPECT_EQ(match.r, -1.0);
+    EXPECT_EQ(match.offset, 0);
+  }
+}
+
+TEST(BestMatch, FindsNothingForASampleShorterThanASegment) {
+  TestStore store;
+  store.set_pair(1900, noise(49, 1), 1800, noise(300, 2));
+  EXPECT_TRUE(best_matches(store.w).empty());
+  cor_best(store.w);
+  EXPECT_TRUE(store.w.plot.page().marks().empty());
+}
+
+TEST(BestMatch, FindsNothingInAReferenceShorterThanAStretch) {
+  TestStore store;
+  store.set_pair(1900, noise(50, 1), 1900, noise(49, 2));
+  EXPECT_EQ(best_matches(store.w)[0].matches[0].r, -1.0);
+}
+
+TEST(BestMatch, TakesStretchesOfOneYear) {
+  TestStore store;
+  store.w.seg = 1;
+  store.set_pair(1900, noise(15, 1), 1900, noise(3, 2));
+  const auto stretches = best_matches(store.w);
+  EXPECT_EQ(first_years(stretches), std::vector<int>(15, 1900));
+  // One value correlates with nothing: 0.0 three times, and three ranks not filled.
+  EXPECT_EQ(stretches[0].matches[2].r, 0.0);
+  EXPECT_EQ(stretches[0].matches[2].offset, -2);
+  EXPECT_EQ(stretches[0].matches[3].r, -1.0);
+}
+
+std::vector<std::string> marks(Workspace& w) {
+  std::ostringstream page;
+  w.plot.page().write_text(page);
+  std::vector<std::string> found;
+  std::istringstream lines(page.str());
+  for (std::string line; std::getline(lines, line);) found.push_back(line);
+  return found;
+}
+
+TEST(BestMatch, IsDrawnInColumnsOfYearsCorrelationsAndOffsets) {
+  TestStore store;
+  const std::vector<double> a{1, 2, 3, 4, 3, 2, 4};
+  store.w.seg = 4;
+  // Stretch 1 2 3 4 with 1 2 4 3 (0.8), 2 4 3 1 (-0.4), 4 3 1 2 (-0.8): products of deviations 4, -2, -4
+  // over 5.
+  store.set_pair(1900, a, 1890, {1, 2, 4, 3, 1, 2});
+  cor_best(store.w);
+  EXPECT_EQ(marks(store.w), (std::vector<std::string>{
+                                "text 9 25 168 370 \" 1900 1903\"",
+                                "text 15 25 200 445 \"0.80\"",
+                                "text 12 25 280 445 \"   10\"",
+                                "text 15 25 200 490 \"-.40\"",
+                                "text 12 25 280 490 \"    9\"",
+                                "text 15 25 200 535 \"-.80\"",
+                                "text 12 25 280 535 \"    8\"",
+                                "text 15 25 200 580 \"****\"",
+                                "text 12 25 280 580 \"    0\"",
+                                "text 15 25 200 625 \"****\"",
+                                "text 12 25 280 625 \"    0\"",
+                                "text 15 25 200 670 \"****\"",
+                                "text 12 25 280 670 \"    0\"",
+                            }));
+}
+
+TEST(BestMatch, DrawsEachStretch225UnitsFurtherRightAndLeavesTheColourAtInk) {
+  TestStore store;
+  store.set_pair(1900, noise(120, 1), 1800, noise(300, 2));
+  cor_best(store.w);
+  const auto drawn = marks(store.w);
+  ASSERT_EQ(drawn.size(), 26u);
+  EXPECT_EQ(drawn[13].substr(0, 31), "text 9 25 393 370 \" 1949 1998\"");
+  EXPECT_EQ(drawn[14].substr(0, 19), "text 15 25 425 445 ");
+  store.w.plot.messag("x", 1, 1);
+  EXPECT_EQ(marks(store.w).back(), "text 15 25 1 1 \"x\"");
+}
+
+}  // namespace
+}  // namespace vorn
