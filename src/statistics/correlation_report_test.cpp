@@ -345,7 +345,7 @@ TEST(CorrReport, CutsYearsBeforeZeroTowardsZero) {
   EXPECT_EQ(line(text, 1).substr(0, 42), " Correlation tables from -107 to  -48 for ");
   EXPECT_EQ(line(text, 3), "Year      -100  -90  -80  -70  -60  -50  Mean");
   EXPECT_EQ(line(text, 4), "To         -81  -71  -61  -51  -41  -31  Core");
-  // 1-50 to -48 is too short; the cell of -60 is moved back to -67.
+  // From -50 to -48 is too short; the cell of -60 is moved back to -67.
   EXPECT_EQ(line(text, 5).substr(34, 5), blanks(5));
   EXPECT_NE(line(text, 5).substr(29, 5), blanks(5));
 }
