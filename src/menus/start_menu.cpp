@@ -1,0 +1,216 @@
+#include "menus/start_menu.h"
+
+#include <array>
+
+#include "chronology/index_pipeline.h"
+#include "formats/chronology_writer.h"
+#include "formats/ring_width_writer.h"
+#include "plot/plot.h"
+#include "records/edit_format.h"
+#include "statistics/chronology_summary.h"
+#include "statistics/correlation_report.h"
+#include "statistics/statistics_report.h"
+#include "toolkit/buttons.h"
+#include "toolkit/clicks.h"
+#include "toolkit/drawing.h"
+#include "toolkit/lists.h"
+#include "toolkit/prompts.h"
+#include "workspace/startup.h"
+#include "workspace/two_column_conversion.h"
+
+namespace vorn {
+namespace {
+
+constexpr int pass_limit = 10'000;
+constexpr int list_columns = 3, list_rows = 30;
+
+// Meant: what an abandoned entry offers to the test of its range, one more than the last button's number.
+constexpr std::int32_t offered_by_abandoned_entry = button::start_last + 1;
+
+// The flags of the menu's buttons, put aside while the list of chronologies is shown.
+struct Flags {
+  bool lit = false, on = false;
+};
+using SavedFlags = std::array<Flags, button::start_last - button::start_first + 1>;
+
+class StartMenu {
+ public:
+  explicit StartMenu(Workspace& workspace) : w(workspace) {}
+
+  void run() {
+    for (int pass = 0; pass < pass_limit; ++pass) {
+      draw();
+      mouse_click(w, button::start_first, button::start_last);
+      act(w.mous);
+    }
+  }
+
+ private:
+  void draw() {
+    w.plot.erase();
+    for (int n = button::start_first; n <= button::start_last; ++n) {
+      if (w.b(n).on) draw(n);
+    }
+  }
+
+  // Button n with what stands beside it.
+  void draw(int n) {
+    if (n == button::chronology_list) return draw_list();
+    but_draw(w, n);
+    if (n >= button::spline_on && n <= button::segment_overlap) {
+      mwrite(w, n - message::caption_offset);
+      mwrite(w, message::parameter_options);  // with each of the seven, meant so
+      mwrite(w, message::ar_range);
+    } else if (n == button::current_chronology) {
+      for (int i = message::summary_years; i <= message::summary_rbar; ++i) mwrite(w, i);
+    } else if (n == button::quit) {
+      mwrite(w, message::leave_program);
+    } else if (n >= button::crossdate && n <= button::read_two_column) {
+      mwrite(w, n - message::caption_offset);
+    } else if (n == button::raw_tucson) {
+      for (int i : {message::raw_type, message::raw_name, message::crn_type, message::crn_name}) mwrite(w, i);
+    }
+  }
+
+  void draw_list() {
+    mwrite(w, message::choose_chronology);
+    ch_disp(w, list_columns, w.nraw, w.cnam);  // meant: nraw names, though nfil can be picked
+  }
+
+  void act(int n) {
+    switch (n) {
+      case button::spline_on:
+        return toggle(n, w.splineon);
+      case button::ar_on:
+        return toggle(n, w.aron);
+      case button::log_on:
+        return toggle(n, w.logon);
+      case button::spline_years:
+        return enter_derivation(n, 3, 999, w.ss);
+      case button::ar_order:
+        return enter_derivation(n, 1, max_ar_order, w.jpr);
+      case button::segment_length:
+        return enter(n, 4, max_years, w.seg);
+      case button::segment_overlap:
+        return enter(n, 1, w.seg - 1, w.olap);
+      case button::current_chronology:
+        return open_list();
+      case button::quit:
+        throw ProgramEnd(EndReason::quit);
+      case button::chronology_list:
+        return pick_chronology();
+      case button::crossdate:
+        return crossdate();
+      case button::save_raw:
+        return write_raw(w);
+      case button::save_crn:
+        return with_fresh_indices(write_ind);
+      case button::stats_report:
+        return with_fresh_indices(stats_rep);
+      case button::correlation_report:
+        return with_fresh_indices(cor_report);
+      case button::read_two_column:
+        return read_trw(w);
+      case button::raw_tucson:
+      case button::raw_heidelberg:
+      case button::raw_compact:
+        return choose_output(n, button::raw_tucson, button::raw_compact, message::raw_name);
+      case button::crn_index:
+      case button::crn_column:
+        return choose_output(n, button::crn_index, button::crn_column, message::crn_name);
+      default:
+        return;  // nothing hit
+    }
+  }
+
+  // --- The analysis settings.
+
+  void toggle(int n, bool& setting) {
+    setting = !setting;
+    w.b(n).label = setting ? " Yes" : " No";
+    w.derived_stale = true;
+  }
+
+  void enter(int n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
+    std::int32_t value = offered_by_abandoned_entry;
+    get_int(w, n, value);
+    if (lowest <= value && value <= highest) setting = value;
+    w.b(n).label = edit(EditFormat("(I5)"), setting);
+  }
+
+  // The same for a setting on which the indices depend.
+  void enter_derivation(int n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
+    const std::int32_t before = setting;
+    enter(n, lowest, highest, setting);
+    if (setting != before) w.derived_stale = true;
+  }
+
+  // --- The list of chronologies. There is no way back but a pick, or "Quit".
+
+  void open_list() {
+    for (int n = button::start_first; n <= button::start_last; ++n) {
+      Button& button = w.b(n);
+      saved(n) = {button.lit, button.on};
+      button.lit = button.on = n == button::quit || n == button::chronology_list;
+    }
+  }
+
+  void close_list() {
+    for (int n = button::start_first; n <= button::start_last; ++n) {
+      w.b(n).lit = saved(n).lit;
+      w.b(n).on = saved(n).on;
+    }
+  }
+
+  Flags& saved(int n) { return saved_[static_cast<std::size_t>(n - button::start_first)]; }
+
+  void pick_chronology() {
+    const int k = entry_under_cursor();
+    if (k < 1 || k > w.nfil || !w.rawok(k)) return;
+    w.cf = k;
+    init_raw(w, w.rftype(k));
+    show_crns(w);
+    close_list();
+  }
+
+  // Meant: thirds and thirtieths of the whole area, a little larger than the cells that the list draws. On
+  // the lower edge it is row 30, the first entry of the next column.
+  int entry_under_cursor() const {
+    const Rectangle& area = w.b(button::chronology_list);
+    const int column = static_cast<int>((w.msx - area.x1) * 3.0 / 2500.0);
+    const int row = static_cast<int>((area.y1 - w.msy) * list_rows / static_cast<double>(area.y1 - area.y2));
+    return row + list_rows * column + 1;
+  }
+
+  // --- What is started from here.
+
+  void crossdate() {
+    // Cross-dating leaves its selection in the chooser: back to the current chronology alone.
+    w.sccc = 0;
+    w.chc(1) = w.cf;
+    w.chs = 1;
+  }
+
+  void with_fresh_indices(void (*action)(Workspace&)) {
+    data_man2(w);
+    action(w);
+  }
+
+  void choose_output(int n, int first, int last, int name_line) {
+    for (int other = first; other <= last; ++other) w.b(other).lit = other == n;
+    // Meant: both kinds count from the first raw type, so that 114 and 115 are entries 4 and 5.
+    w.mtext(name_line) = mlab[static_cast<std::size_t>(n - button::raw_tucson)];
+  }
+
+  Workspace& w;
+  SavedFlags saved_;
+};
+
+}  // namespace
+
+void start_menu(Workspace& w) {
+  init_start(w);
+  StartMenu(w).run();
+}
+
+}  // namespace vorn
