@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-#include "statistics/test_store.h"
+#include "support/test_store.h"
 #include "toolkit/buttons.h"
 
 namespace vorn {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "statistics/correlation.h"
-#include "statistics/test_store.h"
+#include "support/test_store.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "statistics/test_store.h"
+#include "support/test_store.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {

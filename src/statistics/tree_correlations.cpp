@@ -9,19 +9,22 @@
 namespace vorn {
 namespace {
 
-// The analysis values of a tree by calendar year.
+// A tree by calendar year.
+//
+// The years are those of fy and ly, the values those that follow its start in the pool: where the two disagree, as
+// for a record without dates, the values of the next entries are met. They lie in the pool, since no chronology is
+// longer than the room behind it.
 struct DatedSeries {
   std::int64_t first, last;
-  std::span<const double> values;
+  std::int64_t start;  // place of the first year
 
-  std::span<const double> years(std::int64_t from, std::int64_t to) const {
-    return values.subspan(static_cast<std::size_t>(from - first), static_cast<std::size_t>(to - from + 1));
+  std::span<const double> years(const Workspace& w, std::int64_t from, std::int64_t to) const {
+    return w.ax.range(static_cast<int>(start + from - first), static_cast<int>(to - from + 1));
   }
 };
 
-DatedSeries tree(Workspace& w, int i) {
-  const auto values = w.analysis(i);
-  return {w.fy(i), std::int64_t{w.fy(i)} + static_cast<std::int64_t>(values.size()) - 1, values};
+DatedSeries tree(const Workspace& w, int i) {
+  return {w.fy(i), w.ly(i), w.ad(i)};
 }
 
 // The column of the current chronology, as far as it is one.
@@ -56,7 +59,7 @@ Span well_covered(const Workspace& w, const DatedSeries& series, const Column& c
 
 // cov of a tree with the chronology less this tree, formed in wk1.
 double tree_to_rest(Workspace& w, const DatedSeries& series, const Column& column, const Span& span) {
-  const auto values = series.years(span.first, span.last);
+  const auto values = series.years(w, span.first, span.last);
   const int start = column.position(span.first);
   const auto rest = w.wk1.range(start, static_cast<int>(values.size()));
   for (std::size_t k = 0; k < values.size(); ++k) {
@@ -82,7 +85,7 @@ double rbar(Workspace& w, std::span<double> rtree) {
       const auto first = std::max(trees[i].first, trees[j].first);
       const auto last = std::min(trees[i].last, trees[j].last);
       if (last - first + 1 < fewest_common_years) continue;
-      const double r = cov(trees[i].years(first, last), trees[j].years(first, last));
+      const double r = cov(trees[i].years(w, first, last), trees[j].years(w, first, last));
       rtree[i] += r;
       rtree[j] += r;
       ++pairs_of[i];

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "statistics/correlation.h"
-#include "statistics/test_store.h"
+#include "support/test_store.h"
 
 namespace vorn {
 namespace {

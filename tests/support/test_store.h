@@ -1,4 +1,4 @@
-// A small store for the tests of this room: trees and chronologies put in by hand, messages kept as text.
+// For tests: a small store of trees and chronologies put in by hand, messages kept as text.
 #pragma once
 
 #include <sstream>
