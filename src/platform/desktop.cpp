@@ -1,0 +1,90 @@
+#include "platform/desktop.h"
+
+#include <QApplication>
+#include <QMessageLogContext>
+#include <QScreen>
+#include <array>
+#include <clocale>
+#include <cstdlib>
+#include <iostream>
+#include <thread>
+
+#include "platform/page_window.h"
+
+namespace vorn {
+namespace {
+
+// The window system ends the process when it finds no display, so this is asked before.
+bool has_display() {
+#if defined(__unix__) && !defined(__APPLE__)
+  const std::array variables = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+  for (const char* variable : variables) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return true;
+  }
+  return false;
+#else
+  return true;
+#endif
+}
+
+void say_no_display() {
+  std::cerr << "VORNosx: there is no display to open a window on; start it in a graphical session (or set "
+               "DISPLAY), "
+               "or drive it by a script: vorn_replay SCRIPT\n";
+}
+
+// While the window system starts: a display that is named but does not answer is told in the same line,
+// instead of an abort.
+void on_start_message(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtFatalMsg) {
+    say_no_display();
+    std::_Exit(no_display);
+  }
+  if (type == QtCriticalMsg) std::cerr << message.toStdString() << '\n';
+}
+
+}  // namespace
+
+int run_in_window(const std::function<int(Screen&)>& program) {
+  if (!has_display()) {
+    say_no_display();
+    return no_display;
+  }
+  int argument_count = 1;
+  std::string name = "VORNosx";
+  std::array<char*, 2> arguments = {name.data(), nullptr};
+  const auto usual = qInstallMessageHandler(on_start_message);
+  QApplication application(argument_count, arguments.data());
+  qInstallMessageHandler(usual);
+  std::setlocale(LC_NUMERIC, "C");  // which the application object changed: numbers in files have points
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  QGuiApplication::setDesktopFileName("vorn");
+
+  PageWindow* shown = nullptr;
+  EventMailbox mailbox([&] {
+    QMetaObject::invokeMethod(
+        shown, [&] { shown->update(); }, Qt::QueuedConnection);
+  });
+  PageWindow window(mailbox);
+  shown = &window;
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    window.resize(PageWindow::first_size(screen->availableSize()));
+  }
+  window.show();
+
+  int result = 0;
+  std::thread program_thread([&] {
+    result = program(mailbox);
+    // Posted, so that it works even before exec() runs; exit, because quit() asks the window, which would
+    // refuse.
+    QMetaObject::invokeMethod(
+        &application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+  });
+  QCoreApplication::exec();
+  program_thread.join();
+  window.let_close();
+  return result;
+}
+
+}  // namespace vorn

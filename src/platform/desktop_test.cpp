@@ -1,0 +1,128 @@
+#include "platform/desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include "platform/page_window.h"
+#include "platform/window_system_for_tests.h"
+#include "plot/plot.h"
+
+namespace vorn {
+namespace {
+
+// Each of these runs in a process of its own, because there is one application object in a process.
+struct Desktop : testing::Test {
+  Desktop() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+  // Lets the user act, on the window's thread, as soon as the page shown last is painted.
+  static void user(const std::function<void(QWidget&)>& acts) {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(),
+        [acts] {
+          QWidget& window = *QApplication::topLevelWidgets().first();
+          window.repaint();
+          acts(window);
+        },
+        Qt::QueuedConnection);
+  }
+  [[noreturn]] static void run(const std::function<int(Screen&)>& program) {
+    prepare_offscreen();
+    std::exit(run_in_window(program));
+  }
+};
+
+TEST_F(Desktop, AProgramThatEndsTakesItsWindowAlong) {
+  EXPECT_EXIT(run([](Screen&) { return 4; }), testing::ExitedWithCode(4), "");
+}
+
+TEST_F(Desktop, TheProgramGetsWhatTheUserDoes) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                Plot plot(screen);
+                plot.messag("Quit", 100, 100);
+                plot.show();
+                user([](QWidget& window) { QTest::keyClick(&window, 'q'); });
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('q'), "");
+}
+
+TEST_F(Desktop, ClosingWhileTheProgramWaitsUnwindsIt) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                screen.show(Page());
+                user([](QWidget& window) { window.close(); });
+                try {
+                  screen.next_event();
+                } catch (const ProgramEnd& end) {
+                  return end.reason() == EndReason::closed ? 33 : 1;
+                }
+                return 2;
+              }),
+              testing::ExitedWithCode(33), "");
+}
+
+TEST_F(Desktop, ClosingWhileTheProgramComputesEndsItWhenItWaits) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                user([](QWidget& window) { window.close(); });
+                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+                screen.show(Page());  // long work reports its progress and is not cut off
+                try {
+                  screen.next_event();
+                } catch (const ProgramEnd&) {
+                  return 34;
+                }
+                return 2;
+              }),
+              testing::ExitedWithCode(34), "");
+}
+
+TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                Plot plot(screen);
+                plot.setclr(colour::light_red);
+                plot.rectangle(0, 0, Page::width, Page::height);
+                plot.show();
+                int colour = 0;
+                // The program is busy in this loop; the window answers all the same.
+                for (int i = 0; i < 500 && colour != 0x55; ++i) {
+                  QMetaObject::invokeMethod(
+                      QCoreApplication::instance(),
+                      [&] {
+                        QWidget& window = *QApplication::topLevelWidgets().first();
+                        colour = window.grab().toImage().pixelColor(window.rect().center()).green();
+                      },
+                      Qt::BlockingQueuedConnection);
+                }
+                return colour;
+              }),
+              testing::ExitedWithCode(0x55), "");
+}
+
+TEST_F(Desktop, WithoutADisplayOneLineSaysWhatToDo) {
+  EXPECT_EXIT(
+      {
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+        unsetenv("QT_QPA_PLATFORM");
+        std::exit(run_in_window([](Screen&) { return 0; }));
+      },
+      testing::ExitedWithCode(no_display), "^VORNosx: there is no display [^\n]*vorn_replay SCRIPT\n$");
+}
+
+TEST_F(Desktop, ADisplayThatDoesNotAnswerIsToldInTheSameWay) {
+  EXPECT_EXIT(
+      {
+        unsetenv("WAYLAND_DISPLAY");
+        unsetenv("QT_QPA_PLATFORM");
+        setenv("DISPLAY", "localhost:4711", 1);
+        std::exit(run_in_window([](Screen&) { return 0; }));
+      },
+      testing::ExitedWithCode(no_display), "there is no display");
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,22 @@
+// Plays a page on any paint device.
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+
+#include "platform/typefaces.h"
+#include "plot/page.h"
+
+namespace vorn {
+
+// The colour of a palette index, 0 to 15: the sixteen colours of a VGA screen with black and white exchanged.
+QColor palette_colour(int index);
+
+// What is painted on: pixels need pens that are not thinner than one of them, and long lines in short pieces.
+enum class Device { pixels, vectors };
+
+// Paints the white paper and every mark of the page. The painter must map page units to the device, x and y
+// alike. What lies off the page is not painted.
+void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces, Device device);
+
+}  // namespace vorn

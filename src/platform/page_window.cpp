@@ -1,0 +1,99 @@
+#include "platform/page_window.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "platform/key_codes.h"
+#include "platform/page_painter.h"
+
+namespace vorn {
+namespace {
+
+constexpr QRgb surround = 0x606060;  // what is left of the window beside the page
+
+// The code of a key; nothing for keys that the program is not to see.
+std::optional<int> key_code(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_F1:
+      return Event::help;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return Event::enter;
+    case Qt::Key_Backspace:
+      return Event::backspace;
+    case Qt::Key_Escape:
+      return Event::escape;
+    default:
+      break;
+  }
+  // What was typed, not the key: so every keyboard layout is served.
+  const QString text = event.text();
+  if (text.size() != 1 || !is_printable_key(text[0].unicode())) return {};
+  return text[0].unicode();
+}
+
+int whole_unit(double place, int last) {
+  return static_cast<int>(std::lround(std::clamp<double>(place, 0, last)));
+}
+
+}  // namespace
+
+PageWindow::PageWindow(EventMailbox& mailbox) : mailbox_(mailbox) {
+  setWindowTitle("Vorn");
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_OpaquePaintEvent);  // every pixel is painted, so nothing flickers
+  setMinimumSize(Page::width / 10, Page::height / 10);
+}
+
+QSize PageWindow::first_size(QSize screen) {
+  return QSize(Page::width, Page::height).scaled(screen * 9 / 10, Qt::KeepAspectRatio);
+}
+
+QTransform PageWindow::page_to_window() const {
+  const double scale =
+      std::min(width() / static_cast<double>(Page::width), height() / static_cast<double>(Page::height));
+  return QTransform::fromTranslate((width() - scale * Page::width) / 2, (height() - scale * Page::height) / 2)
+      .scale(scale, scale);
+}
+
+void PageWindow::paintEvent(QPaintEvent*) {
+  const NumberedPage latest = mailbox_.page();
+  QPainter painter(this);
+  painter.fillRect(rect(), QColor(surround));
+  painter.setTransform(page_to_window(), true);
+  paint_page(painter, latest.page ? *latest.page : Page(), typefaces_, Device::pixels);
+  seen_ = latest.number;
+}
+
+Event PageWindow::event_at(QPointF place, int code) const {
+  const QPointF on_page = page_to_window().inverted().map(place);
+  return {whole_unit(on_page.x(), Page::width), whole_unit(on_page.y(), Page::height), code};
+}
+
+void PageWindow::mouseMoveEvent(QMouseEvent* event) {
+  mouse_ = event->position();
+}
+
+// A double click comes here too, as the second of two clicks.
+void PageWindow::mousePressEvent(QMouseEvent* event) {
+  mouse_ = event->position();
+  if (event->button() == Qt::LeftButton) mailbox_.put_click(event_at(mouse_, Event::click), seen_);
+  if (event->button() == Qt::RightButton) mailbox_.put_click(event_at(mouse_, Event::help), seen_);
+}
+
+void PageWindow::keyPressEvent(QKeyEvent* event) {
+  if (const auto code = key_code(*event)) mailbox_.put_key(event_at(mouse_, *code), seen_);
+}
+
+void PageWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(may_close_);  // the window stays until the program has unwound
+  if (!may_close_) mailbox_.close();
+}
+
+}  // namespace vorn

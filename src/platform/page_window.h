@@ -1,0 +1,49 @@
+// The window: paints the page shown last and hands on what the user does.
+#pragma once
+
+#include <QPointF>
+#include <QSize>
+#include <QTransform>
+#include <QWidget>
+
+#include "platform/event_mailbox.h"
+#include "platform/typefaces.h"
+#include "plot/screen.h"
+
+namespace vorn {
+
+// One widget without children. The page keeps its proportions and stands in the middle of the window.
+//
+// A left click is a click, a right click or F1 a request for help; Return and the Enter of the keypad are 13,
+// Backspace 8, Escape 27, the characters 32 to 126 their own code; all other keys are dropped. Keys carry the
+// place of the mouse. Places beside the page count as the nearest place on it.
+class PageWindow : public QWidget {
+ public:
+  explicit PageWindow(EventMailbox& mailbox);
+
+  // The program has ended: from now on the window may close.
+  void let_close() { may_close_ = true; }
+
+  // The largest size of the proportions of a page within 90 % of a screen.
+  static QSize first_size(QSize screen);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool focusNextPrevChild(bool) override { return false; }  // Tab is a key like others
+
+ private:
+  QTransform page_to_window() const;
+  Event event_at(QPointF place, int code) const;
+
+  EventMailbox& mailbox_;
+  Typefaces typefaces_;
+  unsigned long seen_ = 0;  // the number of the page painted last
+  QPointF mouse_;           // where the mouse was last, in the window
+  bool may_close_ = false;
+};
+
+}  // namespace vorn

@@ -1,0 +1,115 @@
+#include "platform/picture_writer.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+#include <algorithm>
+#include <cctype>
+#include <clocale>
+#include <filesystem>
+#include <sstream>
+
+#include "platform/page_painter.h"
+
+namespace vorn {
+namespace {
+
+constexpr int pixels_across = Page::width / 2, pixels_down = Page::height / 2;
+constexpr int dots_per_meter = 5000;      // of these pixels on an A4 sheet
+constexpr int page_units_per_inch = 254;  // a page unit is a tenth of a millimetre
+
+std::string extension(std::string_view file_name) {
+  std::string result = std::filesystem::path(file_name).extension().string();
+  std::transform(result.begin(), result.end(), result.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return result;
+}
+
+QByteArray as_text(const Page& page) {
+  std::ostringstream out;
+  page.write_text(out);
+  return QByteArray::fromStdString(out.str());
+}
+
+bool paint_png(const Page& page, const Typefaces& typefaces, QBuffer& out) {
+  QImage image(pixels_across, pixels_down, QImage::Format_RGB32);
+  image.setDotsPerMeterX(dots_per_meter);
+  image.setDotsPerMeterY(dots_per_meter);
+  QPainter painter(&image);
+  painter.scale(static_cast<double>(pixels_across) / Page::width,
+                static_cast<double>(pixels_down) / Page::height);
+  paint_page(painter, page, typefaces, Device::pixels);
+  return painter.end() && image.save(&out, "PNG");
+}
+
+bool paint_svg(const Page& page, const Typefaces& typefaces, QBuffer& out) {
+  QSvgGenerator svg;
+  svg.setOutputDevice(&out);
+  svg.setResolution(page_units_per_inch);
+  svg.setSize(QSize(Page::width, Page::height));
+  svg.setViewBox(QRect(0, 0, Page::width, Page::height));
+  svg.setTitle("Vorn");
+  QPainter painter;
+  if (!painter.begin(&svg)) return false;
+  paint_page(painter, page, typefaces, Device::vectors);
+  return painter.end();
+}
+
+bool paint_pdf(const Page& page, const Typefaces& typefaces, QBuffer& out) {
+  QPdfWriter pdf(&out);
+  pdf.setTitle("Vorn");
+  pdf.setCreator("Vorn");
+  pdf.setResolution(1200);
+  pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF(0, 0, 0, 0)));
+  QPainter painter;
+  if (!painter.begin(&pdf)) return false;
+  const double scale = static_cast<double>(pdf.width()) / Page::width;
+  painter.scale(scale, scale);
+  paint_page(painter, page, typefaces, Device::vectors);
+  return painter.end();
+}
+
+std::optional<std::string> save(const std::string& file_name, const QByteArray& contents) {
+  QSaveFile file(QString::fromLocal8Bit(file_name.data(), static_cast<qsizetype>(file_name.size())));
+  if (file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit()) return {};
+  return file_name + ": " + file.errorString().toStdString();
+}
+
+}  // namespace
+
+bool is_picture_name(std::string_view file_name) {
+  const std::string kind = extension(file_name);
+  return kind == ".txt" || kind == ".png" || kind == ".svg" || kind == ".pdf";
+}
+
+const Typefaces& PictureWriter::typefaces() {
+  if (!QCoreApplication::instance()) {
+    std::transform(arguments_.begin(), arguments_.end(), argument_pointers_.begin(),
+                   [](std::string& argument) { return argument.data(); });
+    application_ = std::make_unique<QGuiApplication>(argument_count_, argument_pointers_.data());
+    std::setlocale(LC_NUMERIC, "C");  // which the application object changed: numbers in files have points
+  }
+  if (!typefaces_) typefaces_ = std::make_unique<Typefaces>();
+  return *typefaces_;
+}
+
+std::optional<std::string> PictureWriter::write(const Page& page, const std::string& file_name) {
+  const std::string kind = extension(file_name);
+  if (kind == ".txt") return save(file_name, as_text(page));
+  if (!is_picture_name(file_name)) return file_name + ": no kind of picture, use .txt, .png, .svg or .pdf";
+  QBuffer out;
+  out.open(QIODevice::WriteOnly);
+  const bool painted = kind == ".png"   ? paint_png(page, typefaces(), out)
+                       : kind == ".svg" ? paint_svg(page, typefaces(), out)
+                                        : paint_pdf(page, typefaces(), out);
+  if (!painted) return file_name + ": the picture could not be made";
+  return save(file_name, out.data());
+}
+
+}  // namespace vorn

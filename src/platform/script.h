@@ -1,0 +1,47 @@
+// Scripts of clicks and keys: what a user would do, and what must then be on the page.
+#pragma once
+
+#include <istream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorn {
+
+// One statement of a script.
+struct Statement {
+  enum class Kind { click, help, press, key, type, enter, page, expect, refuse };
+  Kind kind = Kind::enter;
+  int line = 0;           // of the script, counted from 1
+  int x = 0, y = 0;       // click, help: page units
+  int number = 0;         // press: of the button; key: its code
+  std::string text = {};  // type, expect, refuse: the text; page: the file's name
+};
+
+// What is wrong with one line of a script.
+struct ScriptError {
+  int line = 0;
+  std::string what;
+};
+
+struct Script {
+  std::vector<Statement> statements;
+  std::vector<ScriptError> errors;  // a script is valid when there are none
+};
+
+// Reads a script, one statement a line:
+//   click X Y      a click at a page position
+//   help X Y       a request for help there
+//   press N        a click on the middle of button N (1 to 140) as the table then stands
+//   key CODE       one key (0 to 255; 5 and 6 are no keys)
+//   type TEXT      a key for each character of the rest of the line, blanks at its end included
+//   enter          Return
+//   page FILE      writes the page as it then stands (.txt, .png, .svg, .pdf)
+//   expect TEXT    some visible text on the page contains TEXT
+//   refuse TEXT    none does
+// "#" at the start of a line or after a blank starts a comment; blanks before it are no part of the
+// statement. Empty lines count as comments. Lines end at LF or CR LF. All lines are looked at, so that all
+// errors are told.
+Script read_script(std::istream& in);
+
+}  // namespace vorn
