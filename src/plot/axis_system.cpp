@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <vector>
 
 #include "plot/font_metrics.h"
@@ -54,8 +54,9 @@ std::string label_text(double value, int decimals) {
   const int places = std::clamp(decimals, 0, 9);
   // Half a unit of the last place below 0 would come out as "-0.0".
   const double shown = std::abs(value) < 0.5 * std::pow(10.0, -places) ? 0.0 : value;
-  std::snprintf(digits.data(), digits.size(), "%.*f", places, shown);
-  return digits.data();
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), shown, std::chars_format::fixed, places);
+  return {digits.data(), end.ptr};
 }
 
 void add_line(Page& page, int colour, std::vector<PagePoint> points) {

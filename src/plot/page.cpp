@@ -1,7 +1,7 @@
 #include "plot/page.h"
 
 #include <array>
-#include <cmath>
+#include <charconv>
 #include <cstdio>
 #include <ostream>
 
@@ -13,9 +13,10 @@ constexpr std::array<char, 3> align_letters = {'l', 'c', 'r'};
 
 // At most two decimals, no trailing zeros, never "-0".
 std::string number(double value) {
-  std::array<char, 400> digits;
-  const int length = std::snprintf(digits.data(), digits.size(), "%.2f", value);
-  std::string text(digits.data(), static_cast<std::size_t>(length));
+  std::array<char, 400> digits;  // to_chars, because a window system may set a locale with decimal commas
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 2);
+  std::string text(digits.data(), end.ptr);
   if (text.find('.') != std::string::npos) {
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') text.pop_back();
