@@ -1,5 +1,6 @@
 #include "records/edit_format.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "records/edit_walk.h"
@@ -19,24 +20,25 @@ class FormatParser {
  public:
   explicit FormatParser(std::string_view text) : text_(text) {}
 
-  // All steps between the outer parentheses, or nothing when the text is no format.
+  // All steps between the outer parentheses, or nothing when the text is no format. Commas between entries
+  // may be left out.
   std::optional<std::vector<EditStep>> parse() {
     if (take() != '(') return std::nullopt;
-    int depth = 1;
-    while (depth > 0) {
-      bool good = true;
+    bool after_entry = false;  // where a comma may stand
+    for (;;) {
       if (next_is(')')) {
         take();
-        if (--depth > 0) close_group();
-      } else if (next_is(',')) {
+        if (open_groups_.empty()) return std::move(steps_);
+        close_group();
+        after_entry = true;
+      } else if (next_is(',') && after_entry) {
         take();
+        after_entry = false;
       } else {
-        good = parse_entry();
-        if (good && steps_.back().kind == EditStep::Kind::open) ++depth;
+        if (!parse_entry()) return std::nullopt;
+        after_entry = steps_.back().kind != EditStep::Kind::open;
       }
-      if (!good || depth > deepest_nesting) return std::nullopt;
     }
-    return std::move(steps_);
   }
 
  private:
@@ -83,8 +85,7 @@ class FormatParser {
     if (!count) return false;
     switch (take()) {
       case '(':
-        open_groups_.push_back(steps_.size());
-        return add({.kind = EditStep::Kind::open, .repeat = *count});
+        return open_group(*count);
       case 'X':
         return add({.kind = EditStep::Kind::blanks, .width = *count});
       case 'A':
@@ -148,6 +149,12 @@ class FormatParser {
     return false;
   }
 
+  bool open_group(int count) {
+    if (open_groups_.size() == deepest_nesting) return false;
+    open_groups_.push_back(steps_.size());
+    return add({.kind = EditStep::Kind::open, .repeat = count});
+  }
+
   void close_group() {
     add({.kind = EditStep::Kind::close, .partner = open_groups_.back()});
     open_groups_.pop_back();
@@ -177,6 +184,8 @@ EditFormat::EditFormat(std::string_view text) {
   if (!steps) return;
   steps_ = *std::move(steps);
   repeated_from_ = last_group(steps_);
+  moves_left_over_items_ = std::any_of(steps_.begin() + static_cast<std::ptrdiff_t>(repeated_from_),
+                                       steps_.end(), [](const EditStep& step) { return step.moves_data(); });
   usable_ = true;
 }
 

@@ -68,10 +68,13 @@ class EditFormat {
   // first one of the part that is gone through again for items left over.
   std::span<const EditStep> steps() const { return steps_; }
   std::size_t repeated_from() const { return repeated_from_; }
+  // Whether that part has descriptors that move data; without any, no left-over item would ever be moved.
+  bool moves_left_over_items() const { return moves_left_over_items_; }
 
  private:
   std::vector<EditStep> steps_;
   std::size_t repeated_from_ = 0;
+  bool moves_left_over_items_ = false;
   bool usable_ = false;
 };
 

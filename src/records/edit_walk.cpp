@@ -18,10 +18,7 @@ const EditStep* EditWalk::next() {
         done_ = 0;
         ++at_;
       }
-      if (step.moves_data()) {
-        moved_data_ = true;
-        idle_ = 0;
-      }
+      if (step.moves_data()) idle_ = 0;
       return &step;
     }
   }
@@ -29,11 +26,9 @@ const EditStep* EditWalk::next() {
 }
 
 bool EditWalk::start_again() {
-  if (!moved_data_) return false;
-  moved_data_ = false;
   at_ = format_.repeated_from();
   depth_ = 0;
-  return true;
+  return format_.moves_left_over_items() && idle_ <= longest_record;
 }
 
 }  // namespace vorn

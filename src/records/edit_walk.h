@@ -10,7 +10,7 @@
 namespace vorn {
 
 // Groups within groups; deeper ones are taken for a damaged format.
-inline constexpr int deepest_nesting = 32;
+inline constexpr std::size_t deepest_nesting = 32;
 
 // The most that a record to be written may hold, and the most that a format may do between two items: no
 // format that is meant does a thousandth of it, a damaged one could keep the program busy for years.
@@ -33,8 +33,7 @@ class EditWalk {
   int done_ = 0;                             // how often it has been answered
   std::array<int, deepest_nesting> left_{};  // for each open group, times still to go
   std::size_t depth_ = 0;
-  std::size_t idle_ = 0;     // steps since the last one that moves data
-  bool moved_data_ = false;  // since the start, or the last start_again()
+  std::size_t idle_ = 0;  // steps since the last one that moves data
 };
 
 }  // namespace vorn

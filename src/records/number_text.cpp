@@ -102,22 +102,25 @@ int read_name_of_number(std::string_view field, bool minus, double& value) {
   return status::ok;
 }
 
-// Reads an exponent with its letter, its sign or both. Blanks may stand before and behind its digits.
+// Larger powers of ten are taken for damage, not for numbers.
+constexpr int largest_exponent = 9999;
+
+// Reads an exponent with its letter, its sign or both. A sign with nothing but blanks behind it is an
+// exponent of 0, as it is an integer of 0; one that ends the field is neither.
 int read_exponent(std::string_view field, int& exponent) {
-  constexpr int far_beyond_any_double = 999'999;
   if (is_letter(field.front())) field.remove_prefix(1);
   skip_blanks(field);
+  if (field.empty()) return status::not_a_number;
   const bool minus = take_sign(field);
   if (field.empty()) return status::not_a_number;
   int value = 0;
-  while (!field.empty() && is_digit(field.front())) {
-    value = std::min(10 * value + (field.front() - '0'), far_beyond_any_double);
-    field.remove_prefix(1);
+  for (const char c : field) {
+    if (c == ' ') continue;
+    if (!is_digit(c)) return status::not_a_number;
+    value = std::min(10 * value + (c - '0'), largest_exponent + 1);
   }
-  skip_blanks(field);
-  if (!field.empty()) return status::not_a_number;
   exponent = minus ? -value : value;
-  return status::ok;
+  return value > largest_exponent ? status::not_a_number : status::ok;
 }
 
 // Appends `text` right-justified in `width` columns, or asterisks.
@@ -128,6 +131,13 @@ void append_right(std::string& record, std::string_view text, std::size_t width)
   }
   record.append(width - text.size(), ' ');
   record += text;
+}
+
+// The plus sign of an infinite value gives way where there is no room for it.
+void append_infinite(std::string& record, std::string_view sign, std::size_t width) {
+  const bool spelled_out = width >= sign.size() + 8;
+  const bool signed_ = sign == "-" || width >= sign.size() + 3;
+  append_right(record, std::string(signed_ ? sign : "") + (spelled_out ? "Infinity" : "Inf"), width);
 }
 
 // `value`, which is no less than 0, with `decimals` digits behind the point.
@@ -211,17 +221,16 @@ void append_integer(std::string& record, std::int32_t value, std::size_t width, 
 void append_real(std::string& record, double value, std::size_t width, int decimals, bool plus) {
   if (std::isnan(value)) return append_right(record, "NaN", width);
   const std::string sign = std::signbit(value) ? "-" : plus ? "+" : "";
-  if (std::isinf(value)) {
-    const bool spelled_out = width >= sign.size() + 8;
-    return append_right(record, sign + (spelled_out ? "Infinity" : "Inf"), width);
-  }
-  // So many decimals leave no room for the point: spare the work, which a damaged format could make endless.
-  if (static_cast<std::size_t>(decimals) >= width) {
+  if (std::isinf(value)) return append_infinite(record, sign, width);
+  const auto behind_point = static_cast<std::size_t>(decimals);
+  if (behind_point >=
+      width) {  // there is no room for the point: spare the digits, of which there may be millions
     record.append(width, '*');
     return;
   }
   std::string text = sign + fixed(std::abs(value), decimals);
-  if (text.size() > width && text[sign.size()] == '0') text.erase(sign.size(), 1);
+  const bool zero_may_go = decimals > 0 && text[sign.size()] == '0';
+  if (text.size() > width && zero_may_go) text.erase(sign.size(), 1);
   append_right(record, text, width);
 }
 

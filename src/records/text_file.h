@@ -81,6 +81,9 @@ class TextOutput {
     return write_list(format, list);
   }
 
+  // Whether a file is open in which nothing has failed yet.
+  bool is_open() const { return state_ != nullptr; }
+
   // Makes what was written last and puts it in its place.
   int close();
 
