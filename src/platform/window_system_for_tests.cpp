@@ -18,19 +18,21 @@ class WindowSystem : public testing::Environment {
   WindowSystem() = default;
   WindowSystem(const WindowSystem&) = delete;
   WindowSystem& operator=(const WindowSystem&) = delete;
-  void SetUp() override {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vorn-runtime-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(folder_.string()));
-  }
   void TearDown() override { application_.reset(); }
   // Not in TearDown, which a test that ends its process does not reach.
   ~WindowSystem() override {
     std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
+    if (!folder_.empty()) std::filesystem::remove_all(folder_, ignored);
+  }
+  void prepare() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!folder_.empty()) return;
+    std::string pattern = (std::filesystem::temp_directory_path() / "vorn-runtime-XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
+    qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(folder_.string()));
   }
   QApplication& application() {
-    prepare_offscreen();
+    prepare();
     if (!application_) application_ = std::make_unique<QApplication>(argument_count_, arguments_.data());
     std::setlocale(LC_NUMERIC, "C");
     return *application_;

@@ -1,0 +1,35 @@
+#include "apps/whole_program.h"
+
+#include <iostream>
+#include <memory>
+
+#include "menus/main_program.h"
+#include "plot/plot.h"
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+int run_whole_program(Screen& screen, const std::function<void(const Workspace&)>& started) {
+  Plot plot(screen);
+  const auto workspace = std::make_unique<Workspace>(plot);
+  if (started) started(*workspace);
+  try {
+    run_program(*workspace);
+  } catch (const ProgramEnd& end) {
+    return end.exit_status();
+  }
+  return 0;
+}
+
+bool answered(std::string_view argument, std::string_view program, std::string_view usage) {
+  if (argument == "--help") {
+    std::cout << usage << '\n';
+  } else if (argument == "--version") {
+    std::cout << program << ' ' << VORN_VERSION << '\n';
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace vorn
