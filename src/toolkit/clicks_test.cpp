@@ -1,0 +1,110 @@
+#include "toolkit/clicks.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "plot/plot.h"
+#include "support/desk.h"
+#include "support/scratch_folder.h"
+#include "toolkit/button_table.h"
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+class Clicks : public ::testing::Test {
+ protected:
+  Clicks() { set_up_graph(w); }
+  int hit(int x, int y, int first = button::start_first, int last = button::start_last) {
+    desk_.screen.click(x, y);
+    mouse_click(w, first, last);
+    return w.mous;
+  }
+  Desk desk_;
+  Workspace& w = desk_.w;
+};
+
+TEST_F(Clicks, AClickExactlyOnAnEdgeHits) {
+  // "Quit" is 2240-2400, 30-75.
+  for (const auto& [x, y] :
+       {std::pair{2240, 50}, {2400, 50}, {2300, 30}, {2300, 75}, {2240, 30}, {2400, 75}}) {
+    EXPECT_EQ(hit(x, y), button::quit) << x << ' ' << y;
+  }
+}
+
+TEST_F(Clicks, AClickOneUnitBesideAnEdgeMisses) {
+  for (const auto& [x, y] : {std::pair{2239, 50}, {2401, 50}, {2300, 29}, {2300, 76}}) {
+    EXPECT_EQ(hit(x, y), 0) << x << ' ' << y;
+  }
+}
+
+TEST_F(Clicks, OfTwoButtonsWithOneRectangleTheOneThatIsOnIsHit) {
+  w.b(button::deletion_ok).on = true;
+  EXPECT_EQ(hit(1900, 120, 19, 27), button::deletion_ok);
+  w.b(button::deletion_ok).on = false;
+  w.b(button::insertion_not).on = true;
+  EXPECT_EQ(hit(1900, 120, 19, 27), button::insertion_not);
+}
+
+TEST_F(Clicks, OfTwoButtonsThatAreBothOnTheLowerNumberIsHit) {
+  w.b(button::insertion_not).on = w.b(button::deletion_ok).on = true;
+  EXPECT_EQ(hit(1900, 120, 19, 27), button::insertion_not);
+}
+
+TEST_F(Clicks, AClickOnAButtonThatIsOffHitsNothing) {
+  w.b(button::quit).on = false;
+  EXPECT_EQ(hit(2300, 50), 0);
+}
+
+TEST_F(Clicks, AClickOnAButtonOutsideTheRangeHitsNothing) {
+  EXPECT_EQ(hit(2300, 50, button::start_first, button::quit - 1), 0);
+  EXPECT_EQ(hit(2300, 50, button::quit + 1, button::start_last), 0);
+  EXPECT_EQ(hit(2300, 50, button::quit, button::quit), button::quit);
+}
+
+TEST_F(Clicks, AnEmptyRangeIsNeverHit) {
+  w.mous = 7;
+  EXPECT_EQ(hit(2300, 50, button::quit, button::quit - 1), 0);
+}
+
+TEST_F(Clicks, ThePlaceOfTheClickIsKept) {
+  hit(123, 456);
+  EXPECT_EQ(w.msx, 123);
+  EXPECT_EQ(w.msy, 456);
+}
+
+TEST_F(Clicks, KeysDoNotEndTheWait) {
+  desk_.screen.type("abc\r");
+  desk_.screen.key(Event::escape);
+  EXPECT_EQ(hit(2300, 50), button::quit);
+  EXPECT_EQ(desk_.screen.events_left(), 0u);
+}
+
+TEST_F(Clicks, ARequestForHelpShowsItAndTheClickThatFollowsIsTestedAsUsual) {
+  ScratchFolder folder;
+  folder.write("Help.prn", "one\ntwo\n 1   0   0   1Click the buttons.\nA line more.\n");
+  desk_.screen.help(900, 560);
+  EXPECT_EQ(hit(2300, 50), button::quit);
+  ASSERT_EQ(desk_.screen.shown.size(), 2u);
+  EXPECT_FALSE(Desk::reads(desk_.screen.shown[0], "Click the buttons."));
+  EXPECT_TRUE(Desk::reads(desk_.screen.shown[1], "Click the buttons."));
+}
+
+TEST_F(Clicks, SeveralRequestsForHelpAreServedInTurn) {
+  ScratchFolder folder;
+  folder.write("Help.prn", "one\ntwo\n 1   0   0   0Help\n");
+  for (int k = 0; k < 3; ++k) desk_.screen.help(900, 560);
+  EXPECT_EQ(hit(2300, 50), button::quit);
+  EXPECT_EQ(desk_.screen.shown.size(), 4u);
+}
+
+TEST_F(Clicks, ClicksFarOutsideThePageHitNothing) {
+  using Limits = std::numeric_limits<int>;
+  for (const int x : {Limits::min(), -1, 2971, Limits::max()}) {
+    for (const int y : {Limits::min(), -1, 2101, Limits::max()}) EXPECT_EQ(hit(x, y), 0);
+  }
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,182 @@
+#include "toolkit/help.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+
+#include "plot/plot.h"
+#include "support/desk.h"
+#include "support/scratch_folder.h"
+#include "toolkit/button_table.h"
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+constexpr const char* box_marks =
+    "fill 7 80 1400 1640 1400 1640 1700 80 1700\n"
+    "outline 12 80 1400 1640 1400 1640 1700 80 1700\n";
+
+// A record as the file has it.
+std::string record(int kind, int button, int message, int lines, const std::string& title) {
+  char numbers[32];
+  std::snprintf(numbers, sizeof numbers, "%2d%4d%4d%4d", kind, button, message, lines);
+  return numbers + title + "\n";
+}
+
+class Help : public ::testing::Test {
+ protected:
+  Help() { set_up_graph(w); }
+  // Asks for help at a place, with a file of two header lines and `records`.
+  void ask(int x, int y, const std::string& records) {
+    folder_.write("Help.prn", "header\nheader\n" + records);
+    ask_as_it_is(x, y);
+  }
+  void ask_as_it_is(int x, int y) {
+    w.plot.erase();
+    w.msx = x;
+    w.msy = y;
+    vorn_help(w);
+  }
+  ScratchFolder folder_;
+  Desk desk_;
+  Workspace& w = desk_.w;
+};
+
+TEST_F(Help, NoRectangleOfTheTablesIsEverUnderTheCursor) {
+  const std::string records = record(1, 94, 22, 0, "spline") + record(1, 0, 0, 0, "the fall-back");
+  for (int n = button::start_first; n <= button::start_last; ++n) {
+    const Button& button = w.b(n);
+    ask((button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2, records);
+    EXPECT_EQ(w.mous, 0) << n;
+    EXPECT_TRUE(desk_.reads("the fall-back")) << n;
+    EXPECT_FALSE(desk_.reads("spline")) << n;
+  }
+  for (int i = 20; i <= 37; ++i) {
+    ask(w.madd(i).x1, w.madd(i).y1, records);
+    EXPECT_EQ(w.mous, 0) << i;
+    EXPECT_TRUE(desk_.reads("the fall-back")) << i;
+  }
+}
+
+TEST_F(Help, TheTestRunsTheWrongWayUpSoAButtonOnItsHeadIsFound) {
+  std::swap(w.b(button::log_on).y1, w.b(button::log_on).y2);
+  ask(900, 800, record(1, 95, 0, 0, "a message of 0") + record(1, 96, 24, 0, "logarithms"));
+  EXPECT_EQ(w.mous, button::log_on);
+  EXPECT_TRUE(desk_.reads("logarithms"));
+}
+
+TEST_F(Help, AButtonThatIsOffIsNotFound) {
+  std::swap(w.b(button::log_on).y1, w.b(button::log_on).y2);
+  w.b(button::log_on).on = false;
+  ask(900, 800, record(1, 96, 24, 0, "logarithms") + record(0, 0, 0, 0, "end"));
+  EXPECT_EQ(w.mous, 0);
+  EXPECT_TRUE(desk_.reads("end"));
+}
+
+TEST_F(Help, AMessageOnItsHeadIsFoundByItsOwnNumber) {
+  std::swap(w.madd(24).y1, w.madd(24).y2);
+  ask(400, 800, record(1, 24, 9, 0, "a button of 24") + record(1, 96, 24, 0, "logarithms"));
+  EXPECT_EQ(w.mous, 24);
+  EXPECT_TRUE(desk_.reads("logarithms"));
+}
+
+TEST_F(Help, TheBoxHasATitleAndOneLineTheOthersFallBelowIt) {
+  ask(1, 1, record(1, 9, 0, 3, "Title") + "first\nsecond\nthird\nfourth\n");
+  EXPECT_EQ(desk_.marks(), std::string(box_marks) +
+                               "text 15 25 88 1422 \"Title\"\n"
+                               "text 15 20 88 1602 \"first\"\n"
+                               "text 15 20 88 1782 \"second\"\n"
+                               "text 15 20 88 1962 \"third\"\n");
+  EXPECT_EQ(desk_.log.str(), "");
+}
+
+TEST_F(Help, AfterHelpTextsAreOfTheUsualHeightAndAreasSolid) {
+  ask(1, 1, record(0, 0, 0, 0, "Title"));
+  w.plot.erase();
+  w.plot.rectangle(1, 2, 3, 4);
+  w.plot.messag("after", 1, 2);
+  EXPECT_EQ(desk_.marks(), "fill 15 1 2 3 2 3 4 1 4\ntext 15 25 1 2 \"after\"\n");
+}
+
+TEST_F(Help, ALongTitleAndLineAreReadFromTheirColumnsToTheEightieth) {
+  const std::string eighty(80, 't');
+  ask(1, 1, record(1, 0, 0, 1, eighty + "beyond") + std::string(80, 'l') + "beyond\n");
+  EXPECT_TRUE(desk_.marks().find("\"" + eighty + "\"") != std::string::npos);
+  EXPECT_TRUE(desk_.marks().find("\"" + std::string(80, 'l') + "\"") != std::string::npos);
+}
+
+TEST_F(Help, TextLinesOfRecordsPassedOverAreSkipped) {
+  ask(1, 1,
+      record(1, 94, 22, 2, "spline") + record(1, 9, 0, 0, "not a record") + " 0\n" +
+          record(1, 0, 0, 0, "this one"));
+  EXPECT_TRUE(desk_.reads("this one"));
+}
+
+TEST_F(Help, TheEndMarkerIsShownWhenNothingElseFits) {
+  ask(1, 1, record(1, 94, 22, 0, "spline") + record(0, 7, 7, 1, "For help, read the manual") + "line\n");
+  EXPECT_TRUE(desk_.reads("For help, read the manual"));
+  EXPECT_TRUE(desk_.reads("line"));
+}
+
+TEST_F(Help, AMissingFileIsToldAsOpenThenOneReadAndTheBoxIsDrawn) {
+  desk_.screen.key(' ');
+  desk_.screen.key(' ');
+  ask_as_it_is(1, 1);
+  EXPECT_EQ(desk_.log.str(), "OpenHelp.prn fail err =     2\nReadHelp.prn fail err =    -1\n");
+  const std::string marks = desk_.marks();
+  EXPECT_EQ(marks.substr(marks.size() - std::string(box_marks).size()), box_marks);
+}
+
+TEST_F(Help, ADirectoryIsToldAsOpenThenOneRead) {
+  std::filesystem::create_directory("Help.prn");
+  desk_.screen.key(' ');
+  desk_.screen.key(' ');
+  ask_as_it_is(1, 1);
+  EXPECT_EQ(desk_.log.str(), "OpenHelp.prn fail err =    21\nReadHelp.prn fail err =    -1\n");
+}
+
+TEST_F(Help, AtTheEndOfTheFileThereIsOneReadAndTheBoxWithWhatIsLeft) {
+  desk_.screen.key(' ');
+  ask(1, 1, record(1, 94, 22, 0, "spline") + record(1, 95, 23, 5, "the last title") + "only line\n");
+  EXPECT_EQ(desk_.log.str(), "ReadHelp.prn fail err =    -1\n");
+  EXPECT_NE(desk_.marks().find(std::string(box_marks) + "text 15 25 88 1422 \"the last title\"\n"),
+            std::string::npos);
+  EXPECT_FALSE(desk_.reads("only line"));
+}
+
+TEST_F(Help, ABadRecordIsToldAndTheNextOneIsRead) {
+  desk_.screen.key(' ');
+  ask(1, 1, record(1, 94, 22, 0, "spline") + " 1  9x  30   0bad\n" + record(1, 0, 0, 0, "good"));
+  EXPECT_EQ(desk_.log.str(), "ReadHelp.prn fail err =  5010\n");
+  EXPECT_TRUE(desk_.reads("good"));
+}
+
+TEST_F(Help, NegativeAndHugeNumbersOfLinesEndWithTheFile) {
+  desk_.screen.key(' ');
+  ask(1, 1, record(1, 94, 22, -999, "negative") + record(1, 95, 23, 9999, "huge") + "text\n");
+  EXPECT_EQ(desk_.log.str(), "ReadHelp.prn fail err =    -1\n");
+  ask(1, 1, record(1, 0, 0, 9999, "huge") + "text\n");
+  EXPECT_TRUE(desk_.reads("text"));
+  ask(1, 1, record(1, 0, 0, -5, "negative") + "text\n");
+  EXPECT_FALSE(desk_.reads("text"));
+}
+
+TEST_F(Help, AtMost500RecordsAreRead) {
+  std::string records;
+  for (int k = 1; k <= 499; ++k) records += record(1, 94, 22, 0, "no");
+  ask(1, 1, records + record(0, 0, 0, 0, "number 500"));
+  EXPECT_TRUE(desk_.reads("number 500"));
+  ask(1, 1, records + record(1, 94, 22, 0, "number 500") + record(0, 0, 0, 0, "number 501"));
+  EXPECT_FALSE(desk_.reads("number 501"));
+  EXPECT_TRUE(desk_.reads("number 500"));
+}
+
+TEST_F(Help, AnEmptyLineIsAnEndMarker) {
+  ask(1, 1, "\n" + record(0, 0, 0, 0, "behind it"));
+  EXPECT_EQ(desk_.marks(), box_marks);
+}
+
+}  // namespace
+}  // namespace vorn
