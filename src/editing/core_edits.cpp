@@ -1,0 +1,81 @@
+#include "editing/core_edits.h"
+
+#include "chronology/index_pipeline.h"
+#include "formats/compact.h"
+#include "formats/heidelberg.h"
+#include "formats/tucson_raw.h"
+#include "records/text_file.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+namespace {
+
+void remove_entry(Workspace& w, int gone) {
+  const int n = w.yr(gone);
+  const int start = w.ad(gone);
+  for (int k = gone + 1; k <= w.nd; ++k) {
+    w.fy(k - 1) = w.fy(k);
+    w.ly(k - 1) = w.ly(k);
+    w.yr(k - 1) = w.yr(k);
+    w.nam(k - 1) = w.nam(k);
+  }
+  const int end = w.ad(w.nd + 1);
+  w.x.move(start + n, end, -n);
+  w.xok.move(start + n, end, -n);
+  // Of the indices only the chronologies' move; those of the cores are computed anew at the end.
+  w.tx.move(w.ad(w.nc + 1), end, -n);
+  w.ax.move(w.ad(w.nc + 1), end, -n);
+  for (int k = gone + 1; k <= w.nd + 1; ++k) w.ad(k - 1) = w.ad(k) - n;
+  --w.nc;
+  w.nd = w.nfil + w.nc;
+}
+
+// Deletes chc(1 … count); numbers behind a deleted entry are lowered, so that chc keeps naming the same
+// series.
+void remove_chosen(Workspace& w, int count) {
+  for (int m = 1; m <= count; ++m) {
+    const int gone = w.chc(m);
+    remove_entry(w, gone);
+    for (int j = 1; j <= w.chs; ++j) {
+      if (w.chc(j) > gone) --w.chc(j);
+    }
+  }
+  for (int j = 1; j <= w.chs; ++j) w.chc(j) = 0;
+  w.chs = 0;
+  data_man2(w);
+}
+
+void write_core(Workspace& w, TextOutput& file, int format, int i) {
+  if (format == file_format::compact) write_crec(w, file, i);
+  if (format == file_format::tucson_raw) write_rrec(w, file, i);
+  if (format == file_format::heidelberg) write_hrec(w, file, i);
+}
+
+// Appends the cores chc(1 … count) to the file; answers whether all of it was written.
+bool append_cores(Workspace& w, const FileName& name, int format, int count) {
+  TextOutput file;
+  w.ios = file.append(name.view());
+  const bool opened = w.ios == status::ok;
+  // io_err answers that there was no error; but cores that cannot be written must stay in the store.
+  if (io_err(w, "Open", name.view()) || !opened) return false;
+  for (int m = 1; m <= count; ++m) write_core(w, file, format, w.chc(m));
+  const bool written = file.is_open();
+  w.ios = file.close();
+  const bool closed = w.ios == status::ok;
+  return !io_err(w, "Close", name.view()) && written && closed;
+}
+
+}  // namespace
+
+void del_core(Workspace& w) {
+  remove_chosen(w, w.chs);
+}
+
+bool move_core(Workspace& w) {
+  const int target = w.chc(w.chs) - w.nc;
+  if (!append_cores(w, w.cnam(target), w.rftype(target), w.chs - 1)) return false;
+  remove_chosen(w, w.chs - 1);
+  return true;
+}
+
+}  // namespace vorn

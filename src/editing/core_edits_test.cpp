@@ -1,0 +1,146 @@
+#include "editing/core_edits.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "support/scratch_folder.h"
+#include "support/test_store.h"
+
+namespace vorn {
+namespace {
+
+// Five cores of 1900 to 1949 and the chronologies of two files.
+struct CoreEdits : ::testing::Test {
+  CoreEdits() {
+    for (int i = 1; i <= 5; ++i)
+      store.add_tree("CORE" + std::to_string(i), 1900, noise(50, static_cast<unsigned>(i)));
+    store.add_tree("FIRST", 1900, noise(50, 11));
+    store.add_tree("SECOND", 1900, noise(50, 12));
+    w.nc = 5;
+    w.nfil = 2;
+    w.cf = 1;
+    w.cnam(1) = "first.rwl";
+    w.cnam(2) = "second.rwl";
+    w.rftype(1) = w.rftype(2) = file_format::tucson_raw;
+    store.screen.presses = 2;
+  }
+  void select(std::initializer_list<int> entries) {
+    w.chs = 0;
+    for (const int e : entries) w.chc(++w.chs) = e;
+  }
+  std::string names() {
+    std::string all;
+    for (int i = 1; i <= w.nd; ++i) all += std::string(w.nam(i).trimmed()) + " ";
+    return all;
+  }
+  bool packed() {
+    for (int i = 1; i <= w.nd; ++i) {
+      if (w.ad(i + 1) != w.ad(i) + w.yr(i)) return false;
+    }
+    return true;
+  }
+
+  ScratchFolder folder;
+  TestStore store;
+  Workspace& w = store.w;
+};
+
+TEST_F(CoreEdits, DeletingThreeAndFiveRemovesTheSeriesThatHadThoseNumbers) {
+  const double fourth = w.x(w.ad(4) + 7), second_chronology = w.ax(w.ad(7) + 7);
+  select({3, 5});
+  del_core(w);
+  EXPECT_EQ(names(), "CORE1 CORE2 CORE4 FIRST SECOND ");
+  EXPECT_EQ(w.nc, 3);
+  EXPECT_EQ(w.nd, 5);
+  EXPECT_EQ(w.x(w.ad(3) + 7), fourth);
+  EXPECT_EQ(w.ax(w.ad(5) + 7), second_chronology);
+  EXPECT_TRUE(packed());
+  EXPECT_EQ(w.chs, 0);
+  EXPECT_EQ(w.chc(1), 0);
+}
+
+TEST_F(CoreEdits, DeletingInTheOtherOrderRemovesTheSame) {
+  select({5, 3});
+  del_core(w);
+  EXPECT_EQ(names(), "CORE1 CORE2 CORE4 FIRST SECOND ");
+}
+
+TEST_F(CoreEdits, DeletingBuildsTheChronologyOfTheRest) {
+  select({1, 2, 3, 4});
+  del_core(w);
+  EXPECT_EQ(w.num(1, 1), 1);
+  EXPECT_EQ(w.cyr(1), 50);
+}
+
+TEST_F(CoreEdits, DeletingEveryCoreLeavesTheChronologies) {
+  select({1, 2, 3, 4, 5});
+  del_core(w);
+  EXPECT_EQ(names(), "FIRST SECOND ");
+  EXPECT_EQ(w.nc, 0);
+}
+
+TEST_F(CoreEdits, MovingTwoCoresToATucsonFileAppendsTwoSeries) {
+  ScratchFolder::write("second.rwl", "OTHER   1950   100   999\n");
+  const double third = w.x(w.ad(3));
+  select({2, 4, 7});
+  EXPECT_TRUE(move_core(w));
+  EXPECT_EQ(w.nc, 3);
+  EXPECT_EQ(names(), "CORE1 CORE3 CORE5 FIRST SECOND ");
+  EXPECT_EQ(w.x(w.ad(2)), third);
+  const std::string file = ScratchFolder::read("second.rwl");
+  EXPECT_EQ(file.rfind("OTHER   1950   100   999\nCORE2   1900", 0), 0u) << file;
+  EXPECT_NE(file.find("CORE4   1900"), std::string::npos);
+  EXPECT_EQ(w.chs, 0);
+}
+
+TEST_F(CoreEdits, ALastLineWithoutEndIsEndedFirst) {
+  ScratchFolder::write("second.rwl", "OTHER   1950   100   999");
+  select({2, 7});
+  EXPECT_TRUE(move_core(w));
+  EXPECT_EQ(ScratchFolder::read("second.rwl").rfind("OTHER   1950   100   999\nCORE2", 0), 0u);
+}
+
+TEST_F(CoreEdits, EachLayoutIsWrittenAsItsFileHasIt) {
+  w.rftype(2) = file_format::heidelberg;
+  ScratchFolder::write("second.rwl", "");
+  select({1, 7});
+  EXPECT_TRUE(move_core(w));
+  EXPECT_EQ(ScratchFolder::read("second.rwl").rfind("HEADER:\nKeyCode=    CORE1", 0), 0u);
+  w.rftype(2) = file_format::compact;
+  ScratchFolder::write("second.rwl", "");
+  select({1, 6});
+  EXPECT_TRUE(move_core(w));
+  EXPECT_EQ(ScratchFolder::read("second.rwl").rfind("      50=N    1900=I CORE2", 0), 0u);
+}
+
+// Cores that go to an index file are gone without being written anywhere.
+TEST_F(CoreEdits, MovingToAnIndexFileRemovesWithoutWriting) {
+  w.rftype(2) = file_format::tucson_index;
+  ScratchFolder::write("second.rwl", "an index file\n");
+  select({1, 7});
+  EXPECT_TRUE(move_core(w));
+  EXPECT_EQ(w.nc, 4);
+  EXPECT_EQ(ScratchFolder::read("second.rwl"), "an index file\n");
+}
+
+TEST_F(CoreEdits, ATargetThatCannotBeOpenedLeavesEverythingAsItIs) {
+  select({1, 7});  // second.rwl does not exist
+  const std::string before = names();
+  EXPECT_FALSE(move_core(w));
+  EXPECT_EQ(names(), before);
+  EXPECT_EQ(w.nc, 5);
+  EXPECT_EQ(w.chs, 2);
+  EXPECT_EQ(store.messages.str(), "Opensecond.rwl fail err =     2\n");
+}
+
+TEST_F(CoreEdits, AFullDiskLeavesTheCoresInTheStore) {
+  std::filesystem::create_symlink("/dev/full", "second.rwl");
+  select({1, 7});
+  EXPECT_FALSE(move_core(w));
+  EXPECT_EQ(w.nc, 5);
+  EXPECT_NE(store.messages.str().find("fail err =    28"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,106 @@
+#include "editing/working_pair.h"
+
+#include <algorithm>
+
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+// A member of the pair that names no entry becomes the first one, or the second when the other has the first.
+void make_valid(int nd, std::int32_t& member, std::int32_t other) {
+  if (member < 1 || member > nd) member = other == 1 ? 2 : 1;
+}
+
+// Keeps the years shown where they are as long as they meet the pair, otherwise ends them on the earlier of
+// the two last years.
+void place_years_shown(Workspace& w) {
+  const int first = std::min(w.fy(w.tr1), w.fy(w.tr2));
+  const int last = std::max(w.ly(w.tr1), w.ly(w.tr2));
+  if (first - 2 <= w.fs && last + 2 - w.sl >= w.fs) return;
+  w.fs = std::min(w.ly(w.tr1), w.ly(w.tr2)) - w.sl + 1;
+  w.ls = w.sl + w.fs - 1;
+}
+
+void fill_slot(Workspace& w, int slot, int entry, int start) {
+  w.fy(slot) = w.fy(entry);
+  w.ly(slot) = w.ly(entry);
+  w.yr(slot) = w.yr(entry);
+  w.nam(slot) = w.nam(entry);
+  w.ad(slot) = start;
+  w.x.copy(w.ad(entry), start, w.yr(entry));
+  w.xok.copy(w.ad(entry), start, w.yr(entry));
+  w.ax.copy(w.ad(entry), start, w.yr(entry));
+}
+
+// Takes the core in one slot out of the current chronology in the other.
+void leave_core_out(Workspace& w, int core, int chronology) {
+  for (int j = 0; j < w.yr(core); ++j) {
+    const int k = w.fy(core) - w.fy(chronology) + 1 + j;  // the chronology's year, counted from 1
+    if (k < 1 || k > w.yr(chronology) || k > max_years) continue;
+    const int p = w.ad(chronology) + k - 1;
+    const int depth = w.num(k, w.cf);
+    // The core's value is taken out whether its ring was present or not: meant so.
+    const double rest = depth * w.ax.at(p) - w.ax.at(w.ad(core) + j);
+    if (depth > 1) {
+      w.ax.put(p, rest / (depth - 1));
+    } else {
+      w.ax.put(p, 1.0);
+      w.xok.put(p, false);
+    }
+  }
+}
+
+}  // namespace
+
+void set_chs(Workspace& w) {
+  make_valid(w.nd, w.tr1, w.tr2);
+  make_valid(w.nd, w.tr2, w.tr1);
+  place_years_shown(w);
+  w.chc(1) = w.tr1;
+  w.chc(2) = w.tr2;
+  w.chs = 2;
+  w.tr1ok = w.tr2ok = false;
+  remove_tree(w);
+  const bool editable = w.tr1 <= w.nc || w.tr2 <= w.nc;
+  w.b(button::insert_ring).on = editable;
+  w.b(button::delete_ring).on = editable;
+}
+
+void remove_tree(Workspace& w) {
+  const int sample = w.nd + 1, reference = w.nd + 2;
+  // The slot starts on the last value of entry nd, not behind it: meant so, and files depend on it.
+  fill_slot(w, sample, w.tr1, w.ad(w.nd) + w.yr(w.nd) - 1);
+  fill_slot(w, reference, w.tr2, w.ad(sample) + w.yr(sample));
+  w.ad(reference + 1) = w.ad(reference) + w.yr(reference);
+  const int own_chronology = w.nc + w.cf;
+  if (w.tr1 <= w.nc && w.tr2 == own_chronology) {
+    leave_core_out(w, sample, reference);
+  } else if (w.tr2 <= w.nc && w.tr1 == own_chronology) {
+    leave_core_out(w, reference, sample);
+  }
+}
+
+void save_tree(Workspace& w, int k) {
+  (k == 1 ? w.tr1ok : w.tr2ok) = false;
+  const int entry = k == 1 ? w.tr1 : w.tr2;
+  const int slot = w.nd + k;
+  const int reference = w.nd + 2;
+  const int growth = w.yr(slot) - w.yr(entry);
+  const int first = w.ad(entry + 1);
+  const int last = w.ad(reference) + w.yr(reference) - 1;
+  w.x.move(first, last, growth);
+  w.xok.move(first, last, growth);
+  w.ax.move(first, last, growth);
+  w.tx.move(first, last, growth);
+  for (int j = entry + 1; j <= reference; ++j) w.ad(j) += growth;
+  w.fy(entry) = w.fy(slot);
+  w.ly(entry) = w.ly(slot);
+  w.yr(entry) = w.yr(slot);
+  w.x.copy(w.ad(slot), w.ad(entry), w.yr(entry));
+  w.xok.copy(w.ad(slot), w.ad(entry), w.yr(entry));
+  w.ax.copy(w.ad(slot), w.ad(entry), w.yr(entry));
+  w.tx.copy(w.ad(slot), w.ad(entry), w.yr(entry));
+}
+
+}  // namespace vorn

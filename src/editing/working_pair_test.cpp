@@ -1,0 +1,248 @@
+#include "editing/working_pair.h"
+
+#include <gtest/gtest.h>
+
+#include "support/test_store.h"
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+// Three trees of twelve years and the chronology of their file behind them.
+struct WorkingPair : ::testing::Test {
+  WorkingPair() {
+    store.add_tree("ONE", 1900, noise(12, 1));
+    store.add_tree("TWO", 1903, noise(12, 2));
+    store.add_tree("THREE", 1905, noise(12, 3));
+    w.nfil = 1;
+    std::vector<double> values;
+    for (int year = 1900; year <= 1916; ++year) {
+      double sum = 0;
+      int depth = 0;
+      for (int i = 1; i <= 3; ++i) {
+        if (year < w.fy(i) || year > w.ly(i)) continue;
+        sum += w.ax(w.ad(i) + year - w.fy(i));
+        ++depth;
+      }
+      w.num(year - 1899, 1) = depth;
+      values.push_back(sum / depth);
+    }
+    w.cfy(1) = 1900;
+    w.cyr(1) = 17;
+    w.cly(1) = 1916;
+    store.add_tree("CHRON", 1900, values);
+    w.nc = 3;
+  }
+
+  double ax(int entry, int year) { return w.ax(w.ad(entry) + year - w.fy(entry)); }
+
+  TestStore store;
+  Workspace& w = store.w;
+};
+
+TEST_F(WorkingPair, AfterADeletionLeftNoPairTheFirstTwoEntriesAreTaken) {
+  w.tr1 = w.tr2 = 0;
+  set_chs(w);
+  EXPECT_EQ(w.tr1, 1);
+  EXPECT_EQ(w.tr2, 2);
+  EXPECT_EQ(w.chc(1), 1);
+  EXPECT_EQ(w.chc(2), 2);
+  EXPECT_EQ(w.chs, 2);
+}
+
+TEST_F(WorkingPair, AnEntryBeyondTheLastBecomesTheSecondWhenTheOtherIsTheFirst) {
+  w.tr1 = 9;
+  w.tr2 = 1;
+  set_chs(w);
+  EXPECT_EQ(w.tr1, 2);
+  EXPECT_EQ(w.tr2, 1);
+}
+
+TEST_F(WorkingPair, SampleSlotStartsOnTheLastValueOfTheLastEntry) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  const double first_of_sample = ax(1, 1900);
+  set_chs(w);
+  EXPECT_EQ(w.ad(5), w.ad(4) + w.yr(4) - 1);
+  EXPECT_EQ(w.ad(6), w.ad(5) + w.yr(5));
+  EXPECT_EQ(ax(4, 1916), first_of_sample);  // overwritten, by design
+}
+
+TEST_F(WorkingPair, LastEntryAsSampleIsCopiedWholeInSpiteOfTheOverlap) {
+  w.tr1 = 4;
+  w.tr2 = 1;
+  std::vector<double> before;
+  for (int year = 1900; year <= 1916; ++year) before.push_back(ax(4, year));
+  w.cf = 2;  // not its own chronology, so nothing is left out
+  set_chs(w);
+  for (int year = 1900; year <= 1916; ++year) EXPECT_EQ(ax(5, year), before[year - 1900]) << year;
+}
+
+// 1905 has three cores: (3 a - x) / 2 is the mean of the other two.
+TEST_F(WorkingPair, CoreIsLeftOutOfItsOwnChronology) {
+  const double expected = (ax(2, 1905) + ax(3, 1905)) / 2;
+  w.tr1 = 1;
+  w.tr2 = 4;
+  set_chs(w);
+  EXPECT_NEAR(ax(6, 1905), expected, 1e-12);
+}
+
+TEST_F(WorkingPair, TheSameWithSampleAndReferenceExchanged) {
+  const double expected = (ax(2, 1905) + ax(3, 1905)) / 2;
+  w.tr1 = 4;
+  w.tr2 = 1;
+  set_chs(w);
+  EXPECT_NEAR(ax(5, 1905), expected, 1e-12);
+}
+
+// The years 1900 to 1902 have core ONE alone.
+TEST_F(WorkingPair, YearsThatHadTheCoreAloneBecomeOneAndMissing) {
+  w.tr1 = 1;
+  w.tr2 = 4;
+  set_chs(w);
+  for (int year = 1900; year <= 1902; ++year) {
+    EXPECT_EQ(ax(6, year), 1.0);
+    EXPECT_FALSE(w.xok(w.ad(6) + year - 1900));
+  }
+  EXPECT_TRUE(w.xok(w.ad(6) + 3));
+}
+
+TEST_F(WorkingPair, YearsOfTheChronologyOutsideTheCoreStayAsTheyWere) {
+  const double before = ax(4, 1914);
+  w.tr1 = 1;  // ends 1911
+  w.tr2 = 4;
+  set_chs(w);
+  EXPECT_EQ(ax(6, 1914), before);
+}
+
+TEST_F(WorkingPair, AMissingRingsValueIsTakenOutAllTheSame) {
+  w.xok(w.ad(1) + 5) = false;  // 1905, but the depth still says 3
+  const double chronology = ax(4, 1905), core = ax(1, 1905);
+  w.tr1 = 1;
+  w.tr2 = 4;
+  set_chs(w);
+  EXPECT_NEAR(ax(6, 1905), (3 * chronology - core) / 2, 1e-12);
+}
+
+TEST_F(WorkingPair, YearsOfACoreOutsideItsChronologyArePassedOver) {
+  w.fy(1) = 1890;  // as after a shift that was saved: 1890 to 1901
+  w.ly(1) = 1901;
+  const double before = ax(4, 1903);
+  w.tr1 = 1;
+  w.tr2 = 4;
+  set_chs(w);
+  EXPECT_EQ(ax(6, 1903), before);
+  EXPECT_EQ(w.ad(6), w.ad(5) + 12);
+}
+
+TEST_F(WorkingPair, CoreWithAnotherCoreOrAnotherChronologyGivesPlainCopies) {
+  w.tr1 = 1;
+  w.tr2 = 3;
+  const double before = ax(3, 1910);
+  set_chs(w);
+  EXPECT_EQ(ax(6, 1910), before);
+  EXPECT_EQ(w.nam(5).trimmed(), "ONE");
+  EXPECT_EQ(w.nam(6).trimmed(), "THREE");
+}
+
+TEST_F(WorkingPair, YearsShownStayWhileTheyMeetThePair) {
+  w.tr1 = 1;  // 1900 to 1911
+  w.tr2 = 2;  // 1903 to 1914
+  w.sl = 10;
+  w.fs = 1898;  // two years before the first is still met
+  w.ls = 1907;
+  set_chs(w);
+  EXPECT_EQ(w.fs, 1898);
+  w.fs = 1906;  // 1914 + 2 - 10
+  set_chs(w);
+  EXPECT_EQ(w.fs, 1906);
+}
+
+TEST_F(WorkingPair, YearsShownOtherwiseEndOnTheEarlierLastYear) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  w.sl = 10;
+  w.fs = 1897;
+  set_chs(w);
+  EXPECT_EQ(w.fs, 1902);
+  EXPECT_EQ(w.ls, 1911);
+  w.fs = 1907;
+  set_chs(w);
+  EXPECT_EQ(w.ls, 1911);
+}
+
+TEST_F(WorkingPair, InsertAndDeleteAreOfferedWhenOneOfThePairIsACore) {
+  w.tr1 = 4;
+  w.tr2 = 3;
+  set_chs(w);
+  EXPECT_TRUE(w.b(button::insert_ring).on);
+  EXPECT_TRUE(w.b(button::delete_ring).on);
+  w.nc = 2;  // now the entries 3 and 4 are chronologies
+  set_chs(w);
+  EXPECT_FALSE(w.b(button::insert_ring).on);
+  EXPECT_FALSE(w.b(button::delete_ring).on);
+}
+
+TEST_F(WorkingPair, SettingThePairForgetsUnsavedChanges) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  w.tr1ok = w.tr2ok = true;
+  set_chs(w);
+  EXPECT_FALSE(w.tr1ok);
+  EXPECT_FALSE(w.tr2ok);
+}
+
+TEST_F(WorkingPair, SavingASlotShortenedByOneMovesEveryLaterEntryDownByOne) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  set_chs(w);
+  std::vector<int> starts;
+  for (int i = 2; i <= 6; ++i) starts.push_back(w.ad(i));
+  const double second_tree = ax(2, 1910), reference = ax(6, 1910);
+  w.tr1ok = true;
+  w.yr(5) = 11;  // the last ring dropped
+  w.ly(5) = 1910;
+  save_tree(w, 1);
+  EXPECT_FALSE(w.tr1ok);
+  EXPECT_EQ(w.yr(1), 11);
+  EXPECT_EQ(w.ly(1), 1910);
+  for (int i = 2; i <= 6; ++i) EXPECT_EQ(w.ad(i), starts[i - 2] - 1) << i;
+  EXPECT_EQ(ax(2, 1910), second_tree);
+  EXPECT_EQ(ax(6, 1910), reference);
+}
+
+TEST_F(WorkingPair, SavingWritesTheSlotsValuesAndYearsButNotItsName) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  set_chs(w);
+  w.nam(5) = "OTHER";
+  w.fy(5) += 7;
+  w.ly(5) += 7;
+  w.x(w.ad(5) + 4) = 3.5;
+  w.ax(w.ad(5) + 4) = 4.5;
+  w.tx(w.ad(5) + 4) = 5.5;
+  w.xok(w.ad(5) + 4) = false;
+  save_tree(w, 1);
+  EXPECT_EQ(w.nam(1).trimmed(), "ONE");
+  EXPECT_EQ(w.fy(1), 1907);
+  EXPECT_EQ(w.ly(1), 1918);
+  EXPECT_EQ(w.x(w.ad(1) + 4), 3.5);
+  EXPECT_EQ(w.ax(w.ad(1) + 4), 4.5);
+  EXPECT_EQ(w.tx(w.ad(1) + 4), 5.5);
+  EXPECT_FALSE(w.xok(w.ad(1) + 4));
+}
+
+TEST_F(WorkingPair, SavingTheReferenceTouchesItsOwnMark) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  set_chs(w);
+  w.tr1ok = w.tr2ok = true;
+  w.x(w.ad(6)) = 9.5;
+  save_tree(w, 2);
+  EXPECT_TRUE(w.tr1ok);
+  EXPECT_FALSE(w.tr2ok);
+  EXPECT_EQ(w.x(w.ad(2)), 9.5);
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,229 @@
+#include "formats/raw_editor.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "editing/ring_edits.h"
+#include "plot/plot.h"
+#include "records/edit_format.h"
+#include "toolkit/buttons.h"
+#include "toolkit/clicks.h"
+#include "toolkit/drawing.h"
+#include "toolkit/messages.h"
+#include "toolkit/prompts.h"
+
+namespace vorn {
+namespace {
+
+constexpr int pass_limit = 10'000;
+constexpr int years_shown = 30;
+constexpr int table_left = 200, column_width = 250;
+constexpr int table_top = 240, table_bottom = 1640, row_height = 46;
+constexpr std::int32_t largest_width = 9'998;
+
+const EditFormat cell_edit{"(I5)"};
+
+Button& table_button(Workspace& w) {
+  return w.b(button::editor_table);
+}
+
+bool series_selected(const Workspace& w) {
+  return w.edcol <= w.chs;
+}
+
+bool has_year(const Workspace& w, int e, int year) {
+  return year >= w.fy(e) && year <= w.ly(e);
+}
+
+void draw_grid(Workspace& w) {
+  w.plot.setclr(colour::green);
+  const int right = table_left + column_width * (w.edcols + 1);
+  const int bottom = table_top + row_height * years_shown;
+  for (int c = 0; c <= w.edcols + 1; ++c) {
+    const int x = table_left + column_width * c;
+    w.plot.line(x, table_top, x, bottom);
+  }
+  for (int r = 0; r <= years_shown; ++r) {
+    const int y = table_top + row_height * r;
+    w.plot.line(table_left, y, right, y);
+  }
+}
+
+void draw_column(Workspace& w, int m) {
+  const int e = w.chc(m);
+  for (int r = 0; r < years_shown; ++r) {
+    const int year = w.edfs + r;
+    if (!has_year(w, e, year)) continue;
+    const double width = w.x.at(w.ad(e) + year - w.fy(e));
+    w.plot.messag(edit(cell_edit, thousandths(width)), table_left + 40 + column_width * m,
+                  248 + row_height * r);
+  }
+}
+
+void draw_screen(Workspace& w) {
+  w.plot.erase();
+  for (int n = button::editor_first; n <= button::editor_last; ++n) {
+    if (n != button::editor_table) but_draw(w, n);
+  }
+  edit_disp(w);
+  mwrite(w, message::keep_changes);
+  mwrite(w, message::lose_changes);
+  mwrite(w, message::undo_edits);
+  const auto chosen = [&w](int n) { return w.b(n).on && w.b(n).lit; };
+  if (chosen(button::editor_insert)) mwrite(w, message::insert_mode);
+  if (chosen(button::editor_delete)) mwrite(w, message::delete_mode);
+  mwrite(w, message::editor_blank);
+}
+
+// A ring edit moves the pool but only the next entry's start; here the starts of all later entries follow.
+void restore_starts(Workspace& w, int e) {
+  for (int k = e; k <= w.nd + 1; ++k) w.ad(k + 1) = w.ad(k) + w.yr(k);
+}
+
+void insert_ring(Workspace& w) {
+  const int e = w.edtree;
+  if (w.ad(w.nd) + w.yr(w.nd) > max_pool) return out_err(w, "Would be too many rings");
+  // A click on the year before the first inserts before the first ring: one place earlier lies another
+  // series.
+  w.insdel = std::max(w.insdel, w.fy(e));
+  const int length = w.yr(e);
+  ins_year(w, e, false);
+  restore_starts(w, e);
+  if (w.yr(e) != length) w.derived_stale = true;
+}
+
+void delete_ring(Workspace& w) {
+  const int length = w.yr(w.edtree);
+  del_year(w, w.edtree);
+  restore_starts(w, w.edtree);
+  if (w.yr(w.edtree) != length) w.derived_stale = true;
+}
+
+// Asks for the width of the clicked row's ring. The number typed is what is stored, with no scaling: meant
+// so.
+void type_width(Workspace& w, int row) {
+  Button& field = table_button(w);
+  field.y1 = table_top - static_cast<int>(std::lround(row * w.scy));
+  field.y2 = field.y1 - static_cast<int>(std::lround(w.scy));
+  std::int32_t typed = -1;  // an abandoned entry stores nothing
+  get_int(w, button::editor_table, typed);
+  if (typed >= 0 && typed <= largest_width) {
+    w.x.put(w.ad(w.edtree) + w.insdel - w.fy(w.edtree), typed);
+    w.derived_stale = true;
+  }
+  field.y1 = table_top;
+  field.y2 = table_bottom;
+}
+
+void click_table(Workspace& w) {
+  const Button& table = table_button(w);
+  const int row =
+      static_cast<int>(years_shown * (table.y1 - w.msy) / static_cast<double>(table.y1 - table.y2));
+  w.insdel = w.edfs + row;
+  const int e = w.edtree;
+  if (w.b(button::editor_insert).lit && w.insdel >= w.fy(e) - 1 && w.insdel <= w.ly(e) + 1) {
+    insert_ring(w);
+  } else if (!has_year(w, e, w.insdel)) {
+    return;
+  } else if (w.b(button::editor_delete).lit) {
+    delete_ring(w);
+  } else {
+    type_width(w, row);
+  }
+}
+
+void show_table_buttons(Workspace& w, bool on) {
+  for (int n : {button::editor_table, button::editor_insert, button::editor_delete}) w.b(n).on = on;
+}
+
+void light_column(Workspace& w, int n) {
+  for (int c = button::editor_column_first; c <= button::editor_column_last; ++c) w.b(c).lit = c == n;
+}
+
+void select_column(Workspace& w, int n) {
+  light_column(w, n);
+  w.edcol = n - button::editor_column_first + 1;
+  show_table_buttons(w, series_selected(w));
+  if (series_selected(w)) w.edtree = w.chc(w.edcol);
+}
+
+void switch_mode(Workspace& w, int n) {
+  const int other = n == button::editor_insert ? button::editor_delete : button::editor_insert;
+  w.b(n).lit = !w.b(n).lit;
+  w.b(other).lit = false;
+}
+
+void act(Workspace& w, int n) {
+  if (n == button::editor_table) return click_table(w);
+  if (n == button::editor_insert || n == button::editor_delete) return switch_mode(w, n);
+  if (n >= button::editor_column_first && n <= button::editor_column_last) return select_column(w, n);
+  // The six buttons step by -50, -10, -1, +1, +10 and +50 years.
+  if (n >= button::editor_scroll_first && n <= button::editor_scroll_last)
+    return edit_scr(w, vv[(n - 119) % 6]);
+  if (n == button::editor_reset) return edit_read(w);
+}
+
+}  // namespace
+
+void edit_menu(Workspace& w) {
+  edit_write(w);
+  edit_setup(w);
+  for (int pass = 0; pass < pass_limit; ++pass) {
+    draw_screen(w);
+    mouse_click(w, button::editor_first, button::editor_last);
+    if (w.mous == button::editor_exit) return;
+    if (w.mous == button::editor_quit) return edit_read(w);
+    act(w, w.mous);
+  }
+}
+
+void edit_setup(Workspace& w) {
+  constexpr int columns = button::editor_column_last - button::editor_column_first + 1;
+  w.edtree = w.chc(1);
+  w.edcol = 1;
+  show_table_buttons(w, true);
+  w.edcols = std::min(w.chs > 1 ? w.chs + 1 : w.chs, columns);
+  for (int c = 0; c < columns; ++c) w.b(button::editor_column_first + c).on = c < w.edcols;
+  light_column(w, button::editor_column_first);
+  for (int m = 1; m <= w.chs && m <= columns; ++m) {
+    w.b(button::editor_column_first + m - 1).label = w.nam(w.chc(m)).view();
+  }
+  if (w.chs < columns) w.b(button::editor_column_first + w.chs).label = "All Trees";
+  // A series of fewer than 30 years is shown whole, its last year in the last row.
+  w.edfs = std::min(std::max(w.fy(w.edtree), w.fs), w.ly(w.edtree) - (years_shown - 1));
+}
+
+void edit_disp(Workspace& w) {
+  if (series_selected(w)) {
+    Button& table = table_button(w);
+    table.x1 = table_left + column_width * w.edcol;
+    table.x2 = table.x1 + column_width;
+    w.plot.setclr(colour::light_grey);
+    w.plot.rectangle(table.x1, table.y1, table.x2, table.y2);
+  }
+  draw_grid(w);
+  w.plot.setclr(colour::ink);
+  w.plot.messag("Years", 210, 210);
+  for (int r = 0; r < years_shown; ++r) {
+    w.plot.messag(edit(cell_edit, w.edfs + r), 210, 248 + row_height * r);
+  }
+  for (int m = 1; m <= w.chs; ++m) draw_column(w, m);
+}
+
+void edit_scr(Workspace& w, std::int32_t step) {
+  for (int m = 1; m <= w.chs; ++m) {
+    if (!w.b(button::editor_column_first + m - 1).lit) continue;
+    w.fy(w.chc(m)) += step;
+    w.ly(w.chc(m)) += step;
+    w.derived_stale = true;
+    return;
+  }
+  int first = w.fy(w.chc(1)), last = w.ly(w.chc(1));
+  for (int m = 2; m <= w.chs; ++m) {
+    first = std::min(first, w.fy(w.chc(m)));
+    last = std::max(last, w.ly(w.chc(m)));
+  }
+  w.edfs = std::min(std::max(first - 1, w.edfs + step), last - (years_shown - 2));
+}
+
+}  // namespace vorn

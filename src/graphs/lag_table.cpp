@@ -1,0 +1,115 @@
+#include "graphs/lag_table.h"
+
+#include <algorithm>
+#include <string>
+
+#include "plot/plot.h"
+#include "records/edit_format.h"
+#include "toolkit/buttons.h"
+#include "toolkit/drawing.h"
+
+namespace vorn {
+namespace {
+
+constexpr int left = 300, right = 2610, top = 350;
+constexpr int column_width = 110, row_height = 44;
+constexpr int lags = 2 * max_lag + 1;
+constexpr int row_label_x = 120, lag_label_y = 325;
+constexpr std::string_view lag_labels = "-10 -9 -8 -7 -6 -5 -4 -3 -2 -1  0 +1 +2 +3 +4 +5 +6 +7 +8 +9+10";
+
+const EditFormat row_edit{"(2I5,SP,21F5.2,SS)"};
+const EditFormat length_edit{"(I4)"};
+const EditFormat year_edit{"(I6)"};
+
+int column_left(int column) {
+  return left + column_width * column;
+}
+int row_top(int row) {
+  return top + row_height * row;
+}
+
+int segments_computed(const Workspace& w) {
+  int years = 0;
+  for (int k = 1; k <= max_segments; ++k) {
+    years += w.cyrs(1, k) != -9999;
+    years += w.cyrs(2, k) != -9999;
+  }
+  return years / 2;
+}
+
+int best_column(const Workspace& w, int segment) {
+  int best = 1;
+  for (int column = 2; column <= lags; ++column) {
+    if (w.ctab(column, segment) > w.ctab(best, segment)) best = column;
+  }
+  return best - 1;
+}
+
+void shade(Workspace& w, int segments) {
+  w.plot.setclr(colour::light_grey);
+  w.plot.rectangle(column_left(max_lag), top, column_left(max_lag + 1), row_top(segments));
+  w.plot.setclr(colour::light_red);
+  for (int row = 0; row < segments; ++row) {
+    const int x = column_left(best_column(w, row + 1));
+    w.plot.rectangle(x, row_top(row), x + column_width, row_top(row + 1));
+  }
+}
+
+void draw_columns(Workspace& w, int segments) {
+  w.plot.setclr(colour::green);
+  w.plot.line(left, top, right, top);
+  w.plot.line(left, top, left, row_top(segments));
+  for (int column = 0; column < lags; ++column) {
+    w.plot.setclr(colour::green);
+    w.plot.line(column_left(column + 1), top, column_left(column + 1), row_top(segments));
+    w.plot.setclr(colour::light_red);
+    w.plot.messag(lag_labels.substr(static_cast<std::size_t>(column) * 3, 3), column_left(column) + 10,
+                  lag_label_y);
+  }
+}
+
+void draw_row(Workspace& w, int segment) {
+  const int first = w.cyrs(1, segment), last = w.cyrs(2, segment);
+  const int bottom = row_top(segment);
+  w.plot.setclr(colour::green);
+  w.plot.line(left, bottom, right, bottom);
+  const auto values = w.ctab.column(segment, lags);
+  w.mess = edit(row_edit, first, last, values);
+  w.plot.setclr(colour::light_blue);
+  w.plot.messag(w.mess.view().substr(0, 10), row_label_x, bottom - 25);
+  w.plot.setclr(colour::ink);
+  // The lags that the chosen series can reach.
+  const int lowest = std::clamp(w.fy(w.chc(1)) + max_lag - first, 0, max_lag);
+  const int highest = std::clamp(w.ly(w.chc(1)) + max_lag - last, max_lag, 2 * max_lag);
+  for (int column = lowest; column <= highest; ++column) {
+    const std::string_view value = w.mess.view().substr(10 + 5 * static_cast<std::size_t>(column), 5);
+    w.plot.messag(std::string(value.substr(0, 1)) + std::string(value.substr(2)), column_left(column) + 17,
+                  bottom - 25);
+  }
+}
+
+}  // namespace
+
+void cor_plot(Workspace& w) {
+  const int segments = segments_computed(w);
+  w.plot.height(20);
+  shade(w, segments);
+  draw_columns(w, segments);
+  for (int segment = 1; segment <= segments; ++segment) draw_row(w, segment);
+  w.plot.height(25);
+}
+
+void cor_but(Workspace& w, int ystart) {
+  w.b(button::correlation_segment).label = edit(length_edit, w.seg);
+  w.b(button::correlation_overlap).label = edit(length_edit, w.olap);
+  w.b(button::correlation_start).label = edit(year_edit, ystart);
+  graph_mes(w, "Correlation");
+  for (int n = button::correlation_first; n <= button::correlation_last; ++n) {
+    but_draw(w, n, {}, colour::yellow);
+  }
+  mwrite(w, message::segment);
+  mwrite(w, message::overlap);
+  mwrite(w, message::start_year);
+}
+
+}  // namespace vorn

@@ -1,0 +1,79 @@
+#include "menus/cor_menu.h"
+
+#include <algorithm>
+
+#include "graphs/lag_table.h"
+#include "plot/plot.h"
+#include "statistics/best_match.h"
+#include "statistics/lag_table.h"
+#include "toolkit/buttons.h"
+#include "toolkit/clicks.h"
+#include "toolkit/prompts.h"
+
+namespace vorn {
+namespace {
+
+constexpr int pass_limit = 1'000;
+
+int later_first_year(const Workspace& w) {
+  return std::max(w.fy(w.nd + 1), w.fy(w.nd + 2));
+}
+
+void draw(Workspace& w, int start_year) {
+  w.plot.erase();
+  cor_but(w, start_year);
+  if (w.b(button::correlation_table).lit) {
+    cor_tab(w, start_year);
+    cor_plot(w);
+  } else {
+    cor_best(w);
+  }
+}
+
+// Reads a number into button n; an abandoned entry offers the value that was there.
+std::int32_t entered(Workspace& w, int n, std::int32_t now) {
+  get_int(w, n, now);
+  return now;
+}
+
+void choose_view(Workspace& w, bool table) {
+  w.b(button::correlation_table).lit = table;
+  w.b(button::best_fit).lit = !table;
+}
+
+// The labels are written by cor_but when the screen is drawn again.
+void act(Workspace& w, int& start_year) {
+  const int sample = w.nd + 1;
+  switch (w.mous) {
+    case button::correlation_segment:
+      if (const auto v = entered(w, w.mous, w.seg); v > 0 && v <= w.yr(sample)) w.seg = v;
+      return;
+    case button::correlation_overlap:
+      if (const auto v = entered(w, w.mous, w.olap); v > 0 && v <= w.yr(sample)) w.olap = v;
+      return;
+    case button::correlation_start:
+      if (const auto v = entered(w, w.mous, start_year); v >= w.fy(sample) && v <= w.ly(sample))
+        start_year = v;
+      return;
+    case button::correlation_table:
+      return choose_view(w, true);
+    case button::best_fit:
+      return choose_view(w, false);
+    default:
+      return;
+  }
+}
+
+}  // namespace
+
+void cor_menu(Workspace& w) {
+  std::int32_t start_year = later_first_year(w);
+  for (int pass = 0; pass < pass_limit; ++pass) {
+    draw(w, start_year);
+    mouse_click(w, button::correlation_first, button::correlation_last);
+    if (w.mous == button::correlation_exit) return;
+    act(w, start_year);
+  }
+}
+
+}  // namespace vorn

@@ -1,0 +1,12 @@
+// The correlation screen of cross-dating: the lag table, or the best dating positions.
+#pragma once
+
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Runs the correlation menu on the working pair until the user leaves it, or 1,000 passes. The overlap is not
+// checked against the segment length here, as it is on the start menu.
+void cor_menu(Workspace& w);
+
+}  // namespace vorn

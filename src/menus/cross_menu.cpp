@@ -1,0 +1,167 @@
+#include "menus/cross_menu.h"
+
+#include "editing/ring_edits.h"
+#include "editing/working_pair.h"
+#include "graphs/series_graph.h"
+#include "menus/cor_menu.h"
+#include "records/edit_format.h"
+#include "toolkit/buttons.h"
+#include "toolkit/clicks.h"
+#include "toolkit/messages.h"
+#include "toolkit/prompts.h"
+#include "toolkit/scrolling.h"
+
+namespace vorn {
+namespace {
+
+constexpr int pass_limit = 20'000;
+
+const EditFormat insert_edit{"(\"Insert \",I4)"};
+const EditFormat delete_edit{"(\"Delete \",I4)"};
+const EditFormat width_edit{"(I5)"};
+
+class CrossMenu {
+ public:
+  explicit CrossMenu(Workspace& workspace) : w(workspace) {}
+
+  void run() {
+    w.tr1 = 1;
+    w.tr2 = 2;
+    set_chs(w);
+    show_saves();
+    w.b(button::upper_plot).on = w.b(button::lower_plot).on = false;
+    for (int pass = 0; pass < pass_limit; ++pass) {
+      plot_graph(w);
+      mouse_click(w, button::crossdating_first, button::crossdating_last);
+      if (w.mous == button::exit_crossdating) return;
+      act(w.mous);
+    }
+  }
+
+ private:
+  void act(int n) {
+    if (n >= button::scroll_first && n <= button::scroll_last) return scr(w, vv[(7 - n) % 6]);
+    if (n >= button::sample_first && n <= button::reference_last) return topbot(w, vv[n % 6]);
+    switch (n) {
+      case button::insert_ring:
+      case button::delete_ring:
+        return ask_for_year(n == button::insert_ring);
+      case button::upper_plot:
+      case button::lower_plot:
+        return edit_year(n == button::upper_plot);
+      case button::insertion_ok:
+      case button::deletion_ok:
+        return browse();
+      case button::insertion_not:
+      case button::deletion_not:
+        return undo(n == button::insertion_not);
+      case button::leave_pick:
+        w.ins = false;
+        return browse();
+      case button::choose_cores:
+        return;
+      case button::correlate:
+        return cor_menu(w);
+      case button::display_width:
+        return enter_width();
+      case button::line_plot:
+        return flip(w.lineon, n, "Line Plot", "Skeleton");
+      case button::indices:
+        return flip(w.indon, n, "Indices", "Raw Data");
+      case button::save_sample:
+      case button::save_reference:
+        return save(n == button::save_sample ? 1 : 2);
+      default:
+        return;
+    }
+  }
+
+  void show(int first, int last, bool on) {
+    for (int n = first; n <= last; ++n) w.b(n).on = on;
+  }
+
+  void show_saves() {
+    w.b(button::save_sample).on = w.tr1ok;
+    w.b(button::save_reference).on = w.tr2ok;
+  }
+
+  void browse() {
+    show(button::scroll_first, button::indices, true);
+    show(button::insertion_ok, button::leave_pick, false);
+    show_saves();
+  }
+
+  void ask_for_year(bool insert) {
+    w.ins = insert;
+    show(button::crossdating_first, button::crossdating_last, false);
+    w.b(button::upper_plot).on = w.tr1 <= w.nc;
+    w.b(button::lower_plot).on = w.tr2 <= w.nc;
+  }
+
+  int edited_slot() const { return w.nd + (w.ul ? 1 : 2); }
+
+  // The edit is applied at once and shown; the buttons then ask whether to keep it. A click on a year that
+  // the series does not have changes nothing and the pick goes on.
+  void edit_year(bool upper) {
+    w.ul = upper;
+    const int slot = edited_slot();
+    const int year = w.fs + static_cast<int>((w.msx - 200) / w.scx);
+    if (year < w.fy(slot) || year > w.ly(slot) + (w.ins ? 1 : 0)) return;
+    w.insdel = year;
+    show(button::upper_plot, button::leave_pick, false);
+    const int length = w.yr(slot);
+    if (w.ins) {
+      show(button::insertion_ok, button::insertion_not, true);
+      w.mtext(message::pending_edit) = edit(insert_edit, w.insdel);
+      ins_year(w, slot, false);
+    } else {
+      show(button::deletion_ok, button::deletion_not, true);
+      w.mtext(message::pending_edit) = edit(delete_edit, w.insdel);
+      del_year(w, slot);
+    }
+    applied_ = w.yr(slot) != length;
+  }
+
+  // An edit that was refused with a message has nothing to undo.
+  void undo(bool insertion) {
+    if (applied_ && insertion) del_year(w, edited_slot());
+    if (applied_ && !insertion) ins_year(w, edited_slot(), true);
+    browse();
+  }
+
+  void enter_width() {
+    std::int32_t v = w.sl;
+    get_int(w, button::display_width, v);
+    if (v > 20 && v < 12'001) {
+      w.sl = v;
+      w.ls = w.sl + w.fs - 1;
+      w.scx = 2500.0 / w.sl;
+    }
+    w.b(button::display_width).label = edit(width_edit, w.sl);
+  }
+
+  void flip(bool& display, int n, const char* set, const char* clear) {
+    display = !display;
+    w.b(n).label = display ? set : clear;
+  }
+
+  void save(int k) {
+    const int entry = k == 1 ? w.tr1 : w.tr2;
+    const int growth = w.yr(w.nd + k) - w.yr(entry);
+    if (w.ad(w.nd) + w.yr(w.nd) - 1 + growth > max_pool) return out_err(w, "Would be too many rings");
+    save_tree(w, k);
+    w.derived_stale = true;
+    w.b(k == 1 ? button::save_sample : button::save_reference).on = false;
+  }
+
+  Workspace& w;
+  bool applied_ = false;  // the edit that waits for " OK" or "NOT" changed the series
+};
+
+}  // namespace
+
+void cross_menu(Workspace& w) {
+  CrossMenu(w).run();
+}
+
+}  // namespace vorn

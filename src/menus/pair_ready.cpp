@@ -1,0 +1,31 @@
+#include "menus/pair_ready.h"
+
+#include "chronology/index_pipeline.h"
+#include "editing/working_pair.h"
+#include "statistics/chronology_summary.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+
+void refresh_derived(Workspace& w) {
+  if (!w.derived_stale) return;
+  if (w.nfil > 0 && w.rftype(w.cf) == file_format::tucson_index) {
+    for (int i = 1; i <= w.nc; ++i) data_man(w, i);
+  } else {
+    data_man2(w);
+  }
+  refresh_crns(w);
+  w.derived_stale = false;
+}
+
+bool set_pair(Workspace& w) {
+  refresh_derived(w);
+  if (w.nd < 2) {
+    out_err(w, "Need more than one core");
+    return false;
+  }
+  set_chs(w);
+  return true;
+}
+
+}  // namespace vorn
