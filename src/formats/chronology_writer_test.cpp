@@ -1,0 +1,176 @@
+#include "formats/chronology_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <limits>
+
+#include "support/file_bench.h"
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+class ChronologyWriter : public FileBench {
+ protected:
+  ChronologyWriter() { w.cnam(1) = "site01.rwl"; }
+
+  void chronology(int first_year, const std::vector<std::pair<double, int>>& years) {
+    w.cfy(1) = first_year;
+    w.cyr(1) = static_cast<int>(years.size());
+    w.cly(1) = first_year + w.cyr(1) - 1;
+    for (int k = 1; k <= w.cyr(1); ++k) {
+      std::tie(w.crn(k, 1), w.num(k, 1)) = years[static_cast<std::size_t>(k - 1)];
+    }
+  }
+
+  // The lines of the file that a choice of layout makes, without the first.
+  std::vector<std::string> lines(int choice, const std::string& name) {
+    w.b(choice).lit = true;
+    write_ind(w);
+    w.b(choice).lit = false;
+    std::istringstream file(ScratchFolder::read(name));
+    std::vector<std::string> all;
+    for (std::string line; std::getline(file, line);) all.push_back(line);
+    if (!all.empty()) all.erase(all.begin());
+    return all;
+  }
+  std::vector<std::string> index_lines() { return lines(button::crn_index, "Index.prn"); }
+  std::vector<std::string> column_lines() { return lines(button::crn_column, "Column.prn"); }
+
+  // The years that the lines of Index.prn are labelled with.
+  std::vector<std::string> labels() {
+    std::vector<std::string> all;
+    for (const std::string& line : index_lines()) all.push_back(line.substr(6, 4));
+    return all;
+  }
+};
+
+const std::pair<double, int> average = {1.0, 5};
+
+TEST_F(ChronologyWriter, Chronology1953To1990HasThreeLeadingFillersAndNineBehind) {
+  chronology(1953, std::vector(38, average));
+  const auto all = index_lines();
+  ASSERT_EQ(all.size(), 5u);
+  EXPECT_EQ(all[0], "site0119539990  09990  09990  01000  51000  51000  51000  51000  51000  51000  5  IND");
+  EXPECT_EQ(all[4], "site0119901000  59990  09990  09990  09990  09990  09990  09990  09990  09990  0  IND");
+  EXPECT_EQ(labels(), (std::vector<std::string>{"1953", "1960", "1970", "1980", "1990"}));
+  EXPECT_EQ(messages(), Messages{});
+}
+
+TEST_F(ChronologyWriter, FirstYearEndingIn0HasNoLeadingFillersButALineOfFillersBehindFullDecades) {
+  chronology(1950, std::vector(20, average));
+  const auto all = index_lines();
+  ASSERT_EQ(all.size(), 3u);
+  EXPECT_EQ(all[0].substr(10, 7), "1000  5");
+  EXPECT_EQ(all[2], "site0119709990  09990  09990  09990  09990  09990  09990  09990  09990  09990  0  IND");
+}
+
+TEST_F(ChronologyWriter, YearOfCount0Is9990InBothLayouts) {
+  chronology(1950, {{1.5, 5}, {1.25, 0}, {1.75, 3}});
+  EXPECT_EQ(index_lines()[0].substr(10, 21), "1500  59990  01750  3");
+  EXPECT_EQ(column_lines(), (std::vector<std::string>{"   1950   1500      5", "   1951   9990      0",
+                                                      "   1952   1750      3"}));
+}
+
+// A depth below 0 can only come from an index file.
+TEST_F(ChronologyWriter, YearOfNegativeCountIs9990InIndexPrnAloneAsMeant) {
+  chronology(1950, {{0.5, -1}});
+  EXPECT_EQ(index_lines()[0].substr(10, 7), "9990 -1");
+  EXPECT_EQ(column_lines()[0], "   1950    500     -1");
+}
+
+TEST_F(ChronologyWriter, ValueOf1Point0005IsWrittenAs1001) {
+  chronology(1950, {{1.0005, 5}});
+  EXPECT_EQ(index_lines()[0].substr(10, 7), "1001  5");
+  EXPECT_EQ(column_lines()[0], "   1950   1001      5");
+}
+
+TEST_F(ChronologyWriter, ValuesThatDoNotFitAreAsterisks) {
+  chronology(1950, {{987, 5}, {std::numeric_limits<double>::quiet_NaN(), 1000}});
+  EXPECT_EQ(index_lines()[0].substr(10, 14), "****  5*******");
+  EXPECT_EQ(column_lines(), (std::vector<std::string>{"   1950 987000      5", "   1951*******   1000"}));
+}
+
+// For -15 the rule gives a leading 5 and a first label of -10 + 5.
+TEST_F(ChronologyWriter, LabelsOfFirstYearsOf0AndBelowAreAsTheRuleGivesThem) {
+  chronology(-15, std::vector(10, average));
+  EXPECT_EQ(labels(), (std::vector<std::string>{"  -5", "   0"}));
+  chronology(0, std::vector(10, average));
+  EXPECT_EQ(labels(), (std::vector<std::string>{"  10", "  10", "  20"}));
+  chronology(-20, std::vector(5, average));
+  EXPECT_EQ(labels(), (std::vector<std::string>{" -10", " -10"}));
+}
+
+TEST_F(ChronologyWriter, ColumnTableHasAHeadingWithTheNameOfTheFile) {
+  chronology(-1, std::vector(2, average));
+  EXPECT_EQ(column_lines(), (std::vector<std::string>{"     -1   1000      5", "      0   1000      5"}));
+  EXPECT_EQ(ScratchFolder::read("Column.prn").substr(0, 85),
+            "   Year  Value  Count  site01.rwl" + std::string(50, ' ') + "\n ");
+}
+
+TEST_F(ChronologyWriter, ChronologyWithoutYearsIsALineOfFillersOrAHeadingAlone) {
+  chronology(1953, {});
+  EXPECT_EQ(labels(), std::vector<std::string>{"1953"});
+  EXPECT_EQ(column_lines(), std::vector<std::string>{});
+  w.cyr(1) = -1'001'899;  // as of a file whose only core has no length
+  EXPECT_EQ(labels(), std::vector<std::string>{"1953"});
+  EXPECT_EQ(column_lines(), std::vector<std::string>{});
+}
+
+TEST_F(ChronologyWriter, ChosenNameIsShownAsMessageLine52) {
+  chronology(1950, {average});
+  index_lines();
+  EXPECT_EQ(w.mtext(52).trimmed(), "Index.prn");
+  column_lines();
+  EXPECT_EQ(w.mtext(52).trimmed(), "Column.prn");
+}
+
+TEST_F(ChronologyWriter, WithBothChoicesIndexPrnIsWritten) {
+  chronology(1950, {average});
+  w.b(button::crn_column).lit = true;
+  index_lines();
+  EXPECT_TRUE(ScratchFolder::exists("Index.prn"));
+  EXPECT_FALSE(ScratchFolder::exists("Column.prn"));
+}
+
+TEST_F(ChronologyWriter, WithNeitherChoiceNothingIsWritten) {
+  chronology(1950, {average});
+  write_ind(w);
+  EXPECT_FALSE(ScratchFolder::exists("Index.prn"));
+  EXPECT_FALSE(ScratchFolder::exists("Column.prn"));
+  EXPECT_TRUE(w.mtext(52).blank());
+}
+
+TEST_F(ChronologyWriter, AfterAFailedOpenItsOneMessageIsAll) {
+  chronology(1950, std::vector(50, average));
+  std::filesystem::create_directory("Index.prn");
+  std::filesystem::create_directory("Column.prn");
+  w.b(button::crn_index).lit = true;
+  write_ind(w);
+  EXPECT_EQ(messages(), Messages{"OpenIndex.prn fail err =    21"});
+  w.b(button::crn_index).lit = false;
+  w.b(button::crn_column).lit = true;
+  write_ind(w);
+  EXPECT_EQ(messages(), Messages{"OpenColumn.prn fail err =    21"});
+}
+
+// Behind a link to a device that is always full.
+TEST_F(ChronologyWriter, FullDiskIsToldOnceWhenTheFileIsClosed) {
+  chronology(1950, {average});
+  std::filesystem::create_symlink("/dev/full", "Index.prn");
+  w.b(button::crn_index).lit = true;
+  write_ind(w);
+  EXPECT_EQ(messages(), Messages{"CloseIndex.prn fail err =    28"});
+}
+
+TEST_F(ChronologyWriter, FullDiskIsToldOnceAsWriteWhereItShowsEarlier) {
+  chronology(1950, std::vector(12'000, average));
+  std::filesystem::create_symlink("/dev/full", "Column.prn");
+  w.b(button::crn_column).lit = true;
+  write_ind(w);
+  EXPECT_EQ(messages(), Messages{"WriteColumn.prn fail err =    28"});
+}
+
+}  // namespace
+}  // namespace vorn
