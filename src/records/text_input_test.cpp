@@ -1,0 +1,234 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <vector>
+
+#include "records/text_file.h"
+#include "support/scratch_folder.h"
+
+namespace vorn {
+namespace {
+
+constexpr std::size_t mebibyte = std::size_t{1} << 20;
+
+class TextInputs : public testing::Test {
+ protected:
+  // All records of a file of these contents, up to 20 characters of each without trailing blanks.
+  static std::vector<std::string> records_of(std::string_view contents) {
+    ScratchFolder::write("records.txt", contents);
+    TextInput file;
+    EXPECT_EQ(file.open("records.txt"), status::ok);
+    std::vector<std::string> records;
+    Text<20> text;
+    int read = 0;
+    while ((read = file.read(line_, text)) == status::ok) records.emplace_back(text.trimmed());
+    EXPECT_EQ(read, status::end_of_file);
+    EXPECT_EQ(file.read(line_, text), status::end_of_file);
+    EXPECT_EQ(file.close(), status::ok);
+    return records;
+  }
+
+  using Records = std::vector<std::string>;
+  ScratchFolder folder_;
+  inline static const EditFormat line_{"(A20)"};
+};
+
+TEST_F(TextInputs, RecordsEndAtLineFeedAtRunsOfReturnsWithOneAndAtLoneReturns) {
+  const Records two{"one", "two"};
+  for (const char* contents : {"one\ntwo\n", "one\r\ntwo\r\n", "one\r\r\ntwo\r\r\r\n", "one\rtwo\r",
+                               "one\rtwo\n", "one\ntwo", "one\r\ntwo", "one\rtwo"})
+    EXPECT_EQ(records_of(contents), two) << testing::PrintToString(contents);
+}
+
+TEST_F(TextInputs, EmptyRecordsCount) {
+  EXPECT_EQ(records_of("\n"), Records({""}));
+  EXPECT_EQ(records_of("\r"), Records({""}));
+  EXPECT_EQ(records_of("one\n\ntwo\n\n"), Records({"one", "", "two", ""}));
+  EXPECT_EQ(records_of("one\r\n\r\ntwo"), Records({"one", "", "two"}));
+  EXPECT_EQ(records_of("one\n\rtwo"), Records({"one", "", "two"}));
+}
+
+TEST_F(TextInputs, ReturnsInARowWithoutALineFeedAreAnEndEach) {
+  EXPECT_EQ(records_of("one\r\rtwo\r\r\r"), Records({"one", "", "two", "", ""}));
+  EXPECT_EQ(records_of("\r\r"), Records({"", ""}));
+}
+
+TEST_F(TextInputs, AnEmptyFileHasNoRecord) {
+  EXPECT_EQ(records_of(""), Records());
+}
+
+TEST_F(TextInputs, ALastRecordOfNothingButCtrlZIsNone) {
+  for (const char* contents : {"one\n\x1a", "one\r\n\x1a\x1a\x1a", "one\n\x1a\r\n", "one\r\x1a"})
+    EXPECT_EQ(records_of(contents), Records({"one"})) << testing::PrintToString(contents);
+  EXPECT_EQ(records_of("\x1a"), Records());
+}
+
+TEST_F(TextInputs, CtrlZElsewhereIsACharacter) {
+  EXPECT_EQ(records_of("\x1a\none\n"), Records({"\x1a", "one"}));
+  EXPECT_EQ(records_of("one\x1a"), Records({"one\x1a"}));
+  EXPECT_EQ(records_of("\x1a\n\n"), Records({"\x1a", ""}));
+  EXPECT_EQ(records_of("\x1a\r\r"), Records({"\x1a", ""}));
+  EXPECT_EQ(records_of("\x1a x"), Records({"\x1a x"}));
+}
+
+// The same files, made so long that every kind of end falls on every place in the buffers.
+TEST_F(TextInputs, RecordsAreTheSameWhereverTheBufferEnds) {
+  constexpr std::size_t buffer = std::size_t{1} << 18;
+  for (const std::string end : {"\n", "\r\n", "\r\r\n", "\r"}) {
+    for (std::size_t before = buffer - 6; before <= buffer + 2; ++before) {
+      const auto records = records_of(std::string(before, 'x') + end + "two" + end + "\x1a");
+      ASSERT_EQ(records, Records({std::string(20, 'x'), "two"})) << before << testing::PrintToString(end);
+    }
+  }
+  for (std::size_t before = buffer - 4; before <= buffer + 1; ++before)
+    ASSERT_EQ(records_of(std::string(before, 'x') + "\r\r\rtwo"),
+              Records({std::string(20, 'x'), "", "", "two"}));
+}
+
+TEST_F(TextInputs, OnlyTheFirstMebibyteOfARecordIsKept) {
+  auto contents = std::string(3 * mebibyte, '1');
+  contents[mebibyte - 1] = '7';
+  contents[mebibyte] = '8';
+  ScratchFolder::write("long.txt", contents + "\r\n   5\n");
+  TextInput file;
+  ASSERT_EQ(file.open("long.txt"), status::ok);
+  std::int32_t last = -7, beyond = -7, next = -7;
+  EXPECT_EQ(file.read(EditFormat("(1048575X,I1,I1)"), last, beyond), status::ok);
+  EXPECT_EQ(last, 7);
+  EXPECT_EQ(beyond, 0);
+  EXPECT_EQ(file.read(EditFormat("(I4)"), next), status::ok);
+  EXPECT_EQ(next, 5);
+}
+
+TEST_F(TextInputs, CtrlZsByTheMebibyteAreNoRecordButWithATextBehindThemAreOne) {
+  EXPECT_EQ(records_of("one\n" + std::string(2 * mebibyte, '\x1a')), Records({"one"}));
+  EXPECT_EQ(records_of("one\n" + std::string(2 * mebibyte, '\x1a') + "x"),
+            Records({"one", std::string(20, '\x1a')}));
+}
+
+TEST_F(TextInputs, AFileOfReturnsAloneHasAsManyEmptyRecords) {
+  ScratchFolder::write("returns.txt", std::string(mebibyte, '\r'));
+  TextInput file;
+  ASSERT_EQ(file.open("returns.txt"), status::ok);
+  std::size_t records = 0;
+  while (file.read(line_) == status::ok) ++records;
+  EXPECT_EQ(records, mebibyte);
+}
+
+TEST_F(TextInputs, AReadOfNoItemsUsesOneRecord) {
+  ScratchFolder::write("records.txt", "one\ntwo\n");
+  TextInput file;
+  ASSERT_EQ(file.open("records.txt"), status::ok);
+  Text<20> text;
+  EXPECT_EQ(file.read(EditFormat("(I4)")), status::ok);
+  EXPECT_EQ(file.read(line_, text), status::ok);
+  EXPECT_EQ(text.trimmed(), "two");
+  EXPECT_EQ(file.read(EditFormat("()")), status::end_of_file);
+}
+
+TEST_F(TextInputs, ABadFieldOrItemUsesUpItsRecordAnUnusableFormatDoesNot) {
+  ScratchFolder::write("records.txt", "  zz\n   1\n   2\n   3\n");
+  TextInput file;
+  ASSERT_EQ(file.open("records.txt"), status::ok);
+  std::int32_t number = -7;
+  EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::not_a_number);
+  EXPECT_EQ(file.read(EditFormat("(I"), number), status::format_unusable);
+  EXPECT_EQ(number, -7);
+  EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::ok);
+  EXPECT_EQ(number, 1);
+  EXPECT_EQ(file.read(EditFormat("(A4)"), number), status::format_unusable);
+  EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::ok);
+  EXPECT_EQ(number, 3);
+}
+
+TEST_F(TextInputs, ItemsThatNoDescriptorWouldTakeUseOneRecordSoThatTheFileComesToItsEnd) {
+  ScratchFolder::write("records.txt", "1\n2\n");
+  TextInput file;
+  ASSERT_EQ(file.open("records.txt"), status::ok);
+  std::int32_t number = -7;
+  EXPECT_EQ(file.read(EditFormat("(4X)"), number), status::format_unusable);
+  EXPECT_EQ(file.read(EditFormat("(4X)"), number), status::format_unusable);
+  EXPECT_EQ(file.read(EditFormat("(4X)"), number), status::end_of_file);
+}
+
+TEST_F(TextInputs, ACommaEndsANumberInAFileButIsNoDigitInAText) {
+  ScratchFolder::write("records.txt", "1,23,4\n");
+  TextInput file;
+  ASSERT_EQ(file.open("records.txt"), status::ok);
+  std::array<std::int32_t, 3> numbers{};
+  EXPECT_EQ(file.read(EditFormat("(3I4)"), std::span(numbers)), status::ok);
+  EXPECT_EQ(numbers, (std::array<std::int32_t, 3>{1, 23, 4}));
+  EXPECT_EQ(edit_read("1,23,4", EditFormat("(3I4)"), std::span(numbers)), status::not_a_number);
+}
+
+TEST_F(TextInputs, AfterAFailedOpenEveryReadIsPastTheEnd) {
+  TextInput file;
+  std::int32_t number = -7;
+  EXPECT_EQ(file.open("missing.txt"), 2);
+  EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::end_of_file);
+  EXPECT_EQ(file.read(EditFormat("(I"), number), status::end_of_file);
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(number, -7);
+}
+
+TEST_F(TextInputs, AFolderGives21AtTheOpenAndNoRecords) {
+  std::filesystem::create_directory("folder");
+  TextInput file;
+  EXPECT_EQ(file.open("folder"), 21);
+  EXPECT_EQ(file.read(line_), status::end_of_file);
+  EXPECT_EQ(file.open("folder/"), 21);
+}
+
+TEST_F(TextInputs, ABlankNameOrOneWithAZeroByteNamesNothing) {
+  TextInput file;
+  EXPECT_EQ(file.open(""), 2);
+  EXPECT_EQ(file.open(Text<60>().view()), 2);
+  ScratchFolder::write("a", "1\n");
+  EXPECT_EQ(file.open(std::string_view("a\0b", 3)), 2);
+  EXPECT_FALSE(file_exists(std::string_view("a\0b", 3)));
+}
+
+TEST_F(TextInputs, TrailingBlanksAreNoPartOfANameLeadingOnesAre) {
+  ScratchFolder::write("a.rwl", "1\n");
+  TextInput file;
+  EXPECT_EQ(file.open(Text<60>("a.rwl").view()), status::ok);
+  EXPECT_EQ(file.open(" a.rwl"), 2);
+  EXPECT_TRUE(file_exists(Text<60>("a.rwl").view()));
+  EXPECT_FALSE(file_exists(" a.rwl"));
+}
+
+TEST_F(TextInputs, AFileOpenedAgainIsReadFromItsStart) {
+  ScratchFolder::write("records.txt", "one\ntwo\n");
+  TextInput file;
+  Text<20> text;
+  for (int time = 0; time < 2; ++time) {
+    ASSERT_EQ(file.open("records.txt"), status::ok);
+    EXPECT_EQ(file.read(line_, text), status::ok);
+    EXPECT_EQ(text.trimmed(), "one");
+  }
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(file.read(line_, text), status::end_of_file);
+}
+
+TEST_F(TextInputs, AMovedFileGoesOnWhereItWas) {
+  ScratchFolder::write("records.txt", "one\ntwo\n");
+  TextInput first;
+  Text<20> text;
+  ASSERT_EQ(first.open("records.txt"), status::ok);
+  EXPECT_EQ(first.read(line_, text), status::ok);
+  TextInput second(std::move(first));
+  EXPECT_EQ(second.read(line_, text), status::ok);
+  EXPECT_EQ(text.trimmed(), "two");
+}
+
+TEST_F(TextInputs, APipeThatNobodyWritesToIsAnEmptyFile) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  TextInput file;
+  EXPECT_EQ(file.open("pipe"), status::ok);
+  EXPECT_EQ(file.read(line_), status::end_of_file);
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,361 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <set>
+
+#include "records/text_file.h"
+#include "support/scratch_folder.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+// What `work` answers when it is done by a user who is not all-powerful.
+int as_ordinary_user(const std::function<int()>& work) {
+  constexpr uid_t nobody = 65534;
+  const pid_t child = fork();
+  if (child == 0) {
+    if (geteuid() == 0 && setuid(nobody) != 0) _exit(255);
+    _exit(work());
+  }
+  int ended = 0;
+  waitpid(child, &ended, 0);
+  return WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
+}
+
+class TextOutputs : public testing::Test {
+ protected:
+  // Nothing but these files may be in the folder.
+  static void expect_only(const std::set<std::string>& names) {
+    std::set<std::string> found;
+    for (const auto& entry : fs::directory_iterator(".")) found.insert(entry.path().filename().string());
+    EXPECT_EQ(found, names);
+  }
+
+  // Writes a file of one record from start to end.
+  static void write_whole(const std::string& name, const char* record) {
+    TextOutput file;
+    EXPECT_EQ(file.create(name), status::ok);
+    EXPECT_EQ(file.write(line_, record), status::ok);
+    EXPECT_EQ(file.close(), status::ok);
+  }
+
+  // What a file of `contents` holds after one record was added to it.
+  static std::string appended(std::string_view contents) {
+    ScratchFolder::write("file.txt", contents);
+    TextOutput file;
+    EXPECT_EQ(file.append("file.txt"), status::ok);
+    EXPECT_EQ(file.write(line_, "new"), status::ok);
+    EXPECT_EQ(file.close(), status::ok);
+    return ScratchFolder::read("file.txt");
+  }
+
+  ScratchFolder folder_;
+  inline static const EditFormat line_{"(A)"};
+};
+
+TEST_F(TextOutputs, RecordsEndWithLineFeeds) {
+  TextOutput file;
+  ASSERT_EQ(file.create("new.txt"), status::ok);
+  EXPECT_EQ(file.write(EditFormat("(A8,I4,3I6)"), Text<8>("KREUZ01"), 1953, 1, 2, 3), status::ok);
+  EXPECT_EQ(file.write(EditFormat("(2I3)"), 1, 2, 3), status::ok);
+  EXPECT_EQ(file.write(EditFormat("(I4)")), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("new.txt"), "KREUZ01 1953     1     2     3\n  1  2\n  3\n\n");
+  expect_only({"new.txt"});
+}
+
+TEST_F(TextOutputs, WhatWasWrittenTakesItsPlaceWhenItIsClosed) {
+  ScratchFolder::write("file.txt", "old\n");
+  TextOutput file;
+  ASSERT_EQ(file.create("file.txt   "), status::ok);
+  EXPECT_EQ(file.write(line_, "new"), status::ok);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, AFileWithoutRecordsIsEmpty) {
+  TextOutput file;
+  ASSERT_EQ(file.create("empty.txt"), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("empty.txt"), "");
+  EXPECT_TRUE(ScratchFolder::exists("empty.txt"));
+}
+
+TEST_F(TextOutputs, AnOutputThatGoesWithoutAClosingDropsWhatWasWritten) {
+  ScratchFolder::write("file.txt", "old\n");
+  {
+    TextOutput file;
+    ASSERT_EQ(file.create("file.txt"), status::ok);
+    EXPECT_EQ(file.write(line_, "new"), status::ok);
+    expect_only({"file.txt", "file.txt.vorn-part"});
+  }
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, ItemsThatDoNotSuitTheFormatWriteNothingAndLeaveTheFileGood) {
+  TextOutput file;
+  ASSERT_EQ(file.create("file.txt"), status::ok);
+  EXPECT_EQ(file.write(EditFormat("(A4,I4)"), "ABCD", 1.0), status::format_unusable);
+  EXPECT_EQ(file.write(EditFormat("(A"), "ABCD"), status::format_unusable);
+  EXPECT_EQ(file.write(line_, "good"), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "good\n");
+}
+
+TEST_F(TextOutputs, LongFilesAreWrittenWhole) {
+  TextOutput file;
+  ASSERT_EQ(file.create("long.txt"), status::ok);
+  std::string expected;
+  for (std::int32_t k = 0; k < 50000; ++k) {
+    ASSERT_EQ(file.write(EditFormat("(I8)"), k), status::ok);
+    expected += edit(EditFormat("(I8)"), k) + "\n";
+  }
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("long.txt"), expected);
+}
+
+TEST_F(TextOutputs, TheOlderFilesPermissionsAreKept) {
+  for (const mode_t mode : {0600u, 0640u, 0755u}) {
+    ScratchFolder::write("file.txt", "old\n");
+    ASSERT_EQ(chmod("file.txt", mode), 0);
+    write_whole("file.txt", "new");
+    struct stat about {};
+    ASSERT_EQ(stat("file.txt", &about), 0);
+    EXPECT_EQ(about.st_mode & 07777, mode);
+  }
+}
+
+TEST_F(TextOutputs, LinksAreFollowedAndStay) {
+  fs::create_directory("store");
+  ScratchFolder::write("store/file.txt", "old\n");
+  fs::create_symlink("store/file.txt", "first");
+  fs::create_symlink(fs::absolute("first"), "second");
+  write_whole("second", "new");
+  EXPECT_EQ(ScratchFolder::read("store/file.txt"), "new\n");
+  EXPECT_TRUE(fs::is_symlink("first"));
+  EXPECT_TRUE(fs::is_symlink("second"));
+  expect_only({"store", "first", "second"});
+}
+
+TEST_F(TextOutputs, ALinkToNothingMakesWhatItLeadsTo) {
+  fs::create_directory("store");
+  fs::create_symlink("store/file.txt", "link");
+  write_whole("link", "new");
+  EXPECT_EQ(ScratchFolder::read("store/file.txt"), "new\n");
+  EXPECT_TRUE(fs::is_symlink("link"));
+}
+
+TEST_F(TextOutputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
+  fs::create_symlink("a", "b");
+  fs::create_symlink("b", "a");
+  TextOutput file;
+  EXPECT_EQ(file.create("a"), ELOOP);
+  expect_only({"a", "b"});
+}
+
+TEST_F(TextOutputs, AFullDeviceIsWrittenDirectlyAndTellsAtTheLatestAtTheClosing) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
+  fs::create_symlink("/dev/full", "report.prn");
+  TextOutput file;
+  ASSERT_EQ(file.create("report.prn"), status::ok);
+  EXPECT_EQ(file.write(line_, "short"), status::ok);
+  EXPECT_EQ(file.close(), 28);
+  expect_only({"report.prn"});
+}
+
+TEST_F(TextOutputs, TheFirstFailedWriteIsToldOnceAndAllThatFollowsDoesNothing) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
+  fs::create_symlink("/dev/full", "report.prn");
+  TextOutput file;
+  ASSERT_EQ(file.create("report.prn"), status::ok);
+  int told = 0;
+  for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
+  EXPECT_EQ(told, 28);
+  EXPECT_EQ(file.write(line_, "more"), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+}
+
+TEST_F(TextOutputs, APipeWithoutAReaderIsAFailedOpen) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  TextOutput file;
+  EXPECT_EQ(file.create("pipe"), ENXIO);
+}
+
+TEST_F(TextOutputs, APipeIsWrittenDirectly) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
+  write_whole("pipe", "new");
+  char read_back[10] = {};
+  EXPECT_EQ(read(reader, read_back, sizeof read_back), 4);
+  EXPECT_STREQ(read_back, "new\n");
+  close(reader);
+  expect_only({"pipe"});
+}
+
+TEST_F(TextOutputs, APipeWhoseReaderGoesAwayIsAFailureAndNotTheEndOfTheProgram) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
+  TextOutput file;
+  ASSERT_EQ(file.create("pipe"), status::ok);
+  close(reader);
+  EXPECT_EQ(file.write(line_, "new"), status::ok);
+  EXPECT_EQ(file.close(), EPIPE);
+}
+
+TEST_F(TextOutputs, FoldersBlankNamesAndMissingFoldersAreFailedOpens) {
+  fs::create_directory("folder");
+  TextOutput file;
+  EXPECT_EQ(file.create("folder"), 21);
+  EXPECT_EQ(file.append("folder"), 21);
+  EXPECT_EQ(file.create("   "), 2);
+  EXPECT_EQ(file.append(""), 2);
+  EXPECT_EQ(file.create("missing/file.txt"), 2);
+  EXPECT_EQ(file.append("missing.txt"), 2);
+  expect_only({"folder"});
+}
+
+TEST_F(TextOutputs, AfterAFailedOpenWritesAndClosingDoNothing) {
+  TextOutput file;
+  EXPECT_EQ(file.create("missing/file.txt"), 2);
+  EXPECT_EQ(file.write(line_, "new"), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+  expect_only({});
+}
+
+TEST_F(TextOutputs, AFileThatMayNotBeWrittenGives13AndStays) {
+  ScratchFolder::write("file.txt", "old\n");
+  chmod("file.txt", 0444);
+  chmod(".", 0777);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create("file.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().append("file.txt"); }), 13);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, AFolderThatMayNotBeWrittenGivesTheNumberOfMakingTheNeighbour) {
+  ScratchFolder::write("file.txt", "old\n");
+  chmod("file.txt", 0666);
+  chmod(".", 0555);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create("file.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create("new.txt"); }), 13);
+  chmod(".", 0755);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, AKilledWriterCostsNothingAndWhatItLeavesDoesNotBlock) {
+  ScratchFolder::write("file.txt", "old\n");
+  const pid_t child = fork();
+  if (child == 0) {
+    TextOutput file;
+    file.create("file.txt");
+    for (int k = 0; k < 1000; ++k) file.write(line_, std::string(1000, 'x'));
+    raise(SIGKILL);
+  }
+  int ended = 0;
+  ASSERT_EQ(waitpid(child, &ended, 0), child);
+  ASSERT_TRUE(WIFSIGNALED(ended));
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  EXPECT_GT(fs::file_size("file.txt.vorn-part"), 0u);
+
+  write_whole("file.txt", "new");
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, ALinkLeftWhereTheNeighbourGoesIsNotFollowed) {
+  ScratchFolder::write("precious.txt", "precious\n");
+  fs::create_symlink("precious.txt", "file.txt.vorn-part");
+  write_whole("file.txt", "new");
+  EXPECT_EQ(ScratchFolder::read("precious.txt"), "precious\n");
+  EXPECT_FALSE(fs::is_symlink("file.txt"));
+}
+
+TEST_F(TextOutputs, TwoThatWriteTheSameFileDoNotMixTheLaterOneWins) {
+  ScratchFolder::write("file.txt", "old\n");
+  TextOutput first, second;
+  ASSERT_EQ(first.create("file.txt"), status::ok);
+  EXPECT_EQ(first.write(line_, "first"), status::ok);
+  ASSERT_EQ(second.create("file.txt"), status::ok);
+  EXPECT_EQ(second.write(line_, "second"), status::ok);
+  EXPECT_EQ(first.close(), EBUSY);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  EXPECT_EQ(second.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "second\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, AppendedRecordsFollowTheOlderOnes) {
+  EXPECT_EQ(appended("one\ntwo\n"), "one\ntwo\nnew\n");
+  EXPECT_EQ(appended("one\r\ntwo\r\n"), "one\r\ntwo\r\nnew\n");
+  EXPECT_EQ(appended("one\rtwo\r"), "one\rtwo\rnew\n");
+  EXPECT_EQ(appended(""), "new\n");
+  EXPECT_EQ(appended("\n\n"), "\n\nnew\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, ALastLineWithoutAnEndIsGivenOneBeforeRecordsAreAppended) {
+  EXPECT_EQ(appended("one\ntwo"), "one\ntwo\nnew\n");
+  EXPECT_EQ(appended("one\n "), "one\n \nnew\n");
+}
+
+TEST_F(TextOutputs, ATrailingCtrlZIsTakenAwayBeforeRecordsAreAppended) {
+  EXPECT_EQ(appended("one\n\x1a"), "one\nnew\n");
+  EXPECT_EQ(appended("one\r\n\x1a\x1a\x1a"), "one\r\nnew\n");
+  EXPECT_EQ(appended("one\x1a"), "one\nnew\n");
+  EXPECT_EQ(appended("one\n\x1a\r\n"), "one\nnew\n");
+  EXPECT_EQ(appended("\x1a"), "new\n");
+  EXPECT_EQ(appended("\x1a\n"), "new\n");
+}
+
+TEST_F(TextOutputs, CtrlZElsewhereStaysWhenRecordsAreAppended) {
+  EXPECT_EQ(appended("\x1a\none\n"), "\x1a\none\nnew\n");
+  EXPECT_EQ(appended("one\x1a\n"), "one\x1a\nnew\n");
+  EXPECT_EQ(appended("\x1a\n\n"), "\x1a\n\nnew\n");
+}
+
+// The end of the file falls on every place around the end of a block.
+TEST_F(TextOutputs, FilesOfEveryLengthAreCopiedWholeBeforeRecordsAreAppended) {
+  for (std::size_t length = 65530; length <= 65540; ++length) {
+    const std::string text(length, 'x');
+    ASSERT_EQ(appended(text + "\r\n\x1a\x1a"), text + "\r\nnew\n") << length;
+    ASSERT_EQ(appended(text), text + "\nnew\n") << length;
+  }
+}
+
+TEST_F(TextOutputs, AnAppendThatIsNotClosedLeavesTheOlderFileAsItWas) {
+  ScratchFolder::write("file.txt", "old\x1a");
+  {
+    TextOutput file;
+    ASSERT_EQ(file.append("file.txt"), status::ok);
+    EXPECT_EQ(file.write(line_, "new"), status::ok);
+  }
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\x1a");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, AMovedOutputGoesOn) {
+  TextOutput first;
+  ASSERT_EQ(first.create("file.txt"), status::ok);
+  EXPECT_EQ(first.write(line_, "one"), status::ok);
+  TextOutput second(std::move(first));
+  EXPECT_EQ(second.write(line_, "two"), status::ok);
+  EXPECT_EQ(second.close(), status::ok);
+  EXPECT_EQ(first.close(), status::ok);  // NOLINT: what was moved from is empty
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "one\ntwo\n");
+}
+
+}  // namespace
+}  // namespace vorn
