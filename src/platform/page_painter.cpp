@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
+
+#include "plot/font_metrics.h"
 
 namespace vorn {
 namespace {
@@ -61,6 +64,7 @@ class PagePainter {
 
  private:
   void fill(const Mark& mark) {
+    forget_below(polygon(mark).boundingRect());
     painter_.setRenderHint(QPainter::Antialiasing, !sharp(mark));
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(palette_colour(mark.colour));
@@ -83,6 +87,7 @@ class PagePainter {
   }
 
   void write(const Mark& mark) {
+    if (!is_new(mark)) return;
     const QString text = shown_characters(mark.writing);
     const Typeface& face = typefaces_.of(mark.font);
     const double width = QFontMetricsF(face.font).horizontalAdvance(text);
@@ -96,6 +101,24 @@ class PagePainter {
     painter_.setPen(palette_colour(mark.colour));
     painter_.drawText(QPointF(-shift, face.capital), text);
     painter_.restore();
+  }
+
+  // A text written again over itself would come out bolder, because its edges are antialiased.
+  bool is_new(const Mark& mark) {
+    const auto same = [&](const Mark* earlier) { return *earlier == mark; };
+    if (std::any_of(written_.begin(), written_.end(), same)) return false;
+    written_.push_back(&mark);
+    return true;
+  }
+
+  // What a fill may have covered, if only in part, counts as new when it is written again.
+  void forget_below(const QRectF& area) {
+    std::erase_if(written_, [&](const Mark* mark) {
+      const Box box = text_extent(*mark);
+      const double reach = mark->angle == 0 ? mark->height : box.right - box.left;
+      return area.intersects(QRectF(QPointF(box.left, box.top), QPointF(box.right, box.bottom))
+                                 .adjusted(-reach, -reach, reach, reach));
+    });
   }
 
   bool sharp(const Mark& mark) const { return device_ == Device::pixels && is_upright(mark); }
@@ -116,6 +139,7 @@ class PagePainter {
   const Typefaces& typefaces_;
   Device device_;
   double scale_ = 1;
+  std::vector<const Mark*> written_;  // the writing that stands as it was painted
 };
 
 }  // namespace

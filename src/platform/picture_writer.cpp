@@ -13,6 +13,7 @@
 #include <cctype>
 #include <clocale>
 #include <filesystem>
+#include <iostream>
 #include <sstream>
 
 #include "platform/page_painter.h"
@@ -35,6 +36,11 @@ QByteArray as_text(const Page& page) {
   std::ostringstream out;
   page.write_text(out);
   return QByteArray::fromStdString(out.str());
+}
+
+// While what paints is made: what it remarks on folders that only a real session has is of no use here.
+void on_start_message(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) std::cerr << message.toStdString() << '\n';
 }
 
 bool paint_png(const Page& page, const Typefaces& typefaces, QBuffer& out) {
@@ -92,7 +98,9 @@ const Typefaces& PictureWriter::typefaces() {
   if (!QCoreApplication::instance()) {
     std::transform(arguments_.begin(), arguments_.end(), argument_pointers_.begin(),
                    [](std::string& argument) { return argument.data(); });
+    const auto usual = qInstallMessageHandler(on_start_message);
     application_ = std::make_unique<QGuiApplication>(argument_count_, argument_pointers_.data());
+    qInstallMessageHandler(usual);
     std::setlocale(LC_NUMERIC, "C");  // which the application object changed: numbers in files have points
   }
   if (!typefaces_) typefaces_ = std::make_unique<Typefaces>();

@@ -97,6 +97,25 @@ TEST_F(Pictures, TextsAreAsWideAsTheirMetricsSay) {
   }
 }
 
+TEST_F(Pictures, ATextWrittenAgainOverItselfDoesNotComeOutBolder) {
+  plot.messag("PARAMETER OPTIONS", 440, 435);
+  const QImage once = painted();
+  for (int i = 0; i < 6; ++i) plot.messag("PARAMETER OPTIONS", 440, 435);
+  EXPECT_EQ(painted(), once);
+}
+
+TEST_F(Pictures, ATextWrittenAgainAfterItWasCoveredIsSeenAgain) {
+  plot.messag("Exit", 440, 435);
+  const QImage once = painted();
+  plot.setclr(colour::paper);
+  plot.rectangle(450, 440, 2100, 450);
+  EXPECT_NE(painted(), once);
+  plot.rectangle(400, 400, 2100, 500);
+  plot.setclr(colour::ink);
+  plot.messag("Exit", 440, 435);
+  EXPECT_EQ(painted(), once);
+}
+
 TEST_F(Pictures, ControlCharactersAreNotSeen) {
   plot.messag("A\x08\x1B\x7FZ", 100, 100);
   const QRectF with = ink_extent();

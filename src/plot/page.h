@@ -37,6 +37,8 @@ struct Mark {
   Font font = Font::arial;
   Align align = Align::left;  // which end of the upper edge of the writing stands at its place; l, c or r
   int angle = 0;              // degrees, counterclockwise, about its place
+
+  bool operator==(const Mark&) const = default;
 };
 
 // Everything that has been drawn since the page was emptied last.
