@@ -12,7 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -98,7 +97,7 @@ enum class Commas { end_a_field, are_no_digits };
 int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items,
                Commas commas);
 
-// Reads from the one record `text`.
+// Reads from the one record `text`, the blanks at the end of which are no part of it.
 int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items);
 
 // Makes as many records as `items` need (one, when there are none), joined by line feeds without one at the

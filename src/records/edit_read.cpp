@@ -3,6 +3,7 @@
 
 #include "records/edit_format.h"
 #include "records/edit_walk.h"
+#include "records/item_list.h"
 #include "records/number_text.h"
 
 namespace vorn {
@@ -11,52 +12,16 @@ namespace {
 // One item on its own.
 using Place = std::variant<std::int32_t*, double*, std::span<char>>;
 
-// Goes through a list of items, each number of a span on its own.
-class Places {
- public:
-  explicit Places(std::span<const ReadItem> items) : items_(items) { pass_finished(); }
-
-  bool empty() const { return items_.empty(); }
-
-  // The place for the next item. There must be one.
-  Place current() const {
-    return std::visit([this](auto item) { return place(item); }, items_.front());
-  }
-  void advance() {
-    ++index_;
-    pass_finished();
-  }
-
- private:
+struct PlaceOf {
   template <class Number>
-  Place place(Number* number) const {
+  Place operator()(Number* number, std::size_t) const {
     return number;
   }
   template <class Number>
-  Place place(std::span<Number> numbers) const {
-    return &numbers[index_];
+  Place operator()(std::span<Number> numbers, std::size_t k) const {
+    return &numbers[k];
   }
-  Place place(std::span<char> text) const { return text; }
-
-  template <class Number>
-  static std::size_t count(Number*) {
-    return 1;
-  }
-  template <class Number>
-  static std::size_t count(std::span<Number> numbers) {
-    return numbers.size();
-  }
-  static std::size_t count(std::span<char>) { return 1; }
-
-  void pass_finished() {
-    while (!items_.empty() && index_ >= std::visit([](auto item) { return count(item); }, items_.front())) {
-      items_ = items_.subspan(1);
-      index_ = 0;
-    }
-  }
-
-  std::span<const ReadItem> items_;
-  std::size_t index_ = 0;  // within the first of them
+  Place operator()(std::span<char> text, std::size_t) const { return text; }
 };
 
 // The record that is being read and the column that comes next.
@@ -137,19 +102,19 @@ int read_items(RecordSource& source, const EditFormat& format, std::span<const R
                Commas commas) {
   if (!format.usable()) return status::format_unusable;
   Columns columns(source, commas);
-  Places places(items);
+  ItemList<ReadItem> list(items);
   EditWalk walk(format);
   if (const int ended = columns.next_record()) return ended;
   for (;;) {
     const EditStep* step = walk.next();
     if (!step) {
-      if (places.empty()) return status::ok;
+      if (list.empty()) return status::ok;
       if (!walk.start_again()) return status::format_unusable;
       if (const int ended = columns.next_record()) return ended;
     } else if (step->moves_data()) {
-      if (places.empty()) return status::ok;
-      if (const int bad = read_place(columns, *step, places.current())) return bad;
-      places.advance();
+      if (list.empty()) return status::ok;
+      if (const int bad = read_place(columns, *step, list.front(PlaceOf()))) return bad;
+      list.pop_front();
     } else if (step->kind == EditStep::Kind::blanks) {
       columns.skip(step->width);
     } else if (step->kind == EditStep::Kind::literal) {

@@ -3,6 +3,7 @@
 
 #include "records/edit_format.h"
 #include "records/edit_walk.h"
+#include "records/item_list.h"
 #include "records/number_text.h"
 
 namespace vorn {
@@ -11,50 +12,16 @@ namespace {
 // One item on its own.
 using Value = std::variant<Integer, double, std::string_view>;
 
-// Goes through a list of items, each number of a span on its own.
-class Values {
- public:
-  explicit Values(std::span<const WriteItem> items) : items_(items) { pass_finished(); }
-
-  bool empty() const { return items_.empty(); }
-
-  // The next item. There must be one.
-  Value take() {
-    const Value value = std::visit([this](auto item) { return this->value(item); }, items_.front());
-    ++index_;
-    pass_finished();
-    return value;
-  }
-
- private:
+struct ValueOf {
   template <class Item>
-  Value value(Item item) const {
+  Value operator()(const Item& item, std::size_t) const {
     return item;
   }
   template <class Number>
-  Value value(std::span<Number> numbers) const {
-    return value(numbers[index_]);
+  Value operator()(std::span<Number> numbers, std::size_t k) const {
+    return numbers[k];
   }
-  Value value(std::int32_t number) const { return Integer(number); }
-
-  template <class Item>
-  static std::size_t count(Item) {
-    return 1;
-  }
-  template <class Number>
-  static std::size_t count(std::span<Number> numbers) {
-    return numbers.size();
-  }
-
-  void pass_finished() {
-    while (!items_.empty() && index_ >= std::visit([](auto item) { return count(item); }, items_.front())) {
-      items_ = items_.subspan(1);
-      index_ = 0;
-    }
-  }
-
-  std::span<const WriteItem> items_;
-  std::size_t index_ = 0;  // within the first of them
+  Value operator()(std::span<const std::int32_t> numbers, std::size_t k) const { return Integer(numbers[k]); }
 };
 
 // Records in the making. Blanks of an X are written only when something follows them.
@@ -79,27 +46,18 @@ class RecordMaker {
 
   int add(const EditStep& step, const Value& value) {
     const auto width = static_cast<std::size_t>(step.width);
-    switch (step.kind) {
-      case EditStep::Kind::text: {
-        const auto* text = std::get_if<std::string_view>(&value);
-        return text ? add_text(*text, width == 0 ? text->size() : width) : status::format_unusable;
-      }
-      case EditStep::Kind::integer: {
-        const auto* number = std::get_if<Integer>(&value);
-        if (!number || !make_room(width)) return status::format_unusable;
-        if (*number)
-          append_integer(records_, **number, width, plus_);
-        else
-          records_.append(width, '*');
-        return status::ok;
-      }
-      default: {
-        const auto* number = std::get_if<double>(&value);
-        if (!number || !make_room(width)) return status::format_unusable;
-        append_real(records_, *number, width, step.decimals, plus_);
-        return status::ok;
-      }
-    }
+    const auto* text = std::get_if<std::string_view>(&value);
+    const auto* integer = std::get_if<Integer>(&value);
+    const auto* real = std::get_if<double>(&value);
+    if (step.kind == EditStep::Kind::text && text) return add_text(*text, width == 0 ? text->size() : width);
+    if (!make_room(width)) return status::format_unusable;
+    if (step.kind == EditStep::Kind::integer && integer)
+      add_integer(*integer, width);
+    else if (step.kind == EditStep::Kind::real && real)
+      append_real(records_, *real, width, step.decimals, plus_);
+    else
+      return status::format_unusable;
+    return status::ok;
   }
 
   void end_record() {
@@ -124,6 +82,13 @@ class RecordMaker {
     return status::ok;
   }
 
+  void add_integer(Integer number, std::size_t width) {
+    if (number)
+      append_integer(records_, *number, width, plus_);
+    else
+      records_.append(width, '*');
+  }
+
   std::string& records_;
   std::size_t start_ = 0;   // of the last record
   std::size_t blanks_ = 0;  // that wait
@@ -133,19 +98,20 @@ class RecordMaker {
 int make_records(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
   if (!format.usable()) return status::format_unusable;
   RecordMaker maker(records);
-  Values values(items);
+  ItemList<WriteItem> list(items);
   EditWalk walk(format);
   for (;;) {
     const EditStep* step = walk.next();
     if (!step) {
-      if (values.empty()) return status::ok;
+      if (list.empty()) return status::ok;
       if (!walk.start_again()) return status::format_unusable;
       maker.end_record();
       continue;
     }
-    if (step->moves_data() && values.empty()) return status::ok;
-    const int bad = step->moves_data() ? maker.add(*step, values.take()) : maker.add(*step);
+    if (step->moves_data() && list.empty()) return status::ok;
+    const int bad = step->moves_data() ? maker.add(*step, list.front(ValueOf())) : maker.add(*step);
     if (bad) return bad;
+    if (step->moves_data()) list.pop_front();
   }
 }
 
