@@ -8,10 +8,12 @@
 namespace vorn {
 namespace {
 
-// The texts, one a line.
+// The texts, one a line, each once.
 std::string listed(const std::vector<std::string>& texts) {
   std::string result;
-  for (const std::string& text : texts) result += "\n    " + text;
+  for (auto text = texts.begin(); text != texts.end(); ++text) {
+    if (std::find(texts.begin(), text, *text) == text) result += "\n    " + *text;
+  }
   return texts.empty() ? " nothing" : result;
 }
 

@@ -125,6 +125,7 @@ TEST(ScriptedScreen, AFailedExpectationIsStatus1AtOnceAndTellsWhatIsThere) {
   ScriptedRun run("enter\n\nexpect Cancel\nenter\n");
   run.plot.messag("Quit", 2245, 42);
   run.plot.messag(" Yes", 845, 552);
+  run.plot.messag(" Yes", 845, 672);
   EXPECT_EQ(run.codes(), Codes{13});
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_EQ(run.said, "test.script:3: expected \"Cancel\"; on the page:\n    Quit\n     Yes");

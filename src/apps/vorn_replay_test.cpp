@@ -1,0 +1,116 @@
+// The program as users start it: what a run of vorn_replay ends with and what it says.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+#include "support/scratch_folder.h"
+
+namespace vorn {
+namespace {
+
+struct Replay : testing::Test {
+  // In a folder with an empty list the start menu comes up without any series.
+  Replay() { folder.write("Vorn.fil", ""); }
+
+  // Runs a shell command; the exit status, and in `said` and `printed` what went to the two outputs.
+  int run(const std::string& command) {
+    const int status = std::system((command + " >printed.log 2>said.log").c_str());
+    said = folder.read("said.log");
+    printed = folder.read("printed.log");
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  int replay(const std::string& script) {
+    folder.write("session.vrs", script);
+    return run(VORN_REPLAY " session.vrs");
+  }
+  ScratchFolder folder;
+  std::string said, printed;
+};
+
+TEST_F(Replay, QuitEndsWith0) {
+  EXPECT_EQ(replay("expect Leave the Program\npress 102\n"), 0) << said;
+  EXPECT_EQ(printed, "");
+}
+
+TEST_F(Replay, WhatWasNotReachedIsToldAndChangesNoStatus) {
+  EXPECT_EQ(replay("press 102\nenter\n"), 0);
+  EXPECT_NE(said.find("session.vrs:2: the program ended before this line was reached\n"), std::string::npos)
+      << said;
+}
+
+TEST_F(Replay, AFailedExpectationEndsWith1) {
+  EXPECT_EQ(replay("refuse Crossdate\npress 102\n"), 1);
+  EXPECT_NE(said.find("session.vrs:1: refused \"Crossdate\"; on the page:\n"), std::string::npos) << said;
+}
+
+TEST_F(Replay, AnInvalidScriptEndsWith2BeforeAnythingRuns) {
+  EXPECT_EQ(replay("page before.txt\npress 102\nkey 5\njump\n"), 2);
+  EXPECT_EQ(said,
+            "session.vrs:3: 5 is no key (see click and help)\nsession.vrs:4: \"jump\" is no statement\n");
+  EXPECT_FALSE(folder.exists("before.txt"));
+}
+
+TEST_F(Replay, AScriptThatCannotBeReadEndsWith2) {
+  EXPECT_EQ(run(VORN_REPLAY " missing.vrs"), 2);
+  EXPECT_EQ(said, "vorn_replay: missing.vrs cannot be read\n");
+  EXPECT_EQ(run(VORN_REPLAY " ."), 2);
+  EXPECT_EQ(run(VORN_REPLAY), 2);
+  EXPECT_EQ(run(VORN_REPLAY " a b"), 2);
+}
+
+TEST_F(Replay, TheEndOfTheScriptWhileTheProgramWaitsEndsWith3) {
+  EXPECT_EQ(replay("# nothing is done\n"), 3);
+  EXPECT_NE(said.find("the script ended while the program was waiting for a click or key"),
+            std::string::npos);
+}
+
+TEST_F(Replay, AMissingListFileEndsWith4) {
+  std::filesystem::remove("Vorn.fil");
+  EXPECT_EQ(replay("enter\nenter\n"), 4);
+  EXPECT_NE(said.find("Vorn.fil"), std::string::npos) << said;
+}
+
+TEST_F(Replay, TheScriptCanComeFromStandardInput) {
+  EXPECT_EQ(run("echo press 102 | " VORN_REPLAY " -"), 0) << said;
+}
+
+TEST_F(Replay, APressedButtonIsClickedInItsMiddle) {
+  // "Yes" of the spline becomes "No"; the field of the cut-off takes a number.
+  EXPECT_EQ(replay("press 94\nexpect  No\npress 97\ntype 40\nenter\nexpect    40\npress 102\n"), 0) << said;
+}
+
+TEST_F(Replay, PagesAreWrittenAlongTheWay) {
+  EXPECT_EQ(replay("page start.txt\npage start.png\npage start.svg\npage start.pdf\npress 102\n"), 0) << said;
+  EXPECT_NE(folder.read("start.txt").find("text 15 25 2245 42 \"Quit\"\n"), std::string::npos);
+  EXPECT_TRUE(folder.read("start.png").starts_with("\x89PNG"));
+  EXPECT_TRUE(folder.read("start.svg").starts_with("<?xml"));
+  EXPECT_TRUE(folder.read("start.pdf").starts_with("%PDF"));
+  EXPECT_EQ(printed, "");
+}
+
+TEST_F(Replay, SaysWhatItIs) {
+  EXPECT_EQ(run(VORN_REPLAY " --version"), 0);
+  EXPECT_TRUE(printed.starts_with("vorn_replay 0.")) << printed;
+  EXPECT_EQ(run(VORN_REPLAY " --help"), 0);
+  EXPECT_TRUE(printed.starts_with("usage: vorn_replay SCRIPT")) << printed;
+}
+
+struct DesktopProgram : Replay {};
+
+TEST_F(DesktopProgram, WithoutADisplayItSaysWhatToDoInstead) {
+  EXPECT_EQ(run("env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " VORNOSX), 1);
+  EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+  EXPECT_NE(said.find("vorn_replay SCRIPT"), std::string::npos) << said;
+}
+
+TEST_F(DesktopProgram, TakesNoArguments) {
+  EXPECT_EQ(run(VORNOSX " folder"), 2);
+  EXPECT_EQ(run(VORNOSX " --version"), 0);
+  EXPECT_TRUE(printed.starts_with("VORNosx 0.")) << printed;
+}
+
+}  // namespace
+}  // namespace vorn
