@@ -2,10 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
 
+#include "plot/font_metrics.h"
 #include "plot/plot.h"
+#include "plot/visible_text.h"
 #include "support/desk.h"
 #include "support/scratch_folder.h"
 #include "toolkit/button_table.h"
@@ -176,6 +182,90 @@ TEST_F(Help, AtMost500RecordsAreRead) {
 TEST_F(Help, AnEmptyLineIsAnEndMarker) {
   ask(1, 1, "\n" + record(0, 0, 0, 0, "behind it"));
   EXPECT_EQ(desk_.marks(), box_marks);
+}
+
+// --- The help file that comes with the examples.
+
+struct SampleRecord {
+  int kind = 0, button = 0, message = 0;
+  std::string title;
+  std::vector<std::string> lines = {};
+};
+
+class SampleHelp : public Help {
+ protected:
+  SampleHelp() { std::filesystem::copy_file(VORN_SOURCE_DIR "/examples/Help.prn", "Help.prn"); }
+
+  static std::vector<SampleRecord> records() {
+    std::istringstream file(folder_read());
+    std::vector<SampleRecord> all;
+    std::string line;
+    std::getline(file, line);
+    std::getline(file, line);
+    while (std::getline(file, line)) {
+      SampleRecord record{.kind = std::stoi(line.substr(0, 2)),
+                          .button = std::stoi(line.substr(2, 4)),
+                          .message = std::stoi(line.substr(6, 4)),
+                          .title = line.substr(14)};
+      record.lines.resize(static_cast<std::size_t>(std::stoi(line.substr(10, 4))));
+      for (std::string& text : record.lines) std::getline(file, text);
+      all.push_back(record);
+    }
+    return all;
+  }
+  static std::string folder_read() { return ScratchFolder::read("Help.prn"); }
+};
+
+TEST_F(SampleHelp, HasARecordForEachButtonOfTheStartMenuAndEachMessageLineAsked) {
+  const auto all = records();
+  for (int n = button::start_first; n <= button::start_last; ++n) {
+    const auto is_of = [n](const SampleRecord& record) { return record.button == n; };
+    EXPECT_EQ(std::count_if(all.begin(), all.end(), is_of), n == 103 ? 0 : 1) << n;  // 103 is no button
+  }
+  for (int i = 20; i <= 37; ++i) {
+    const auto is_of = [i](const SampleRecord& record) { return record.message == i; };
+    EXPECT_EQ(std::count_if(all.begin(), all.end(), is_of), 1) << i;
+  }
+}
+
+TEST_F(SampleHelp, OnlyTheEndMarkerHasMessageNumber0) {
+  const auto all = records();
+  for (const SampleRecord& record : all) {
+    EXPECT_EQ(record.message == 0, &record == &all.back()) << record.title;
+    EXPECT_EQ(record.kind == 0, &record == &all.back()) << record.title;
+  }
+}
+
+TEST_F(SampleHelp, EveryTitleAndTextLineFitsItsColumnsAndTheBox) {
+  for (const SampleRecord& record : records()) {
+    EXPECT_LE(record.title.size(), 80u) << record.title;
+    EXPECT_LT(88 + text_width(record.title, 25, Font::arial), 1640) << record.title;
+    ASSERT_EQ(record.lines.size(), 1u) << record.title;
+    EXPECT_LE(record.lines[0].size(), 80u) << record.lines[0];
+    EXPECT_LT(88 + text_width(record.lines[0], 20, Font::arial), 1640) << record.lines[0];
+  }
+}
+
+TEST_F(SampleHelp, WhatUsersSeeIsTheEndMarkersAdvice) {
+  ask_as_it_is(900, 560);
+  EXPECT_EQ(desk_.log.str(), "");
+  EXPECT_EQ(visible_texts(w.plot.page()),
+            (std::vector<std::string>{records().back().title, records().back().lines[0]}));
+  EXPECT_TRUE(desk_.reads("Click a button to use it."));
+}
+
+TEST_F(SampleHelp, EveryRecordCanBeReachedByItsNumber) {
+  for (const SampleRecord& record : records()) {
+    if (record.kind == 0) continue;
+    Rectangle& place = record.kind == 1 ? w.b(record.button) : w.madd(record.message);
+    const Rectangle before = place;
+    place = {5, 9, 9, 5};  // on its head, where the test looks
+    w.b(button::chronology_list).on = true;
+    ask_as_it_is(7, 7);
+    EXPECT_EQ(visible_texts(w.plot.page()), (std::vector<std::string>{record.title, record.lines.at(0)}));
+    place = before;
+  }
+  EXPECT_EQ(desk_.log.str(), "");
 }
 
 }  // namespace
