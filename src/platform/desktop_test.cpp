@@ -102,6 +102,33 @@ TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
               testing::ExitedWithCode(0x55), "");
 }
 
+TEST_F(Desktop, ADenseScreenGetsAsManyPixelsAsItHas) {
+  EXPECT_EXIT(
+      {
+        setenv("QT_SCALE_FACTOR", "2", 1);
+        run([](Screen& screen) {
+          screen.show(Page());
+          int pixels_a_point = 0, thinnest = 0;
+          QMetaObject::invokeMethod(
+              QCoreApplication::instance(),
+              [&] {
+                QWidget& window = *QApplication::topLevelWidgets().first();
+                window.resize(297, 210);
+                Plot plot(screen);
+                plot.setclr(colour::ink);
+                plot.line(0, 1000, Page::width, 1000);
+                plot.show();
+                const QImage image = window.grab().toImage();
+                pixels_a_point = image.width() / window.width();
+                for (int y = 0; y < image.height(); ++y) thinnest += qGray(image.pixel(100, y)) == 0;
+              },
+              Qt::BlockingQueuedConnection);
+          return 10 * pixels_a_point + thinnest;  // the line is one of the screen's own pixels thin
+        });
+      },
+      testing::ExitedWithCode(21), "");
+}
+
 TEST_F(Desktop, WithoutADisplayOneLineSaysWhatToDo) {
   EXPECT_EXIT(
       {

@@ -63,6 +63,12 @@ class PagePainter {
   }
 
  private:
+  // Writing that stands as it was painted, with all the room that its letters may take.
+  struct Written {
+    const Mark* mark;
+    QRectF around;
+  };
+
   void fill(const Mark& mark) {
     forget_below(polygon(mark).boundingRect());
     painter_.setRenderHint(QPainter::Antialiasing, !sharp(mark));
@@ -105,20 +111,21 @@ class PagePainter {
 
   // A text written again over itself would come out bolder, because its edges are antialiased.
   bool is_new(const Mark& mark) {
-    const auto same = [&](const Mark* earlier) { return *earlier == mark; };
+    const auto same = [&](const Written& earlier) { return *earlier.mark == mark; };
     if (std::any_of(written_.begin(), written_.end(), same)) return false;
-    written_.push_back(&mark);
+    const Box box = text_extent(mark);
+    // Letters reach below their line; turned writing, or writing that ends at its place, lies elsewhere
+    // around it.
+    const bool plain = mark.angle == 0 && mark.align == Align::left;
+    const double reach = plain ? mark.height : mark.height + box.right - box.left;
+    const QRectF letters(QPointF(box.left, box.top), QPointF(box.right, box.bottom));
+    written_.push_back({&mark, letters.adjusted(-reach, -reach, reach, reach)});
     return true;
   }
 
   // What a fill may have covered, if only in part, counts as new when it is written again.
   void forget_below(const QRectF& area) {
-    std::erase_if(written_, [&](const Mark* mark) {
-      const Box box = text_extent(*mark);
-      const double reach = mark->angle == 0 ? mark->height : box.right - box.left;
-      return area.intersects(QRectF(QPointF(box.left, box.top), QPointF(box.right, box.bottom))
-                                 .adjusted(-reach, -reach, reach, reach));
-    });
+    std::erase_if(written_, [&](const Written& writing) { return area.intersects(writing.around); });
   }
 
   bool sharp(const Mark& mark) const { return device_ == Device::pixels && is_upright(mark); }
@@ -139,7 +146,7 @@ class PagePainter {
   const Typefaces& typefaces_;
   Device device_;
   double scale_ = 1;
-  std::vector<const Mark*> written_;  // the writing that stands as it was painted
+  std::vector<Written> written_;
 };
 
 }  // namespace

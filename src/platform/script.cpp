@@ -134,6 +134,7 @@ Script read_script(std::istream& in) {
   int number = 0;
   for (std::string line; std::getline(in, line);) {
     ++number;
+    if (number == 1 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);  // some editors put a mark there
     if (line.ends_with('\r')) line.pop_back();
     try {
       if (const auto statement = read_statement(line, number)) script.statements.push_back(*statement);

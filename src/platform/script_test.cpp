@@ -56,6 +56,12 @@ TEST(ScriptReading, CommentsAndEmptyLinesAreCountedButDoNothing) {
   EXPECT_EQ(script.statements[1].line, 6);
 }
 
+TEST(ScriptReading, AByteOrderMarkAtTheStartIsPassedOver) {
+  const Script script = parsed("\xEF\xBB\xBF# a session\nenter\n");
+  EXPECT_TRUE(script.errors.empty());
+  EXPECT_EQ(script.statements.size(), 1u);
+}
+
 TEST(ScriptReading, ANumberSignInsideAWordIsNoComment) {
   const Script script = parsed("expect core#7 here # the seventh");
   ASSERT_EQ(script.statements.size(), 1u);
