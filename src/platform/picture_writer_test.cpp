@@ -132,6 +132,22 @@ TEST_F(Pictures, BytesAboveAsciiAreUtf8WhereValidElseLatin1) {
   EXPECT_EQ(shown_characters("\xF0\x9F\x8C\xB2").size(), 2);  // a tree, two units of UTF-16
 }
 
+TEST(PicturesWithoutFonts, SayWhichFontsAreMissingAndArePaintedAllTheSame) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto write_two = [] {
+    const ScratchFolder bare;
+    bare.write("fonts.conf", "<fontconfig><dir>nothing</dir><cachedir>cache</cachedir></fontconfig>");
+    setenv("FONTCONFIG_FILE", (bare.path() / "fonts.conf").c_str(), 1);
+    prepare_offscreen();
+    Page page;
+    page.add({.kind = Mark::Kind::text, .points = {{9, 9}}, .writing = "Quit", .height = 25});
+    PictureWriter pictures;
+    return pictures.write(page, "one.png") || pictures.write(page, "two.png") ? 1 : 7;
+  };
+  EXPECT_EXIT(std::exit(write_two()), testing::ExitedWithCode(7),
+              "the font Liberation Sans is missing[^\n]*\nvorn: the font Liberation Serif is missing");
+}
+
 TEST_F(Pictures, SvgIsWellFormedAndKeepsTexts) {
   draw_something();
   plot.messag("M\xFChle \x01\x08", 205, 512);
