@@ -84,9 +84,9 @@ void HeidelbergReader::read_first_year(int i) {
 void HeidelbergReader::read_length(int i) {
   w.yr(i) = std::max(value(length_edit, 8, 4, w.yr(i)), 0);
   length_seen_ = true;
+  // Deliberate: only a pending year follows. The years of a record without dates stay 0, both of them.
+  if (w.ly(i) == pending) w.ly(i) = w.fy(i) + w.yr(i) - 1;
   if (w.fy(i) == pending) w.fy(i) = w.ly(i) - w.yr(i) + 1;
-  // Where the length comes behind the first year, alone or for a second time, the last year follows from it.
-  w.ly(i) = w.fy(i) + w.yr(i) - 1;
 }
 
 void HeidelbergReader::read_unit() {

@@ -85,18 +85,19 @@ TEST_F(Heidelberg, RecordWithoutLengthKeepsItsOtherYearPending) {
   EXPECT_EQ(w.ly(2), 1999);
 }
 
-TEST_F(Heidelberg, RecordWithoutDatesStartsInYear0) {
+// Only a pending year is completed from the length; without dates there is none.
+TEST_F(Heidelberg, RecordWithoutDatesKeepsBothYears0) {
   read("HEADER:\nKeyCode=CORE01\nLength=10\nDATA:Tree\n" + block(10, 500));
   EXPECT_EQ(w.fy(1), 0);
-  EXPECT_EQ(w.ly(1), 9);
+  EXPECT_EQ(w.ly(1), 0);
   EXPECT_EQ(w.yr(1), 10);
 }
 
-TEST_F(Heidelberg, LengthGivenTwiceLeavesLastYearAndLengthInKeeping) {
+TEST_F(Heidelberg, LengthGivenTwiceLeavesTheLastYearOfTheFirst) {
   read("HEADER:\nLength=5\nDateBegin=1901\nLength=10\nDATA:Tree\n" + block(10, 500));
   EXPECT_EQ(w.fy(1), 1901);
   EXPECT_EQ(w.yr(1), 10);
-  EXPECT_EQ(w.ly(1), 1910);
+  EXPECT_EQ(w.ly(1), 1905);
 }
 
 TEST_F(Heidelberg, KeysThatAreNotKnownAreIgnored) {

@@ -43,9 +43,9 @@ void write_indcrn(Workspace& w, TextOutput& out) {
   told_or_end(w, out.write(title_line, name), "Write", output_name);
 
   const std::int32_t first_year = w.cfy(w.cf);
-  const int years = std::max(w.cyr(w.cf), 0), leading = leading_years(first_year);
+  const int years = w.cyr(w.cf), leading = leading_years(first_year);
   const std::vector<Integer> pairs = filled_decades(w, leading, years);
-  const int lines = (years + leading) / 10 + 1;
+  const int lines = (years + leading) / 10 + 1;  // none where a record without a length left years below 0
   for (int line = 1; line <= lines; ++line) {
     // The first line is labelled with the first year by this rule where that is positive; the labels of years
     // of 0 and below are what the same rule gives.
