@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "graphs/lag_table.h"
+#include "menus/choose.h"
 #include "plot/plot.h"
 #include "statistics/best_match.h"
 #include "statistics/lag_table.h"
@@ -66,14 +67,19 @@ void act(Workspace& w, int& start_year) {
 
 }  // namespace
 
-void cor_menu(Workspace& w) {
+bool cor_menu(Workspace& w) {
   std::int32_t start_year = later_first_year(w);
   for (int pass = 0; pass < pass_limit; ++pass) {
     draw(w, start_year);
     mouse_click(w, button::correlation_first, button::correlation_last);
-    if (w.mous == button::correlation_exit) return;
+    if (w.mous == button::correlation_exit) return true;
+    if (w.mous == button::correlation_choose) {
+      if (!choose(w)) return false;
+      start_year = later_first_year(w);
+    }
     act(w, start_year);
   }
+  return true;
 }
 
 }  // namespace vorn

@@ -3,6 +3,7 @@
 #include "editing/ring_edits.h"
 #include "editing/working_pair.h"
 #include "graphs/series_graph.h"
+#include "menus/choose.h"
 #include "menus/cor_menu.h"
 #include "records/edit_format.h"
 #include "toolkit/buttons.h"
@@ -34,6 +35,8 @@ class CrossMenu {
       plot_graph(w);
       mouse_click(w, button::crossdating_first, button::crossdating_last);
       if (w.mous == button::exit_crossdating) return;
+      if (w.mous == button::choose_cores && !choose(w)) return;
+      if (w.mous == button::correlate && !cor_menu(w)) return;
       act(w.mous);
     }
   }
@@ -58,10 +61,6 @@ class CrossMenu {
       case button::leave_pick:
         w.ins = false;
         return browse();
-      case button::choose_cores:
-        return;
-      case button::correlate:
-        return cor_menu(w);
       case button::display_width:
         return enter_width();
       case button::line_plot:

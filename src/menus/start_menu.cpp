@@ -5,6 +5,8 @@
 #include "chronology/index_pipeline.h"
 #include "formats/chronology_writer.h"
 #include "formats/ring_width_writer.h"
+#include "menus/cross_menu.h"
+#include "menus/pair_ready.h"
 #include "plot/plot.h"
 #include "records/edit_format.h"
 #include "statistics/chronology_summary.h"
@@ -14,6 +16,7 @@
 #include "toolkit/clicks.h"
 #include "toolkit/drawing.h"
 #include "toolkit/lists.h"
+#include "toolkit/messages.h"
 #include "toolkit/prompts.h"
 #include "workspace/startup.h"
 #include "workspace/two_column_conversion.h"
@@ -185,6 +188,9 @@ class StartMenu {
   // --- What is started from here.
 
   void crossdate() {
+    refresh_derived(w);
+    if (w.nd < 2) return out_err(w, "Need more than one core");
+    cross_menu(w);
     // Cross-dating leaves its selection in the chooser: back to the current chronology alone.
     w.sccc = 0;
     w.chc(1) = w.cf;
