@@ -43,21 +43,21 @@ const Site nowhere = {1000000,
                        {"NOW24", 1868, 2014},
                        {"NOW25", 1880, 2014}}};
 
-const Site elsewhere = {2000000,
-                        0.8,
-                        0.6,
-                        {{"ELS01", 1768, 2012},
-                         {"ELS02", 1770, 2012},
-                         {"ELS03", 1775, 2012},
-                         {"ELS04", 1781, 1994},
-                         {"ELS05", 1790, 2012},
-                         {"ELS06", 1803, 2012},
-                         {"ELS07", 1811, 1987},
-                         {"ELS08", 1820, 2012},
-                         {"ELS09", 1834, 2012},
-                         {"ELS10", 1846, 2012},
-                         {"ELS11", 1859, 2012},
-                         {"ELS12", 1872, 2012}}};
+const Site nearby = {2000000,
+                     0.8,
+                     0.6,
+                     {{"NEA01", 1768, 2012},
+                      {"NEA02", 1770, 2012},
+                      {"NEA03", 1775, 2012},
+                      {"NEA04", 1781, 1994},
+                      {"NEA05", 1790, 2012},
+                      {"NEA06", 1803, 2012},
+                      {"NEA07", 1811, 1987},
+                      {"NEA08", 1820, 2012},
+                      {"NEA09", 1834, 2012},
+                      {"NEA10", 1846, 2012},
+                      {"NEA11", 1859, 2012},
+                      {"NEA12", 1872, 2012}}};
 
 const Site faraway = {3000000,
                       0.6,
@@ -108,8 +108,8 @@ std::string nowhere_header() {
   return "NOWHER 1 Nowhere Wood\nNOWHER 2 Invented   Oak          120M\nNOWHER 3 Made up for trying\n";
 }
 
-std::string somewhere_header() {
-  return "SOMEWH 1 Somewhere Valley\nSOMEWH 2 Invented   Oak          200M\nSOMEWH 3 Made up for trying\n";
+std::string anywhere_header() {
+  return "ANYWHE 1 Anywhere Valley\nANYWHE 2 Invented   Oak          200M\nANYWHE 3 Made up for trying\n";
 }
 
 std::string planted_in(const std::vector<Series>& measured) {
@@ -170,20 +170,20 @@ std::map<std::string, std::string> example_files() {
   const std::vector<double> region = climate(region_seed, region_last - region_first + 1);
   const std::vector<double> old_region = climate(old_region_seed, old_region_last - old_region_first + 1);
   const std::vector<Series> now = measure(nowhere, region, region_first);
-  const std::vector<Series> els = measure(elsewhere, region, region_first);
+  const std::vector<Series> near = measure(nearby, region, region_first);
   const std::vector<Series> far = measure(faraway, region, region_first);
   const std::vector<Series> yon = measure(yonder, old_region, old_region_first);
   const std::vector<Series> adr = measure(adrift, region, region_first);
 
   std::map<std::string, std::string> files;
-  files["Vorn.fil"] = "nowhere.rwl\nelsewhere.fh\nfaraway.rwm\nyonder.rwl\nadrift.rwl\nsomewhere.crn\n";
+  files["Vorn.fil"] = "nowhere.rwl\nnearby.fh\nfaraway.rwm\nyonder.rwl\nadrift.rwl\nanywhere.crn\n";
   files["nowhere.rwl"] = nowhere_header() + tucson_raw(now, TucsonUnit::thousandths);
-  files["elsewhere.fh"] = heidelberg(els, "Elsewhere Hill (invented)");
+  files["nearby.fh"] = heidelberg(near, "Nearby Hill (invented)");
   files["faraway.rwm"] = compact(far);
   files["yonder.rwl"] = tucson_raw(yon, TucsonUnit::hundredths);
   files["adrift.rwl"] = tucson_raw(counted_from_one(adr), TucsonUnit::thousandths);
-  files["somewhere.crn"] =
-      somewhere_header() + tucson_index("SOMEWH", region_first, reference_chronology(reference_seed, region));
+  files["anywhere.crn"] =
+      anywhere_header() + tucson_index("ANYWHE", region_first, reference_chronology(reference_seed, region));
 
   files["TRW.fil"] = "twocolumn.rwl\nNOW31.trw\nNOW32.trw\nNOW33.trw\n";
   std::vector<Series> late = measure(late_cores, region, region_first);
@@ -200,7 +200,7 @@ std::map<std::string, std::string> example_files() {
       "\nAll other cores are dated rightly.\n\n"
       "## Rings marked as missing\n\n"
       "| file | core and years, as the file dates them |\n|---|---|\n" +
-      missing_rings("nowhere.rwl", now) + missing_rings("elsewhere.fh", els) +
+      missing_rings("nowhere.rwl", now) + missing_rings("nearby.fh", near) +
       missing_rings("faraway.rwm", far) + missing_rings("yonder.rwl", yon) +
       missing_rings("adrift.rwl", counted_from_one(adr)) + "\n## True dates of the beams in adrift.rwl\n\n" +
       true_dates(adr) + "\nThe undated core NOW33.trw truly ends in " +
