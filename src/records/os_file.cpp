@@ -54,6 +54,16 @@ void wait_from_now_on([[maybe_unused]] int handle) {
 #endif
 }
 
+// A terminal, a disk, an endless source of zeros: what need not have an end.
+bool is_device([[maybe_unused]] const std::string& path) {
+#ifdef _WIN32
+  return false;
+#else
+  struct stat about {};
+  return ::stat(path.c_str(), &about) == 0 && (S_ISCHR(about.st_mode) || S_ISBLK(about.st_mode));
+#endif
+}
+
 }  // namespace
 
 Kind kind_of(const std::string& path) {
@@ -75,6 +85,7 @@ File& File::operator=(File&& other) noexcept {
 int File::open_to_read(const std::string& path) {
   close();
   if (kind_of(path) == Kind::folder) return EISDIR;
+  if (is_device(path)) return ENODEV;
   // A pipe that nobody writes to must not stop the program: it is read as an empty file.
   const int failed = open_file(path, O_RDONLY | without_waiting, handle_);
   if (!failed) wait_from_now_on(handle_);

@@ -27,8 +27,8 @@ class TextInput {
   TextInput(TextInput&&) noexcept;
   TextInput& operator=(TextInput&&) noexcept;
 
-  // Opens an existing file. A directory gives 21, a missing file or a blank name 2. Every read of a file that
-  // could not be opened answers status::end_of_file.
+  // Opens an existing file. A directory gives 21, a missing file or a blank name 2, a device, which might
+  // never end, 19. Every read of a file that could not be opened answers status::end_of_file.
   int open(std::string_view name);
 
   // Reads as many records as the items need (one, when there are none) and stores the items in order, see
