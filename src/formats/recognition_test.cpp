@@ -111,6 +111,12 @@ TEST_F(Recognition, LinesBelow18ColumnsAndLinesThatAreNoNumbersCountAsHeaderLine
   EXPECT_EQ(w.rfhead(1), 1);
 }
 
+// Of a series from 1959 on the first line has one value, 18 columns in all.
+TEST_F(Recognition, LineOf18ColumnsIsTheShortestThatIsTested) {
+  EXPECT_EQ(layout_of("CORE01  1959   101\n"), file_format::tucson_raw);
+  EXPECT_EQ(layout_of("CORE01  1959    1\n"), file_format::not_recognised);
+}
+
 TEST_F(Recognition, LinesMayEndInAnyWay) {
   EXPECT_EQ(layout_of(heading + "\r\n" + raw_1953 + "\r\n"), file_format::tucson_raw);
   EXPECT_EQ(layout_of(heading + "\r" + raw_1953 + "\r"), file_format::tucson_raw);
