@@ -595,6 +595,26 @@ TEST_F(StartMenu, ReadTrwWithoutItsListEndsTheProgram) {
   EXPECT_EQ(log_.str(), "TRW.fil does not exist\n");
 }
 
+TEST_F(StartMenu, CrossdateReturnsWithTheCurrentChronologyAloneChosen) {
+  press(button::crossdate);
+  press(button::exit_crossdating);
+  run_and_quit();
+  EXPECT_EQ(w->sccc, 0);
+  EXPECT_EQ(w->chc(1), w->cf);
+  EXPECT_EQ(w->chs, 1);
+  EXPECT_TRUE(reads("Crossdate the Data"));
+}
+
+TEST_F(StartMenu, CrossdateNeedsMoreThanOneEntry) {
+  folder_.write("Vorn.fil", "");
+  press(button::crossdate);
+  screen_.key(' ');
+  run_and_quit();
+  EXPECT_EQ(log_.str(), "Need more than one core\n");
+  EXPECT_TRUE(reads("Need more than one core", 1));
+  EXPECT_TRUE(reads("Crossdate the Data"));
+}
+
 TEST_F(StartMenu, HelpIsThereAndTheMenuGoesOn) {
   folder_.write("Help.prn", "\n\n 1   0   0   1Help at last\nOne line.\n");
   screen_.help(920, 560);
