@@ -43,7 +43,10 @@ Names ground_and(const Names& rooms) {
 const std::vector<Room> house = {
     // Kernels: numbers in, numbers out. They include no room, not even the ground.
     {"kernels of chronology", {"chronology/spline", "chronology/burg_model"}, {}, "chronology"},
-    {"kernels of statistics", {"statistics/correlation"}, {}, "statistics"},
+    {"kernels of statistics",
+     {"statistics/correlation", "statistics/pair_correlations", "statistics/pair_tiles"},
+     {},
+     "statistics"},
     // The ground.
     {"records", {"records/"}, {}},
     {"plot", {"plot/"}, {}},
@@ -181,11 +184,13 @@ bool names_window_system(const std::string& header) {
 }
 
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
-// is for the edge, for tests, and for the file that speaks to the file system.
+// is for the edge, for tests, and for the file that speaks to the file system. One kernel uses vector
+// instructions through a library.
 bool may_use_system_header(const std::string& file, const std::string& header) {
   if (header.find_first_of("./") == std::string::npos) return true;
   return is_test(file) || file.starts_with("platform/") || file.starts_with("apps/") ||
-         without_ending(file) == "records/os_file";
+         without_ending(file) == "records/os_file" ||
+         (without_ending(file) == "statistics/pair_tiles" && header.starts_with("hwy/"));
 }
 
 // What is wrong with one include, empty when nothing is.

@@ -5,15 +5,16 @@
 #include <vector>
 
 #include "statistics/correlation.h"
+#include "statistics/pair_correlations.h"
 
 namespace vorn {
 namespace {
 
 // A tree by calendar year.
 //
-// The years are those of fy and ly, the values those that follow its start in the pool: where the two disagree, as
-// for a record without dates, the values of the next entries are met. They lie in the pool, since no chronology is
-// longer than the room behind it.
+// The years are those of fy and ly, the values those that follow its start in the pool: where the two
+// disagree, as for a record without dates, the values of the next entries are met. They lie in the pool,
+// since no chronology is longer than the room behind it.
 struct DatedSeries {
   std::int64_t first, last;
   std::int64_t start;  // place of the first year
@@ -74,30 +75,17 @@ double tree_to_rest(Workspace& w, const DatedSeries& series, const Column& colum
 
 double rbar(Workspace& w, std::span<double> rtree) {
   std::fill(rtree.begin(), rtree.end(), 0.0);
-  const auto pairs_of = w.iwk1.range(1, w.nc);
-  std::fill(pairs_of.begin(), pairs_of.end(), 0);
-  std::vector<DatedSeries> trees;
-  for (int i = 1; i <= w.nc; ++i) trees.push_back(tree(w, i));
-
-  double total = 0.0, pairs = 0.0;
-  for (std::size_t i = 0; i < trees.size(); ++i) {
-    for (std::size_t j = i + 1; j < trees.size(); ++j) {
-      const auto first = std::max(trees[i].first, trees[j].first);
-      const auto last = std::min(trees[i].last, trees[j].last);
-      if (last - first + 1 < fewest_common_years) continue;
-      const double r = cov(trees[i].years(w, first, last), trees[j].years(w, first, last));
-      rtree[i] += r;
-      rtree[j] += r;
-      ++pairs_of[i];
-      ++pairs_of[j];
-      total += r;
-      ++pairs;
-    }
+  std::vector<DatedValues> trees;
+  for (int i = 1; i <= w.nc; ++i) {
+    const DatedSeries series = tree(w, i);
+    trees.push_back({series.first, series.years(w, series.first, std::max(series.last, series.first - 1))});
   }
+  const PairSums sums = pair_correlations(trees, fewest_common_years);
   for (std::size_t i = 0; i < trees.size(); ++i) {
-    if (pairs_of[i] > 1) rtree[i] /= pairs_of[i];
+    w.iwk1(static_cast<int>(i) + 1) = sums.pairs_of[i];
+    rtree[i] = sums.pairs_of[i] > 1 ? sums.sum_of[i] / sums.pairs_of[i] : sums.sum_of[i];
   }
-  return total / pairs;
+  return sums.sum / sums.pairs;
 }
 
 double cbar(Workspace& w, std::span<double> rcrn) {

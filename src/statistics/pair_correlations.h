@@ -1,0 +1,48 @@
+// The correlations of every pair of many series, added up: the kernel behind rbar.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace vorn {
+
+// A series with its years; values[k] is the value of year first + k.
+struct DatedValues {
+  std::int64_t first = 0;
+  std::span<const double> values;
+
+  std::int64_t last() const { return first + static_cast<std::int64_t>(values.size()) - 1; }
+};
+
+// What adding up the pairs gives.
+struct PairSums {
+  double sum = 0.0;                    // of all correlations
+  double pairs = 0.0;                  // and their number
+  std::vector<double> sum_of;          // by series: of its correlations with the others
+  std::vector<std::int32_t> pairs_of;  // and their number
+};
+
+// Correlates each pair of series that have at least `fewest_years` years in common, over those years.
+//
+// The plain definition: cov for each pair, added in the order of the series.
+// Source: K. Pearson (1896), Phil. Trans. R. Soc. A 187, 253-318.
+PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64_t fewest_years);
+
+// The same to within rounding (1e-12 a correlation), some twenty times as fast.
+//
+// Series of like length and age are put together in tiles, year by year and filled up with zeroes, so that
+// the sums of products of all pairs of two tiles are one product of matrices; sums and sums of squares over
+// common years are differences of running sums. Pairs for which those differences would lose digits, and
+// pairs with a value that is not finite, are correlated by cov. Vector instructions are chosen when the
+// program runs; the order of the sums is the same with all of them but for the rounding of products.
+PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years);
+
+// So few series are correlated by the plain definition: a site's figures then come from it to the last bit.
+inline constexpr std::size_t few_series = 150;
+
+// One or the other, by the number of series.
+PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years);
+
+}  // namespace vorn
