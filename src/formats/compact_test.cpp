@@ -102,6 +102,7 @@ TEST_F(Compact, MissingRingIsReadAsMinus0999BeforeItIsEstimated) {
 }
 
 TEST_F(Compact, EndOfFileAmongTheValuesKeepsThoseReadAndTheSeries) {
+  w.x.fill(77);  // of whatever was loaded before
   read(header(7, 1953, "CORE01", "", "(3F4.0)") + " 101 102 103\n 104\n");
   EXPECT_EQ(messages(), Messages{});
   ASSERT_EQ(w.nc, 1);
@@ -160,6 +161,7 @@ TEST_F(Compact, BadExponentIsToldAsReadC1AndTheHeaderKeepsTheOneBefore) {
 
 // A blank name ends the file without a message, even if the rest of its line is bad.
 TEST_F(Compact, HeaderWithoutANameToReadEndsTheFile) {
+  w.nam(2) = "OLD";  // of whatever was loaded before
   read(header(1, 1953, "CORE01", "", "(3F4.0)") + " 101\nno header at all\n" +
        header(1, 1953, "CORE02", "", "(3F4.0)") + " 101\n");
   EXPECT_EQ(messages(), Messages{});
@@ -229,6 +231,17 @@ TEST_F(Compact, FailureIsToldOnceAsWriteD) {
   ASSERT_EQ(out.create("/dev/full"), 0);
   EXPECT_FALSE(write_crec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"writeDCORE01 fail err =    28"});
+}
+
+// Records reach a file 64 KiB at a time: with 65,500 bytes behind it the header is what meets the full disk.
+TEST_F(Compact, FailureOfTheHeaderIsToldOnceAsWriteH) {
+  add_core(1950, {1.0, 2.0});
+  w.nam(1) = "CORE01";
+  TextOutput out;
+  ASSERT_EQ(out.create("/dev/full"), 0);
+  for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
+  EXPECT_FALSE(write_crec(w, out, 1));
+  EXPECT_EQ(messages(), Messages{"writeHCORE01 fail err =    28"});
 }
 
 }  // namespace

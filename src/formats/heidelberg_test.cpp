@@ -128,6 +128,20 @@ TEST_F(Heidelberg, TheMeanThatDecidesTheUnitIncludesMissingRings) {
   EXPECT_EQ(w.x(1), 3.1);
 }
 
+TEST_F(Heidelberg, UnitHoldsForItsOwnRecordAlone) {
+  read("HEADER:\nUnit=1/100 mm\nDateBegin=1901\nLength=2\nDATA:Tree\n" + block(2, 500) +
+       "HEADER:\nDateBegin=1901\nLength=2\nDATA:Tree\n" + block(2, 500));
+  EXPECT_EQ(w.x(1), 5.0);
+  EXPECT_EQ(w.x(3), 0.5);
+}
+
+TEST_F(Heidelberg, LengthHoldsForItsOwnRecordAlone) {
+  read("HEADER:\nDateBegin=1901\nLength=2\nDATA:Tree\n" + block(2, 500) +
+       "HEADER:\nDateBegin=1950\nDATA:Tree\n\n");
+  ASSERT_EQ(w.nc, 2);
+  EXPECT_EQ(w.ly(2), -999999);
+}
+
 TEST_F(Heidelberg, DeclaredUnitCountsWhateverTheMean) {
   read("HEADER:\nUnit=1/100 mm\nDateBegin=1901\nLength=4\nDATA:Tree\n" + block(4, 500));
   EXPECT_EQ(w.x(1), 5.0);
@@ -157,6 +171,7 @@ TEST_F(Heidelberg, FileThatEndsInAHeaderIsToldOnceAndThatRecordDoesNotCount) {
 }
 
 TEST_F(Heidelberg, FileThatEndsAmongTheValuesKeepsTheLengthAndZerosForTheRest) {
+  w.x.fill(77);  // of whatever was loaded before
   read("HEADER:\nUnit=1/1000 mm\nDateBegin=1901\nLength=25\nDATA:Tree\n" + block(10, 400) + "   700\n");
   EXPECT_EQ(messages(), Messages{"Read2 site.fh fail err =    -1"});
   ASSERT_EQ(w.nc, 1);
@@ -208,6 +223,16 @@ TEST_F(Heidelberg, RecordStartsEmptyWhateverTheStoreHeld) {
   EXPECT_EQ(w.fy(1), 0);
   EXPECT_EQ(w.ly(1), 0);
   EXPECT_EQ(w.yr(1), 0);
+}
+
+TEST_F(Heidelberg, DATAOnThe200thLineIsSeenAndOnThe201stIsNot) {
+  for (const int line_of_data : {200, 201}) {
+    std::string file = "HEADER:\nUnit=1/100 mm\nDateBegin=1901\nLength=1\n";
+    for (int line = 5; line < line_of_data; ++line) file += "Comment=\n";
+    read(file + "DATA:Tree\n    40\n");
+    ASSERT_EQ(w.nc, 1);
+    EXPECT_EQ(w.x(1), line_of_data == 200 ? 0.4 : 0.0);
+  }
 }
 
 // Lines 1 to 200 are examined; line 201 was read behind the last of them, line 202 starts the next record.
@@ -318,6 +343,17 @@ TEST_F(Heidelberg, FailureIsToldOnceAsWriteBehindTheData) {
   w.nam(1) = "CORE01";
   TextOutput out;
   ASSERT_EQ(out.create("/dev/full"), 0);
+  EXPECT_FALSE(write_hrec(w, out, 1));
+  EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
+}
+
+// Records reach a file 64 KiB at a time: with 65,500 bytes behind it the header is what meets the full disk.
+TEST_F(Heidelberg, FailureOfTheHeaderIsToldOnceAsWriteBehindTheData) {
+  add_core(1950, {1.0, 2.0});
+  w.nam(1) = "CORE01";
+  TextOutput out;
+  ASSERT_EQ(out.create("/dev/full"), 0);
+  for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
   EXPECT_FALSE(write_hrec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
 }

@@ -21,7 +21,7 @@ class Recognition : public FileBench {
 const std::string raw_1953 = "CORE01  1953   101   102   103   104   105   106   107";
 // 1950 to 1959: 80 columns.
 const std::string index_1950 =
-    "SITE0119509990  09990  09990  0 987  1 995  21015  31170  4 880  5 956  61021  7";
+    "SITE0119509990  09990  09990  0 987  1 995  21015  31170  4 880  5 956  61021123";
 const std::string heading = "SITE 1  some words that are no numbers at all";
 
 TEST_F(Recognition, FirstLineBeginningHEADERIsHeidelbergWhateverFollows) {

@@ -153,6 +153,13 @@ TEST_F(TucsonRawReader, NameEndingInMinusHasNegativeYearsUntilTheYearCarriesItsO
   EXPECT_EQ(w.x(24), 0.024);
 }
 
+TEST_F(TucsonRawReader, SeriesThatBeginsADecadeBefore0HasAFullFirstLine) {
+  read(raw_line("CORE01", -20, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) + raw_line("CORE01", -10, {11, 999}));
+  ASSERT_EQ(w.nc, 1);
+  EXPECT_EQ(w.yr(1), 11);
+  EXPECT_EQ(w.x(11), 0.11);
+}
+
 TEST_F(TucsonRawReader, SeriesMayCrossYear0) {
   read(raw_line("CORE01", -3, {1, 2, 3}) + raw_line("CORE01", 0, {4, 5, 6, 7, 8, 9, 10, 11, 12, 13}) +
        raw_line("CORE01", 10, {14, 999}));

@@ -70,6 +70,12 @@ TEST_F(TucsonRawWriter, YearBelowMinus999PutsItsMinusSignIntoColumn8) {
   EXPECT_EQ(written(1), "CORE012-1003   101   102   103\nCORE012-1000   104   105 -9999\n");
 }
 
+TEST_F(TucsonRawWriter, YearMinus999KeepsAllEightCharactersOfTheName) {
+  add_core(-999, widths_up_to(2));
+  w.nam(1) = "CORE0123";
+  EXPECT_EQ(written(1), "CORE0123-999   101   102 -9999\n");
+}
+
 // A name that ends in "-" keeps it where the year has a sign of its own: both are seen.
 TEST_F(TucsonRawWriter, NameEndingInMinusShowsBothMinusSignsAboveYearMinus1000) {
   add_core(-1001, widths_up_to(13));
@@ -86,6 +92,13 @@ TEST_F(TucsonRawWriter, NegativeYearsRunToTheEndsOfTheirDecades) {
   EXPECT_EQ(written(1), raw_line("CORE01", -13, {101, 102, 103}) +
                             raw_line("CORE01", -10, {104, 105, 106, 107, 108, 109, 110, 111, 112, 113}) +
                             raw_line("CORE01", 0, {114, -9999}));
+}
+
+TEST_F(TucsonRawWriter, SeriesThatBeginsADecadeBefore0HasAFullFirstLine) {
+  add_core(-20, widths_up_to(11));
+  w.nam(1) = "CORE01";
+  EXPECT_EQ(written(1), raw_line("CORE01", -20, {101, 102, 103, 104, 105, 106, 107, 108, 109, 110}) +
+                            raw_line("CORE01", -10, {111, -9999}));
 }
 
 TEST_F(TucsonRawWriter, SeriesWithoutYearsIsTheMarkAlone) {
