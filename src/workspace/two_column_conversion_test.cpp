@@ -153,12 +153,14 @@ TEST_F(TwoColumnConversion, InputThatWouldPassThePoolsEndIsRefusedAndThoseBefore
   ScratchFolder::write("TRW.fil", "out.rwl\na.trw\nlong.trw\na.trw\n");
   ScratchFolder::write("a.trw", ring(1990, "1.0"));
   std::string lines;
-  for (int k = 0; k < 1'200'000; ++k) lines += "\n";  // a ring of width 0 each
+  for (int k = 0; k < 1'200'000; ++k) lines += k == 0 ? ring(1990, "0.0") : "\n";  // a ring of width 0 each
   ScratchFolder::write("long.trw", lines);
   read_trw(w);
   EXPECT_EQ(messages(), Messages{"Would be too many rings"});
   EXPECT_EQ(w.nc, 1);
   EXPECT_EQ(w.yr(2), 0);
+  EXPECT_EQ(w.fy(2), 0);
+  EXPECT_EQ(w.ly(2), -1);
   EXPECT_EQ(ScratchFolder::read("out.rwl"), raw_line("a", 1990, {1000, -9999}));
 }
 
