@@ -43,18 +43,17 @@ void choose_view(Workspace& w, bool table) {
 }
 
 // The labels are written by cor_but when the screen is drawn again.
-void act(Workspace& w, int& start_year) {
+void act(Workspace& w, int n, std::int32_t& start_year) {
   const int sample = w.nd + 1;
-  switch (w.mous) {
+  switch (n) {
     case button::correlation_segment:
-      if (const auto v = entered(w, w.mous, w.seg); v > 0 && v <= w.yr(sample)) w.seg = v;
+      if (const auto v = entered(w, n, w.seg); v > 0 && v <= w.yr(sample)) w.seg = v;
       return;
     case button::correlation_overlap:
-      if (const auto v = entered(w, w.mous, w.olap); v > 0 && v <= w.yr(sample)) w.olap = v;
+      if (const auto v = entered(w, n, w.olap); v > 0 && v <= w.yr(sample)) w.olap = v;
       return;
     case button::correlation_start:
-      if (const auto v = entered(w, w.mous, start_year); v >= w.fy(sample) && v <= w.ly(sample))
-        start_year = v;
+      if (const auto v = entered(w, n, start_year); v >= w.fy(sample) && v <= w.ly(sample)) start_year = v;
       return;
     case button::correlation_table:
       return choose_view(w, true);
@@ -72,12 +71,13 @@ bool cor_menu(Workspace& w) {
   for (int pass = 0; pass < pass_limit; ++pass) {
     draw(w, start_year);
     mouse_click(w, button::correlation_first, button::correlation_last);
-    if (w.mous == button::correlation_exit) return true;
-    if (w.mous == button::correlation_choose) {
+    const int n = w.mous;  // the chooser leaves its own there
+    if (n == button::correlation_exit) return true;
+    if (n == button::correlation_choose) {
       if (!choose(w)) return false;
       start_year = later_first_year(w);
     }
-    act(w, start_year);
+    act(w, n, start_year);
   }
   return true;
 }

@@ -34,10 +34,11 @@ class CrossMenu {
     for (int pass = 0; pass < pass_limit; ++pass) {
       plot_graph(w);
       mouse_click(w, button::crossdating_first, button::crossdating_last);
-      if (w.mous == button::exit_crossdating) return;
-      if (w.mous == button::choose_cores && !choose(w)) return;
-      if (w.mous == button::correlate && !cor_menu(w)) return;
-      act(w.mous);
+      const int n = w.mous;  // the menus opened from here leave their own there
+      if (n == button::exit_crossdating) return;
+      if (n == button::choose_cores && !choose(w)) return;
+      if (n == button::correlate && !cor_menu(w)) return;
+      act(n);
     }
   }
 
@@ -97,15 +98,15 @@ class CrossMenu {
     w.b(button::lower_plot).on = w.tr2 <= w.nc;
   }
 
-  int edited_slot() const { return w.nd + (w.ul ? 1 : 2); }
+  int slot_of(bool upper) const { return w.nd + (upper ? 1 : 2); }
 
   // The edit is applied at once and shown; the buttons then ask whether to keep it. A click on a year that
   // the series does not have changes nothing and the pick goes on.
   void edit_year(bool upper) {
-    w.ul = upper;
-    const int slot = edited_slot();
+    const int slot = slot_of(upper);
     const int year = w.fs + static_cast<int>((w.msx - 200) / w.scx);
     if (year < w.fy(slot) || year > w.ly(slot) + (w.ins ? 1 : 0)) return;
+    w.ul = upper;
     w.insdel = year;
     show(button::upper_plot, button::leave_pick, false);
     const int length = w.yr(slot);
@@ -123,8 +124,9 @@ class CrossMenu {
 
   // An edit that was refused with a message has nothing to undo.
   void undo(bool insertion) {
-    if (applied_ && insertion) del_year(w, edited_slot());
-    if (applied_ && !insertion) ins_year(w, edited_slot(), true);
+    if (applied_ && insertion) del_year(w, slot_of(w.ul));
+    if (applied_ && !insertion) ins_year(w, slot_of(w.ul), true);
+    applied_ = false;
     browse();
   }
 
