@@ -73,6 +73,28 @@ TEST_F(CoreEdits, DeletingBuildsTheChronologyOfTheRest) {
   EXPECT_EQ(w.cyr(1), 50);
 }
 
+// Also the start behind the last entry, where the sample's slot was.
+TEST_F(CoreEdits, DeletingKeepsEveryValueOfTheEntriesThatStay) {
+  const auto taken = [this](const Pool<double>& pool, int i) {
+    const auto range = pool.range(w.ad(i), w.yr(i));
+    return std::vector<double>(range.begin(), range.end());
+  };
+  for (int p = w.ad(6); p < w.ad(8); ++p) w.tx(p) = p;
+  w.xok(w.ad(4) + 9) = false;
+  const auto second = taken(w.x, 2), fourth = taken(w.x, 4);
+  const auto first_file = taken(w.ax, 6), second_file = taken(w.ax, 7), second_files_tx = taken(w.tx, 7);
+  const int end = w.ad(8);
+  select({1, 3, 5});
+  del_core(w);
+  EXPECT_EQ(taken(w.x, 1), second);
+  EXPECT_EQ(taken(w.x, 2), fourth);
+  EXPECT_FALSE(w.xok(w.ad(2) + 9));
+  EXPECT_EQ(taken(w.ax, 3), first_file);
+  EXPECT_EQ(taken(w.ax, 4), second_file);
+  EXPECT_EQ(taken(w.tx, 4), second_files_tx);
+  EXPECT_EQ(w.ad(5), end - 150);
+}
+
 TEST_F(CoreEdits, DeletingEveryCoreLeavesTheChronologies) {
   select({1, 2, 3, 4, 5});
   del_core(w);

@@ -112,6 +112,32 @@ TEST_F(RingEdits, InsertionOneYearBelowTheAgeLimitIsDone) {
   EXPECT_EQ(w.yr(sample), 21);
 }
 
+// A core of the greatest span takes one ring more, its slot lying behind a store that is full.
+TEST(RingEditsOfTheLongest, ACoreOf12000YearsTakesOneRingMoreAndThenNone) {
+  TestStore store;
+  Workspace& w = store.w;
+  store.screen.presses = 1;
+  store.add_tree("ONE", -9'999, noise(12'000, 1));
+  store.add_tree("TWO", -9'999, noise(12'000, 2));
+  store.add_tree("THREE", -9'999, noise(12, 3));
+  const int shift = max_pool - (w.ad(4) - 1);
+  w.ad(3) += shift;
+  w.ad(4) += shift;
+  w.tr1 = 1;
+  w.tr2 = 2;
+  set_chs(w);
+  const double last_of_reference = w.x(w.ad(5) + 11'999);
+  w.insdel = 1'000;
+  ins_year(w, 4, false);
+  EXPECT_EQ(w.yr(4), 12'001);
+  EXPECT_EQ(w.ly(4), 2'001);
+  EXPECT_EQ(w.x(w.ad(5) + 11'999), last_of_reference);
+  EXPECT_TRUE(w.tr1ok);
+  ins_year(w, 4, false);
+  EXPECT_EQ(w.yr(4), 12'001);
+  EXPECT_EQ(store.messages.str(), "Chronology age limit MXY reached\n");
+}
+
 TEST_F(RingEdits, OfAnOrdinaryEntryOnlyTheNextStartFollows) {
   const int two = w.ad(2), three = w.ad(3), slot = w.ad(sample);
   w.insdel = 1905;

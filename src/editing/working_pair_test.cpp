@@ -78,6 +78,17 @@ TEST_F(WorkingPair, LastEntryAsSampleIsCopiedWholeInSpiteOfTheOverlap) {
   for (int year = 1900; year <= 1916; ++year) EXPECT_EQ(ax(5, year), before[year - 1900]) << year;
 }
 
+// By then the sample's first value lies there: meant so.
+TEST_F(WorkingPair, LastEntryAsReferenceEndsOnTheSamplesFirstValue) {
+  w.tr1 = 1;
+  w.tr2 = 4;
+  w.cf = 2;
+  const double first_of_sample = ax(1, 1900), last_but_one = ax(4, 1915);
+  set_chs(w);
+  EXPECT_EQ(ax(6, 1916), first_of_sample);
+  EXPECT_EQ(ax(6, 1915), last_but_one);
+}
+
 // 1905 has three cores: (3 a - x) / 2 is the mean of the other two.
 TEST_F(WorkingPair, CoreIsLeftOutOfItsOwnChronology) {
   const double expected = (ax(2, 1905) + ax(3, 1905)) / 2;
@@ -230,6 +241,26 @@ TEST_F(WorkingPair, SavingWritesTheSlotsValuesAndYearsButNotItsName) {
   EXPECT_EQ(w.ax(w.ad(1) + 4), 4.5);
   EXPECT_EQ(w.tx(w.ad(1) + 4), 5.5);
   EXPECT_FALSE(w.xok(w.ad(1) + 4));
+}
+
+// Longer by one ring: every later entry moves up, and the last value of the last entry, which the sample's
+// slot lies on, moves with it.
+TEST_F(WorkingPair, SavingASlotMadeLongerMovesEveryLaterEntryUp) {
+  w.tr1 = 1;
+  w.tr2 = 2;
+  set_chs(w);
+  std::vector<int> starts;
+  for (int i = 2; i <= 6; ++i) starts.push_back(w.ad(i));
+  const double second_tree = ax(2, 1910), chronology = ax(4, 1910), reference = ax(6, 1910);
+  w.yr(6) = 13;
+  w.ly(6) = 1915;
+  save_tree(w, 2);
+  EXPECT_EQ(w.yr(2), 13);
+  EXPECT_EQ(w.ad(2), starts[0]);
+  for (int i = 3; i <= 6; ++i) EXPECT_EQ(w.ad(i), starts[i - 2] + 1) << i;
+  EXPECT_EQ(ax(2, 1910), second_tree);
+  EXPECT_EQ(ax(4, 1910), chronology);
+  EXPECT_EQ(ax(6, 1910), reference);
 }
 
 TEST_F(WorkingPair, SavingTheReferenceTouchesItsOwnMark) {
