@@ -20,10 +20,13 @@ void insert(std::array<Match, 6>& matches, const Match& candidate) {
   *rank = candidate;
 }
 
-// The whole of an entry, with its first year.
+// The whole of an entry, with its years. Its dates hold: a record that came without them has none to search,
+// and years for which it has no values do not count.
 struct DatedWindow {
   DatedWindow(const Workspace& w, int i)
-      : first(w.fy(i)), last(first + w.yr(i) - 1), window(w, w.ad(i), w.yr(i)) {}
+      : first(w.fy(i)),
+        last(std::min<std::int64_t>(w.ly(i), first + w.yr(i) - 1)),
+        window(w, w.ad(i), w.yr(i)) {}
   std::int64_t first, last;
   PoolWindow window;
 };

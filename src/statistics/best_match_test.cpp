@@ -99,6 +99,25 @@ TEST(BestMatch, FindsNothingForASampleShorterThanASegment) {
   EXPECT_TRUE(store.w.plot.page().marks().empty());
 }
 
+// As a record is read that has a length but no dates.
+TEST(BestMatch, FindsNothingForASeriesWithoutDates) {
+  TestStore store;
+  store.set_pair(0, noise(80, 1), 1900, noise(80, 2));
+  store.w.ly(store.w.nd + 1) = 0;
+  EXPECT_TRUE(best_matches(store.w).empty());
+  store.set_pair(1900, noise(80, 1), 0, noise(80, 2));
+  store.w.ly(store.w.nd + 2) = 0;
+  EXPECT_EQ(best_matches(store.w)[0].matches[0].r, -1.0);
+}
+
+// As a record is read that has a last year but no length: a million years without a value.
+TEST(BestMatch, FindsNothingForYearsWithoutValues) {
+  TestStore store;
+  store.set_pair(-999'999, {}, -999'999, {});
+  store.w.ly(store.w.nd + 1) = store.w.ly(store.w.nd + 2) = 2000;
+  EXPECT_TRUE(best_matches(store.w).empty());
+}
+
 TEST(BestMatch, FindsNothingInAReferenceShorterThanAStretch) {
   TestStore store;
   store.set_pair(1900, noise(50, 1), 1900, noise(49, 2));
