@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "statistics/correlation.h"
-#include "support/test_store.h"
 #include "support/scratch_folder.h"
+#include "support/test_store.h"
 
 namespace vorn {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/test_store.h"
 #include "support/scratch_folder.h"
+#include "support/test_store.h"
 
 namespace vorn {
 namespace {
