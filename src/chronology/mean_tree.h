@@ -16,7 +16,10 @@ namespace vorn {
 //
 // Refused, with nothing changed: "Would be too many trees", "Need more than one core", "Would be too many
 // rings". Where a year of the span is covered by no counted ring, "Warning - trees do not overlap ?" is shown
-// and the new core stays, with sums for widths and nothing computed anew.
-void mean_create(Workspace& w);
+// and the new core stays, with sums for widths and nothing computed anew. Cores that have not a year between
+// them make no entry; they get the same warning.
+//
+// Returns: the mean was made and the working pair set.
+bool mean_create(Workspace& w);
 
 }  // namespace vorn
