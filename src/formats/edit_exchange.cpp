@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <vector>
 
 #include "formats/file_status.h"
 #include "formats/raw_editor.h"
@@ -13,94 +12,108 @@
 namespace vorn {
 namespace {
 
+using namespace tucson_raw;
+
 constexpr std::string_view exchange_name = "Edit.raw";
-constexpr int most_further_lines = 1'203;
-constexpr std::int32_t end_mark = -9999;  // 999 does not end a series here, meant so
+constexpr int most_further_lines = 1'203;  // of one series, behind its first
 
 const EditFormat first_line_edit{"(A8,I4,10F6.0)"};
 const EditFormat further_line_edit{"(A8,I4,10I6)"};
 
-struct Line {
-  Name name;
-  std::int32_t year = 0;
-  std::array<std::int32_t, 10> values{};
-};
-
-// One series as Edit.raw has it: its values at positions 1 on, up to the end mark.
+// One series as Edit.raw has it: its values at positions 1 on of the reader, up to the end mark.
 struct ExchangedSeries {
   Name name;
   std::int32_t first_year = 0;
-  int length = 0;  // 0 when no end mark was found
+  int length = 0;  // 0 when there is no ring before an end mark
 };
 
 class ExchangeReader {
  public:
-  explicit ExchangeReader(Workspace& workspace) : w(workspace), buffer_(10 * (most_further_lines + 2) + 1) {}
+  explicit ExchangeReader(Workspace& workspace) : w(workspace) {}
 
-  // Opens the file and reads its first line; false when there is nothing to read.
-  bool begin() {
-    w.ios = file_.open(exchange_name);
-    if (io_err(w, "Open", exchange_name)) return false;
-    std::array<double, 10> values{};
-    w.ios = file_.read(first_line_edit, line_.name, line_.year, std::span<double>(values));
-    const bool read = w.ios == status::ok;
-    if (io_err(w, "Read", exchange_name) || !read) return false;
-    for (std::size_t k = 0; k < values.size(); ++k) buffer_[k + 1] = whole_number(values[k]);
-    return true;
-  }
-
-  // Reads on to the line that ends the series of the current line.
-  ExchangedSeries next_series() {
-    ExchangedSeries series{line_.name, line_.name(8) == '-' ? -line_.year : line_.year, 0};
-    int p = first_decade_end(series.first_year) + 1;
-    int lines = 0;
-    for (;; ++lines) {
-      if (lines == most_further_lines) break;
-      w.ios = file_.read(further_line_edit, line_.name, line_.year, std::span<std::int32_t>(line_.values));
-      if (w.ios == status::end_of_file) break;
-      told_or_end(w, w.ios, "Read2", exchange_name);
-      if (line_.name != series.name) break;
-      for (std::size_t k = 0; k < line_.values.size(); ++k)
-        buffer_[static_cast<std::size_t>(p) + k] = line_.values[k];
-      p += 10;
-    }
-    series.length = length_before_mark(p);
-    return series;
-  }
-
-  std::int32_t value(int k) const { return buffer_[static_cast<std::size_t>(k)]; }
-  int close() { return file_.close(); }
+  bool begin();
+  ExchangedSeries next_series();
+  std::int32_t value(int k) const { return values_(k); }
+  bool ended() const { return ended_; }
+  void close() { w.ios = file_.close(); }
 
  private:
-  static std::int32_t whole_number(double value) {
-    return value >= -999'999 && value <= 999'999 ? static_cast<std::int32_t>(value) : 0;
-  }
-
-  // Searches the last line, the one before position p, from its end.
-  int length_before_mark(int p) const {
-    for (int k = p - 1; k >= std::max(p - 10, 1); --k) {
-      if (value(k) == end_mark) return k - 1;
-    }
-    return 0;
-  }
+  bool read_line(int position);
+  int length_before_mark(int last) const;
 
   Workspace& w;
   TextInput file_;
-  Line line_;
-  std::vector<std::int32_t> buffer_;  // position k of the series at hand is buffer_[k]
+  bool ended_ = false;
+  // The line read last, and the values of the series at hand in year order. A field that is no number leaves
+  // what was there before.
+  Name name_;
+  std::int32_t year_ = 0;
+  Table<std::int32_t> values_{values_a_line * (most_further_lines + 2)};
 };
 
-// Puts a series read back in the place of entry e; what lies behind it in the pool moves by the change of
-// length.
-void store(Workspace& w, const ExchangeReader& reader, const ExchangedSeries& series, int e) {
-  const int growth = series.length - w.yr(e);
-  const int first = w.ad(e + 1), last = w.ad(w.nd + 2) + w.yr(w.nd + 2) - 1;
+std::int32_t whole_number(double value) {
+  return value >= -999'999 && value <= 999'999 ? static_cast<std::int32_t>(value) : 0;
+}
+
+// Opens the file and reads its first line. Returns: there was one.
+bool ExchangeReader::begin() {
+  w.ios = file_.open(exchange_name);
+  if (io_err(w, "Open", exchange_name)) return false;
+  std::array<double, values_a_line> values{};
+  w.ios = file_.read(first_line_edit, name_, year_, std::span<double>(values));
+  ended_ = w.ios == status::end_of_file;
+  if (io_err(w, "Read", exchange_name)) return false;
+  for (int k = 1; k <= values_a_line; ++k) {
+    values_(k) = whole_number(values[static_cast<std::size_t>(k - 1)]);
+  }
+  return !ended_;
+}
+
+// Reads a further line, its values to `position` on. Returns: there was one. The end of the file is not told.
+bool ExchangeReader::read_line(int position) {
+  w.ios = file_.read(further_line_edit, name_, year_, values_.range(position, values_a_line));
+  ended_ = w.ios == status::end_of_file;
+  if (!ended_) told_or_end(w, w.ios, "Read2", exchange_name);
+  return !ended_;
+}
+
+// Reads on from the line that ended the series before to the one that ends this. Deliberate: that line gives
+// name and year, its values do not come to the start; there stand the first series' still.
+ExchangedSeries ExchangeReader::next_series() {
+  ExchangedSeries series{name_, name_(8) == '-' ? -year_ : year_, 0};
+  int next = first_decade_end(series.first_year) + 1;
+  for (int line = 1; line <= most_further_lines; ++line) {
+    if (!read_line(next) || name_ != series.name) break;
+    next += values_a_line;
+  }
+  series.length = length_before_mark(next - 1);
+  return series;
+}
+
+// Searches the line of the series whose last place is `last` from its end. Deliberate: 999 ends no series
+// here.
+int ExchangeReader::length_before_mark(int last) const {
+  for (int k = last; k > last - values_a_line && k >= 1; --k) {
+    if (values_(k) == end_of_thousandths) return k - 1;
+  }
+  return 0;
+}
+
+// Makes room for `length` rings of entry e: all entries behind it move.
+void resize(Workspace& w, int e, int length) {
+  const int growth = length - w.yr(e);
+  const int first = w.ad(e + 1), last = w.ad(w.nd) + w.yr(w.nd) - 1;
   w.x.move(first, last, growth);
   w.xok.move(first, last, growth);
   w.tx.move(first, last, growth);
   w.ax.move(first, last, growth);
-  for (int k = e + 1; k <= w.nd + 2; ++k) w.ad(k) += growth;
-  w.yr(e) = series.length;
+  w.yr(e) = length;
+  pack_starts(w, e);
+}
+
+// Puts a series read back in the place of entry e. Deliberate: a missing ring keeps its negative width.
+void store(Workspace& w, const ExchangeReader& reader, const ExchangedSeries& series, int e) {
+  resize(w, e, series.length);
   w.fy(e) = series.first_year;
   w.ly(e) = w.fy(e) + w.yr(e) - 1;
   for (int k = 1; k <= series.length; ++k) {
@@ -116,7 +129,7 @@ bool acceptable(Workspace& w, const ExchangedSeries& series, int e) {
     out_err(w, std::string(w.nam(e).trimmed()) + " is not in Edit.raw");
   } else if (series.length == 0) {
     out_err(w, std::string(w.nam(e).trimmed()) + " has no end in Edit.raw");
-  } else if (w.ad(w.nd) + w.yr(w.nd) - 1 + series.length - w.yr(e) > max_pool) {
+  } else if (series.length > max_years || w.ad(w.nd) + w.yr(w.nd) - 1 + series.length - w.yr(e) > max_pool) {
     out_err(w, "Would be too many rings");
   } else {
     return true;
@@ -138,12 +151,12 @@ void edit_read(Workspace& w) {
   ExchangeReader reader(w);
   if (!reader.begin()) return;
   for (int m = 1; m <= w.chs; ++m) {
-    const ExchangedSeries series = reader.next_series();
     const int e = w.chc(m);
+    const ExchangedSeries series = reader.ended() ? ExchangedSeries{} : reader.next_series();
     if (!acceptable(w, series, e)) break;
     store(w, reader, series, e);
   }
-  w.ios = reader.close();
+  reader.close();
 }
 
 }  // namespace vorn

@@ -31,8 +31,15 @@ bool series_selected(const Workspace& w) {
   return w.edcol <= w.chs;
 }
 
+// Whether entry e has a ring of that year. A file may give years and a length that contradict each other; a
+// ring must not be looked for behind the last one.
 bool has_year(const Workspace& w, int e, int year) {
-  return year >= w.fy(e) && year <= w.ly(e);
+  return year >= w.fy(e) && year <= w.ly(e) && year - w.fy(e) < w.yr(e);
+}
+
+// A ring can be inserted in any year of the entry and in one year more on either side.
+bool takes_ring_at(const Workspace& w, int e, int year) {
+  return year >= w.fy(e) - 1 && year <= w.ly(e) + 1 && year - w.fy(e) <= w.yr(e);
 }
 
 void draw_grid(Workspace& w) {
@@ -75,28 +82,27 @@ void draw_screen(Workspace& w) {
   mwrite(w, message::editor_blank);
 }
 
-// A ring edit moves the pool but only the next entry's start; here the starts of all later entries follow.
-void restore_starts(Workspace& w, int e) {
-  for (int k = e; k <= w.nd + 1; ++k) w.ad(k + 1) = w.ad(k) + w.yr(k);
+void note_change(Workspace& w, int length_before) {
+  if (w.yr(w.edtree) != length_before) w.derived_stale = true;
 }
 
+// Deliberate: the year before the first is the last place of the entry before. The new ring takes it, and the
+// ring that was there comes first in this entry.
 void insert_ring(Workspace& w) {
-  const int e = w.edtree;
+  const int length = w.yr(w.edtree);
   if (w.ad(w.nd) + w.yr(w.nd) > max_pool) return out_err(w, "Would be too many rings");
-  // A click on the year before the first inserts before the first ring: one place earlier lies another
-  // series.
-  w.insdel = std::max(w.insdel, w.fy(e));
-  const int length = w.yr(e);
-  ins_year(w, e, false);
-  restore_starts(w, e);
-  if (w.yr(e) != length) w.derived_stale = true;
+  pack_starts(w, w.edtree);
+  ins_year(w, w.edtree, false);
+  pack_starts(w, w.edtree);
+  note_change(w, length);
 }
 
 void delete_ring(Workspace& w) {
   const int length = w.yr(w.edtree);
+  pack_starts(w, w.edtree);
   del_year(w, w.edtree);
-  restore_starts(w, w.edtree);
-  if (w.yr(w.edtree) != length) w.derived_stale = true;
+  pack_starts(w, w.edtree);
+  note_change(w, length);
 }
 
 // Asks for the width of the clicked row's ring. The number typed is what is stored, with no scaling: meant
@@ -121,7 +127,7 @@ void click_table(Workspace& w) {
       static_cast<int>(years_shown * (table.y1 - w.msy) / static_cast<double>(table.y1 - table.y2));
   w.insdel = w.edfs + row;
   const int e = w.edtree;
-  if (w.b(button::editor_insert).lit && w.insdel >= w.fy(e) - 1 && w.insdel <= w.ly(e) + 1) {
+  if (w.b(button::editor_insert).lit && takes_ring_at(w, e, w.insdel)) {
     insert_ring(w);
   } else if (!has_year(w, e, w.insdel)) {
     return;
@@ -165,6 +171,12 @@ void act(Workspace& w, int n) {
 
 }  // namespace
 
+// The working entries may be those of a store before the last core was deleted or made; their starts follow
+// too, so that a move to their end takes along all that lies before them.
+void pack_starts(Workspace& w, int e) {
+  for (int k = e; k <= w.nd + 1; ++k) w.ad(k + 1) = w.ad(k) + w.yr(k);
+}
+
 void edit_menu(Workspace& w) {
   edit_write(w);
   edit_setup(w);
@@ -179,13 +191,14 @@ void edit_menu(Workspace& w) {
 
 void edit_setup(Workspace& w) {
   constexpr int columns = button::editor_column_last - button::editor_column_first + 1;
+  VORN_ASSERT(w.chs >= 1 && w.chs <= columns);
   w.edtree = w.chc(1);
   w.edcol = 1;
   show_table_buttons(w, true);
   w.edcols = std::min(w.chs > 1 ? w.chs + 1 : w.chs, columns);
   for (int c = 0; c < columns; ++c) w.b(button::editor_column_first + c).on = c < w.edcols;
   light_column(w, button::editor_column_first);
-  for (int m = 1; m <= w.chs && m <= columns; ++m) {
+  for (int m = 1; m <= w.chs; ++m) {
     w.b(button::editor_column_first + m - 1).label = w.nam(w.chc(m)).view();
   }
   if (w.chs < columns) w.b(button::editor_column_first + w.chs).label = "All Trees";

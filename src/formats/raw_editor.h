@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-// Runs the editor on the cores chc(1 … chs), at most six ("All Trees" counts as one when there are several),
-// until the user leaves it, or 10,000 clicks. Creates Edit.raw, empty, at the start.
+// Runs the editor on the cores chc(1 … chs), one to six, until the user leaves it, or 10,000 clicks. Creates
+// Edit.raw, empty, at the start. There are six columns: beside six series there is none for "All Trees".
 void edit_menu(Workspace& w);
 
 // Selects the first series, shows and labels the column buttons and sets the first year shown.
@@ -25,11 +25,18 @@ void edit_scr(Workspace& w, std::int32_t step);
 // Creates Edit.raw, empty.
 void edit_write(Workspace& w);
 
-// Reads the chosen series back from Edit.raw (the Tucson raw layout, thousandths, each series ended by
-// -9999).
+// Reads the chosen series back from Edit.raw: the Tucson raw layout, thousandths, each series ended by -9999,
+// in the order of choice. A ring of a negative width is missing; no width is estimated for it. Of every
+// series behind the first the first line gives its name and year only: its values are those of the first
+// series.
 //
-// A series that Edit.raw does not hold whole and by its name, or that the store has no room for, stays as it
-// was and so do those behind it; the failure is told.
+// What cannot be read is told, and reading goes on with what was there before. When there is not even a first
+// line everything stays as it was. So does, with a message, a series that Edit.raw does not hold whole and by
+// its name, or that the store has no room for, with all that follow it.
 void edit_read(Workspace& w);
+
+// Lets all entries behind e follow each other without a gap again, up to the working entries: an edit of the
+// pool moves the start of the next entry alone.
+void pack_starts(Workspace& w, int e);
 
 }  // namespace vorn
