@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "chronology/mean_tree.h"
 #include "editing/core_edits.h"
@@ -161,7 +162,7 @@ class Chooser {
       case button::move_core:
         return pick_to_move(k);
       default:
-        return pick_in_list(k, w.chs);
+        return pick_in_list(k);
     }
   }
 
@@ -192,8 +193,8 @@ class Chooser {
     return false;
   }
 
-  void pick_in_list(int k, int count) {
-    if (take_out(k, count)) return;
+  void pick_in_list(int k) {
+    if (take_out(k, w.chs)) return;
     ++w.chs;
     w.chc(w.chs) = k;
   }
@@ -272,10 +273,8 @@ class Chooser {
   void do_it() {
     switch (mode()) {
       case button::delete_core:
-        keep_cores_chosen(w.chs);
         return delete_chosen();
       case button::mean_core:
-        keep_cores_chosen(w.chs);
         return make_mean();
       case button::edit_core:
         if (is_core(w.chc(1))) edit_menu(w);
@@ -288,37 +287,65 @@ class Chooser {
   }
 
   void delete_chosen() {
-    if (w.chs == 0) return;
+    const Selection cores = each_once(cores_among(chosen()));
+    if (cores.empty()) return;
+    forget_chosen();
+    choose_these(cores);
     del_core(w);
     w.derived_stale = true;
   }
 
+  // A core marked twice counts twice here: it does no harm.
   void make_mean() {
+    const Selection before = chosen();
     const int cores = w.nc;
-    mean_create(w);
+    choose_these(cores_among(before));
+    if (!mean_create(w)) choose_these(before);
     if (w.nc != cores) w.derived_stale = true;
     w.b(button::mean_name).label = "Mean Core";
   }
 
-  // Leaves of chc(1 … count) the cores, each once: a selection may hold emptied places, chronologies and what
-  // lies beyond the list. What stands behind `count` moves up.
-  void keep_cores_chosen(int count) {
-    int kept = 0;
-    for (int j = 1; j <= w.chs; ++j) {
-      const int k = w.chc(j);
-      const bool again = j <= count && std::find(&w.chc(1), &w.chc(1) + kept, k) != &w.chc(1) + kept;
-      if (j <= count && (!is_core(k) || again)) continue;
-      w.chc(++kept) = k;
-    }
-    w.chs = kept;
-  }
-
   void move_chosen() {
     if (w.chs < 1 || !is_chronology(w.chc(w.chs))) return;
-    keep_cores_chosen(w.chs - 1);
-    if (w.chs < 2 || !move_core(w)) return;
+    const Selection before = chosen();
+    Selection moved = each_once(cores_among({before.begin(), before.end() - 1}));
+    if (moved.empty()) return;
+    moved.push_back(before.back());
+    forget_chosen();
+    choose_these(moved);
+    if (!move_core(w)) return choose_these(before);
     w.derived_stale = true;
     enter_move_mode();
+  }
+
+  // --- The selection as a list. It may hold emptied places, chronologies, what lies beyond the list, and
+  // (where a gap was closed and the pair is chosen again) one core twice. Nothing of that may be acted on:
+  // deleting number 5 twice would delete the core that has become number 5.
+  using Selection = std::vector<std::int32_t>;
+
+  Selection chosen() const { return {&w.chc(1), &w.chc(1) + w.chs}; }
+
+  void choose_these(const Selection& entries) {
+    w.chs = 0;
+    for (const std::int32_t k : entries) w.chc(++w.chs) = k;
+  }
+
+  void forget_chosen() {
+    for (int j = 1; j <= w.chs; ++j) w.chc(j) = 0;
+    w.chs = 0;
+  }
+
+  Selection cores_among(Selection entries) const {
+    std::erase_if(entries, [this](int k) { return !is_core(k); });
+    return entries;
+  }
+
+  static Selection each_once(const Selection& entries) {
+    Selection once;
+    for (const std::int32_t k : entries) {
+      if (std::find(once.begin(), once.end(), k) == once.end()) once.push_back(k);
+    }
+    return once;
   }
 
   Workspace& w;
