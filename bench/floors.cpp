@@ -1,0 +1,96 @@
+#include "floors.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "chronology/burg_model.h"
+#include "statistics/tree_correlations.h"
+
+namespace vorn::bench {
+
+double Floors::rings() const {
+  return w.ad(w.nc + 1) - 1;
+}
+
+double Floors::file_bytes() const {
+  double bytes = 0;
+  for (int f = 1; f <= w.nfil; ++f) {
+    bytes += static_cast<double>(std::filesystem::file_size(std::string(w.cnam(f).trimmed())));
+  }
+  return bytes;
+}
+
+double Floors::recognising() const {
+  return w.nfil / rates_.files;
+}
+
+double Floors::reading() const {
+  return file_bytes() / rates_.scanned;
+}
+
+double Floors::estimates() const {
+  return rings() * 9 / rates_.bytes;
+}
+
+double Floors::spline() const {
+  return rings() * 9 / rates_.multiply_adds;
+}
+
+// An order is tried behind the one that is chosen; of a model that was dropped at least two were.
+double Floors::model() const {
+  double work = 0;
+  std::vector<double> coefficients(max_ar_order);
+  for (int i = 1; i <= w.nc; ++i) {
+    const auto index = w.tx.range(w.ad(i), w.yr(i));
+    const int order = memcof2(index, w.jpr, coefficients).order;
+    work += w.yr(i) * (5.0 * std::max(order + 1, 2) + order);
+  }
+  return work / rates_.multiply_adds;
+}
+
+double Floors::logarithm() const {
+  return rings() * 17 / rates_.bytes;
+}
+
+double Floors::pairs() const {
+  double work = 0;
+  for (int i = 1; i <= w.nc; ++i) {
+    for (int j = i + 1; j <= w.nc; ++j) {
+      const int years = std::min(w.ly(i), w.ly(j)) - std::max(w.fy(i), w.fy(j)) + 1;
+      if (years >= fewest_common_years) work += years;
+    }
+  }
+  return work / rates_.multiply_adds;
+}
+
+double Floors::with_rest() const {
+  return rings() * 3 / rates_.multiply_adds;
+}
+
+double Floors::segment_cells() const {
+  double work = 0;
+  for (int i = 1; i <= w.nd; ++i) work += 3.0 * w.seg * std::max(w.yr(i) / w.olap, 1);
+  return work / rates_.multiply_adds;
+}
+
+double Floors::lag_table() const {
+  const int common = std::min(w.ly(w.nd + 1), w.ly(w.nd + 2)) - std::max(w.fy(w.nd + 1), w.fy(w.nd + 2)) + 1;
+  const int segments = std::clamp(common / std::max(w.seg - w.olap, 1), 1, max_segments);
+  return 3.0 * w.seg * (2 * max_lag + 1) * segments / rates_.multiply_adds;
+}
+
+double Floors::best_match() const {
+  const int length = std::max(w.seg, w.yr(w.nd + 1) / 8);
+  const double places = std::max(w.yr(w.nd + 2) - length + 1, 0);
+  return places * std::max(w.yr(w.nd + 1), length) / rates_.multiply_adds;
+}
+
+double Floors::start() const {
+  // The store holds the first file; the others are taken to be like it.
+  return recognising() + reading() + w.nfil * (estimates() + spline() + model() + logarithm()) + pairs() +
+         with_rest();
+}
+
+}  // namespace vorn::bench

@@ -1,0 +1,87 @@
+#include "measured_table.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <ostream>
+#include <sstream>
+
+namespace vorn::bench {
+namespace {
+
+constexpr double most_memory = 250;  // MB, of the whole process
+
+double counter_of(const std::map<std::string, double>& counters, const char* name) {
+  const auto found = counters.find(name);
+  return found == counters.end() ? 0 : found->second;
+}
+
+// Three figures, milliseconds.
+std::string milliseconds(double seconds) {
+  const double ms = seconds * 1e3;
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(ms >= 100 ? 0 : ms >= 10 ? 1 : ms >= 1 ? 2 : 3) << ms;
+  return text.str();
+}
+
+std::string times(double multiple) {
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(multiple >= 10 ? 0 : 1) << multiple;
+  return text.str();
+}
+
+}  // namespace
+
+void MeasuredTable::ReportRuns(const std::vector<Run>& runs) {
+  for (const Run& run : runs) {
+    if (run.run_type != Run::RT_Iteration) continue;
+    const std::string name = run.run_name.function_name;
+    const auto known =
+        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.stage == name; });
+    Row& row = known == rows_.end() ? rows_.emplace_back() : *known;
+    row.stage = name;
+    std::map<std::string, double> counters;
+    for (const auto& [key, value] : run.counters) counters[key] = value.value;
+    const double count =
+        static_cast<double>(run.iterations) * std::max(counter_of(counters, counter::times), 1.0);
+    const double elsewhere = counter_of(counters, counter::cpu);
+    row.wall = std::min(row.wall, run.real_accumulated_time / count);
+    row.cpu = std::min(row.cpu, elsewhere > 0 ? elsewhere : run.cpu_accumulated_time / count);
+    row.counters = std::move(counters);
+  }
+}
+
+bool MeasuredTable::misses(const Row& row) {
+  const double mark = counter_of(row.counters, counter::mark),
+               most = counter_of(row.counters, counter::multiple);
+  const double floor = counter_of(row.counters, counter::floor);
+  return (mark > 0 && row.cpu > mark) || (most > 0 && row.cpu > most * floor) ||
+         counter_of(row.counters, counter::memory) > most_memory;
+}
+
+void MeasuredTable::print(std::ostream& out, const Row& row) {
+  const double floor = counter_of(row.counters, counter::floor),
+               mark = counter_of(row.counters, counter::mark);
+  const double most = counter_of(row.counters, counter::multiple);
+  const double memory = counter_of(row.counters, counter::memory);
+  std::string goal = mark > 0 ? milliseconds(mark) + " ms" : most > 0 ? times(most) + " times" : "";
+  if (memory > 0) {
+    goal += goal.empty() ? "" : ", ";
+    goal += std::to_string(static_cast<int>(memory)) + " of " +
+            std::to_string(static_cast<int>(most_memory)) + " MB";
+  }
+  out << "| " << row.stage << " | " << milliseconds(row.wall) << " | " << milliseconds(row.cpu) << " | "
+      << (floor > 0 ? milliseconds(floor) : "") << " | " << (floor > 0 ? times(row.cpu / floor) : "") << " | "
+      << goal
+      << (goal.empty()  ? ""
+          : misses(row) ? ": **missed**"
+                        : ": reached")
+      << " |\n";
+}
+
+int MeasuredTable::print(std::ostream& out) const {
+  out << "| stage | ms | CPU ms | floor ms | times its floor | mark |\n|---|---:|---:|---:|---:|---|\n";
+  for (const Row& row : rows_) print(out, row);
+  return static_cast<int>(std::count_if(rows_.begin(), rows_.end(), misses));
+}
+
+}  // namespace vorn::bench
