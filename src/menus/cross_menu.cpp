@@ -60,8 +60,7 @@ class CrossMenu {
       case button::deletion_not:
         return undo(n == button::insertion_not);
       case button::leave_pick:
-        w.ins = false;
-        return browse();
+        return leave_pick();
       case button::display_width:
         return enter_width();
       case button::line_plot:
@@ -98,14 +97,33 @@ class CrossMenu {
     w.b(button::lower_plot).on = w.tr2 <= w.nc;
   }
 
+  void leave_pick() {
+    w.ins = false;
+    browse();
+  }
+
   int slot_of(bool upper) const { return w.nd + (upper ? 1 : 2); }
 
+  // A ring can be inserted behind the last one too.
+  bool can_edit(int slot, int first, int last) const {
+    return last >= w.fy(slot) && first <= w.ly(slot) + (w.ins ? 1 : 0);
+  }
+
+  // Whether one of the plots that can be clicked shows a year to pick.
+  bool year_in_sight() const {
+    const auto in_sight = [this](int zone, int slot) {
+      return w.b(zone).on && can_edit(slot, w.fs, w.fs + w.sl);
+    };
+    return in_sight(button::upper_plot, slot_of(true)) || in_sight(button::lower_plot, slot_of(false));
+  }
+
   // The edit is applied at once and shown; the buttons then ask whether to keep it. A click on a year that
-  // the series does not have changes nothing and the pick goes on.
+  // the series does not have changes nothing and the pick goes on. Where the years shown have none to pick,
+  // and no other button is there, the click leads out.
   void edit_year(bool upper) {
     const int slot = slot_of(upper);
     const int year = w.fs + static_cast<int>((w.msx - 200) / w.scx);
-    if (year < w.fy(slot) || year > w.ly(slot) + (w.ins ? 1 : 0)) return;
+    if (!can_edit(slot, year, year)) return year_in_sight() ? void() : leave_pick();
     w.ul = upper;
     w.insdel = year;
     show(button::upper_plot, button::leave_pick, false);

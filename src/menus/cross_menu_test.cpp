@@ -313,6 +313,40 @@ TEST_F(CrossMenu, AClickOnAYearThatTheSeriesDoesNotHaveChangesNothingAndThePickG
   run();
 }
 
+// Scrolled to years that the core does not have, with nothing else to click: no dead end.
+TEST_F(CrossMenu, AClickLeadsOutWhereNoYearToPickIsShown) {
+  pair(4, 6);  // TINY, 1950 to 1959, and a chronology
+  look([this] {
+    w->sl = 25;
+    w->scx = 100;
+    w->fs = 1960;
+    w->ls = 1984;
+  });
+  press(button::delete_ring);
+  expect_on("25");
+  click_year(true, 1970);
+  look([this] {
+    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(w->yr(sample), 10);
+  });
+  press(button::insert_ring);  // 1960 can be inserted
+  click_year(true, 1970);
+  expect_on("25");
+  click_year(true, 1960);
+  look([this] {
+    EXPECT_EQ(on(1, 35), "21-22");
+    EXPECT_EQ(w->yr(sample), 11);
+  });
+  press(button::insertion_not);
+  look([this] { w->fs = 1925; });  // 1950 lies on the right edge
+  press(button::delete_ring);
+  click_year(true, 1940);
+  expect_on("25");
+  click(2700, 520);
+  expect_on("23-24");
+  run();
+}
+
 TEST_F(CrossMenu, ARingCanBeInsertedBehindTheLastYearButNoFarther) {
   pair(4, 1);
   press(button::insert_ring);
