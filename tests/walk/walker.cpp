@@ -1,0 +1,217 @@
+#include "walk/walker.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <set>
+#include <utility>
+
+#include "toolkit/buttons.h"
+
+namespace vorn {
+namespace {
+
+constexpr std::size_t trail_length = 30;
+constexpr std::chrono::seconds longest_step{60};  // of an action, sanitizers included
+
+constexpr int steps_without_effect = 400;
+
+// Numbers about the limits of all fields.
+constexpr int numbers[] = {0,      1,      2,      3,    4,    5,    10,    11,   12,   20,   21,
+                           25,     30,     49,     50,   51,   99,   100,   116,  200,  300,  999,
+                           1000,   1500,   1800,   1900, 1950, 2000, 2100,  5000, 9998, 9999, 11'999,
+                           12'000, 12'001, 99'999, -1,   -9,   -300, -1000, -9999};
+
+bool traced() {
+  return std::getenv("VORN_WALK_TRACE") != nullptr;
+}
+
+bool starts_at(const Mark& mark, const Rectangle& place) {
+  return mark.points.size() == 4 && mark.points[0].x == place.x1 && mark.points[0].y == place.y1 &&
+         mark.points[2].x == place.x2 && mark.points[2].y == place.y2;
+}
+
+// Buttons without a face, and the button by which their screen is known.
+constexpr std::pair<int, int> zones[] = {{button::chooser_list, button::chooser_exit},
+                                         {button::editor_table, button::editor_exit}};
+
+// How much a button is to be preferred; those that leave a screen less, so that there is time for its others.
+int weight(int n) {
+  switch (n) {
+    case button::quit:
+      return 1;
+    case button::read_two_column:
+      return 3;
+    case button::exit_crossdating:
+    case button::correlation_exit:
+    case button::chooser_exit:
+    case button::editor_exit:
+    case button::editor_quit:
+      return 6;
+    case button::crossdate:
+    case button::chooser_do_it:
+    case button::insert_ring:
+    case button::delete_ring:
+    case button::save_sample:
+    case button::save_reference:
+      return 60;
+    case button::upper_plot:
+    case button::lower_plot:
+    case button::chooser_list:
+    case button::editor_table:
+      return 100;
+    default:
+      return 20;
+  }
+}
+
+}  // namespace
+
+Walker::Walker(std::uint32_t seed, int steps, bool undated_records) : random_(seed), steps_(steps) {
+  state_.undated_records = undated_records;
+}
+
+void Walker::begin(const Workspace& w) {
+  w_ = &w;
+  page_ = nullptr;
+  planned_.clear();
+  state_.store_replaced = false;
+}
+
+std::string Walker::complaint() const {
+  if (complaint_.empty()) return "";
+  std::string text = "step " + std::to_string(step_) + ": " + complaint_ + "; after";
+  for (const std::string& event : trail_) text += "\n  " + event;
+  return text;
+}
+
+int Walker::up_to(int most) {
+  return static_cast<int>(random_() % static_cast<std::uint32_t>(most + 1));
+}
+
+Event Walker::next_event() {
+  const auto now = std::chrono::steady_clock::now();
+  if (asked_.time_since_epoch().count() != 0 && now - asked_ > longest_step) complaint_ = "took too long";
+  look_around();
+  if (!message_shown_ && complaint_.empty()) check();
+  look_for_dead_end();
+  if (done()) throw ProgramEnd(EndReason::closed);
+  ++step_;
+  const Event event = choose();
+  message_shown_ = false;
+  trail_.push_back(std::to_string(event.x) + " " + std::to_string(event.y) + " code " +
+                   std::to_string(event.code));
+  if (trail_.size() > trail_length) trail_.pop_front();
+  if (traced()) std::cerr << step_ << ": " << trail_.back() << '\n';
+  asked_ = std::chrono::steady_clock::now();
+  return event;
+}
+
+bool Walker::shown(int n) const {
+  return std::find(shown_.begin(), shown_.end(), n) != shown_.end();
+}
+
+// A button is shown when its face is on the page; the zones without one, when their screen is.
+void Walker::look_around() {
+  std::set<int> found;
+  for (const Mark& mark : page_->marks()) {
+    if (mark.kind != Mark::Kind::outline) continue;
+    for (int n = 1; n <= max_buttons; ++n) {
+      if (w_->b(n).on && starts_at(mark, w_->b(n))) found.insert(n);
+    }
+  }
+  for (const auto& [zone, mate] : zones) {
+    if (w_->b(zone).on && found.contains(mate)) found.insert(zone);
+  }
+  const bool menus_left = found.empty() || *found.begin() > button::crossdating_last;
+  if (w_->b(button::chronology_list).on && found.contains(button::quit))
+    found.insert(button::chronology_list);
+  if (menus_left && found.empty()) {  // a year is to be picked: no face is shown
+    for (const int n : {button::upper_plot, button::lower_plot}) {
+      if (w_->b(n).on) found.insert(n);
+    }
+  }
+  shown_.assign(found.begin(), found.end());
+  state_.chooser_shown = found.contains(button::chooser_exit);
+  state_.pair_set = found.contains(button::exit_crossdating) || found.contains(button::correlation_exit) ||
+                    found.contains(button::insertion_ok) || found.contains(button::deletion_ok) ||
+                    found.contains(button::upper_plot) || found.contains(button::lower_plot);
+}
+
+void Walker::check() {
+  if (!w_->derived_stale) state_.store_replaced = false;
+  complaint_ = broken_invariant(*w_, state_);
+}
+
+void Walker::look_for_dead_end() {
+  steps_on_page_ = page_->marks() == page_before_ ? steps_on_page_ + 1 : 0;
+  if (steps_on_page_ == 0) page_before_ = page_->marks();
+  if (steps_on_page_ == steps_without_effect && complaint_.empty()) complaint_ = "nothing has any effect";
+}
+
+Event Walker::choose() {
+  if (!planned_.empty()) {
+    const int code = planned_.front();
+    planned_.pop_front();
+    return {up_to(Page::width), up_to(Page::height), code};
+  }
+  const int way = up_to(99);
+  if (way < 4) return {up_to(4000) - 500, up_to(3000) - 500, Event::click};
+  if (way < 6) return {up_to(Page::width), up_to(Page::height), Event::help};
+  if (way < 9) return {0, 0, message_shown_ ? Event::escape : 32 + up_to(94)};
+  if (way < 10) return {0, 0, 7 + up_to(248)};
+  if (shown_.empty()) return {up_to(Page::width), up_to(Page::height), Event::click};
+  return click_on(pick_button());
+}
+
+int Walker::pick_button() {
+  int sum = 0;
+  for (const int n : shown_) sum += weight(n);
+  int place = up_to(sum - 1);
+  for (const int n : shown_) {
+    place -= weight(n);
+    if (place < 0) return n;
+  }
+  return shown_.back();
+}
+
+bool Walker::is_field(int n) const {
+  return n == button::display_width || n == button::correlation_segment || n == button::correlation_overlap ||
+         n == button::correlation_start || (n >= button::spline_years && n <= button::segment_overlap) ||
+         n == button::mean_name || n == button::editor_table;
+}
+
+// What is typed into field n, mostly with Return behind it.
+void Walker::plan_entry(int n) {
+  std::string text;
+  if (n == button::mean_name) {
+    for (int left = up_to(12); left > 0; --left) text += static_cast<char>(32 + up_to(94));
+  } else if (in(60)) {
+    text = std::to_string(numbers[static_cast<std::size_t>(up_to(std::size(numbers) - 1))]);
+  } else {
+    text = std::to_string(up_to(2500));
+  }
+  text += in(85) ? '\r' : ' ';
+  for (const char c : text) planned_.push_back(static_cast<unsigned char>(c));
+}
+
+Event Walker::click_on(int n) {
+  if (!message_shown_) ++hits_[n];
+  if (n == button::read_two_column) state_.store_replaced = true;
+  if (is_field(n) && in(80)) plan_entry(n);
+  const Button& place = w_->b(n);
+  if (n == button::chooser_list && in(80)) return click_in_list(place, 7, w_->nd);
+  if (n == button::chronology_list && in(80)) return click_in_list(place, 3, w_->nfil);
+  return {place.x1 + up_to(place.x2 - place.x1), place.y1 + up_to(place.y2 - place.y1), Event::click};
+}
+
+// The cell of a name that is there.
+Event Walker::click_in_list(const Rectangle& area, int columns, int names) {
+  constexpr int rows = 30;
+  const int name = up_to(std::clamp(names, 1, rows * columns) - 1);
+  const int width = (area.x2 - area.x1) / columns, height = (area.y2 - area.y1) / rows;
+  return {area.x1 + name / rows * width + width / 2, area.y1 + name % rows * height + height / 2,
+          Event::click};
+}
+
+}  // namespace vorn
