@@ -58,6 +58,18 @@ TEST_F(ChooserActions, AfterDeletingThePairIsTheFirstTwo) {
   EXPECT_EQ(w.tr2, 2);
 }
 
+// Also what was passed over is marked no longer.
+TEST_F(ChooserActions, AfterDeletingOneOfThePairItIsTheFirstTwoToo) {
+  w.tr1 = 8;
+  w.tr2 = 3;
+  press(button::delete_core);
+  do_it();
+  play_and_exit();
+  EXPECT_EQ(names(), "C1 C2 C4 C5 C6 oak pine ash elm ref ");
+  EXPECT_EQ(w.tr1, 1);
+  EXPECT_EQ(w.tr2, 2);
+}
+
 TEST_F(ChooserActions, DeletingPassesOverChronologiesAndEmptyPlaces) {
   w.tr1 = 8;
   w.tr2 = 3;
@@ -377,6 +389,17 @@ TEST_F(ChooserActions, AfterAMoveTheSelectionIsWhatEnteringTheModeMakes) {
   EXPECT_EQ(chosen(), (Picked{1, 5}));  // the first core, and pine
   EXPECT_EQ(line(message::move_caption), "Move C3 to pine.hdb");
   EXPECT_TRUE(reads("Move C3 to pine.hdb"));
+}
+
+TEST_F(ChooserActions, LeavingAfterAMoveBringsTheChronologyUpToDate) {
+  folder.write("pine.hdb", "");
+  press(button::move_core);
+  picks({3, 4, 5});
+  do_it();
+  play_and_exit();
+  EXPECT_EQ(w.num(1, 1), 1);
+  EXPECT_EQ(w.ax(w.ad(2)), w.crn(1, 1));
+  EXPECT_EQ(line(message::summary_cores), "Number of cores      1");
 }
 
 TEST_F(ChooserActions, AMoveToAFileThatCannotBeOpenedChangesNothing) {
