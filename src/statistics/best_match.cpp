@@ -7,6 +7,7 @@
 #include "records/edit_format.h"
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
+#include "statistics/sliding_correlations.h"
 
 namespace vorn {
 namespace {
@@ -32,19 +33,27 @@ struct DatedWindow {
 };
 
 // Ranks every place of the reference for the `count` years of the sample from `first` on.
+//
+// Estimates for all places at once tell which of them cannot come among the best; the others are correlated
+// by covmiss, whose values alone are ranked.
 MatchedStretch match(const DatedWindow& sample, const DatedWindow& reference, std::int64_t first, int count) {
   MatchedStretch stretch;
   stretch.first = static_cast<std::int32_t>(first);
   stretch.last = static_cast<std::int32_t>(first + count - 1);
+  const int years = static_cast<int>(reference.last - reference.first + 1);
+  if (years < count) return stretch;
   const int at = static_cast<int>(first - sample.first);
+  const auto values = sample.window.values(at, count);
+  const auto present = sample.window.present(at, count);
+  const auto estimates = sliding_correlations(values, present, reference.window.values(0, years),
+                                              reference.window.present(0, years));
   Table<bool> both(count);
   const auto mask = both.range(1, count);
-  for (std::int64_t t = reference.first; t <= reference.last - count + 1; ++t) {
-    const int place = static_cast<int>(t - reference.first);
-    mark_present(sample.window.present(at, count), reference.window.present(place, count), mask);
-    const auto [r, valid] =
-        covmiss(sample.window.values(at, count), reference.window.values(place, count), mask);
-    if (valid) insert(stretch.matches, {r, static_cast<std::int32_t>(first - t)});
+  for (int place = 0; place <= years - count; ++place) {
+    if (estimates[static_cast<std::size_t>(place)] + sliding_error <= stretch.matches.back().r) continue;
+    mark_present(present, reference.window.present(place, count), mask);
+    const auto [r, valid] = covmiss(values, reference.window.values(place, count), mask);
+    if (valid) insert(stretch.matches, {r, static_cast<std::int32_t>(first - (reference.first + place))});
   }
   return stretch;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -62,6 +63,40 @@ TEST(BestMatch, RanksAllPlacesByTheirCorrelation) {
   for (std::size_t j = 0; j < 6; ++j) {
     EXPECT_EQ(stretches[0].matches[j].r, all[j].r);
     EXPECT_EQ(stretches[0].matches[j].offset, all[j].offset);
+  }
+}
+
+// Estimates decide which places are looked at; what is ranked must be as if every place had been.
+TEST(BestMatch, RanksAsIfEveryPlaceHadBeenCorrelated) {
+  for (const unsigned seed : {1u, 2u, 3u, 4u}) {
+    TestStore store;
+    auto a = noise(420, seed), b = noise(900, seed + 10);
+    std::copy(a.begin() + 100, a.begin() + 260, b.begin() + 300);  // equal to the last bit, but for the means
+    for (std::size_t k = 600; k < 700; ++k) b[k] = seed % 2 == 0 ? 0.5 : b[k] * 1e-9;
+    if (seed == 4) b[750] = std::numeric_limits<double>::quiet_NaN();
+    std::string missing_a(420, '+'), missing_b(900, '+');
+    for (std::size_t k = 0; k < 420; k += 13 * seed) missing_a[k] = '-';
+    for (std::size_t k = 0; k < 900; k += 17 * seed) missing_b[k] = '-';
+    store.set_pair(1500, a, 1200, b, missing_a, missing_b);
+    const Workspace& w = store.w;
+    for (const MatchedStretch& stretch : best_matches(w)) {
+      const int count = stretch.last - stretch.first + 1, at = w.ad(w.nd + 1) + stretch.first - 1500;
+      std::vector<Match> all;
+      for (int place = 0; place + count <= 900; ++place) {
+        const int there = w.ad(w.nd + 2) + place;
+        Table<bool> both(count);
+        for (int k = 0; k < count; ++k) both(k + 1) = w.xok(at + k) && w.xok(there + k);
+        const auto [r, valid] =
+            covmiss(w.ax.range(at, count), w.ax.range(there, count), both.range(1, count));
+        if (valid && r > -1) all.push_back({r, stretch.first - (1200 + place)});
+      }
+      std::stable_sort(all.begin(), all.end(), [](const Match& m, const Match& n) { return m.r > n.r; });
+      ASSERT_GE(all.size(), 6u);
+      for (std::size_t j = 0; j < 6; ++j) {
+        EXPECT_EQ(stretch.matches[j].r, all[j].r) << seed << " " << stretch.first << " rank " << j;
+        EXPECT_EQ(stretch.matches[j].offset, all[j].offset) << seed << " " << stretch.first << " rank " << j;
+      }
+    }
   }
 }
 
