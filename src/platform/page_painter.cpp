@@ -13,8 +13,8 @@
 namespace vorn {
 namespace {
 
-constexpr double pen_width = 2;           // page units: 0.2 mm on paper
-constexpr qsizetype points_a_piece = 17;  // 16 segments: one long antialiased stroke is many times slower
+constexpr double pen_width = 2;        // page units: 0.2 mm on paper
+constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be lost in print
 
 constexpr std::array<QRgb, 16> palette = {
     0xFFFFFF,  // 0 the paper
@@ -63,18 +63,25 @@ class PagePainter {
   }
 
  private:
-  // Writing that stands as it was painted, with all the room that its letters may take.
+  // Writing, and how many fills had been painted before it.
   struct Written {
     const Mark* mark;
-    QRectF around;
+    std::size_t fills;
   };
 
   void fill(const Mark& mark) {
-    forget_below(polygon(mark).boundingRect());
-    painter_.setRenderHint(QPainter::Antialiasing, !sharp(mark));
+    const QPolygonF area = polygon(mark);
+    const QRectF around = area.boundingRect();
+    fills_.push_back(around);
+    const bool thin = std::min(around.width(), around.height()) < thinnest();
+    painter_.setRenderHint(QPainter::Antialiasing, thin || !sharp(mark));
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(palette_colour(mark.colour));
-    painter_.drawPolygon(polygon(mark));
+    if (!thin) return painter_.drawPolygon(area);
+    // As thin as a line, or without any width at all: it is to be seen all the same.
+    const double more_x = std::max(0.0, thinnest() - around.width()) / 2;
+    const double more_y = std::max(0.0, thinnest() - around.height()) / 2;
+    painter_.drawRect(around.adjusted(-more_x, -more_y, more_x, more_y));
   }
 
   void outline(const Mark& mark) {
@@ -82,14 +89,15 @@ class PagePainter {
     painter_.drawPolygon(polygon(mark));
   }
 
+  // One by one: a polyline as a single antialiased stroke is many times slower on pixels. Where the segments
+  // meet, their square ends overlap.
   void line(const Mark& mark) {
     prepare_pen(mark);
     const QPolygonF points = polygon(mark);
     if (device_ == Device::vectors) return painter_.drawPolyline(points);
-    for (qsizetype i = 0; i + 1 < points.size(); i += points_a_piece - 1) {
-      painter_.drawPolyline(
-          points.mid(i, points_a_piece));  // pieces share a point, where their round ends overlap
-    }
+    std::vector<QLineF> segments;
+    for (qsizetype i = 1; i < points.size(); ++i) segments.emplace_back(points[i - 1], points[i]);
+    painter_.drawLines(segments.data(), static_cast<int>(segments.size()));
   }
 
   void write(const Mark& mark) {
@@ -109,23 +117,34 @@ class PagePainter {
     painter_.restore();
   }
 
-  // A text written again over itself would come out bolder, because its edges are antialiased.
+  // A text written again over itself would come out bolder, because its edges are antialiased. What a fill
+  // may have covered since, if only in part, counts as new.
   bool is_new(const Mark& mark) {
     const auto same = [&](const Written& earlier) { return *earlier.mark == mark; };
-    if (std::any_of(written_.begin(), written_.end(), same)) return false;
+    const auto earlier = std::find_if(written_.begin(), written_.end(), same);
+    if (earlier == written_.end()) {
+      written_.push_back({&mark, fills_.size()});
+      return true;
+    }
+    const auto first_since = fills_.begin() + static_cast<std::ptrdiff_t>(earlier->fills);
+    const QRectF around = room_of(mark);
+    earlier->fills = fills_.size();
+    return std::any_of(first_since, fills_.end(),
+                       [&](const QRectF& area) { return area.intersects(around); });
+  }
+
+  // All the room that the letters may take. They reach below their line; turned writing, or writing that ends
+  // at its place, lies elsewhere around it.
+  static QRectF room_of(const Mark& mark) {
     const Box box = text_extent(mark);
-    // Letters reach below their line; turned writing, or writing that ends at its place, lies elsewhere
-    // around it.
     const bool plain = mark.angle == 0 && mark.align == Align::left;
     const double reach = plain ? mark.height : mark.height + box.right - box.left;
     const QRectF letters(QPointF(box.left, box.top), QPointF(box.right, box.bottom));
-    written_.push_back({&mark, letters.adjusted(-reach, -reach, reach, reach)});
-    return true;
+    return letters.adjusted(-reach, -reach, reach, reach);
   }
 
-  // What a fill may have covered, if only in part, counts as new when it is written again.
-  void forget_below(const QRectF& area) {
-    std::erase_if(written_, [&](const Written& writing) { return area.intersects(writing.around); });
+  double thinnest() const {
+    return device_ == Device::pixels ? std::max(thinnest_fill, 1 / scale_) : thinnest_fill;
   }
 
   bool sharp(const Mark& mark) const { return device_ == Device::pixels && is_upright(mark); }
@@ -139,7 +158,8 @@ class PagePainter {
     }
     painter_.setRenderHint(QPainter::Antialiasing, !whole_pixels);
     painter_.setBrush(Qt::NoBrush);
-    painter_.setPen(QPen(palette_colour(mark.colour), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const Qt::PenCapStyle ends = device_ == Device::pixels ? Qt::SquareCap : Qt::RoundCap;
+    painter_.setPen(QPen(palette_colour(mark.colour), width, Qt::SolidLine, ends, Qt::RoundJoin));
   }
 
   QPainter& painter_;
@@ -147,6 +167,7 @@ class PagePainter {
   Device device_;
   double scale_ = 1;
   std::vector<Written> written_;
+  std::vector<QRectF> fills_;  // where areas were filled
 };
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace vorn {
 // The colour of a palette index, 0 to 15: the sixteen colours of a VGA screen with black and white exchanged.
 QColor palette_colour(int index);
 
-// What is painted on: pixels need pens that are not thinner than one of them, and long lines in short pieces.
+// What is painted on: on pixels nothing may be thinner than one of them, and lines are painted in pieces.
 enum class Device { pixels, vectors };
 
 // Paints the white paper and every mark of the page. The painter must map page units to the device, x and y
