@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <string>
 
 #include "plot/plot.h"
@@ -18,6 +19,9 @@ constexpr int left_text = -200, right_text = 40;  // from the bar's left edge
 constexpr int longest_lag = 2;
 constexpr std::string_view lag_labels = "-2-1 0+1+2";
 
+// Years come from files and may be anything that 32 bits hold; sums of them are formed in 64.
+using Years = std::int64_t;
+
 const EditFormat correlation_edit{"(F5.2)"};
 
 std::string_view lag_label(int lag) {
@@ -25,9 +29,9 @@ std::string_view lag_label(int lag) {
 }
 
 // The correlation of the reference's years first to last with the sample's, read `lag` years later, as text.
-std::string correlation_text(const Workspace& w, int first, int last, int lag) {
+std::string correlation_text(const Workspace& w, Years first, Years last, int lag) {
   const int sample = w.nd + 1, reference = w.nd + 2;
-  const int n = last - first + 1;
+  const int n = static_cast<int>(last - first + 1);
   const PoolWindow a(w, w.ad(sample) + first + lag - w.fy(sample), n);
   const PoolWindow b(w, w.ad(reference) + first - w.fy(reference), n);
   Table<bool> both(n);
@@ -49,15 +53,15 @@ void captions(Workspace& w) {
 
 void cor_graph(Workspace& w) {
   const int sample = w.nd + 1, reference = w.nd + 2;
-  const int bar = (w.fs + w.ls) / 2;
-  const int first = std::max(w.fy(sample), w.fy(reference));
-  const int last = std::min(w.ly(sample), w.ly(reference));
+  const Years bar = (Years{w.fs} + w.ls) / 2;
+  const Years first = std::max(w.fy(sample), w.fy(reference));
+  const Years last = std::min(w.ly(sample), w.ly(reference));
   if (last - first < 20 || bar + longest_lag < first || bar - longest_lag > last) return;
   // Two years are kept at the sample's ends, so that the shifted sample stays inside its data.
-  const int left = std::max({first, w.fy(sample) + longest_lag, bar - w.seg});
-  const int right = std::min({last, w.ly(sample) - longest_lag, bar + w.seg - 1});
+  const Years left = std::max({first, Years{w.fy(sample)} + longest_lag, bar - w.seg});
+  const Years right = std::min({last, Years{w.ly(sample)} - longest_lag, bar + w.seg - 1});
   w.plot.setclr(colour::ink);
-  const int x = static_cast<int>(std::lround(200 + (bar - w.fs) * w.scx));
+  const int x = static_cast<int>(std::lround(200 + static_cast<double>(bar - w.fs) * w.scx));
   w.plot.rectangle(x, strip_top, x + static_cast<int>(std::lround(w.scx)), strip_top + bar_height);
   w.plot.winfnt("Times New Roman");
   for (int lag = -longest_lag; lag <= longest_lag && bar - 9 > left; ++lag) {

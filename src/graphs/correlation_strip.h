@@ -6,8 +6,12 @@
 namespace vorn {
 
 // Draws a bar at the middle visible year and, left and right of it, the correlation of sample and reference
-// over the stretch (up to seg years) on that side, for the sample read 2 years earlier to 2 years later.
-// Draws nothing when the common span is 20 years or less, or more than 2 years away from the bar.
+// over the stretch on that side for the sample read 2 years earlier to 2 years later.
+//
+// A stretch reaches seg years from the bar (to the left one more) as far as both series have them; one of 10
+// years or less is left out, one with fewer than 3 pairs of present rings reads "None". Nothing at all is
+// drawn, not even the bar, when the last common year is less than 20 years after the first or when the bar
+// is more than 2 years away from the common years.
 void cor_graph(Workspace& w);
 
 }  // namespace vorn

@@ -1,6 +1,7 @@
 #include "graphs/lag_table.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "plot/plot.h"
@@ -37,6 +38,7 @@ int segments_computed(const Workspace& w) {
   return years / 2;
 }
 
+// The first one among equals. A cell of too few pairs, which holds 2.0, is meant to win.
 int best_column(const Workspace& w, int segment) {
   int best = 1;
   for (int column = 2; column <= lags; ++column) {
@@ -68,6 +70,20 @@ void draw_columns(Workspace& w, int segments) {
   }
 }
 
+struct Columns {
+  int first, last;
+};
+
+// The lags that the chosen series can reach. Meant: by its years as stored, wherever the screen has shifted
+// it to, and never less than lag 0.
+Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last_year) {
+  const int chosen = w.chc(1) >= 1 && w.chc(1) <= w.nd ? w.chc(1) : w.nd + 1;
+  const auto column = [](std::int64_t lag, int lowest, int highest) {
+    return static_cast<int>(std::clamp<std::int64_t>(lag + max_lag, lowest, highest));
+  };
+  return {column(w.fy(chosen) - first_year, 0, max_lag), column(w.ly(chosen) - last_year, max_lag, lags - 1)};
+}
+
 void draw_row(Workspace& w, int segment) {
   const int first = w.cyrs(1, segment), last = w.cyrs(2, segment);
   const int bottom = row_top(segment);
@@ -78,10 +94,8 @@ void draw_row(Workspace& w, int segment) {
   w.plot.setclr(colour::light_blue);
   w.plot.messag(w.mess.view().substr(0, 10), row_label_x, bottom - 25);
   w.plot.setclr(colour::ink);
-  // The lags that the chosen series can reach.
-  const int lowest = std::clamp(w.fy(w.chc(1)) + max_lag - first, 0, max_lag);
-  const int highest = std::clamp(w.ly(w.chc(1)) + max_lag - last, max_lag, 2 * max_lag);
-  for (int column = lowest; column <= highest; ++column) {
+  const Columns shown = reachable(w, first, last);
+  for (int column = shown.first; column <= shown.last; ++column) {
     const std::string_view value = w.mess.view().substr(10 + 5 * static_cast<std::size_t>(column), 5);
     w.plot.messag(std::string(value.substr(0, 1)) + std::string(value.substr(2)), column_left(column) + 17,
                   bottom - 25);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <memory>
 
 #include "graphs/correlation_strip.h"
@@ -14,7 +15,11 @@ namespace {
 
 constexpr double top_of_axis = 3.0;  // standard deviations
 constexpr double lower_strip_top = -2.0;
+constexpr int fewest_drawn = 3;          // visible years
 constexpr int fewest_standardised = 20;  // visible years; with fewer the statistics are taken over sl years
+
+// Years come from files and may be anything that 32 bits hold; sums of them are formed in 64.
+using Years = std::int64_t;
 
 void draw_axes(Workspace& w) {
   w.plot.axspos(200, 1300);
@@ -27,7 +32,9 @@ void draw_axes(Workspace& w) {
   w.plot.name("Years", 'X');
   w.plot.name("S.Dev", 'Y');
   w.plot.setclr(colour::light_grey);
-  w.plot.graf(w.fs - 0.5, w.ls + 0.5, 10 * (w.fs / 10 + 1), 10, -top_of_axis, top_of_axis, -top_of_axis, 1);
+  // The truncating division is meant so: before year 0 labels begin up to two decades into the view.
+  const double first_label = 10.0 * (w.fs / 10 + 1);
+  w.plot.graf(w.fs - 0.5, w.ls + 0.5, first_label, 10, -top_of_axis, top_of_axis, -top_of_axis, 1);
   w.plot.grid(1, 1);
 }
 
@@ -41,45 +48,51 @@ void draw_picked_year(Workspace& w) {
 void draw_year_marks(Workspace& w, int zone, int colour, double top) {
   if (!w.b(zone).on) return;
   w.plot.setclr(colour);
-  for (int year = w.fs; year <= w.ls; year += 2) w.plot.rlrec(year - 0.5, top, 1, 1);
+  for (Years year = w.fs; year <= w.ls; year += 2) {
+    w.plot.rlrec(static_cast<double>(year) - 0.5, top, 1, 1);
+  }
 }
 
 struct Range {
-  int first, last;  // positions within the series, from 1
+  Years first, last;  // positions within the series, from 1
 };
 
 // The positions whose values give mean and standard deviation.
-Range statistics_range(const Workspace& w, int k, int first_visible, int last_visible) {
-  Range range{first_visible - w.fy(k) + 1, last_visible - w.fy(k) + 1};
-  if (range.last - range.first + 1 >= fewest_standardised) return range;
-  const int length = w.ly(k) - w.fy(k) + 1;
-  if (range.first < 2 && range.last < length) {
-    range.last = std::min(w.sl + range.first - 1, length);
-  } else if (range.first >= 2) {
-    range.first = std::max(range.last - w.sl + 1, 1);
+Range statistics_range(const Workspace& w, int k, Range visible) {
+  if (visible.last - visible.first + 1 >= fewest_standardised) return visible;
+  const Years length = Years{w.ly(k)} - w.fy(k) + 1;
+  Range range = visible;
+  if (visible.first < 2 && visible.last < length) {
+    range.last = std::min(w.sl + visible.first - 1, length);
+  } else if (visible.first >= 2) {
+    range.first = std::max<Years>(visible.last - w.sl + 1, 1);
   }
   return range;
+}
+
+// What a pool holds at a place that a formula leads to.
+template <class T>
+T at(const Pool<T>& pool, Years place) {
+  return place >= 1 && place <= pool.size() ? pool(static_cast<int>(place)) : T{};
 }
 
 struct Scale {
   double mean, deviation;
 };
 
+// Of the present values; not numbers where there are too few of them.
 Scale scale_of(const Workspace& w, const Pool<double>& source, int k, Range range) {
+  const auto for_each_present = [&](auto use) {
+    for (Years p = range.first; p <= range.last; ++p) {
+      const Years place = w.ad(k) + p - 1;
+      if (at(w.xok, place)) use(at(source, place));
+    }
+  };
   int n = 0;
-  double sum = 0;
-  for (int p = range.first; p <= range.last; ++p) {
-    if (!w.xok.at(w.ad(k) + p - 1)) continue;
-    ++n;
-    sum += source.at(w.ad(k) + p - 1);
-  }
+  double sum = 0, squares = 0;
+  for_each_present([&](double value) { ++n, sum += value; });
   const double mean = sum / n;
-  double squares = 0;
-  for (int p = range.first; p <= range.last; ++p) {
-    if (!w.xok.at(w.ad(k) + p - 1)) continue;
-    const double distance = source.at(w.ad(k) + p - 1) - mean;
-    squares += distance * distance;
-  }
+  for_each_present([&](double value) { squares += (value - mean) * (value - mean); });
   return {mean, std::sqrt(squares / (n - 1))};
 }
 
@@ -105,31 +118,35 @@ void plot_graph(Workspace& w) {
 void plotlin(Workspace& w, int k) {
   const int first = std::max(w.fs, w.fy(k));
   const int last = std::min(w.ls, w.ly(k));
-  const int m = last - first + 1;
-  if (m <= 2) return;
+  const Years m = Years{last} - first + 1;
+  if (m < fewest_drawn) return;
   // Ring widths are drawn of a core alone, and of the last core neither: the strict comparison is meant so.
   const bool widths = !w.indon && w.chc(k - w.nd) < w.nc;
   const Pool<double>& source = widths ? w.x : w.ax;
-  const Scale scale = scale_of(w, source, k, statistics_range(w, k, first, last));
-  const auto present = std::make_unique<bool[]>(static_cast<std::size_t>(m));
-  const std::span<double> values = w.wk2.range(1, m);
-  for (int j = 0; j < m; ++j) {
-    const int p = w.ad(k) + first - w.fy(k) + j;
-    values[j] = (source.at(p) - scale.mean) / scale.deviation;
-    present[j] = w.xok.at(p);
+  const Range visible{Years{first} - w.fy(k) + 1, Years{last} - w.fy(k) + 1};
+  const Scale scale = scale_of(w, source, k, statistics_range(w, k, visible));
+  const auto count = static_cast<std::size_t>(m);
+  const auto present = std::make_unique<bool[]>(count);
+  const std::span<double> values = w.wk2.range(1, static_cast<int>(m));
+  for (std::size_t j = 0; j < count; ++j) {
+    const Years place = w.ad(k) + visible.first - 1 + static_cast<Years>(j);
+    values[j] = (at(source, place) - scale.mean) / scale.deviation;
+    present[j] = at(w.xok, place);
   }
-  line_miss(w, first, values, {present.get(), static_cast<std::size_t>(m)});
+  line_miss(w, first, values, {present.get(), count});
 }
 
 void line_miss(Workspace& w, int first, std::span<const double> values, std::span<const bool> present) {
-  const int n = static_cast<int>(values.size());
-  const std::span<double> years = w.wk1.range(1, n);
-  for (int i = 0; i < n; ++i) years[i] = first + i;
+  VORN_ASSERT(values.size() == present.size());
+  const std::size_t n = values.size();
+  const std::span<double> years = w.wk1.range(1, static_cast<int>(n));
+  for (std::size_t i = 0; i < n; ++i) years[i] = first + static_cast<double>(i);
   if (std::all_of(present.begin(), present.end(), [](bool ring) { return ring; })) {
     w.plot.curve(years, values);
     return;
   }
-  for (int i = 1; i < n; ++i) {
+  for (std::size_t i = 1; i < n; ++i) {
+    // Meant: a ring between two missing ones is not drawn at all.
     if (present[i - 1] && present[i]) w.plot.rline(years[i - 1], values[i - 1], years[i], values[i]);
   }
 }

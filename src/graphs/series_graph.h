@@ -11,13 +11,17 @@ namespace vorn {
 // alternating marks by which years are counted while one is picked, and both curves.
 void plot_graph(Workspace& w);
 
-// Draws entry `k` (nd + 1 or nd + 2) in the current colour: its values of the visible years, standardised by
-// mean and standard deviation (divisor n - 1) of its present values over those years, or over sl years where
-// fewer than 20 are visible. Fewer than 3 visible years draw nothing.
+// Draws entry `k` (nd + 1 or nd + 2) in the current colour and axis system: its values of the visible years,
+// standardised by mean and standard deviation (divisor n - 1) of its present values over those years.
+//
+// Where fewer than 20 years are visible, mean and deviation are those of sl years: the series' first ones
+// when the view meets its start, otherwise those that end with the last visible year. Fewer than 3 visible
+// years draw nothing, and values that are not finite are left out: all of them where the deviation is 0.
 void plotlin(Workspace& w, int k);
 
 // Draws `values` of the years `first` on as a curve that leaves out missing rings: with every ring present
-// one curve, otherwise a line between each two neighbours that are both present.
+// one curve, otherwise a line between each two neighbours that are both present. As many flags as values, at
+// most 12,000.
 void line_miss(Workspace& w, int first, std::span<const double> values, std::span<const bool> present);
 
 }  // namespace vorn
