@@ -722,14 +722,16 @@ TEST_F(RawEditor, YearsWithoutARingCannotBeEdited) {
 
 // After cores were deleted the working entries are those of an older store.
 TEST_F(RawEditor, WorkingEntriesOfAnOlderStoreDoNoHarm) {
-  for (const int slot : {10, 11}) {
-    w.fy(slot) = w.ly(slot) = 1900;
-    w.yr(slot) = 0;
-    w.ad(slot) = 1;
-  }
   const auto before = all_entries();
-  edit_once(2, button::editor_insert, 10);
-  edit_once(2, button::editor_delete, 10);
+  for (const int mode : {button::editor_insert, button::editor_delete}) {
+    for (const int slot : {10, 11}) {
+      w.fy(slot) = w.ly(slot) = 1900;
+      w.yr(slot) = 0;
+      w.ad(slot) = 1;
+    }
+    edit_once(2, mode, 10);
+    expect_only_changed({2}, before);
+  }
   EXPECT_EQ(all_entries(), before);
 }
 
