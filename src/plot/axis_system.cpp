@@ -20,7 +20,7 @@ constexpr double far_away = 1e9;  // page units; lines out of the box keep their
 // One place on an axis at which something stands.
 struct Stop {
   double value;
-  bool labelled;  // not one of the smaller ticks between two labels
+  bool labelled;  // a label stands there: not between two labels, and not before the first
 };
 
 // The places `parts` to a label interval over the whole axis, those before the first label included. They are
@@ -35,7 +35,7 @@ std::vector<Stop> stops(const Axis& axis, int parts) {
   const auto begin = static_cast<long long>(std::ceil(before - slack));
   const auto end = static_cast<long long>(std::floor(after + slack));
   for (long long k = begin; k <= end; ++k) {
-    result.push_back({axis.first_label + static_cast<double>(k) * part, k % parts == 0});
+    result.push_back({axis.first_label + static_cast<double>(k) * part, k % parts == 0 && k >= 0});
   }
   return result;
 }
@@ -44,7 +44,7 @@ std::vector<Stop> stops(const Axis& axis, int parts) {
 std::vector<double> labelled(const Axis& axis) {
   std::vector<double> result;
   for (const Stop& stop : stops(axis, 1)) {
-    if (stop.value >= axis.first_label - axis.step / 2) result.push_back(stop.value);
+    if (stop.labelled) result.push_back(stop.value);
   }
   return result;
 }
