@@ -7,10 +7,12 @@
 #include "chronology/burg_model.h"
 #include "chronology/spline.h"
 #include "chronology/standard_chronology.h"
+#include "plot/long_work.h"
 
 namespace vorn {
 namespace {
 
+constexpr int cores_between_reports = 64;
 constexpr double lowest_curve = 0.1;  // a spline below this would blow the ratio up
 
 // The bridge to the kernels. It copies, because a working entry may begin before the pool does.
@@ -70,7 +72,11 @@ void data_man(Workspace& w, int i) {
 }
 
 void data_man2(Workspace& w) {
-  for (int i = 1; i <= w.nc; ++i) data_man(w, i);
+  LongWork work(w.plot, "Indices");
+  for (int i = 1; i <= w.nc; ++i) {
+    data_man(w, i);
+    if (i % cores_between_reports == 0) work.at(static_cast<double>(i) / w.nc);
+  }
   std_crn(w);
 }
 

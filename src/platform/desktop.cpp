@@ -62,10 +62,16 @@ int run_in_window(const std::function<int(Screen&)>& program) {
   QGuiApplication::setDesktopFileName("vorn");
 
   PageWindow* shown = nullptr;
-  EventMailbox mailbox([&] {
+  // Both are called by the program's thread and posted to the window's.
+  const auto page_came = [&] {
     QMetaObject::invokeMethod(
         shown, [&] { shown->update(); }, Qt::QueuedConnection);
-  });
+  };
+  const auto progress_came = [&] {
+    QMetaObject::invokeMethod(
+        shown, [&] { shown->show_progress(); }, Qt::QueuedConnection);
+  };
+  EventMailbox mailbox(page_came, progress_came);
   PageWindow window(mailbox);
   shown = &window;
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {

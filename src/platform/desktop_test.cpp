@@ -102,6 +102,36 @@ TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
               testing::ExitedWithCode(0x55), "");
 }
 
+TEST_F(Desktop, TheTitleOfTheWindowFollowsLongWork) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                const auto title = [] {
+                  QString text;
+                  QMetaObject::invokeMethod(
+                      QCoreApplication::instance(),
+                      [&] { text = QApplication::topLevelWidgets().first()->windowTitle(); },
+                      Qt::BlockingQueuedConnection);
+                  return text;
+                };
+                screen.show(Page());
+                std::this_thread::sleep_for(EventMailbox::worth_telling);
+                screen.progress("Corr.prn", 0.7);
+                if (title() != "Vorn - Corr.prn 70 %") return 1;
+                // While the program waits the user sees the plain title, and leaves.
+                QMetaObject::invokeMethod(
+                    QCoreApplication::instance(),
+                    [] {
+                      QWidget& window = *QApplication::topLevelWidgets().first();
+                      const int key =
+                          QTest::qWaitFor([&] { return window.windowTitle() == "Vorn"; }) ? 'y' : 'n';
+                      window.repaint();
+                      QTest::keyClick(&window, static_cast<char>(key));
+                    },
+                    Qt::QueuedConnection);
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('y'), "");
+}
+
 TEST_F(Desktop, ADenseScreenGetsAsManyPixelsAsItHas) {
   EXPECT_EXIT(
       {

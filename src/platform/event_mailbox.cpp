@@ -1,5 +1,7 @@
 #include "platform/event_mailbox.h"
 
+#include <algorithm>
+
 namespace vorn {
 
 void EventMailbox::show(const Page& page) {
@@ -16,6 +18,13 @@ bool EventMailbox::counts(const Action& action) const {
 }
 
 Event EventMailbox::next_event() {
+  say({});
+  const Event event = wait_for_event();
+  busy_since_ = now_();
+  return event;
+}
+
+Event EventMailbox::wait_for_event() {
   std::unique_lock lock(mutex_);
   for (;;) {
     something_came_.wait(lock, [&] { return closed_ || !actions_.empty(); });
@@ -30,6 +39,28 @@ void EventMailbox::forget_pending() {
   const std::lock_guard lock(mutex_);
   fresh_from_ = page_.number;
   actions_.clear();
+}
+
+void EventMailbox::progress(std::string_view what, double share) {
+  const Clock::time_point now = now_();
+  if (now - busy_since_ < worth_telling || now - told_ < between_tellings) return;
+  told_ = now;
+  say(std::string(what) + ' ' + std::to_string(static_cast<int>(100 * std::clamp(share, 0.0, 1.0))) + " %");
+}
+
+// Keeps what is to be said of long work, and tells the window when that is something new.
+void EventMailbox::say(std::string progress) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (progress == progress_) return;
+    progress_ = std::move(progress);
+  }
+  progress_came_();
+}
+
+std::string EventMailbox::progress() const {
+  const std::lock_guard lock(mutex_);
+  return progress_;
 }
 
 NumberedPage EventMailbox::page() const {

@@ -1,11 +1,13 @@
 // Between the two threads of the desktop program: pages go one way, the user's actions the other.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
 
 #include "plot/page.h"
 #include "plot/screen.h"
@@ -26,17 +28,31 @@ struct NumberedPage {
 // ahead.
 class EventMailbox : public Screen {
  public:
-  // `page_came` is called by the program's thread after each new page.
-  explicit EventMailbox(std::function<void()> page_came) : page_came_(std::move(page_came)) {}
+  using Clock = std::chrono::steady_clock;
+  // Work is told of when the program has not waited for so long, and then no oftener than this.
+  static constexpr std::chrono::milliseconds worth_telling{300}, between_tellings{50};
+
+  // Both are called by the program's thread: `page_came` after each new page, `progress_came` when there is
+  // something new to be said of long work. `now` tells the time.
+  explicit EventMailbox(
+      std::function<void()> page_came, std::function<void()> progress_came = [] {},
+      std::function<Clock::time_point()> now = Clock::now)
+      : page_came_(std::move(page_came)),
+        progress_came_(std::move(progress_came)),
+        now_(std::move(now)),
+        busy_since_(now_()) {}
 
   // --- The program's side.
   void show(const Page& page) override;
   Event next_event() override;
   // After this nothing counts that was done before the page shown last was seen, not even keys.
   void forget_pending() override;
+  void progress(std::string_view what, double share) override;
 
   // --- The window's side.
   NumberedPage page() const;
+  // What runs and how far it is, "Stats.prn 45 %"; nothing when no long work runs.
+  std::string progress() const;
   // Something done with the mouse, or a key, on the page with the number `seen`.
   void put_click(const Event& event, unsigned long seen);
   void put_key(const Event& event, unsigned long seen);
@@ -51,11 +67,17 @@ class EventMailbox : public Screen {
   };
   void put(const Action& action);
   bool counts(const Action& action) const;
+  Event wait_for_event();
+  void say(std::string progress);
 
-  std::function<void()> page_came_;
+  std::function<void()> page_came_, progress_came_;
+  std::function<Clock::time_point()> now_;
+  Clock::time_point busy_since_;  // used by the program's thread alone, as is the next
+  Clock::time_point told_;
   mutable std::mutex mutex_;
   std::condition_variable something_came_;
   NumberedPage page_;
+  std::string progress_;
   std::deque<Action> actions_;
   unsigned long fresh_from_ = 0;  // what was done on pages before this one is forgotten
   bool closed_ = false;

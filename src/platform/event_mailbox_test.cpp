@@ -84,5 +84,64 @@ TEST_F(Mailbox, AWaitingThreadIsWoken) {
   user.join();
 }
 
+// The program at work; the test moves the clock.
+struct MailboxDuringWork : Mailbox {
+  using Milliseconds = std::chrono::milliseconds;
+  EventMailbox::Clock::time_point now{std::chrono::hours(1)};
+  int progress_came = 0;
+  EventMailbox working{[] {}, [this] { ++progress_came; }, [this] { return now; }};
+
+  void wait_for_a_key() {
+    working.put_key(key('k'), 0);
+    working.next_event();
+  }
+};
+
+TEST_F(MailboxDuringWork, NothingIsSaidOfShortWork) {
+  now += Milliseconds(299);
+  working.progress("Indices", 0.5);
+  EXPECT_EQ(working.progress(), "");
+  EXPECT_EQ(progress_came, 0);
+}
+
+TEST_F(MailboxDuringWork, WhatRunsIsSaidFromThreeTenthsOfASecondOn) {
+  now += Milliseconds(300);
+  working.progress("Stats.prn", 0.4599);
+  EXPECT_EQ(working.progress(), "Stats.prn 45 %");
+  EXPECT_EQ(progress_came, 1);
+}
+
+TEST_F(MailboxDuringWork, TheTimeCountsFromTheUsersLastAction) {
+  now += Milliseconds(1000);
+  wait_for_a_key();
+  now += Milliseconds(299);
+  working.progress("Indices", 0.5);
+  EXPECT_EQ(working.progress(), "");
+  now += Milliseconds(1);
+  working.progress("Indices", 0.6);
+  EXPECT_EQ(working.progress(), "Indices 60 %");
+}
+
+TEST_F(MailboxDuringWork, TheWindowIsNotToldOftenerThanItCanShow) {
+  now += Milliseconds(300);
+  for (int k = 0; k < 1000; ++k) working.progress("RBar", k / 1000.0);
+  EXPECT_EQ(progress_came, 1);
+  EXPECT_EQ(working.progress(), "RBar 0 %");
+  now += Milliseconds(50);
+  working.progress("RBar", 0.999);
+  EXPECT_EQ(working.progress(), "RBar 99 %");
+  now += Milliseconds(50);
+  working.progress("RBar", 0.999);  // nothing new
+  EXPECT_EQ(progress_came, 2);
+}
+
+TEST_F(MailboxDuringWork, NothingIsSaidAnyLongerWhenTheProgramWaits) {
+  now += Milliseconds(300);
+  working.progress("Stats.prn", 0.5);
+  wait_for_a_key();
+  EXPECT_EQ(working.progress(), "");
+  EXPECT_EQ(progress_came, 2);
+}
+
 }  // namespace
 }  // namespace vorn

@@ -14,6 +14,7 @@
 namespace vorn {
 namespace {
 
+constexpr const char* program_title = "Vorn";
 constexpr QRgb surround = 0x606060;  // what is left of the window beside the page
 
 // The code of a key; nothing for keys that the program is not to see.
@@ -44,7 +45,7 @@ int whole_unit(double place, int last) {
 }  // namespace
 
 PageWindow::PageWindow(EventMailbox& mailbox) : mailbox_(mailbox) {
-  setWindowTitle("Vorn");
+  setWindowTitle(program_title);
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);  // every pixel is painted, so nothing flickers
@@ -69,6 +70,12 @@ void PageWindow::paintEvent(QPaintEvent*) {
   painter.setTransform(page_to_window(), true);
   paint_page(painter, latest.page ? *latest.page : Page(), typefaces_, Device::pixels);
   seen_ = latest.number;
+}
+
+void PageWindow::show_progress() {
+  const std::string progress = mailbox_.progress();
+  setWindowTitle(progress.empty() ? QString(program_title)
+                                  : QString(program_title) + " - " + QString::fromStdString(progress));
 }
 
 Event PageWindow::event_at(QPointF place, int code) const {

@@ -21,6 +21,8 @@ class PageWindow : public QWidget {
  public:
   explicit PageWindow(EventMailbox& mailbox);
 
+  // Puts into the title what the mailbox says of long work: "Vorn - Stats.prn 45 %", otherwise "Vorn".
+  void show_progress();
   // The program has ended: from now on the window may close.
   void let_close() { may_close_ = true; }
 

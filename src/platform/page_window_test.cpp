@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTest>
+#include <chrono>
 #include <deque>
 #include <optional>
 
@@ -207,6 +208,21 @@ TEST_F(WindowOfPages, ClosingEndsTheProgramButTheWindowStaysUntilItHasUnwound) {
   EXPECT_THROW(plot.csrpos(), ProgramEnd);
   window.let_close();
   EXPECT_TRUE(window.close());
+}
+
+TEST_F(WindowOfPages, TheTitleSaysWhatRunsAndHowFarItIs) {
+  EventMailbox::Clock::time_point now{std::chrono::hours(1)};
+  EventMailbox working([] {}, [] {}, [&now] { return now; });
+  PageWindow busy(working);
+  EXPECT_EQ(busy.windowTitle(), "Vorn");
+  now += EventMailbox::worth_telling;
+  working.progress("Stats.prn", 0.45);
+  busy.show_progress();
+  EXPECT_EQ(busy.windowTitle(), "Vorn - Stats.prn 45 %");
+  working.put_key({0, 0, 'k'}, 0);
+  working.next_event();
+  busy.show_progress();
+  EXPECT_EQ(busy.windowTitle(), "Vorn");
 }
 
 TEST_F(WindowOfPages, PaintsThePageShownLast) {

@@ -16,6 +16,8 @@
 
 namespace vorn {
 
+class LongWork;
+
 class Plot {
  public:
   explicit Plot(Screen& screen) : screen_(screen) {}
@@ -72,6 +74,8 @@ class Plot {
   Event csrpos_fresh();                 // the same, but what was typed or clicked before now is forgotten
 
  private:
+  friend class LongWork;  // what runs, see long_work.h
+
   void add_area(std::vector<PagePoint> corners);
   Axis& axis(char which);
 
@@ -85,6 +89,7 @@ class Plot {
   AxisFrame frame_;
   Axis x_, y_;
   std::optional<AxisSystem> axes_;  // between graf and endgrf
+  LongWork* work_ = nullptr;        // the innermost that runs
 };
 
 }  // namespace vorn

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <exception>
+#include <string_view>
 
 namespace vorn {
 
@@ -45,12 +46,15 @@ class ProgramEnd : public std::exception {
 class Screen {
  public:
   virtual ~Screen() = default;
-  // Draws now and does not wait; long work reports its progress so.
+  // Draws now and does not wait.
   virtual void show(const Page& page) = 0;
   // Waits until the user acts on the page shown last. Throws ProgramEnd when the screen is closed.
   virtual Event next_event() = 0;
   // Forgets what was typed or clicked before now, so that it cannot dismiss the message just shown.
   virtual void forget_pending() {}
+  // Long work is told by its name and the share of it that is done, 0 to 1, until the program waits again.
+  // Called many times a second (see long_work.h); must return at once.
+  virtual void progress(std::string_view /*what*/, double /*share*/) {}
 };
 
 }  // namespace vorn

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "plot/colour.h"
+#include "plot/long_work.h"
 #include "plot/plot.h"
 #include "records/edit_format.h"
 #include "statistics/correlation.h"
@@ -67,7 +68,9 @@ std::vector<MatchedStretch> best_matches(const Workspace& w) {
   std::vector<MatchedStretch> stretches;
   if (last_start < sample.first) return stretches;
   const std::int64_t count = (last_start - sample.first) / length + 1;
+  LongWork work(w.plot, "Best match");
   for (std::int64_t k = 0; k < count; ++k) {
+    work.at(static_cast<double>(k) / static_cast<double>(count));
     // Deliberate: each stretch begins with the last year of the one before; their number disregards that.
     stretches.push_back(match(sample, reference, sample.first + k * (length - 1), length));
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "plot/long_work.h"
 #include "statistics/correlation.h"
 #include "statistics/correlation_lines.h"
 #include "statistics/report_file.h"
@@ -12,6 +13,7 @@
 namespace vorn {
 namespace {
 
+constexpr int entries_between_reports = 64;
 constexpr std::string_view report_name = "Corr.prn";
 constexpr std::string_view title = "(\" Correlation tables from\",I5,\" to\",I5,\" for \",A60)";
 
@@ -98,12 +100,17 @@ void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
   tables.segment_sum.fill(0.0);
   tables.segment_count.fill(0.0);
   tables.valid.fill(false);
-  for (int i = 1; i <= w.nd; ++i) correlate_series(w, block, used, i);
+  LongWork work(w.plot, report_name);
+  for (int i = 1; i <= w.nd; ++i) {
+    correlate_series(w, block, used, i);
+    if (i % entries_between_reports == 0) work.at(static_cast<double>(i) / w.nd);
+  }
 }
 
 }  // namespace
 
 void cor_report(Workspace& w) {
+  LongWork work(w.plot, report_name);
   ReportFile file;
   w.ios = file.create(report_name);
   if (io_err(w, "Open ", report_name)) return;
@@ -115,6 +122,7 @@ void cor_report(Workspace& w) {
   const SegmentGrid grid(used, w.seg, w.olap);
   for (int k = 0; k < grid.blocks(); ++k) {
     const SegmentBlock block = grid.block(k);
+    work.part(static_cast<double>(k) / grid.blocks(), (k + 1.0) / grid.blocks());
     correlate_block(w, block, used);
     write_block(w, block, file);
   }

@@ -123,12 +123,14 @@ PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64
   return adder.take();
 }
 
-PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years) {
+PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years,
+                           const ShareDone& told) {
   if (series.size() <= few_series) return pair_correlations_plain(series, fewest_years);
-  return pair_correlations_tiled(series, fewest_years);
+  return pair_correlations_tiled(series, fewest_years, told);
 }
 
-PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years) {
+PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years,
+                                 const ShareDone& told) {
   PairAdder adder(series, fewest_years);
   std::vector<std::size_t> good, bad;
   for (std::size_t i = 0; i < series.size(); ++i) {
@@ -140,16 +142,24 @@ PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64
     for (std::size_t c = b + 1; c < bad.size(); ++c) adder.add_plain(bad[b], bad[c]);
   }
   const auto tiles = tiled(series, good);
+  const double all_pairs = 0.5 * static_cast<double>(tiles.size()) * static_cast<double>(tiles.size() + 1);
+  std::size_t pairs = 0;  // of tiles, done
+  const auto tell = [&](std::size_t more) {
+    pairs += more;
+    if (told) told(static_cast<double>(pairs) / all_pairs);
+  };
   for (std::size_t from = 0; from < tiles.size();) {
     std::vector<Tile> group = build_group(series, tiles, from);
     for (std::size_t i = 0; i < group.size(); ++i) {
       for (std::size_t j = i; j < group.size(); ++j) adder.add_tiles(group[i], group[j]);
+      tell(group.size() - i);
     }
     from += group.size();
     for (std::size_t t = from; t < tiles.size(); ++t) {
       Tile other(series, tiles[t]);
       for (Tile& tile : group) adder.add_tiles(tile, other);
       adder.add_columns(other);
+      tell(group.size());
     }
     for (const Tile& tile : group) adder.add_columns(tile);
   }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -30,6 +31,9 @@ struct PairSums {
 // Source: K. Pearson (1896), Phil. Trans. R. Soc. A 187, 253-318.
 PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64_t fewest_years);
 
+// Is told now and then which share of the work is done, 0 to 1.
+using ShareDone = std::function<void(double)>;
+
 // The same to within rounding (1e-12 a correlation), some twenty times as fast.
 //
 // Series of like length and age are put together in tiles, year by year and filled up with zeroes, so that
@@ -37,12 +41,14 @@ PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64
 // common years are differences of running sums. Pairs for which those differences would lose digits, and
 // pairs with a value that is not finite, are correlated by cov. Vector instructions are chosen when the
 // program runs; the order of the sums is the same with all of them but for the rounding of products.
-PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years);
+PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years,
+                                 const ShareDone& told = {});
 
 // So few series are correlated by the plain definition: a site's figures then come from it to the last bit.
 inline constexpr std::size_t few_series = 150;
 
 // One or the other, by the number of series.
-PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years);
+PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years,
+                           const ShareDone& told = {});
 
 }  // namespace vorn

@@ -111,6 +111,16 @@ TEST_F(PairCorrelations, OfSeriesWithValuesThatAreNotFiniteAreThePlainOnes) {
   expect_both_alike(40);
 }
 
+TEST_F(PairCorrelations, TellHowFarTheyAre) {
+  for (unsigned i = 0; i < 200; ++i) add(static_cast<int>(i), noise(60, i + 1));
+  std::vector<double> shares;
+  pair_correlations_tiled(series(), 40, [&](double share) { shares.push_back(share); });
+  EXPECT_GE(shares.size(), 4u);
+  EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+  EXPECT_GT(shares.front(), 0);
+  EXPECT_DOUBLE_EQ(shares.back(), 1);
+}
+
 TEST_F(PairCorrelations, OfNoSeriesOrOfShortOnesAreNone) {
   EXPECT_EQ(pair_correlations_tiled(series(), 40).pairs, 0);
   add(0, {});

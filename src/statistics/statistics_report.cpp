@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "plot/long_work.h"
 #include "statistics/report_file.h"
 #include "statistics/tree_correlations.h"
 #include "toolkit/messages.h"
@@ -17,6 +18,7 @@ constexpr std::string_view tree_line = "(A8,3I7,4F7.2)";
 constexpr std::string_view heading_1 = "(\"Name      First   Last    Age   Mean  S.Dev Correl.   RBAR\")";
 constexpr std::string_view heading_2 = "(11X,\"year   year        Ring (mm)    with CRN   Tree\")";
 constexpr int trees_a_page = 50;
+constexpr double share_of_pairs = 0.9;  // of the work; the lines are the rest
 constexpr std::string_view report_name = "Stats.prn";
 
 // What the totals are taken over.
@@ -61,14 +63,19 @@ void write_totals(const Workspace& w, ReportFile& file, const Rings& rings, doub
 }  // namespace
 
 void stats_rep(Workspace& w) {
+  LongWork work(w.plot, report_name);
   ReportFile file;
   w.ios = file.create(report_name);
   if (io_err(w, "Open", report_name)) return;
   file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
   const double mean_cbar = cbar(w, w.tree_to_chronology.range(1, max_series));
+  work.part(0, share_of_pairs);
   const double mean_rbar = rbar(w, w.tree_to_trees.range(1, max_series));
   Rings rings;
-  for (int first = 1; first <= w.nc; first += trees_a_page) write_page(w, first, file, rings);
+  for (int first = 1; first <= w.nc; first += trees_a_page) {
+    write_page(w, first, file, rings);
+    work.at(share_of_pairs + (1 - share_of_pairs) * first / w.nc);
+  }
   write_totals(w, file, rings, mean_cbar, mean_rbar);
   w.ios = file.close();
   io_err(w, "Close", report_name);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "plot/long_work.h"
 #include "statistics/correlation.h"
 #include "statistics/pair_correlations.h"
 
@@ -80,7 +81,9 @@ double rbar(Workspace& w, std::span<double> rtree) {
     const DatedSeries series = tree(w, i);
     trees.push_back({series.first, series.years(w, series.first, std::max(series.last, series.first - 1))});
   }
-  const PairSums sums = pair_correlations(trees, fewest_common_years);
+  LongWork work(w.plot, "RBar");
+  const PairSums sums =
+      pair_correlations(trees, fewest_common_years, [&work](double share) { work.at(share); });
   for (std::size_t i = 0; i < trees.size(); ++i) {
     w.iwk1(static_cast<int>(i) + 1) = sums.pairs_of[i];
     rtree[i] = sums.pairs_of[i] > 1 ? sums.sum_of[i] / sums.pairs_of[i] : sums.sum_of[i];

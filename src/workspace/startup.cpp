@@ -7,6 +7,7 @@
 #include "formats/recognition.h"
 #include "formats/tucson_index.h"
 #include "formats/tucson_raw.h"
+#include "plot/long_work.h"
 #include "plot/plot.h"
 #include "records/text_file.h"
 #include "statistics/chronology_summary.h"
@@ -133,7 +134,11 @@ void read_list(Workspace& w) {
 
 void check_files(Workspace& w) {
   const int kept = keep_usable(w);
-  for (w.cf = kept; w.cf >= 1; --w.cf) init_raw(w, w.rftype(w.cf));
+  LongWork work(w.plot, "Loading");
+  for (w.cf = kept; w.cf >= 1; --w.cf) {
+    work.part(static_cast<double>(kept - w.cf) / kept, static_cast<double>(kept - w.cf + 1) / kept);
+    init_raw(w, w.rftype(w.cf));
+  }
   w.nfil = kept;
   w.cf = 1;
 }
