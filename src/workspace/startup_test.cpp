@@ -19,7 +19,9 @@ class RememberingScreen : public Screen {
     pages.push_back(text.str());
   }
   Event next_event() override { return {0, 0, Event::enter}; }
+  void progress(std::string_view what, double share) override { told.emplace_back(what, share); }
   std::vector<std::string> pages;
+  std::vector<std::pair<std::string, double>> told;
 };
 
 class StartUp : public ::testing::Test {
@@ -167,6 +169,15 @@ TEST_F(StartUp, FilesAreListedOneByOneWithTheirLayoutsAsSpeltHere) {
   EXPECT_NE(page.find(" 200 260 \"a.fh\""), std::string::npos);
   EXPECT_NE(page.find(" 920 260 \"Heidelberg\""), std::string::npos);
   EXPECT_EQ(page.find("text 15"), 0u);
+}
+
+TEST_F(StartUp, HowFarItIsIsToldFileByFile) {
+  for (const char* name : {"a.rwl", "b.rwl", "c.rwl", "d.rwl"})
+    ScratchFolder::write(name, core("CORE", 1900, 60));
+  ScratchFolder::write("Vorn.fil", "a.rwl\nb.rwl\nc.rwl\nd.rwl\n");
+  init_start(w);
+  EXPECT_EQ(screen.told, (std::vector<std::pair<std::string, double>>{
+                             {"Loading", 0}, {"Loading", 0.25}, {"Loading", 0.5}, {"Loading", 0.75}}));
 }
 
 TEST_F(StartUp, UnusableFilesDropOutAndTheOrderOfTheRestIsKept) {
