@@ -100,6 +100,7 @@ const std::vector<Collection>& all_collections() {
       {'c', "300 series of 150 to 450 rings over 4,600 years, years before year 0 included"},
       {'d', "100 files of 100 series, in the three layouts of ring widths"},
       {'e', "2 series of 12,000 years, the longest there can be"},
+      {'f', "2,500 series as in (a), a quarter of it: what grows with a collection, and how fast"},
   };
   return all;
 }
@@ -118,6 +119,8 @@ void write_collection(char letter, const std::filesystem::path& folder) {
     case 'e':
       return write_one(folder, "e.rwm",
                        examples::compact(site(900'000'000, 'E', 2, {12'000, 12'000}, {-9'999, 2'000})));
+    case 'f':
+      return write_one(folder, "f.rwl", raw(site(100'000'000, 'F', 2'500, {98, 138}, {1, 2000})));
     default:
       throw std::invalid_argument("no such collection");
   }

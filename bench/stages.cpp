@@ -4,7 +4,9 @@
 
 #include <array>
 #include <functional>
+#include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,6 +33,7 @@
 #include "statistics/statistics_report.h"
 #include "statistics/tree_correlations.h"
 #include "toolkit/buttons.h"
+#include "toolkit/scrolling.h"
 #include "whole_process.h"
 
 namespace vorn::bench {
@@ -158,6 +161,7 @@ std::vector<Stage> kernel_stages() {
       {"recognise (a)", 'a', on(recognise_all), &Floors::recognising},
       {"recognise (d)", 'd', on(recognise_all), &Floors::recognising},
       {"read, with estimates (a)", 'a', on(read_all), &Floors::reading, 0.040, 0, {}, usual_state},
+      {"read, with estimates (f)", 'f', on(read_all), &Floors::reading, 0, 0, {}, usual_state},
       {"read, with estimates (c)", 'c', on(read_all), &Floors::reading, 0, 0, {}, usual_state},
       {"read, with estimates (d)", 'd', on(read_all), &Floors::reading, 0, 0, {}, usual_state},
       {"missing-ring estimates (a)", 'a', [](Desk& desk) { mdet_miss(*desk.w, 1, desk.w->nc); },
@@ -166,6 +170,9 @@ std::vector<Stage> kernel_stages() {
       {"autoregressive model (a)", 'a', on(models), &Floors::model},
       {"spline and model, into the store (a)", 'a', on(all_indices),
        [](const Floors& floors) { return floors.spline() + floors.model(); }, 0.150, 0,
+       [](Desk& desk) { switch_to(*desk.w, true, true, false); }, usual_state},
+      {"spline and model, into the store (f)", 'f', on(all_indices),
+       [](const Floors& floors) { return floors.spline() + floors.model(); }, 0, 0,
        [](Desk& desk) { switch_to(*desk.w, true, true, false); }, usual_state},
       {"logarithm and chronology (a)", 'a', on(data_man2), &Floors::logarithm, 0, 0,
        [](Desk& desk) { switch_to(*desk.w, false, false, true); }, usual_state},
@@ -187,10 +194,12 @@ std::vector<Stage> statistics_stages() {
   };
   return {
       {"`rbar` (a)", 'a', rbar_of, &Floors::pairs},
+      {"`rbar` (f)", 'f', rbar_of, &Floors::pairs},
       {"`rbar` (b)", 'b', rbar_of, &Floors::pairs, 0, 3},
       {"`rbar` (c)", 'c', rbar_of, &Floors::pairs},
       {"`cbar` (a)", 'a', cbar_of, &Floors::with_rest},
       {"`Corr.prn` and its indices (a)", 'a', corr_prn, &Floors::segment_cells, 1.0, 0, {}, usual_state},
+      {"`Corr.prn` and its indices (f)", 'f', corr_prn, &Floors::segment_cells, 0, 0, {}, usual_state},
       {"`Corr.prn` and its indices (c)", 'c', corr_prn, &Floors::segment_cells, 0, 0, {}, usual_state},
       {"other spline, `Stats.prn` (a)", 'a', stats_prn, &Floors::pairs, 0.5, 0, {}, usual_state},
       {"other spline, `Stats.prn` (b)", 'b', stats_prn, &Floors::pairs, 0, 0, {}, usual_state},
@@ -205,12 +214,19 @@ std::vector<Stage> statistics_stages() {
 
 std::vector<Stage> page_stages() {
   const auto paint = [](Desk& desk) { paint_picture(desk.plot.page()); };
-  const auto graph = [](Desk& desk) { plot_graph(*desk.w); };
+  // The sample moved by a year, and all drawn again.
+  const auto graph = [](Desk& desk) {
+    desk.w->mous = button::sample_first + 2;
+    topbot(*desk.w, vv[(button::sample_first + 2) % 6]);
+    plot_graph(*desk.w);
+  };
   return {
       {"chooser page, a click (a)", 'a', turn_pages, {}, click, 0, set_a_pair, {}, pages_turned},
+      {"chooser page, a click (f)", 'f', turn_pages, {}, click, 0, set_a_pair, {}, pages_turned},
       {"chooser page, painted (a)", 'a', paint, {}, click, 0, show_chooser},
-      {"cross-dating page (a)", 'a', graph, {}, click, 0, set_a_pair},
-      {"cross-dating page (c)", 'c', graph, {}, click, 0, set_a_pair},
+      {"cross-dating page, a click (a)", 'a', graph, {}, click, 0, set_a_pair},
+      {"cross-dating page, a click (f)", 'f', graph, {}, click, 0, set_a_pair},
+      {"cross-dating page, a click (c)", 'c', graph, {}, click, 0, set_a_pair},
       {"cross-dating page, painted (a)", 'a', paint, {}, click, 0, show_graph},
   };
 }
