@@ -227,7 +227,7 @@ TEST_F(LagTableDisplay, ShowsWhatTheTableOfTheWorkingPairHolds) {
 
 TEST_F(LagTableDisplay, AChoiceThatNamesNoEntryGivesWayToTheWorkingCopy) {
   row(1, 1804, 1853, 0.1);
-  for (const int chosen : {0, -1, std::numeric_limits<int>::min(), 3, 20'000}) {
+  for (const int chosen : {0, -1, std::numeric_limits<int>::min(), 3, 5, 20'000}) {
     w.chc(1) = chosen;
     draw();
     EXPECT_EQ(values(1).size(), 15u) << chosen;

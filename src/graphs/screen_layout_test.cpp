@@ -146,6 +146,13 @@ bool inside(const Box& inner, const Box& outer) {
          inner.bottom <= outer.bottom;
 }
 
+// Plays a script in the current folder; whether it went through to its end.
+testing::AssertionResult plays(const std::string& script) {
+  const int answer = std::system(("\"" VORN_REPLAY "\" \"" + script + "\" 2> said.err").c_str());
+  if (WIFEXITED(answer) && WEXITSTATUS(answer) == 0) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << ScratchFolder::read("said.err");
+}
+
 class ScreenLayout : public testing::Test {
  protected:
   ScreenLayout() {
@@ -155,8 +162,7 @@ class ScreenLayout : public testing::Test {
   // Plays the session; the pages that it left, in their order.
   std::vector<std::string> pages() {
     folder_.write("session.vrs", session);
-    const int answer = std::system("\"" VORN_REPLAY "\" session.vrs 2> said.err");
-    EXPECT_TRUE(WIFEXITED(answer) && WEXITSTATUS(answer) == 0) << ScratchFolder::read("said.err");
+    EXPECT_TRUE(plays("session.vrs"));
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(".")) {
       const std::string name = entry.path().filename().string();
@@ -228,6 +234,13 @@ TEST_F(ScreenLayout, AxesOfAHundredYearsHaveALabelADecadeEachFreeOfTheNext) {
   }
   ASSERT_EQ(years.size(), 10u);
   for (std::size_t i = 1; i < years.size(); ++i) EXPECT_GT(years[i].left - years[i - 1].right, 50);
+}
+
+TEST_F(ScreenLayout, ThePicturesOfTheDocumentationCanBeMadeAnew) {
+  ASSERT_TRUE(plays(VORN_SOURCE_DIR "/docs/pictures/pictures.vrs"));
+  for (const char* picture : {"start.png", "crossdating.png", "lag-table.png"}) {
+    EXPECT_TRUE(ScratchFolder::read(picture).starts_with("\x89PNG")) << picture;
+  }
 }
 
 }  // namespace

@@ -426,8 +426,8 @@ TEST_F(Chooser, TheMeanNameIsTypedIntoItsButton) {
   EXPECT_TRUE(reads("OAKMEAN"));
 }
 
-// --- The move's caption and its destination. Entries 10, 11 and 12 are oak.rwl, the cores' own file, pine.hdb
-// and ref.crn, an index file.
+// --- The move's caption and its destination. Entries 10, 11 and 12 are oak.rwl, the cores' own file,
+// pine.hdb and ref.crn, an index file.
 
 TEST_F(Chooser, TheMovesCaptionNamesTheFirstCoreAndTheFile) {
   three_files(9);
