@@ -6,8 +6,8 @@
 #include <limits>
 #include <utility>
 
-#include "graphs/page_for_tests.h"
 #include "statistics/lag_table.h"
+#include "support/graph_page.h"
 #include "toolkit/buttons.h"
 
 namespace vorn {

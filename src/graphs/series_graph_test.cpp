@@ -6,7 +6,7 @@
 #include <limits>
 #include <utility>
 
-#include "graphs/page_for_tests.h"
+#include "support/graph_page.h"
 #include "toolkit/buttons.h"
 
 namespace vorn {
