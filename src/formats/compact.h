@@ -11,9 +11,9 @@ namespace vorn {
 // estimate (mdet_miss). A blank name ends the file, as does its end; a file that ends among the values leaves
 // the rest of them 0.
 //
-// Told, and gone on after: "open", "Read c1" for a header line (without a name it ends the file, untold) and
-// "Read c2" for the values. "Would be too many rings" ends the reading before the series that the pool has no
-// room for; the 10,000th series is the last one without a message.
+// Told, and gone on after: "open", "Read c1" for a header line (where no name was reached it ends the file)
+// and "Read c2" for the values. "Would be too many rings" ends the reading before the series that the pool
+// has no room for; the 10,000th series is the last one without a message.
 void read_compact(Workspace& w);
 
 // Writes entry i to the open file `out`, in thousandths of a millimetre, four columns a value, missing rings

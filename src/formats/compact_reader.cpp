@@ -36,11 +36,11 @@ bool CompactReader::read_header(int i) {
   w.fy(i) = w.yr(i) = 0;
   const int answer = file_.read(compact::header_edit, w.yr(i), w.fy(i), w.nam(i), exponent_, format_);
   w.ios = answer;
-  // A blank name ends the file without a message, even if the rest of its header is bad.
-  if (answer == status::end_of_file || w.nam(i).blank()) return false;
+  if (answer == status::end_of_file) return false;
+  // A header that cannot be read is told; where its name was not reached, that ends the file.
   told_or_end(w, answer, "Read c1", file_name_);
   w.yr(i) = std::max(w.yr(i), 0);  // a series cannot be shorter than none
-  return true;
+  return !w.nam(i).blank();
 }
 
 // Reads the values of entry i; what the file does not hold stays 0. Returns: the file did not end in them.

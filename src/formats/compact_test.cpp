@@ -159,12 +159,12 @@ TEST_F(Compact, BadExponentIsToldAsReadC1AndTheHeaderKeepsTheOneBefore) {
   EXPECT_EQ(w.x(2), 10.2);  // and the format before, which stands behind the exponent
 }
 
-// A blank name ends the file without a message, even if the rest of its line is bad.
-TEST_F(Compact, HeaderWithoutANameToReadEndsTheFile) {
+// What is left of the file is lost, so it is told.
+TEST_F(Compact, HeaderWithoutANameToReadIsToldAndEndsTheFile) {
   w.nam(2) = "OLD";  // of whatever was loaded before
   read(header(1, 1953, "CORE01", "", "(3F4.0)") + " 101\nno header at all\n" +
        header(1, 1953, "CORE02", "", "(3F4.0)") + " 101\n");
-  EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(messages(), Messages{"Read c1site.rwm fail err =  5010"});
   EXPECT_EQ(w.nc, 1);
 }
 
