@@ -81,6 +81,35 @@ int read_place(Columns& columns, const EditStep& step, const Place& place) {
   return read_integer(columns.take_number(step.width), **integer);
 }
 
+// Reads the items that the descriptor at hand, which comes again, has for a span of numbers: what a loop of
+// single items would do, without asking at each of them what it is.
+template <class Number, class Read>
+int read_row(EditWalk& walk, ItemList<ReadItem>& list, Read read) {
+  const std::span<Number> numbers = list.numbers<Number>();
+  const std::size_t count = walk.repeats(numbers.size());
+  for (Number& number : numbers.first(count)) {
+    if (const int bad = read(number)) return bad;
+  }
+  list.pop_front(count);
+  return status::ok;
+}
+
+int read_repeats(Columns& columns, const EditStep& step, EditWalk& walk, ItemList<ReadItem>& list) {
+  if (step.kind == EditStep::Kind::integer) {
+    const auto read = [&](std::int32_t& number) {
+      return read_integer(columns.take_number(step.width), number);
+    };
+    if (const int bad = read_row<std::int32_t>(walk, list, read)) return bad;
+  }
+  if (step.kind == EditStep::Kind::integer || step.kind == EditStep::Kind::real) {
+    const auto read = [&](double& number) {
+      return read_real(columns.take_number(step.width), step.decimals, number);
+    };
+    return read_row<double>(walk, list, read);
+  }
+  return status::ok;
+}
+
 class OneRecord : public RecordSource {
  public:
   explicit OneRecord(std::string_view text) : text_(text) {}
@@ -115,6 +144,7 @@ int read_items(RecordSource& source, const EditFormat& format, std::span<const R
       if (list.empty()) return status::ok;
       if (const int bad = read_place(columns, *step, list.front(PlaceOf()))) return bad;
       list.pop_front();
+      if (const int bad = read_repeats(columns, *step, walk, list)) return bad;
     } else if (step->kind == EditStep::Kind::blanks) {
       columns.skip(step->width);
     } else if (step->kind == EditStep::Kind::literal) {

@@ -1,5 +1,7 @@
 #include "records/edit_walk.h"
 
+#include <algorithm>
+
 namespace vorn {
 
 const EditStep* EditWalk::next() {
@@ -23,6 +25,18 @@ const EditStep* EditWalk::next() {
     }
   }
   return nullptr;
+}
+
+std::size_t EditWalk::repeats(std::size_t most) {
+  if (done_ == 0) return 0;  // that was the last time
+  const int repeat = format_.steps()[at_].repeat;
+  const std::size_t count = std::min(static_cast<std::size_t>(repeat - done_), most);
+  done_ += static_cast<int>(count);
+  if (done_ == repeat) {
+    done_ = 0;
+    ++at_;
+  }
+  return count;
 }
 
 bool EditWalk::start_again() {

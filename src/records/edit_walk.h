@@ -24,6 +24,9 @@ class EditWalk {
   // the format, or when it does too much between two items.
   const EditStep* next();
 
+  // How many times more the descriptor answered last comes at once, at most `most`. These count as answered.
+  std::size_t repeats(std::size_t most);
+
   // Goes back to where left-over items are continued. False when no item could ever be moved by doing so.
   bool start_again();
 

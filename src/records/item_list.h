@@ -34,8 +34,15 @@ class ItemList {
     return std::visit([&](const auto& entry) { return take(entry, index_); }, entries_.front());
   }
 
-  void pop_front() {
-    ++index_;
+  // What is left of the entry at hand, where that is a span of such numbers; otherwise nothing.
+  template <class Number>
+  std::span<Number> numbers() const {
+    const auto* all = empty() ? nullptr : std::get_if<std::span<Number>>(&entries_.front());
+    return all ? all->subspan(index_) : std::span<Number>();
+  }
+
+  void pop_front(std::size_t count = 1) {
+    index_ += count;
     pass_finished();
   }
 

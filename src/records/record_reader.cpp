@@ -13,10 +13,17 @@ bool only_ctrl_z(std::string_view text) {
   return text.find_first_not_of('\x1a') == std::string_view::npos;
 }
 
-// Characters before the first CR or LF.
+// Characters before the first CR or LF. Both are looked for in a short piece at a time, so that a file that
+// has only one of them is not looked through for the other again and again.
 std::size_t length_of_line(std::string_view text) {
-  const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; });
-  return static_cast<std::size_t>(end - text.begin());
+  constexpr std::size_t piece_size = 256;
+  for (std::size_t from = 0; from < text.size(); from += piece_size) {
+    std::string_view piece = text.substr(from, piece_size);
+    piece = piece.substr(0, piece.find('\n'));
+    const std::size_t length = std::min(piece.find('\r'), piece.size());
+    if (length < std::min(piece_size, text.size() - from)) return from + length;
+  }
+  return text.size();
 }
 
 }  // namespace
