@@ -4,6 +4,7 @@
 #include "formats/compact.h"
 #include "formats/heidelberg.h"
 #include "formats/tucson_raw.h"
+#include "plot/long_work.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
 
@@ -31,9 +32,10 @@ void remove_entry(Workspace& w, int gone) {
 }
 
 // Deletes chc(1 … count); numbers behind a deleted entry are lowered, so that chc keeps naming the same
-// series.
-void remove_chosen(Workspace& w, int count) {
+// series. `work` is what the user knows it by.
+void remove_chosen(Workspace& w, int count, LongWork& work) {
   for (int m = 1; m <= count; ++m) {
+    work.at(static_cast<double>(m - 1) / count);
     const int gone = w.chc(m);
     remove_entry(w, gone);
     for (int j = 1; j <= w.chs; ++j) {
@@ -42,6 +44,7 @@ void remove_chosen(Workspace& w, int count) {
   }
   for (int j = 1; j <= w.chs; ++j) w.chc(j) = 0;
   w.chs = 0;
+  work.part(1, 1);
   data_man2(w);
 }
 
@@ -68,13 +71,15 @@ bool append_cores(Workspace& w, const FileName& name, int format, int count) {
 }  // namespace
 
 void del_core(Workspace& w) {
-  remove_chosen(w, w.chs);
+  LongWork work(w.plot, "Delete Core");
+  remove_chosen(w, w.chs, work);
 }
 
 bool move_core(Workspace& w) {
   const int target = w.chc(w.chs) - w.nc;
   if (!append_cores(w, w.cnam(target), w.rftype(target), w.chs - 1)) return false;
-  remove_chosen(w, w.chs - 1);
+  LongWork work(w.plot, "Move Core");
+  remove_chosen(w, w.chs - 1, work);
   return true;
 }
 

@@ -60,6 +60,20 @@ TEST_F(CoreEdits, DeletingThreeAndFiveRemovesTheSeriesThatHadThoseNumbers) {
   EXPECT_EQ(w.chc(1), 0);
 }
 
+TEST_F(CoreEdits, HowFarItIsIsToldCoreByCore) {
+  ScratchFolder::write("second.rwl", "OTHER   1950   100   999\n");
+  select({3, 5});
+  del_core(w);
+  select({1, 2, 5});
+  EXPECT_TRUE(move_core(w));
+  EXPECT_EQ(store.screen.told, (std::vector<std::pair<std::string, double>>{{"Delete Core", 0},
+                                                                            {"Delete Core", 0.5},
+                                                                            {"Delete Core", 1},
+                                                                            {"Move Core", 0},
+                                                                            {"Move Core", 0.5},
+                                                                            {"Move Core", 1}}));
+}
+
 TEST_F(CoreEdits, DeletingInTheOtherOrderRemovesTheSame) {
   select({5, 3});
   del_core(w);

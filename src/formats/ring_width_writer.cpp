@@ -6,12 +6,14 @@
 #include "formats/file_status.h"
 #include "formats/heidelberg.h"
 #include "formats/tucson_raw.h"
+#include "plot/long_work.h"
 #include "toolkit/buttons.h"
 
 namespace vorn {
 namespace {
 
 constexpr std::string_view extension = "RWW";
+constexpr int cores_between_reports = 64;
 
 void write_record(Workspace& w, TextOutput& out, int i) {
   if (w.b(button::raw_tucson).lit) {
@@ -40,7 +42,11 @@ void write_raw(Workspace& w) {
   w.mtext(message::raw_name) = name.view();
   TextOutput out;
   told_or_end(w, out.create(name.view()), "Open", name.view());
-  for (int i = 1; i <= w.nc; ++i) write_record(w, out, i);
+  LongWork work(w.plot, name.trimmed());
+  for (int i = 1; i <= w.nc; ++i) {
+    write_record(w, out, i);
+    if (i % cores_between_reports == 0) work.at(static_cast<double>(i) / w.nc);
+  }
   told_or_end(w, out.close(), "Close", name.view());
 }
 

@@ -31,6 +31,12 @@ TEST_F(RingWidthWriter, ExtensionBecomesRWW) {
   EXPECT_EQ(name_for("a.b"), "a.RWW");
 }
 
+TEST_F(RingWidthWriter, HowFarItIsIsToldOfManyCores) {
+  while (w.nc < 128) add_core(1953, {0.1, 0.2});
+  write_raw(w);
+  EXPECT_EQ(screen.told, (std::vector<std::pair<std::string, double>>{{"site.RWW", 0.5}, {"site.RWW", 1}}));
+}
+
 TEST_F(RingWidthWriter, PointIsLookedForFromTheEnd) {
   EXPECT_EQ(name_for("site.a.b"), "site.a.RWW");
   EXPECT_EQ(name_for("site.data"), "site.RWW");  // no point so near the end: four characters give way

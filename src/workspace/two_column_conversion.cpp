@@ -1,11 +1,14 @@
 #include "workspace/two_column_conversion.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "formats/core_loading.h"
 #include "formats/file_status.h"
 #include "formats/tucson_raw.h"
+#include "plot/long_work.h"
 #include "plot/screen.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
@@ -91,9 +94,25 @@ Outcome read_input(Workspace& w, int i, const InputName& input) {
   return Outcome::read;
 }
 
+// How many inputs the list names, at most as many as are read; 0 where it cannot be read twice. For the
+// user's eyes alone.
+int inputs_listed() {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(list_name, ignored)) return 0;
+  TextInput list;
+  FileName output;
+  if (list.open(list_name) != status::ok || list.read(output_line, output) != status::ok) return 0;
+  int count = 0;
+  for (InputName input; count < max_series && list.read(input_line, input) == status::ok;) ++count;
+  return count;
+}
+
 // Reads what the list names, entry by entry.
 Outcome read_inputs(Workspace& w, TextInput& list) {
+  LongWork work(w.plot, list_name);
+  const double all = std::max(inputs_listed(), 1);
   for (int i = 1; i <= max_series; ++i) {
+    work.at(std::min((i - 1) / all, 1.0));
     InputName input;
     const int answer = list.read(input_line, input);
     w.ios = answer;

@@ -34,6 +34,15 @@ TEST_F(TwoColumnConversion, InputsBecomeOneTucsonRawFile) {
   EXPECT_TRUE(w.derived_stale);
 }
 
+TEST_F(TwoColumnConversion, HowFarItIsIsTold) {
+  ScratchFolder::write("TRW.fil", "out.rwl\nNOW31.trw\nNOW32.trw\n");
+  ScratchFolder::write("NOW31.trw", ring(1998, "1.234"));
+  ScratchFolder::write("NOW32.trw", ring(1998, "1.234"));
+  read_trw(w);
+  EXPECT_EQ(screen.told,
+            (std::vector<std::pair<std::string, double>>{{"TRW.fil", 0}, {"TRW.fil", 0.5}, {"TRW.fil", 1}}));
+}
+
 TEST_F(TwoColumnConversion, Year0OnTheFirstLineDatesTheCoreToEndIn2009) {
   ScratchFolder::write("TRW.fil", "out.rwl\nfloat.trw\n");
   ScratchFolder::write("float.trw", ring(0, "1.0") + ring(1, "2.0") + ring(2, "3.0"));

@@ -3,6 +3,8 @@
 
 #include <deque>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "plot/page.h"
@@ -49,7 +51,10 @@ class PatientScreen : public Screen {
     ++waits;
     return {0, 0, Event::enter};
   }
+  // What was told of long work.
+  void progress(std::string_view what, double share) override { told.emplace_back(what, share); }
   int waits = 0;
+  std::vector<std::pair<std::string, double>> told;
 };
 
 }  // namespace vorn

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "plot/plot.h"
@@ -21,7 +22,10 @@ class ReturnScreen : public Screen {
     --presses;
     return {0, 0, Event::enter};
   }
+  // What was told of long work.
+  void progress(std::string_view what, double share) override { told.emplace_back(what, share); }
   int presses = 0;
+  std::vector<std::pair<std::string, double>> told;
 };
 
 class TestStore {
