@@ -11,17 +11,16 @@ namespace vorn {
 // The model that memcof2 chose.
 struct BurgModel {
   int order = 0;  // years that it looks back; 0 is no model at all
-  double explained =
-      0;  // share of the variance that the last order tried explains, 0 when the model was dropped
+  // Share of the variance that the last order tried explains; 0 when the model was dropped.
+  double explained = 0;
 };
 
 // Estimates models of order 1, 2, … by Burg's method and chooses one by the corrected Akaike criterion.
 //
 // Given:    series        n values, in year order; need not be centred
 //           max_order     highest order to try, 1 or more
-// Returned: coefficients  the first `order` places: the weights of one, two, … years before; room for
-// max_order - 1.
-//                         Further places are left alone
+// Returned: coefficients  the first `order` places: the weights of one, two, … years before; room
+//                         for max_order - 1. Further places are left alone
 //
 // Orders are tried until the criterion first rises. The order before that is the model, or none at all when
 // its criterion lies above that of order 0. When every order was tried without a rise the model is that of

@@ -1,13 +1,13 @@
 #include "formats/column_table.h"
 
 #include "formats/file_status.h"
+#include "formats/tucson_index_layout.h"
 
 namespace vorn {
 namespace {
 
 const EditFormat heading_line("(\"   Year  Value  Count  \",A60)");
 const EditFormat year_line("(3I7)");
-constexpr std::int32_t no_data = 9990;
 constexpr std::string_view output_name = "Column.prn";
 
 }  // namespace
@@ -18,7 +18,7 @@ void write_colcrn(Workspace& w, TextOutput& out) {
     const std::int32_t depth = w.num(k, w.cf);
     // Deliberate: of a negative depth, which an index file may bring, the index is shown here but not in
     // Index.prn.
-    const Integer index = depth == 0 ? Integer(no_data) : thousandths(w.crn(k, w.cf));
+    const Integer index = depth == 0 ? Integer(tucson_index::no_data) : thousandths(w.crn(k, w.cf));
     told_or_end(w, out.write(year_line, w.cfy(w.cf) - 1 + k, index, depth), "Write", output_name);
   }
 }

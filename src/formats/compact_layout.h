@@ -4,12 +4,11 @@
 //   columns   2-8    number of values
 //            11-18   first year
 //            22-29   name of the series
-//            69-71   exponent e: the values are millimetres / 10^e (-2: hundredths); blank or 0: the unit
-//            follows
-//                    from the edit format
-//            72-79   edit format of the values; a "4" as its fifth character, as in "(19F4.0)", stands for
-//            thousandths
-//                    of a millimetre, any other for hundredths
+//            69-71   exponent e: the values are millimetres / 10^e (-2: hundredths);
+//                    blank or 0: the unit follows from the edit format
+//            72-79   edit format of the values; a "4" as its fifth character, as in
+//                    "(19F4.0)", stands for thousandths of a millimetre, any other
+//                    for hundredths
 #pragma once
 
 #include <cstdint>

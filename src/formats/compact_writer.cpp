@@ -3,6 +3,7 @@
 #include "formats/compact.h"
 #include "formats/compact_layout.h"
 #include "formats/file_status.h"
+#include "formats/width_fields.h"
 
 namespace vorn {
 
@@ -11,10 +12,7 @@ bool write_crec(Workspace& w, TextOutput& out, int i) {
   const int header = out.write(compact::header_line, w.yr(i), w.fy(i), name, compact::values_format);
   told_or_end(w, header, "writeH", name.view());
 
-  std::vector<Integer> values;
-  for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
-    values.push_back(w.xok(p) ? thousandths(w.x(p)) : Integer(compact::missing_ring));
-  }
+  const std::vector<Integer> values = width_fields(w, i, compact::missing_ring);
   const int data = out.write(compact::values_line, std::span(values));
   told_or_end(w, data, "writeD", name.view());
   return header == status::ok && data == status::ok;

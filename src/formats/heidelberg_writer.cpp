@@ -6,6 +6,7 @@
 #include "formats/file_status.h"
 #include "formats/heidelberg.h"
 #include "formats/heidelberg_layout.h"
+#include "formats/width_fields.h"
 
 namespace vorn {
 namespace {
@@ -35,10 +36,7 @@ int write_header(const Workspace& w, TextOutput& out, int i) {
 
 // The widths of entry i, thousandths, filled up with zeros to whole lines.
 std::vector<Integer> filled_values(const Workspace& w, int i) {
-  std::vector<Integer> values;
-  for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
-    values.push_back(w.xok(p) ? thousandths(w.x(p)) : Integer(missing_ring));
-  }
+  std::vector<Integer> values = width_fields(w, i, missing_ring);
   while (values.size() % values_a_line != 0) values.push_back(0);
   return values;
 }

@@ -9,9 +9,9 @@ namespace vorn {
 //
 //   Heidelberg     its first line begins "HEADER:"
 //   compact        its first line has "(" in column 72 and ")" in column 79
-//   Tucson raw     one of its first four lines is the first line of a series: 18 to 79 columns long, as long
-//   as the
-//                  last digit of the year in columns 9-12 asks for, and all numbers
+//   Tucson raw     one of its first four lines is the first line of a series: 18 to 79
+//                  columns long, as long as the last digit of the year in columns 9-12
+//                  asks for, and all numbers
 //   Tucson index   one of its first four lines has 80 columns or more and reads as a decade of indices
 //   not recognised otherwise
 //

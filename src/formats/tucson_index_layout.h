@@ -2,9 +2,9 @@
 //
 //   columns   1-6    site; "-" in column 6: the year is negative
 //             7-10   first year of the line
-//            11-80   for the ten years of the decade, those ending in 0 to 9, an index in thousandths (four
-//            columns)
-//                    and a sample depth (three); 9990 marks a year without data
+//            11-80   for the ten years of the decade, those ending in 0 to 9, an index
+//                    in thousandths (four columns) and a sample depth (three); 9990
+//                    marks a year without data
 //            81-85   "  IND", as written
 #pragma once
 

@@ -10,7 +10,7 @@ namespace {
 
 using namespace tucson_index;
 
-constexpr int last_position_read = max_years + 20;  // a little beyond what a column keeps, as ever
+constexpr int last_position_read = max_years + 20;  // a little beyond what a column keeps
 constexpr int longest_walk_back = 11;
 
 const EditFormat header_edit("(A140)");

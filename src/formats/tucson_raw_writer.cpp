@@ -3,6 +3,7 @@
 
 #include "formats/tucson_raw.h"
 #include "formats/tucson_raw_layout.h"
+#include "formats/width_fields.h"
 #include "toolkit/messages.h"
 
 namespace vorn {
@@ -12,10 +13,7 @@ using namespace tucson_raw;
 
 // The widths of entry i, thousandths, with the end mark behind them.
 std::vector<Integer> marked_values(const Workspace& w, int i) {
-  std::vector<Integer> values;
-  for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
-    values.push_back(w.xok(p) ? thousandths(w.x(p)) : Integer(missing_ring));
-  }
+  std::vector<Integer> values = width_fields(w, i, missing_ring);
   values.push_back(end_of_thousandths);
   return values;
 }
