@@ -10,6 +10,7 @@
 #include "editing/working_pair.h"
 #include "menus/choose.h"
 #include "support/desk.h"
+#include "support/put_entry.h"
 #include "support/scratch_folder.h"
 #include "support/test_store.h"
 #include "toolkit/button_table.h"
@@ -26,17 +27,7 @@ class ChooserDesk : public ::testing::Test {
   }
 
   void add_entry(const std::string& name, int first, const std::vector<double>& widths) {
-    const int i = ++w.nd;
-    w.nam(i) = name;
-    w.fy(i) = first;
-    w.yr(i) = static_cast<int>(widths.size());
-    w.ly(i) = first + w.yr(i) - 1;
-    w.ad(i + 1) = w.ad(i) + w.yr(i);
-    for (int k = 0; k < w.yr(i); ++k) {
-      const int p = w.ad(i) + k;
-      w.x(p) = w.tx(p) = w.ax(p) = widths[static_cast<std::size_t>(k)];
-      w.xok(p) = true;
-    }
+    put_entry(w, ++w.nd, name, first, widths);
   }
   // `cores` cores C1, C2, … of `years` years from 1900 on, then the chronologies of the files: names and
   // layouts as given, the first file the current one. The pair 1 and 2 is set.

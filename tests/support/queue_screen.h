@@ -1,4 +1,4 @@
-// Screens for tests: one that plays a list of events, one that answers every wait with the same key.
+// Screens for tests: one that plays a list of events, two that answer every wait with the same key.
 #pragma once
 
 #include <deque>
@@ -55,6 +55,17 @@ class PatientScreen : public Screen {
   void progress(std::string_view what, double share) override { told.emplace_back(what, share); }
   int waits = 0;
   std::vector<std::pair<std::string, double>> told;
+};
+
+// Presses Return as often as the test expects the program to wait; one wait more closes the screen.
+class ReturnScreen : public PatientScreen {
+ public:
+  Event next_event() override {
+    if (presses == 0) throw ProgramEnd(EndReason::closed);
+    --presses;
+    return PatientScreen::next_event();
+  }
+  int presses = 0;
 };
 
 }  // namespace vorn

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plot/plot.h"
+#include "support/put_entry.h"
 #include "support/queue_screen.h"
 #include "workspace/vorndata.h"
 
@@ -22,18 +23,10 @@ class SpecimenStore : public ::testing::Test {
 
   // Puts a core behind those that are there, as a reader does: a negative width is a missing ring.
   void add_core(int first_year, const std::vector<double>& widths) {
-    const int i = ++w.nc;
-    w.nd = w.nc;
-    const int length = static_cast<int>(widths.size());
-    w.fy(i) = first_year;
-    w.ly(i) = first_year + length - 1;
-    w.yr(i) = length;
-    w.ad(i + 1) = w.ad(i) + length;
-    for (int j = 0; j < length; ++j) {
-      const double width = widths[static_cast<std::size_t>(j)];
-      w.x(w.ad(i) + j) = w.tx(w.ad(i) + j) = w.ax(w.ad(i) + j) = width;
-      w.xok(w.ad(i) + j) = width >= 0;
-    }
+    std::string mask;
+    for (const double width : widths) mask += width >= 0 ? '+' : '-';
+    w.nd = ++w.nc;
+    put_entry(w, w.nc, "", first_year, widths, mask);
   }
 
   // The values of core i, to be compared as a whole.

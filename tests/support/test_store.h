@@ -4,29 +4,14 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "plot/plot.h"
-#include "plot/screen.h"
+#include "support/put_entry.h"
+#include "support/queue_screen.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
-
-// Presses Return as often as the test expects the program to wait; one wait more closes the screen.
-class ReturnScreen : public Screen {
- public:
-  void show(const Page&) override {}
-  Event next_event() override {
-    if (presses == 0) throw ProgramEnd(EndReason::closed);
-    --presses;
-    return {0, 0, Event::enter};
-  }
-  // What was told of long work.
-  void progress(std::string_view what, double share) override { told.emplace_back(what, share); }
-  int presses = 0;
-  std::vector<std::pair<std::string, double>> told;
-};
 
 class TestStore {
  public:
@@ -41,7 +26,7 @@ class TestStore {
   // same.
   int add_tree(const std::string& name, int first_year, const std::vector<double>& values,
                std::string_view mask = {}) {
-    fill_entry(++w.nc, name, first_year, values, mask);
+    put_entry(w, ++w.nc, name, first_year, values, mask);
     return w.nd = w.nc;
   }
 
@@ -63,25 +48,11 @@ class TestStore {
   void set_pair(int sample_first, const std::vector<double>& sample, int reference_first,
                 const std::vector<double>& reference, std::string_view sample_mask = {},
                 std::string_view reference_mask = {}) {
-    fill_entry(w.nd + 1, "SAMPLE", sample_first, sample, sample_mask);
-    fill_entry(w.nd + 2, "REFER", reference_first, reference, reference_mask);
+    put_entry(w, w.nd + 1, "SAMPLE", sample_first, sample, sample_mask);
+    put_entry(w, w.nd + 2, "REFER", reference_first, reference, reference_mask);
   }
 
  private:
-  void fill_entry(int i, const std::string& name, int first_year, const std::vector<double>& values,
-                  std::string_view mask) {
-    w.nam(i) = name;
-    w.fy(i) = first_year;
-    w.yr(i) = static_cast<int>(values.size());
-    w.ly(i) = first_year + w.yr(i) - 1;
-    w.ad(i + 1) = w.ad(i) + w.yr(i);
-    for (int k = 0; k < w.yr(i); ++k) {
-      const auto at = static_cast<std::size_t>(k);
-      w.x(w.ad(i) + k) = w.ax(w.ad(i) + k) = values[at];
-      w.xok(w.ad(i) + k) = at >= mask.size() || mask[at] != '-';
-    }
-  }
-
   Plot plot_;
 
  public:
