@@ -14,7 +14,8 @@ std::optional<std::string> path_of(std::string_view name) {
 
 bool file_exists(std::string_view name) {
   const auto path = path_of(name);
-  return path && os::kind_of(*path) != os::Kind::missing;
+  auto kind = os::Kind::missing;
+  return path && os::kind_of(*path, kind) == 0 && kind != os::Kind::missing;
 }
 
 }  // namespace vorn

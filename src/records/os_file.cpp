@@ -12,6 +12,8 @@
 
 #ifdef _WIN32
 #include <io.h>
+#else
+#include <poll.h>
 #endif
 
 namespace vorn::os {
@@ -22,7 +24,7 @@ constexpr int bytes_as_they_are = O_BINARY;
 constexpr int without_waiting = 0;
 #else
 constexpr int bytes_as_they_are = 0;
-constexpr int without_waiting = O_NONBLOCK;
+constexpr int without_waiting = O_NONBLOCK | O_NOCTTY;
 #endif
 
 int answer(int result) {
@@ -39,14 +41,25 @@ int answer(const std::error_code& error) {
   return error.default_error_condition().value();
 }
 
+// So often a call that did nothing is made again: no signals may keep the program for ever.
+constexpr int most_attempts = 1000;
+
+// What `call` answers when no signal interrupts it.
+template <class Call>
+auto uninterrupted(Call call) {
+  auto result = call();
+  for (int attempt = 1; result < 0 && errno == EINTR && attempt < most_attempts; ++attempt) result = call();
+  return result;
+}
+
 int open_file(const std::string& path, int flags, int& handle) {
   constexpr int readable_and_writable = 0666;  // less what the user's mask takes away
-  do handle = ::open(path.c_str(), flags | bytes_as_they_are, readable_and_writable);
-  while (handle < 0 && errno == EINTR);
+  handle =
+      uninterrupted([&] { return ::open(path.c_str(), flags | bytes_as_they_are, readable_and_writable); });
   return answer(handle);
 }
 
-// Lets reads and writes of a file that was opened without waiting wait as usual.
+// Lets reads of a file that was opened without waiting wait as usual.
 void wait_from_now_on([[maybe_unused]] int handle) {
 #ifndef _WIN32
   const int flags = ::fcntl(handle, F_GETFL);
@@ -54,23 +67,68 @@ void wait_from_now_on([[maybe_unused]] int handle) {
 #endif
 }
 
-// A terminal, a disk, an endless source of zeros: what need not have an end.
-bool is_device([[maybe_unused]] const std::string& path) {
+// Waits until a pipe can take more.
+int wait_for_room([[maybe_unused]] int handle) {
 #ifdef _WIN32
-  return false;
+  return EAGAIN;
 #else
-  struct stat about {};
-  return ::stat(path.c_str(), &about) == 0 && (S_ISCHR(about.st_mode) || S_ISBLK(about.st_mode));
+  constexpr int longest_wait = 3000;  // ms
+  pollfd pipe{handle, POLLOUT, 0};
+  const int ready = ::poll(&pipe, 1, longest_wait);
+  return ready == 0 ? ETIMEDOUT : 0;  // what else there is the next write tells
 #endif
+}
+
+Kind kind_from(const struct stat& about) {
+  if (S_ISDIR(about.st_mode)) return Kind::folder;
+  return S_ISREG(about.st_mode) ? Kind::regular : Kind::other;
+}
+
+// Why a file of this kind is not read; 0 when it is.
+int reason_not_to_read(Kind kind) {
+  if (kind == Kind::folder) return EISDIR;
+  return kind == Kind::other ? ENODEV : 0;
+}
+
+Stamp stamp_from(const struct stat& about) {
+  Stamp stamp{static_cast<std::uint64_t>(about.st_dev), static_cast<std::uint64_t>(about.st_ino),
+              static_cast<std::uint64_t>(about.st_size), 0, 0};
+#ifdef _WIN32
+  stamp.seconds = about.st_mtime;
+#elif defined(__APPLE__)
+  stamp.seconds = about.st_mtimespec.tv_sec;
+  stamp.nanoseconds = about.st_mtimespec.tv_nsec;
+#else
+  stamp.seconds = about.st_mtim.tv_sec;
+  stamp.nanoseconds = about.st_mtim.tv_nsec;
+#endif
+  return stamp;
 }
 
 }  // namespace
 
-Kind kind_of(const std::string& path) {
+int kind_of(const std::string& path, Kind& kind) {
   struct stat about {};
-  if (::stat(path.c_str(), &about) != 0) return Kind::missing;
-  if (S_ISDIR(about.st_mode)) return Kind::folder;
-  return S_ISREG(about.st_mode) ? Kind::regular : Kind::other;
+  kind = Kind::missing;
+  const int failed = answer(::stat(path.c_str(), &about));
+  if (!failed) kind = kind_from(about);
+  return failed == ENOENT || failed == ENOTDIR ? 0 : failed;
+}
+
+void let_writes_fail() {
+#ifdef SIGPIPE
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
+#ifdef SIGXFSZ
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
+int stamp_of(const std::string& path, Stamp& stamp) {
+  struct stat about {};
+  const int failed = answer(::stat(path.c_str(), &about));
+  if (!failed) stamp = stamp_from(about);
+  return failed;
 }
 
 File& File::operator=(File&& other) noexcept {
@@ -84,53 +142,58 @@ File& File::operator=(File&& other) noexcept {
 
 int File::open_to_read(const std::string& path) {
   close();
-  if (kind_of(path) == Kind::folder) return EISDIR;
-  if (is_device(path)) return ENODEV;
-  // A pipe that nobody writes to must not stop the program: it is read as an empty file.
-  const int failed = open_file(path, O_RDONLY | without_waiting, handle_);
-  if (!failed) wait_from_now_on(handle_);
+  // Looked at before the opening, which of some devices is an action, and after it, as another may have come.
+  auto kind = Kind::missing;
+  if (const int failed = kind_of(path, kind)) return failed;
+  if (const int reason = reason_not_to_read(kind)) return reason;
+  if (const int failed = open_file(path, O_RDONLY | without_waiting, handle_)) return failed;
+  struct stat about {};
+  int failed = answer(::fstat(handle_, &about));
+  if (!failed) failed = reason_not_to_read(kind_from(about));
+  if (failed)
+    close();
+  else
+    wait_from_now_on(handle_);
   return failed;
 }
 
 int File::make(const std::string& path) {
   close();
+  let_writes_fail();
   return open_file(path, O_WRONLY | O_CREAT | O_EXCL, handle_);
 }
 
 int File::open_device(const std::string& path) {
   close();
-#ifdef SIGPIPE
-  // A reader that goes away is a failed write (32), not the end of the program.
-  std::signal(SIGPIPE, SIG_IGN);
-#endif
-  const int failed = open_file(path, O_WRONLY | O_APPEND | without_waiting, handle_);
-  if (!failed) wait_from_now_on(handle_);
-  return failed;
+  let_writes_fail();
+  return open_file(path, O_WRONLY | O_APPEND | without_waiting, handle_);
 }
 
 int File::read(std::span<char> buffer, std::size_t& count) {
-  for (;;) {
-    const auto result = ::read(handle_, buffer.data(), buffer.size());
-    count = result < 0 ? 0 : static_cast<std::size_t>(result);
-    if (result >= 0) return 0;
-    if (errno != EINTR) return errno;
-  }
+  const auto result = uninterrupted([&] { return ::read(handle_, buffer.data(), buffer.size()); });
+  count = result < 0 ? 0 : static_cast<std::size_t>(result);
+  return result < 0 ? errno : 0;
 }
 
 int File::write(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto result = ::write(handle_, bytes.data(), bytes.size());
-    if (result < 0 && errno != EINTR) return errno;
-    if (result > 0) bytes.remove_prefix(static_cast<std::size_t>(result));
+  for (int attempt = 1; !bytes.empty() && attempt < most_attempts; ++attempt) {
+    const auto result = uninterrupted([&] { return ::write(handle_, bytes.data(), bytes.size()); });
+    if (result < 0 && errno != EAGAIN) return errno;
+    if (result < 0)
+      if (const int failed = wait_for_room(handle_)) return failed;
+    if (result > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(result));
+      attempt = 0;
+    }
   }
-  return 0;
+  return bytes.empty() ? 0 : ENOSPC;  // what takes nothing more is full
 }
 
 int File::sync() {
 #ifdef _WIN32
   return answer(::_commit(handle_));
 #else
-  return answer_where_known(::fsync(handle_));
+  return answer_where_known(uninterrupted([&] { return ::fsync(handle_); }));
 #endif
 }
 
@@ -139,6 +202,13 @@ bool File::stands_at(const std::string& path) const {
   struct stat there {};
   return ::fstat(handle_, &mine) == 0 && ::stat(path.c_str(), &there) == 0 && mine.st_dev == there.st_dev &&
          mine.st_ino == there.st_ino;
+}
+
+int File::stamp(Stamp& stamp) const {
+  struct stat about {};
+  const int failed = answer(::fstat(handle_, &about));
+  if (!failed) stamp = stamp_from(about);
+  return failed;
 }
 
 int File::close() {
@@ -154,7 +224,9 @@ int follow_links(std::string& path) {
   fs::path here(path);
   for (int links = 0; links <= most_links; ++links) {
     std::error_code error;
-    if (!fs::is_symlink(fs::symlink_status(here, error))) {
+    const auto type = fs::symlink_status(here, error).type();
+    if (type == fs::file_type::none) return answer(error);
+    if (type != fs::file_type::symlink) {
       path = here.string();
       return 0;
     }
@@ -184,7 +256,7 @@ int rename(const std::string& from, const std::string& to) {
   std::filesystem::rename(from, to, error);
   return answer(error);
 #else
-  return answer(::rename(from.c_str(), to.c_str()));
+  return answer(uninterrupted([&] { return ::rename(from.c_str(), to.c_str()); }));
 #endif
 }
 

@@ -3,17 +3,32 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace vorn::os {
 
-// What stands under a name, links followed.
+// What stands under a name, links followed. Only a regular file is sure to have an end and never to let wait.
 enum class Kind { missing, regular, folder, other };
-Kind kind_of(const std::string& path);
+// Finds it out. That nothing is there is no failure.
+int kind_of(const std::string& path, Kind& kind);
 
-// An open file, closed when it goes.
+// From now on a write to a pipe that nobody reads, or beyond the size that a file may have, is a failed write
+// (32, 27) and not the end of the program.
+void let_writes_fail();
+
+// Tells one state of a file from another: which file it is, its size and when it was last written.
+struct Stamp {
+  std::uint64_t device = 0, number = 0, size = 0;
+  std::int64_t seconds = 0, nanoseconds = 0;
+  bool operator==(const Stamp&) const = default;
+};
+// Answers 2 (ENOENT) for a file that is not there.
+int stamp_of(const std::string& path, Stamp& stamp);
+
+// An open file, closed when it goes. Calls that a signal interrupts are made again.
 class File {
  public:
   File() = default;
@@ -23,7 +38,8 @@ class File {
 
   bool is_open() const { return handle_ != none; }
 
-  // Opens an existing file to be read. A folder gives 21 (EISDIR).
+  // Opens an existing file to be read. A folder gives 21 (EISDIR); a pipe, a socket or a device, which might
+  // let wait for ever or never end, 19 (ENODEV).
   int open_to_read(const std::string& path);
   // Makes a new file to be written; gives 17 (EEXIST) when there is one.
   int make(const std::string& path);
@@ -32,12 +48,13 @@ class File {
 
   // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many.
   int read(std::span<char> buffer, std::size_t& count);
-  // Writes all of `bytes`.
+  // Writes all of `bytes`. A pipe that has not been read from for some seconds gives 110 (ETIMEDOUT).
   int write(std::string_view bytes);
   // Brings what was written to the disk.
   int sync();
   // Whether `path` still leads to this file and not to another one that somebody put there.
   bool stands_at(const std::string& path) const;
+  int stamp(Stamp& stamp) const;
   int close();
 
  private:

@@ -27,8 +27,9 @@ class TextInput {
   TextInput(TextInput&&) noexcept;
   TextInput& operator=(TextInput&&) noexcept;
 
-  // Opens an existing file. A directory gives 21, a missing file or a blank name 2, a device, which might
-  // never end, 19. Every read of a file that could not be opened answers status::end_of_file.
+  // Opens an existing file. A directory gives 21, a missing file or a blank name 2; a device, a pipe or a
+  // socket, which might never end or let wait for ever, 19. Every read of a file that could not be opened
+  // answers status::end_of_file.
   int open(std::string_view name);
 
   // Reads as many records as the items need (one, when there are none) and stores the items in order, see
@@ -53,8 +54,9 @@ class TextInput {
 //
 // Nothing that was there before is ever lost: what is written goes to a neighbour, which takes the file's
 // place when it is closed; a file in which any write failed is dropped and the older one stays. Links are
-// followed; what is no regular file (a device, a pipe) is written directly. An output that goes without
-// close() drops what was written.
+// followed; what is no regular file (a device, a pipe) is written directly, and a pipe that has not been read
+// from for some seconds gives 110. An output that goes without close() drops what was written. What a killed
+// program leaves of a neighbour (NAME.vorn-part) goes when the file is written again.
 //
 // One failure is told once: after a failed open, or the first failed write, all that follows does nothing and
 // answers 0, close() included.
@@ -70,7 +72,8 @@ class TextOutput {
   int create(std::string_view name);
 
   // Opens an existing file to be added to. A Ctrl-Z at its end is taken away and a last line without an end
-  // is given one. 2 when it does not exist, otherwise as create().
+  // is given one. 2 when it does not exist, otherwise as create(). Where somebody else changes the file
+  // before the closing, that gives 16, and the file stays as they left it.
   int append(std::string_view name);
 
   // Writes as many records as the items need (one, when there are none), see write_items(). Items that do not

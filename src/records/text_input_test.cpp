@@ -1,6 +1,12 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <vector>
 
@@ -9,6 +15,8 @@
 
 namespace vorn {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
 
@@ -173,7 +181,7 @@ TEST_F(TextInputs, AfterAFailedOpenEveryReadIsPastTheEnd) {
 }
 
 TEST_F(TextInputs, AFolderGives21AtTheOpenAndNoRecords) {
-  std::filesystem::create_directory("folder");
+  fs::create_directory("folder");
   TextInput file;
   EXPECT_EQ(file.open("folder"), 21);
   EXPECT_EQ(file.read(line_), status::end_of_file);
@@ -223,11 +231,37 @@ TEST_F(TextInputs, AMovedFileGoesOnWhereItWas) {
   EXPECT_EQ(text.trimmed(), "two");
 }
 
-TEST_F(TextInputs, APipeThatNobodyWritesToIsAnEmptyFile) {
+// Whoever holds the other end of a pipe may never write a line, nor close it; neither may let the program
+// wait.
+TEST_F(TextInputs, PipesAndDevicesAreNotRead) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
-  TextInput file;
-  EXPECT_EQ(file.open("pipe"), status::ok);
-  EXPECT_EQ(file.read(line_), status::end_of_file);
+  fs::create_symlink("pipe", "link");
+  EXPECT_EQ(TextInput().open("pipe"), ENODEV);
+  const int writer = open("pipe", O_RDWR);
+  EXPECT_EQ(TextInput().open("pipe"), ENODEV);
+  EXPECT_EQ(TextInput().open("link"), ENODEV);
+  close(writer);
+  for (const char* device : {"/dev/null", "/dev/zero", "/dev/tty"}) {
+    if (!fs::exists(device)) continue;
+    EXPECT_EQ(TextInput().open(device), ENODEV) << device;
+  }
+}
+
+TEST_F(TextInputs, SocketsAreNotRead) {
+  const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un name{};
+  name.sun_family = AF_UNIX;
+  std::snprintf(name.sun_path, sizeof name.sun_path, "socket");
+  ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&name), sizeof name), 0);
+  EXPECT_EQ(TextInput().open("socket"), ENODEV);
+  close(listener);
+}
+
+TEST_F(TextInputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
+  fs::create_symlink("a", "b");
+  fs::create_symlink("b", "a");
+  EXPECT_FALSE(file_exists("a"));
+  EXPECT_EQ(TextInput().open("a"), ELOOP);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 #include "records/file_name.h"
@@ -10,8 +11,10 @@ namespace vorn {
 namespace {
 
 // Behind the name of a file, that of the neighbour in which it is made. Nobody would give a file such a name,
-// so that one that stands there was left behind when a program was killed.
+// so that one that stands there was left behind when a program was killed, and is removed. Where it cannot
+// be, another number is taken.
 constexpr const char* neighbour_ending = ".vorn-part";
+constexpr int most_neighbours = 9;
 
 // Records are brought to the file when so much has gathered.
 constexpr std::size_t enough_to_write = std::size_t{1} << 16;
@@ -29,13 +32,15 @@ struct TextOutput::State {
   int bring_to_file();
   int finish();
   int take_place();
+  int check_copied() const;
   void drop();
 
   os::File file;
   std::string target;
-  std::string neighbour;  // of the target; nothing for a device
-  std::string gathered;   // and not yet brought to the file
-  std::string records;    // of the last write
+  std::string neighbour;            // of the target; nothing for a device
+  std::optional<os::Stamp> copied;  // the target that is added to, as it was when it was copied
+  std::string gathered;             // and not yet brought to the file
+  std::string records;              // of the last write
 };
 
 // Opens what `name` leads to; `about` is set to what stood there before.
@@ -43,7 +48,7 @@ int TextOutput::State::open(std::string_view name, os::Kind& about) {
   auto path = path_of(name);
   if (!path) return ENOENT;
   if (const int failed = os::follow_links(*path)) return failed;
-  about = os::kind_of(*path);
+  if (const int failed = os::kind_of(*path, about)) return failed;
   switch (about) {
     case os::Kind::folder:
       return EISDIR;
@@ -60,17 +65,22 @@ int TextOutput::State::open(std::string_view name, os::Kind& about) {
 }
 
 int TextOutput::State::make_neighbour() {
-  const auto part = target + neighbour_ending;
-  os::remove(part);  // there mostly is none; where one cannot be removed, the next line fails
-  if (const int failed = file.make(part)) return failed;
-  neighbour = part;
-  return 0;
+  int failed = EEXIST;
+  for (int number = 1; number <= most_neighbours && failed == EEXIST; ++number) {
+    const auto part = target + neighbour_ending + (number == 1 ? "" : std::to_string(number));
+    os::remove(part);  // there mostly is none; where one cannot be removed, the next line fails
+    failed = file.make(part);
+    if (!failed) neighbour = part;
+  }
+  return failed;
 }
 
 int TextOutput::State::copy_older() {
   os::File older;
   if (const int failed = older.open_to_read(target)) return failed;
-  return copy_lines(older, file);
+  if (const int failed = older.stamp(copied.emplace())) return failed;
+  if (const int failed = copy_lines(older, file)) return failed;
+  return older.close();
 }
 
 // Adds what was written last.
@@ -92,14 +102,25 @@ int TextOutput::State::finish() {
 }
 
 int TextOutput::State::take_place() {
-  if (os::kind_of(target) == os::Kind::regular)
+  auto about = os::Kind::missing;
+  if (const int failed = os::kind_of(target, about)) return failed;
+  if (about == os::Kind::regular)
     if (const int failed = os::copy_permissions(target, neighbour)) return failed;
   if (const int failed = file.sync()) return failed;
   if (!file.stands_at(neighbour)) return EBUSY;  // another program has begun to write the same file
   if (const int failed = file.close()) return failed;
+  if (const int failed = check_copied()) return failed;
   if (const int failed = os::rename(neighbour, target)) return failed;
   neighbour.clear();
   return 0;
+}
+
+// What somebody else has done to a file since it was copied must not be lost.
+int TextOutput::State::check_copied() const {
+  if (!copied) return 0;
+  os::Stamp now;
+  if (const int failed = os::stamp_of(target, now)) return failed;
+  return now == *copied ? 0 : EBUSY;
 }
 
 void TextOutput::State::drop() {

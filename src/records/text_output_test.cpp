@@ -1,14 +1,18 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <functional>
 #include <set>
+#include <thread>
+#include <vector>
 
 #include "records/text_file.h"
 #include "support/scratch_folder.h"
@@ -214,6 +218,55 @@ TEST_F(TextOutputs, APipeWhoseReaderGoesAwayIsAFailureAndNotTheEndOfTheProgram) 
   EXPECT_EQ(file.close(), EPIPE);
 }
 
+TEST_F(TextOutputs, APipeThatIsNotReadFromDoesNotKeepTheProgramForEver) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
+  TextOutput file;
+  ASSERT_EQ(file.create("pipe"), status::ok);
+  int told = 0;
+  for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
+  EXPECT_EQ(told, ETIMEDOUT);
+  close(reader);
+}
+
+TEST_F(TextOutputs, APipeThatIsReadSlowlyIsWaitedFor) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
+  std::size_t came = 0;
+  std::thread slow([&] {
+    std::vector<char> bytes(10'000);
+    for (int empty = 0; came < 200'200 && empty < 10'000; ++empty) {
+      const auto count = read(reader, bytes.data(), bytes.size());
+      if (count > 0) came += static_cast<std::size_t>(count);
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+  });
+  TextOutput file;
+  EXPECT_EQ(file.create("pipe"), status::ok);
+  for (int k = 0; k < 200; ++k) EXPECT_EQ(file.write(line_, std::string(1000, 'x')), status::ok);
+  EXPECT_EQ(file.close(), status::ok);
+  slow.join();
+  close(reader);
+  EXPECT_EQ(came, 200'200u);
+}
+
+// Where a user may write so much and no more, the system would end a program that writes on.
+TEST_F(TextOutputs, AFileThatMayNotGrowFurtherIsAFailureAndNotTheEndOfTheProgram) {
+  ScratchFolder::write("file.txt", "old\n");
+  chmod(".", 0777);
+  EXPECT_EQ(as_ordinary_user([] {
+              const rlimit little{1000, 1000};
+              setrlimit(RLIMIT_FSIZE, &little);
+              TextOutput file;
+              if (file.create("./new.txt") != status::ok) return 1;
+              if (file.write(line_, std::string(2000, 'x')) != status::ok) return 2;
+              return file.close();
+            }),
+            EFBIG);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  expect_only({"file.txt"});
+}
+
 TEST_F(TextOutputs, FoldersBlankNamesAndMissingFoldersAreFailedOpens) {
   fs::create_directory("folder");
   TextOutput file;
@@ -344,6 +397,46 @@ TEST_F(TextOutputs, AnAppendThatIsNotClosedLeavesTheOlderFileAsItWas) {
   }
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\x1a");
   expect_only({"file.txt"});
+}
+
+// Two programs may work in one folder: what the other one has added must not be lost.
+TEST_F(TextOutputs, AFileThatSomebodyElseChangesMeanwhileIsNotReplacedByWhatWasAdded) {
+  const std::function<void()> changes[] = {[] { ScratchFolder::write("file.txt", "old\ntheirs\n"); },
+                                           [] {
+                                             ScratchFolder::write("other", "theirs\n");
+                                             fs::rename("other", "file.txt");
+                                           }};
+  for (const auto& change : changes) {
+    ScratchFolder::write("file.txt", "old\n");
+    TextOutput file;
+    ASSERT_EQ(file.append("file.txt"), status::ok);
+    EXPECT_EQ(file.write(line_, "mine"), status::ok);
+    change();
+    const std::string theirs = ScratchFolder::read("file.txt");
+    EXPECT_EQ(file.close(), EBUSY);
+    EXPECT_EQ(ScratchFolder::read("file.txt"), theirs);
+    expect_only({"file.txt"});
+  }
+  TextOutput file;
+  ASSERT_EQ(file.append("file.txt"), status::ok);
+  fs::remove("file.txt");
+  EXPECT_EQ(file.close(), ENOENT);
+  expect_only({});
+}
+
+TEST_F(TextOutputs, AFolderThatComesInThePlaceOfTheFileMeanwhileIsToldByTheClosing) {
+  TextOutput file;
+  ASSERT_EQ(file.create("file.txt"), status::ok);
+  fs::create_directory("file.txt");
+  EXPECT_EQ(file.close(), EISDIR);
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, WhatStandsWhereTheNeighbourGoesDoesNotBlock) {
+  fs::create_directory("file.txt.vorn-part");
+  write_whole("file.txt", "new");
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
+  expect_only({"file.txt", "file.txt.vorn-part"});
 }
 
 TEST_F(TextOutputs, AMovedOutputGoesOn) {
