@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <vector>
+
 #include "support/test_store.h"
 #include "toolkit/buttons.h"
 
@@ -35,6 +38,13 @@ struct WorkingPair : ::testing::Test {
   }
 
   double ax(int entry, int year) { return w.ax(w.ad(entry) + year - w.fy(entry)); }
+
+  // Width, analysis value and presence of each ring of an entry.
+  std::vector<std::tuple<double, double, bool>> rings(int entry) {
+    std::vector<std::tuple<double, double, bool>> all;
+    for (int p = w.ad(entry); p < w.ad(entry) + w.yr(entry); ++p) all.emplace_back(w.x(p), w.ax(p), w.xok(p));
+    return all;
+  }
 
   TestStore store;
   Workspace& w = store.w;
@@ -146,14 +156,24 @@ TEST_F(WorkingPair, YearsOfACoreOutsideItsChronologyArePassedOver) {
   EXPECT_EQ(w.ad(6), w.ad(5) + 12);
 }
 
+// The second of two files is the current one; entry 4 is the chronology of the first.
 TEST_F(WorkingPair, CoreWithAnotherCoreOrAnotherChronologyGivesPlainCopies) {
-  w.tr1 = 1;
-  w.tr2 = 3;
-  const double before = ax(3, 1910);
-  set_chs(w);
-  EXPECT_EQ(ax(6, 1910), before);
-  EXPECT_EQ(w.nam(5).trimmed(), "ONE");
-  EXPECT_EQ(w.nam(6).trimmed(), "THREE");
+  put_entry(w, 5, "OWN", 1900, noise(17, 4));
+  w.nd = 5;
+  w.nfil = w.cf = 2;
+  w.xok(w.ad(4) + 2) = false;
+  for (const int other : {3, 4}) {
+    w.tr1 = 1;
+    w.tr2 = other;
+    const auto core = rings(1), reference = rings(other);
+    set_chs(w);
+    EXPECT_EQ(rings(6), core) << other;
+    EXPECT_EQ(rings(7), reference) << other;
+    EXPECT_EQ(w.nam(6).trimmed(), "ONE");
+    EXPECT_EQ(w.nam(7), w.nam(other));
+    EXPECT_EQ(w.fy(7), w.fy(other));
+    EXPECT_EQ(w.ly(7), w.ly(other));
+  }
 }
 
 TEST_F(WorkingPair, YearsShownStayWhileTheyMeetThePair) {

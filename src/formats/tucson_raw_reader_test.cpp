@@ -79,8 +79,10 @@ TEST_F(TucsonRawReader, NegativeRingMakesXokFalseAndIsEstimated) {
 TEST_F(TucsonRawReader, SeriesWhoseFirstYearEndsIn0HasAFullFirstLine) {
   read(raw_line("CORE01", 1950, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) + raw_line("CORE01", 1960, {11, 999}));
   ASSERT_EQ(w.nc, 1);
-  EXPECT_EQ(w.yr(1), 11);
-  EXPECT_EQ(w.x(11), 0.11);
+  EXPECT_EQ(w.fy(1), 1950);
+  EXPECT_EQ(w.ly(1), 1960);
+  EXPECT_EQ(values(w.x, 1),
+            (std::vector<double>{0.01, 0.02, 0.03, 0.04, 0.05, 0.06, 0.07, 0.08, 0.09, 0.1, 0.11}));
 }
 
 TEST_F(TucsonRawReader, SkipsHeaderLinesAndReadsTheSecondSeriesBehindTheFirst) {

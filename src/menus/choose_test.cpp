@@ -573,14 +573,17 @@ TEST_F(Chooser, OkInPickModeLeavesToo) {
 
 TEST_F(Chooser, AnEmptyPlaceIsFilledByTheFirstCoreOrTheSecond) {
   three_files(9);
-  press(button::top_of_pair);
-  play_and_exit();
-  EXPECT_EQ(w.tr1, 1);
-  EXPECT_EQ(w.tr2, 2);
-  press(button::bottom_of_pair);
-  play_and_exit();
-  EXPECT_EQ(w.tr1, 1);
-  EXPECT_EQ(w.tr2, 2);
+  const auto left_with = [this](int first, int second, int emptied) {
+    w.tr1 = first;
+    w.tr2 = second;
+    press(emptied);
+    play_and_exit();
+    return std::pair(w.tr1, w.tr2);
+  };
+  EXPECT_EQ(left_with(5, 7, button::top_of_pair), std::pair(1, 7));
+  EXPECT_EQ(left_with(5, 1, button::top_of_pair), std::pair(2, 1));
+  EXPECT_EQ(left_with(5, 7, button::bottom_of_pair), std::pair(5, 1));
+  EXPECT_EQ(left_with(1, 7, button::bottom_of_pair), std::pair(1, 2));
 }
 
 TEST_F(Chooser, ExitTakesTheFirstTwoPlacesInEveryMode) {

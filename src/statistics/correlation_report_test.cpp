@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -227,6 +228,28 @@ TEST(CorrReport, TakesTheMeanOfASeriesOverAllBlocksSoFar) {
   // A second report starts anew.
   report(store.w);
   EXPECT_EQ(tables.mean_count(1), 30.0);
+}
+
+// The cells as they are printed, each within half a hundredth of its value, tell what the Mean column must
+// be.
+TEST(CorrReport, PrintsInTheSecondBlocksMeanColumnTheMeanOfAllCellsOfBothBlocks) {
+  ThirtySegments store;
+  const std::string text = report(store.w);
+  const auto sum_of_cells = [&text](int at, std::size_t segments) {
+    double sum = 0;
+    for (std::size_t j = 0; j < segments; ++j) sum += std::stod(line(text, at).substr(9 + 5 * j, 5));
+    return sum;
+  };
+  const auto mean_printed = [&text](int at, std::size_t segments) {
+    return std::stod(line(text, at).substr(5 * segments + 10));
+  };
+  for (const int tree : {0, 1}) {
+    const double first = sum_of_cells(5 + tree, 24), second = sum_of_cells(13 + tree, 6);
+    EXPECT_NEAR(mean_printed(5 + tree, 24), first / 24, 0.0101);
+    EXPECT_NEAR(mean_printed(13 + tree, 6), (first + second) / 30, 0.0101);
+    EXPECT_GT(std::abs(second / 6 - (first + second) / 30), 0.0203)
+        << "the block alone would not be told apart";
+  }
 }
 
 TEST(CorrReport, WritesTheMeansLineThoughTheLastTreeHasNoLine) {
