@@ -63,6 +63,18 @@ TEST_F(PairCorrelations, InTilesNeedNoRoomForTheYearsBetweenSeriesFarApart) {
   expect_both_alike(40);
 }
 
+// 48 series start within 3,760 years: tiles of 4,010 years, 4.6 MB each, of which 24 MB hold six. Each series
+// meets the three before and behind it, in another tile and another group too.
+TEST_F(PairCorrelations, InTilesAgreeWithThePlainOnesWhereTheirTilesAreTooManyToBeHeldAtOnce) {
+  for (int i = 0; i < 450; ++i) add(80 * i, noise(250, static_cast<unsigned>(i) + 1));
+  expect_both_alike(10);
+  std::vector<double> shares;
+  pair_correlations_tiled(series(), 10, [&](double share) { shares.push_back(share); });
+  EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+  EXPECT_DOUBLE_EQ(shares.back(), 1);
+  EXPECT_EQ(pair_correlations_tiled(series(), 10).pairs, 449 + 448 + 447);
+}
+
 TEST_F(PairCorrelations, InTilesAgreeWithThePlainOnesForLengthsOfEveryKind) {
   for (unsigned i = 0; i < 160; ++i) {
     add(static_cast<int>(i * 37 % 500), noise(static_cast<int>(1 + i * i % 2300), i + 1));
