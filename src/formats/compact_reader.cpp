@@ -80,7 +80,7 @@ void read_compact(Workspace& w) {
   TextInput file;
   told_or_end(w, file.open(name.view()), "open", name.view());
   CompactReader(w, file, name.view()).read_series();
-  w.ios = file.close();
+  close_told(w, file, name.view());
   finish_cores(w);
 }
 

@@ -35,7 +35,7 @@ class ExchangeReader {
   ExchangedSeries next_series();
   std::int32_t value(int k) const { return values_(k); }
   bool ended() const { return ended_; }
-  void close() { w.ios = file_.close(); }
+  void close() { close_told(w, file_, exchange_name); }
 
  private:
   bool read_line(int position);
@@ -149,8 +149,8 @@ void edit_write(Workspace& w) {
 
 void edit_read(Workspace& w) {
   ExchangeReader reader(w);
-  if (!reader.begin()) return;
-  for (int m = 1; m <= w.chs; ++m) {
+  const bool begun = reader.begin();
+  for (int m = 1; begun && m <= w.chs; ++m) {
     const int e = w.chc(m);
     const ExchangedSeries series = reader.ended() ? ExchangedSeries{} : reader.next_series();
     if (!acceptable(w, series, e)) break;

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "records/text_file.h"
 #include "toolkit/messages.h"
 #include "workspace/vorndata.h"
 
@@ -14,5 +15,9 @@ namespace vorn {
 // Ends the program when io_err says that there was an error. It never does, so that whatever the failed
 // operation left is gone on with: both are deliberate, this branch and io_err's answer.
 void told_or_end(Workspace& w, int status, std::string_view label, std::string_view file);
+
+// Closes an input. Its failure is told under "Close"; so is that of the operating system in `untold`, the
+// status of a read that has no message of its own.
+void close_told(Workspace& w, TextInput& file, std::string_view name, int untold = status::ok);
 
 }  // namespace vorn

@@ -165,7 +165,7 @@ void read_heidel(Workspace& w) {
   read_open(w, file, name.view());
   start_store(w);
   HeidelbergReader(w, file, name.view()).read_records();
-  w.ios = file.close();
+  close_told(w, file, name.view());
   finish_cores(w);
 }
 

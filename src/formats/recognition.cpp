@@ -65,18 +65,19 @@ int tucson_layout(const Line& line) {
   return starts_raw_series(line) ? file_format::tucson_raw : file_format::not_recognised;
 }
 
-// Looks for the first line of data, from the line read already.
-void find_tucson(Workspace& w, TextInput& file, Line line) {
+// Looks for the first line of data, from the line read already. Returns the status of the last read.
+int find_tucson(Workspace& w, TextInput& file, Line line) {
   for (int number = 1; number <= lines_examined; ++number) {
     const int layout = tucson_layout(line);
     if (layout != file_format::not_recognised) {
       w.rftype(w.cf) = layout;
       w.rfhead(w.cf) = number - 1;
-      return;
+      break;
     }
     w.ios = file.read(line_edit, line);
-    if (w.ios != status::ok) return;
+    if (w.ios != status::ok) return w.ios;
   }
+  return status::ok;
 }
 
 }  // namespace
@@ -87,6 +88,7 @@ void find_rftyp(Workspace& w) {
   w.rfhead(w.cf) = 0;
   TextInput file;
   told_or_end(w, file.open(name.view()), "Open", name.view());
+  int untold = status::ok;
   Line line;  // stays blank where it cannot be read
   told_or_end(w, file.read(line_edit, line), "Read", name.view());
   if (is_heidelberg(line)) {
@@ -94,9 +96,9 @@ void find_rftyp(Workspace& w) {
   } else if (is_compact(line)) {
     w.rftype(w.cf) = file_format::compact;
   } else {
-    find_tucson(w, file, line);
+    untold = find_tucson(w, file, line);
   }
-  w.ios = file.close();
+  close_told(w, file, name.view(), untold);
 }
 
 }  // namespace vorn

@@ -76,7 +76,7 @@ void read_ind(Workspace& w) {
     if (io_err(w, "Read1", name.view())) return;  // io_err never says so; meant
   }
   const int filled = read_decades(w, file, name.view());
-  w.ios = file.close();
+  close_told(w, file, name.view());
   w.cyr(w.cf) = last_year_with_data(w, filled);
   w.cly(w.cf) = w.cfy(w.cf) + w.cyr(w.cf) - 1;
 }

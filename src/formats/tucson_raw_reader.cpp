@@ -21,6 +21,8 @@ class RawReader {
       : w(workspace), file_(file), file_name_(file_name) {}
 
   void read_series();
+  // Of the first line, which is not told.
+  int first_status() const { return first_status_; }
 
  private:
   void read_first_line();
@@ -39,13 +41,15 @@ class RawReader {
   std::int32_t year_ = 0;
   Table<std::int32_t> values_{value_places};  // of the series at hand, in year order
   int position_ = 1;                          // in values_, behind those of the line read last
+  int first_status_ = status::ok;
 };
 
 // Deliberate: a first line that cannot be read is not told; what was read of it is kept.
 void RawReader::read_first_line() {
   w.nam(1) = Name();
   w.fy(1) = 0;
-  w.ios = file_.read(line_edit, w.nam(1), w.fy(1), values_.range(1, values_a_line));
+  first_status_ = file_.read(line_edit, w.nam(1), w.fy(1), values_.range(1, values_a_line));
+  w.ios = first_status_;
   if (w.nam(1)(8) == '-') w.fy(1) = -w.fy(1);
 }
 
@@ -70,9 +74,12 @@ bool RawReader::file_ended_behind(int i) {
   position_ = first_decade_end(w.fy(i)) + 1;
   for (int line = 1; line <= most_further_lines; ++line) {
     read_line();
+    if (w.ios == status::end_of_file) return true;
     // A blank name ends the file without a message, even if the rest of its line is bad.
-    if (w.ios == status::end_of_file || name_.blank()) return true;
+    const bool broken_off = status::of_system(w.ios);
+    if (name_.blank() && !broken_off) return true;
     told_or_end(w, w.ios, "Read2", file_name_);
+    if (broken_off) return true;
     if (!continues(i)) return false;
   }
   return false;  // a series too long is split: its last line starts the next one
@@ -133,8 +140,9 @@ void read_raw(Workspace& w) {
     told_or_end(w, file.read(header_edit), "Read Headers ", name.view());
   }
   start_store(w);
-  RawReader(w, file, name.view()).read_series();
-  w.ios = file.close();
+  RawReader reader(w, file, name.view());
+  reader.read_series();
+  close_told(w, file, name.view(), reader.first_status());
   finish_cores(w);
 }
 

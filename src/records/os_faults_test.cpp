@@ -1,5 +1,5 @@
 // What happens when the operating system refuses.
-#include "faults/os_faults.h"
+#include "support/os_faults.h"
 
 #include <gtest/gtest.h>
 

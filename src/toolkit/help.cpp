@@ -51,9 +51,15 @@ Subject subject_under_cursor(const Workspace& w) {
   return {};
 }
 
+// Of the lines that are no records only a failure of the system is told.
+void tell_failure(Workspace& w) {
+  if (status::of_system(w.ios)) io_err(w, "Read", help_file);
+}
+
 void skip_lines(Workspace& w, TextInput& file, int count) {
   for (int k = 0; k < count; ++k) {
     w.ios = file.read(EditFormat("(A80)"));
+    tell_failure(w);
     if (w.ios == status::end_of_file) return;
   }
 }
@@ -86,7 +92,8 @@ void draw_text_lines(Workspace& w, TextInput& file, int count) {
   Line line;
   for (int k = 0; k < count; ++k) {
     w.ios = file.read(layout, line);
-    if (w.ios == status::end_of_file) return;
+    tell_failure(w);
+    if (w.ios != status::ok) return;
     w.plot.messag(line.view(), text_x, line_y + k * line_step);
   }
 }
@@ -108,6 +115,7 @@ void vorn_help(Workspace& w) {
   draw_text_lines(w, file, record.lines);
   w.plot.height(usual_height);
   w.ios = file.close();
+  io_err(w, "Close", help_file);
 }
 
 }  // namespace vorn

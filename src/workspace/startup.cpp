@@ -129,7 +129,7 @@ void read_list(Workspace& w) {
     show_file(w, f);
     w.nfil = f;
   }
-  w.ios = list.close();
+  close_told(w, list, list_name);
 }
 
 void check_files(Workspace& w) {

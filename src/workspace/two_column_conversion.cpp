@@ -1,9 +1,8 @@
 #include "workspace/two_column_conversion.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
-#include <system_error>
+#include <vector>
 
 #include "formats/core_loading.h"
 #include "formats/file_status.h"
@@ -45,18 +44,119 @@ void start_entry(Workspace& w, int i, const InputName& input) {
   w.ad(i + 1) = w.ad(i);
 }
 
-// How the reading of an input, or of all of them, ended.
-enum class Outcome { read, pool_full, abandoned };
+void date(Workspace& w, int i) {
+  if (w.fy(i) != 0) {
+    w.ly(i) = w.fy(i) + w.yr(i) - 1;
+  } else {
+    w.ly(i) = last_year_of_undated;
+    w.fy(i) = last_year_of_undated - w.yr(i) + 1;
+  }
+}
+
+// Reads what the list names into the store, and writes it.
+class Conversion {
+ public:
+  explicit Conversion(Workspace& workspace) : w(workspace) {}
+
+  // Each of the first three returns: the conversion is not to be given up.
+  bool read_output_name(TextInput& list);
+  bool read_input_names(TextInput& list);
+  bool read_inputs();
+  void write_cores();
+
+ private:
+  // How the reading of an input ended.
+  enum class Outcome { read, pool_full, given_up };
+
+  bool tell(std::string_view label, std::string_view file);
+  Outcome read_listed(int i, const InputName& input);
+  Outcome read_input(int i, const InputName& input);
+  Outcome read_rings(TextInput& file, int i, const InputName& input, int& years);
+
+  Workspace& w;
+  std::vector<InputName> inputs_;
+  bool broken_off_ = false;  // something was not read, because the operating system failed
+};
+
+// Tells the status of the last read or opening. Returns what io_err does: never that there was an error,
+// meant.
+bool Conversion::tell(std::string_view label, std::string_view file) {
+  broken_off_ = broken_off_ || status::of_system(w.ios);
+  return io_err(w, label, file);
+}
+
+bool Conversion::read_output_name(TextInput& list) {
+  FileName output;
+  w.ios = list.read(output_line, output);
+  const bool named = w.ios == status::ok;
+  if (tell("Read1", list_name)) return false;
+  // Without a name the output would take the place of the first file of the list.
+  if (named) w.cnam(1) = output;
+  return named;
+}
+
+bool Conversion::read_input_names(TextInput& list) {
+  while (inputs_.size() < max_series) {
+    InputName input;
+    w.ios = list.read(input_line, input);
+    if (w.ios == status::end_of_file) break;
+    if (tell("Read2", list_name)) return false;
+    if (broken_off_) break;
+    inputs_.push_back(input);
+  }
+  return true;
+}
+
+bool Conversion::read_inputs() {
+  start_store(w);
+  w.derived_stale = true;
+  LongWork work(w.plot, list_name);
+  const int count = static_cast<int>(inputs_.size());
+  for (int i = 1; i <= count; ++i) {
+    work.at((i - 1.0) / count);
+    const Outcome outcome = read_listed(i, inputs_[static_cast<std::size_t>(i - 1)]);
+    if (outcome != Outcome::read) return outcome != Outcome::given_up;
+  }
+  work.at(1);
+  return true;
+}
+
+Conversion::Outcome Conversion::read_listed(int i, const InputName& input) {
+  // Deliberate: an input that does not exist uses up its number all the same.
+  start_entry(w, i, input);
+  w.fileok = file_exists(input.view());
+  if (w.fileok) return read_input(i, input);
+  out_err(w, std::string(input.trimmed()) + " does not exist");
+  return Outcome::read;
+}
+
+// Reads an input that exists into entry i.
+Conversion::Outcome Conversion::read_input(int i, const InputName& input) {
+  TextInput file;
+  w.ios = file.open(input.view());
+  if (tell("Open", input.view())) return Outcome::given_up;
+  int years = 0;
+  if (read_rings(file, i, input, years) == Outcome::given_up) return Outcome::given_up;
+  close_told(w, file, input.view());
+  if (!take_places(w, i, years)) {
+    start_entry(w, i, input);
+    return Outcome::pool_full;
+  }
+  date(w, i);
+  ++w.nc;
+  return Outcome::read;
+}
 
 // Reads the widths of entry i; `years` is how many there are, or one more than the pool has room for.
-Outcome read_rings(Workspace& w, TextInput& file, int i, const InputName& input, int& years) {
+Conversion::Outcome Conversion::read_rings(TextInput& file, int i, const InputName& input, int& years) {
   std::int32_t year = 0;
   for (years = 0;; ++years) {
     double width = 0;  // also that of a line that is not all numbers
     const int answer = file.read(ring_line, year, width);
     w.ios = answer;
     if (answer == status::end_of_file) return Outcome::read;
-    if (io_err(w, "Read2", input.view())) return Outcome::abandoned;  // io_err never says so; meant
+    if (tell("Read2", input.view())) return Outcome::given_up;
+    if (status::of_system(answer)) return Outcome::read;
     if (years == 0) w.fy(i) = year;
     const int p = w.ad(i) + years;
     if (p > max_pool) {
@@ -68,72 +168,11 @@ Outcome read_rings(Workspace& w, TextInput& file, int i, const InputName& input,
   }
 }
 
-void date(Workspace& w, int i) {
-  if (w.fy(i) != 0) {
-    w.ly(i) = w.fy(i) + w.yr(i) - 1;
-  } else {
-    w.ly(i) = last_year_of_undated;
-    w.fy(i) = last_year_of_undated - w.yr(i) + 1;
-  }
-}
-
-// Reads an input that exists into entry i.
-Outcome read_input(Workspace& w, int i, const InputName& input) {
-  TextInput file;
-  w.ios = file.open(input.view());
-  if (io_err(w, "Open", input.view())) return Outcome::abandoned;  // io_err never says so; meant
-  int years = 0;
-  if (read_rings(w, file, i, input, years) == Outcome::abandoned) return Outcome::abandoned;
-  w.ios = file.close();
-  if (!take_places(w, i, years)) {
-    start_entry(w, i, input);
-    return Outcome::pool_full;
-  }
-  date(w, i);
-  ++w.nc;
-  return Outcome::read;
-}
-
-// How many inputs the list names, at most as many as are read; 0 where it cannot be read twice. For the
-// user's eyes alone.
-int inputs_listed() {
-  std::error_code ignored;
-  if (!std::filesystem::is_regular_file(list_name, ignored)) return 0;
-  TextInput list;
-  FileName output;
-  if (list.open(list_name) != status::ok || list.read(output_line, output) != status::ok) return 0;
-  int count = 0;
-  for (InputName input; count < max_series && list.read(input_line, input) == status::ok;) ++count;
-  return count;
-}
-
-// Reads what the list names, entry by entry.
-Outcome read_inputs(Workspace& w, TextInput& list) {
-  LongWork work(w.plot, list_name);
-  const double all = std::max(inputs_listed(), 1);
-  for (int i = 1; i <= max_series; ++i) {
-    work.at(std::min((i - 1) / all, 1.0));
-    InputName input;
-    const int answer = list.read(input_line, input);
-    w.ios = answer;
-    if (answer == status::end_of_file) break;
-    if (io_err(w, "Read2", list_name)) return Outcome::abandoned;  // io_err never says so; meant
-    // Deliberate: an input that does not exist uses up its number all the same.
-    start_entry(w, i, input);
-    w.fileok = file_exists(input.view());
-    if (!w.fileok) {
-      out_err(w, std::string(input.trimmed()) + " does not exist");
-      continue;
-    }
-    const Outcome outcome = read_input(w, i, input);
-    if (outcome != Outcome::read) return outcome;
-  }
-  return Outcome::read;
-}
-
 // Deliberate: entries 1 to nc, so that behind an input that did not exist the last ones are not written.
-void write_cores(Workspace& w) {
+void Conversion::write_cores() {
   const FileName name = w.cnam(1);
+  // An older output is whole; what has been read is not.
+  if (broken_off_ && file_exists(name.view())) return out_err(w, std::string(name.trimmed()) + " is kept");
   TextOutput out;
   told_or_end(w, out.create(name.view()), "OpenW", name.view());
   for (int i = 1; i <= w.nc; ++i) write_rrec(w, out, i);
@@ -151,18 +190,10 @@ void read_trw(Workspace& w) {
   TextInput list;
   w.ios = list.open(list_name);
   if (io_err(w, "Open", list_name)) return;  // io_err never says so; meant
-  FileName output;
-  w.ios = list.read(output_line, output);
-  const bool named = w.ios == status::ok;
-  if (io_err(w, "Read1", list_name)) return;  // io_err never says so; meant
-  // Without a name the output would take the place of the first file of the list.
-  if (!named) return;
-  w.cnam(1) = output;
-  start_store(w);
-  w.derived_stale = true;
-  if (read_inputs(w, list) == Outcome::abandoned) return;
-  w.ios = list.close();
-  write_cores(w);
+  Conversion conversion(w);
+  const bool read = conversion.read_output_name(list) && conversion.read_input_names(list);
+  close_told(w, list, list_name);
+  if (read && conversion.read_inputs()) conversion.write_cores();
 }
 
 }  // namespace vorn

@@ -150,6 +150,18 @@ TEST_F(TwoColumnConversion, InputThatIsAFolderIsToldAsOpenAndHasNoYears) {
   EXPECT_EQ(w.ly(1), 2009);
 }
 
+// What could not be read is missing from the cores; the older output is whole.
+TEST_F(TwoColumnConversion, OlderOutputIsKeptWhenAnInputCannotBeOpened) {
+  std::filesystem::create_directory("folder.trw");
+  ScratchFolder::write("TRW.fil", "out.rwl\na.trw\nfolder.trw\n");
+  ScratchFolder::write("a.trw", ring(1990, "1.0"));
+  ScratchFolder::write("out.rwl", "precious");
+  read_trw(w);
+  EXPECT_EQ(messages(), (Messages{"Openfolder.trw fail err =    21", "out.rwl is kept"}));
+  EXPECT_EQ(ScratchFolder::read("out.rwl"), "precious");
+  EXPECT_EQ(w.nc, 2);
+}
+
 TEST_F(TwoColumnConversion, OutputThatCannotBeCreatedIsToldAsOpenW) {
   ScratchFolder::write("TRW.fil", "nowhere/out.rwl\na.trw\n");
   ScratchFolder::write("a.trw", ring(1990, "1.0"));

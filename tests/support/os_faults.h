@@ -1,7 +1,7 @@
 // Calls of the operating system that fail, or end the process, when a test asks them to.
 //
-// They are put in the place of the real ones by the linker (see faults.cmake), so that nothing of the program
-// is built differently for it. The calls are those of src/records/os_file.cpp.
+// They are put in the place of the real ones by the linker (see os_faults.cmake), so that nothing of the
+// program is built differently for it. The calls are those of src/records/os_file.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "faults/os_faults.h"
+#include "support/os_faults.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
