@@ -73,6 +73,12 @@ TEST_F(Replay, AMissingListFileEndsWith4) {
   EXPECT_NE(said.find("Vorn.fil"), std::string::npos) << said;
 }
 
+TEST_F(Replay, MessagesThatNobodyReadsAreNotTheEndOfTheProgram) {
+  folder.write("session.vrs", "press 110\nenter\n");  // there is no TRW.fil
+  run("(sleep 0.2; " VORN_REPLAY " session.vrs 2>&1; echo $? >status) | true");
+  EXPECT_EQ(folder.read("status"), "4\n");
+}
+
 TEST_F(Replay, TheScriptCanComeFromStandardInput) {
   EXPECT_EQ(run("echo press 102 | " VORN_REPLAY " -"), 0) << said;
 }

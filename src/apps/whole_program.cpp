@@ -5,11 +5,13 @@
 
 #include "menus/main_program.h"
 #include "plot/plot.h"
+#include "records/os_file.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
 
 int run_whole_program(Screen& screen, const std::function<void(const Workspace&)>& started) {
+  os::let_writes_fail();  // messages go to standard error, whoever reads that
   Plot plot(screen);
   const auto workspace = std::make_unique<Workspace>(plot);
   if (started) started(*workspace);
