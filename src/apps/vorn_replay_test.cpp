@@ -112,10 +112,33 @@ TEST_F(DesktopProgram, WithoutADisplayItSaysWhatToDoInstead) {
   EXPECT_NE(said.find("vorn_replay SCRIPT"), std::string::npos) << said;
 }
 
-TEST_F(DesktopProgram, TakesNoArguments) {
-  EXPECT_EQ(run(VORNOSX " folder"), 2);
+TEST_F(DesktopProgram, SaysWhatItIs) {
   EXPECT_EQ(run(VORNOSX " --version"), 0);
   EXPECT_TRUE(printed.starts_with("VORNosx 0.")) << printed;
+  EXPECT_EQ(run(VORNOSX " --help"), 0);
+  EXPECT_TRUE(printed.starts_with("usage: VORNosx [FOLDER]")) << printed;
+}
+
+TEST_F(DesktopProgram, TakesOneFolderOrOneOption) {
+  EXPECT_EQ(run(VORNOSX " a b"), 2);
+  EXPECT_TRUE(said.starts_with("usage: VORNosx [FOLDER]")) << said;
+  EXPECT_EQ(run(VORNOSX " --chose"), 2);
+}
+
+TEST_F(DesktopProgram, AFolderThatIsNotThereIsTold) {
+  EXPECT_EQ(run(VORNOSX " nowhere"), 2);
+  EXPECT_EQ(said, "VORNosx: nowhere: No such file or directory\n");
+  EXPECT_EQ(run(VORNOSX " Vorn.fil"), 2);
+}
+
+// Seen by what it says there: the current folder has a list, the other one none.
+TEST_F(DesktopProgram, WorksInTheFolderItIsGiven) {
+  std::filesystem::create_directory("site");
+  ASSERT_EQ(
+      run("(env QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME=$PWD timeout 20 " VORNOSX " site 2>site.log & "
+          "for i in $(seq 100); do grep -q Vorn.fil site.log && break; sleep 0.1; done; kill $!)"),
+      0);
+  EXPECT_EQ(folder.read("site.log"), "Vorn.fil does not exist\n");
 }
 
 }  // namespace

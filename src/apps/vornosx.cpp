@@ -1,14 +1,19 @@
-// VORNosx: the desktop program. It works on the files of the current directory.
+// VORNosx: the desktop program. It works on the files of one folder.
 
 #include <exception>
+#include <filesystem>
 #include <iostream>
+#include <string_view>
+#include <system_error>
 
 #include "apps/whole_program.h"
 #include "platform/desktop.h"
 
 namespace {
 
-constexpr const char* usage = "usage: VORNosx    (in the folder that holds Vorn.fil)";
+constexpr std::string_view usage =
+    "usage: VORNosx [FOLDER]    works in FOLDER, or the current one, where Vorn.fil lists the files to read\n"
+    "       VORNosx --choose    asks in a window in which folder to work, as a desktop starts it";
 constexpr int wrong_usage = 2;
 
 int run_or_tell(vorn::Screen& screen) {
@@ -20,11 +25,22 @@ int run_or_tell(vorn::Screen& screen) {
   }
 }
 
+int run_in_folder(const char* folder) {
+  std::error_code error;
+  std::filesystem::current_path(folder, error);
+  if (!error) return vorn::run_in_window(run_or_tell);
+  std::cerr << "VORNosx: " << folder << ": " << error.message() << '\n';
+  return wrong_usage;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc == 1) return vorn::run_in_window(run_or_tell);
-  if (argc == 2 && vorn::answered(argv[1], "VORNosx", usage)) return 0;
+  const std::string_view argument = argv[1];
+  if (argc == 2 && vorn::answered(argument, "VORNosx", usage)) return 0;
+  if (argc == 2 && argument == "--choose") return vorn::run_in_window(run_or_tell, vorn::Folder::asked_for);
+  if (argc == 2 && !argument.starts_with('-')) return run_in_folder(argv[1]);
   std::cerr << usage << '\n';
   return wrong_usage;
 }

@@ -50,6 +50,7 @@ class StartMenu {
 
  private:
   void draw() {
+    w.plot.subject(w.nfil > 0 ? w.cnam(w.cf).trimmed() : std::string_view());
     w.plot.erase();
     for (int n = button::start_first; n <= button::start_last; ++n) {
       if (w.b(n).on) draw(n);

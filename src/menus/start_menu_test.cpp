@@ -27,7 +27,9 @@ class MeddlingScreen : public QueueScreen {
     if (meddle) meddle();
     return QueueScreen::next_event();
   }
+  void subject(std::string_view file) override { subjects.emplace_back(file); }
   std::function<void()> meddle;
+  std::vector<std::string> subjects;  // what was told of the file worked on
 };
 
 // One core of 60 years from `first` on, a multiple of 10, in the Tucson raw layout; widths of 0.6 to 1.4 mm
@@ -372,6 +374,13 @@ TEST_F(StartMenu, APickMakesTheFileTheCurrentOneAndBringsTheMenuBack) {
   EXPECT_FALSE(w->b(button::raw_tucson).lit);
 }
 
+TEST_F(StartMenu, TheScreenIsToldWhichFileIsTheCurrentOne) {
+  press(button::current_chronology);
+  screen_.click(300, 300);
+  run_and_quit();
+  EXPECT_EQ(screen_.subjects, (std::vector<std::string>{"oak.rwl", "oak.rwl", "larch.rwl"}));
+}
+
 TEST_F(StartMenu, AClickBelowTheLastNameLeavesTheListOnScreen) {
   press(button::current_chronology);
   screen_.click(300, 350);
@@ -493,6 +502,7 @@ TEST_F(StartMenu, AnEmptyListOfFilesStillHasAMenu) {
   EXPECT_EQ(run(), EndReason::quit);
   EXPECT_EQ(w->nfil, 0);
   EXPECT_TRUE(reads("Choose a Chronology"));
+  EXPECT_EQ(screen_.subjects.back(), "");
 }
 
 // --- What is started from the menu.

@@ -1,6 +1,7 @@
 #include "platform/desktop.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMessageLogContext>
 #include <QScreen>
 #include <array>
@@ -9,7 +10,11 @@
 #include <iostream>
 #include <thread>
 
+#include "platform/folder_choice.h"
+#include "platform/installed_files.h"
 #include "platform/page_window.h"
+#include "platform/program_icon.h"
+#include "platform/settings.h"
 
 namespace vorn {
 namespace {
@@ -44,9 +49,15 @@ void on_start_message(QtMsgType type, const QMessageLogContext&, const QString& 
   if (type == QtCriticalMsg) std::cerr << message.toStdString() << '\n';
 }
 
+// Whether there is a folder to work in; it is then the current one.
+bool enter_chosen_folder() {
+  const auto folder = choose_folder(places_of_installed_files(QCoreApplication::applicationDirPath()));
+  return folder && QDir::setCurrent(*folder);
+}
+
 }  // namespace
 
-int run_in_window(const std::function<int(Screen&)>& program) {
+int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
   if (!has_display()) {
     say_no_display();
     return no_display;
@@ -60,6 +71,8 @@ int run_in_window(const std::function<int(Screen&)>& program) {
   std::setlocale(LC_NUMERIC, "C");  // which the application object changed: numbers in files have points
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName("vorn");
+  QGuiApplication::setWindowIcon(program_icon());
+  if (folder == Folder::asked_for && !enter_chosen_folder()) return 0;
 
   PageWindow* shown = nullptr;
   // Both are called by the program's thread and posted to the window's.
@@ -67,16 +80,15 @@ int run_in_window(const std::function<int(Screen&)>& program) {
     QMetaObject::invokeMethod(
         shown, [&] { shown->update(); }, Qt::QueuedConnection);
   };
-  const auto progress_came = [&] {
+  const auto news_came = [&] {
     QMetaObject::invokeMethod(
-        shown, [&] { shown->show_progress(); }, Qt::QueuedConnection);
+        shown, [&] { shown->show_title(); }, Qt::QueuedConnection);
   };
-  EventMailbox mailbox(page_came, progress_came);
+  EventMailbox mailbox(page_came, news_came);
   PageWindow window(mailbox);
   shown = &window;
-  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-    window.resize(PageWindow::first_size(screen->availableSize()));
-  }
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  restore_place(window, PageWindow::first_size(screen ? screen->availableSize() : QSize(1600, 1200)));
   window.show();
 
   int result = 0;
@@ -89,6 +101,7 @@ int run_in_window(const std::function<int(Screen&)>& program) {
   });
   QCoreApplication::exec();
   program_thread.join();
+  remember_place(window);
   window.let_close();
   return result;
 }

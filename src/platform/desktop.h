@@ -12,7 +12,11 @@ namespace vorn {
 //
 // Without a display nothing is run: standard error says in one line what to do instead, and the result is
 // `no_display`. `program` must not throw. Only once in a process.
-int run_in_window(const std::function<int(Screen&)>& program);
+//
+// With Folder::asked_for the user is asked first in which folder to work, and the program runs there; when he
+// does not want any, nothing is run and the result is 0.
+enum class Folder { current, asked_for };
+int run_in_window(const std::function<int(Screen&)>& program, Folder folder = Folder::current);
 inline constexpr int no_display = 1;
 
 }  // namespace vorn

@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QTest>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <thread>
 
 #include "platform/page_window.h"
+#include "platform/settings.h"
 #include "platform/window_system_for_tests.h"
 #include "plot/plot.h"
 
@@ -19,12 +22,18 @@ namespace {
 struct Desktop : testing::Test {
   Desktop() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
+  static QWidget& page_window() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (dynamic_cast<PageWindow*>(window) != nullptr) return *window;
+    }
+    std::abort();
+  }
   // Lets the user act, on the window's thread, as soon as the page shown last is painted.
   static void user(const std::function<void(QWidget&)>& acts) {
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),
         [acts] {
-          QWidget& window = *QApplication::topLevelWidgets().first();
+          QWidget& window = page_window();
           window.repaint();
           acts(window);
         },
@@ -80,6 +89,105 @@ TEST_F(Desktop, ClosingWhileTheProgramComputesEndsItWhenItWaits) {
               testing::ExitedWithCode(34), "");
 }
 
+// What the program's thread sees when the window is closed while one of its dialogs is open.
+int closed_with_dialog(Screen& screen, Qt::Key key) {
+  screen.show(Page());
+  Desktop::user([key](QWidget& window) {
+    QTest::keyClick(&window, key, Qt::ControlModifier);
+    if (window.findChildren<QDialog*>().isEmpty()) std::_Exit(3);
+    window.close();
+  });
+  try {
+    screen.next_event();
+  } catch (const ProgramEnd& end) {
+    return end.reason() == EndReason::closed ? 33 : 1;
+  }
+  return 2;
+}
+
+TEST_F(Desktop, ClosingWhileADialogIsOpenEndsTheProgramToo) {
+  EXPECT_EXIT(run([](Screen& screen) { return closed_with_dialog(screen, Qt::Key_S); }),
+              testing::ExitedWithCode(33), "");
+  EXPECT_EXIT(run([](Screen& screen) { return closed_with_dialog(screen, Qt::Key_P); }),
+              testing::ExitedWithCode(33), "");
+}
+
+TEST_F(Desktop, AProgramThatEndsTakesDialogAndGuideAlong) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                screen.show(Page());
+                user([](QWidget& window) {
+                  QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
+                  QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+                  QTest::keyClick(&window, 'q');
+                });
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('q'), "");
+}
+
+// Moves the window of one session, and tells how the window of the next would stand.
+QRect place_in_next_session(const QRect& place) {
+  run_in_window([&](Screen&) {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { Desktop::page_window().setGeometry(place); },
+        Qt::BlockingQueuedConnection);
+    return 0;
+  });
+  int count = 1;
+  std::string name = "next";
+  std::array<char*, 2> arguments = {name.data(), nullptr};
+  const QApplication application(count, arguments.data());
+  QWidget next;
+  restore_place(next, QSize(100, 100));
+  return next.geometry();
+}
+
+TEST_F(Desktop, TheNextSessionsWindowStandsWhereTheLastOneStood) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        const QRect place(40, 50, 600, 420);
+        std::exit(place_in_next_session(place) == place ? 55 : 1);
+      },
+      testing::ExitedWithCode(55), "");
+}
+
+TEST_F(Desktop, WhoWantsNoFolderGetsNoWindow) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        // The question is on the screen before there is anything else to post to.
+        std::thread user([] {
+          while (QCoreApplication::instance() == nullptr) std::this_thread::yield();
+          const auto leave = [] {
+            QWidget* question = QApplication::activeModalWidget();
+            if (question != nullptr) question->close();
+            return question != nullptr;
+          };
+          for (bool left = false; !left;) {
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(), [&] { left = leave(); }, Qt::BlockingQueuedConnection);
+          }
+        });
+        const int result = run_in_window([](Screen&) { return 9; }, Folder::asked_for);
+        user.join();
+        std::exit(result);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Desktop, TheTitleNamesTheFileWorkedOn) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                screen.subject("nowhere.rwl");
+                screen.show(Page());
+                user([](QWidget& window) {
+                  QTest::keyClick(&window, window.windowTitle() == "nowhere.rwl - Vorn" ? 'y' : 'n');
+                });
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('y'), "");
+}
+
 TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
   EXPECT_EXIT(run([](Screen& screen) {
                 Plot plot(screen);
@@ -92,7 +200,7 @@ TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
                   QMetaObject::invokeMethod(
                       QCoreApplication::instance(),
                       [&] {
-                        QWidget& window = *QApplication::topLevelWidgets().first();
+                        QWidget& window = page_window();
                         colour = window.grab().toImage().pixelColor(window.rect().center()).green();
                       },
                       Qt::BlockingQueuedConnection);
@@ -107,20 +215,19 @@ TEST_F(Desktop, TheTitleOfTheWindowFollowsLongWork) {
                 const auto title = [] {
                   QString text;
                   QMetaObject::invokeMethod(
-                      QCoreApplication::instance(),
-                      [&] { text = QApplication::topLevelWidgets().first()->windowTitle(); },
+                      QCoreApplication::instance(), [&] { text = page_window().windowTitle(); },
                       Qt::BlockingQueuedConnection);
                   return text;
                 };
                 screen.show(Page());
                 std::this_thread::sleep_for(EventMailbox::worth_telling);
                 screen.progress("Corr.prn", 0.7);
-                if (title() != "Vorn - Corr.prn 70 %") return 1;
+                if (title() != "Corr.prn 70 % - Vorn") return 1;
                 // While the program waits the user sees the plain title, and leaves.
                 QMetaObject::invokeMethod(
                     QCoreApplication::instance(),
                     [] {
-                      QWidget& window = *QApplication::topLevelWidgets().first();
+                      QWidget& window = page_window();
                       const int key =
                           QTest::qWaitFor([&] { return window.windowTitle() == "Vorn"; }) ? 'y' : 'n';
                       window.repaint();
@@ -142,7 +249,7 @@ TEST_F(Desktop, ADenseScreenGetsAsManyPixelsAsItHas) {
           QMetaObject::invokeMethod(
               QCoreApplication::instance(),
               [&] {
-                QWidget& window = *QApplication::topLevelWidgets().first();
+                QWidget& window = page_window();
                 window.resize(297, 210);
                 Plot plot(screen);
                 plot.setclr(colour::ink);

@@ -18,7 +18,7 @@ bool EventMailbox::counts(const Action& action) const {
 }
 
 Event EventMailbox::next_event() {
-  say({});
+  say(progress_, {});
   const Event event = wait_for_event();
   busy_since_ = now_();
   return event;
@@ -45,22 +45,32 @@ void EventMailbox::progress(std::string_view what, double share) {
   const Clock::time_point now = now_();
   if (now - busy_since_ < worth_telling || now - told_ < between_tellings) return;
   told_ = now;
-  say(std::string(what) + ' ' + std::to_string(static_cast<int>(100 * std::clamp(share, 0.0, 1.0))) + " %");
+  say(progress_,
+      std::string(what) + ' ' + std::to_string(static_cast<int>(100 * std::clamp(share, 0.0, 1.0))) + " %");
 }
 
-// Keeps what is to be said of long work, and tells the window when that is something new.
-void EventMailbox::say(std::string progress) {
+void EventMailbox::subject(std::string_view file) {
+  say(subject_, file);
+}
+
+// Keeps what is to be said in one of the two lines, and tells the window when that is something new.
+void EventMailbox::say(std::string& line, std::string_view news) {
   {
     const std::lock_guard lock(mutex_);
-    if (progress == progress_) return;
-    progress_ = std::move(progress);
+    if (line == news) return;
+    line = news;
   }
-  progress_came_();
+  news_came_();
 }
 
 std::string EventMailbox::progress() const {
   const std::lock_guard lock(mutex_);
   return progress_;
+}
+
+std::string EventMailbox::subject() const {
+  const std::lock_guard lock(mutex_);
+  return subject_;
 }
 
 NumberedPage EventMailbox::page() const {

@@ -32,13 +32,13 @@ class EventMailbox : public Screen {
   // Work is told of when the program has not waited for so long, and then no oftener than this.
   static constexpr std::chrono::milliseconds worth_telling{300}, between_tellings{50};
 
-  // Both are called by the program's thread: `page_came` after each new page, `progress_came` when there is
-  // something new to be said of long work. `now` tells the time.
+  // Both are called by the program's thread: `page_came` after each new page, `news_came` when there is
+  // something new to be said of long work or of the file worked on. `now` tells the time.
   explicit EventMailbox(
-      std::function<void()> page_came, std::function<void()> progress_came = [] {},
+      std::function<void()> page_came, std::function<void()> news_came = [] {},
       std::function<Clock::time_point()> now = Clock::now)
       : page_came_(std::move(page_came)),
-        progress_came_(std::move(progress_came)),
+        news_came_(std::move(news_came)),
         now_(std::move(now)),
         busy_since_(now_()) {}
 
@@ -48,11 +48,14 @@ class EventMailbox : public Screen {
   // After this nothing counts that was done before the page shown last was seen, not even keys.
   void forget_pending() override;
   void progress(std::string_view what, double share) override;
+  void subject(std::string_view file) override;
 
   // --- The window's side.
   NumberedPage page() const;
   // What runs and how far it is, "Stats.prn 45 %"; nothing when no long work runs.
   std::string progress() const;
+  // The file that the user now works on; nothing for none.
+  std::string subject() const;
   // Something done with the mouse, or a key, on the page with the number `seen`.
   void put_click(const Event& event, unsigned long seen);
   void put_key(const Event& event, unsigned long seen);
@@ -68,16 +71,16 @@ class EventMailbox : public Screen {
   void put(const Action& action);
   bool counts(const Action& action) const;
   Event wait_for_event();
-  void say(std::string progress);
+  void say(std::string& line, std::string_view news);
 
-  std::function<void()> page_came_, progress_came_;
+  std::function<void()> page_came_, news_came_;
   std::function<Clock::time_point()> now_;
   Clock::time_point busy_since_;  // used by the program's thread alone, as is the next
   Clock::time_point told_;
   mutable std::mutex mutex_;
   std::condition_variable something_came_;
   NumberedPage page_;
-  std::string progress_;
+  std::string progress_, subject_;
   std::deque<Action> actions_;
   unsigned long fresh_from_ = 0;  // what was done on pages before this one is forgotten
   bool closed_ = false;

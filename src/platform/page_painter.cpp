@@ -176,6 +176,13 @@ QColor palette_colour(int index) {
   return QColor(palette[static_cast<std::size_t>(index) % palette.size()]);
 }
 
+QTransform page_to_area(QSizeF area) {
+  const double scale = std::min(area.width() / Page::width, area.height() / Page::height);
+  return QTransform::fromTranslate((area.width() - scale * Page::width) / 2,
+                                   (area.height() - scale * Page::height) / 2)
+      .scale(scale, scale);
+}
+
 void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces, Device device) {
   const QRectF paper(0, 0, Page::width, Page::height);
   painter.save();

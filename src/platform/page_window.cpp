@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStringList>
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -44,7 +45,8 @@ int whole_unit(double place, int last) {
 
 }  // namespace
 
-PageWindow::PageWindow(EventMailbox& mailbox) : mailbox_(mailbox) {
+PageWindow::PageWindow(EventMailbox& mailbox, const QString& program_folder)
+    : mailbox_(mailbox), comforts_(*this, program_folder) {
   setWindowTitle(program_title);
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -56,30 +58,27 @@ QSize PageWindow::first_size(QSize screen) {
   return QSize(Page::width, Page::height).scaled(screen * 9 / 10, Qt::KeepAspectRatio);
 }
 
-QTransform PageWindow::page_to_window() const {
-  const double scale =
-      std::min(width() / static_cast<double>(Page::width), height() / static_cast<double>(Page::height));
-  return QTransform::fromTranslate((width() - scale * Page::width) / 2, (height() - scale * Page::height) / 2)
-      .scale(scale, scale);
-}
-
 void PageWindow::paintEvent(QPaintEvent*) {
   const NumberedPage latest = mailbox_.page();
   QPainter painter(this);
   painter.fillRect(rect(), QColor(surround));
-  painter.setTransform(page_to_window(), true);
+  painter.setTransform(page_to_area(size()), true);
   paint_page(painter, latest.page ? *latest.page : Page(), typefaces_, Device::pixels);
-  seen_ = latest.number;
+  seen_ = latest;
 }
 
-void PageWindow::show_progress() {
-  const std::string progress = mailbox_.progress();
-  setWindowTitle(progress.empty() ? QString(program_title)
-                                  : QString(program_title) + " - " + QString::fromStdString(progress));
+void PageWindow::show_title() {
+  QStringList parts{shown_characters(mailbox_.progress()), subject(), program_title};
+  parts.removeAll("");
+  setWindowTitle(parts.join(" - "));
+}
+
+QString PageWindow::subject() const {
+  return shown_characters(mailbox_.subject());
 }
 
 Event PageWindow::event_at(QPointF place, int code) const {
-  const QPointF on_page = page_to_window().inverted().map(place);
+  const QPointF on_page = page_to_area(size()).inverted().map(place);
   return {whole_unit(on_page.x(), Page::width), whole_unit(on_page.y(), Page::height), code};
 }
 
@@ -90,12 +89,16 @@ void PageWindow::mouseMoveEvent(QMouseEvent* event) {
 // A double click comes here too, as the second of two clicks.
 void PageWindow::mousePressEvent(QMouseEvent* event) {
   mouse_ = event->position();
-  if (event->button() == Qt::LeftButton) mailbox_.put_click(event_at(mouse_, Event::click), seen_);
-  if (event->button() == Qt::RightButton) mailbox_.put_click(event_at(mouse_, Event::help), seen_);
+  if (event->button() == Qt::LeftButton) mailbox_.put_click(event_at(mouse_, Event::click), seen_.number);
+  if (event->button() == Qt::RightButton) mailbox_.put_click(event_at(mouse_, Event::help), seen_.number);
 }
 
 void PageWindow::keyPressEvent(QKeyEvent* event) {
-  if (const auto code = key_code(*event)) mailbox_.put_key(event_at(mouse_, *code), seen_);
+  if (const auto comfort = comfort_of(*event)) {
+    if (!event->isAutoRepeat()) comforts_.start(*comfort, seen_.page, subject());
+    return;
+  }
+  if (const auto code = key_code(*event)) mailbox_.put_key(event_at(mouse_, *code), seen_.number);
 }
 
 void PageWindow::closeEvent(QCloseEvent* event) {

@@ -217,11 +217,32 @@ TEST_F(WindowOfPages, TheTitleSaysWhatRunsAndHowFarItIs) {
   EXPECT_EQ(busy.windowTitle(), "Vorn");
   now += EventMailbox::worth_telling;
   working.progress("Stats.prn", 0.45);
-  busy.show_progress();
-  EXPECT_EQ(busy.windowTitle(), "Vorn - Stats.prn 45 %");
+  busy.show_title();
+  EXPECT_EQ(busy.windowTitle(), "Stats.prn 45 % - Vorn");
   working.put_key({0, 0, 'k'}, 0);
   working.next_event();
-  busy.show_progress();
+  busy.show_title();
+  EXPECT_EQ(busy.windowTitle(), "Vorn");
+}
+
+TEST_F(WindowOfPages, TheTitleNamesTheFileWorkedOn) {
+  EventMailbox::Clock::time_point now{std::chrono::hours(1)};
+  EventMailbox working([] {}, [] {}, [&now] { return now; });
+  PageWindow busy(working);
+  working.subject("trees/nowhere.rwl");
+  busy.show_title();
+  EXPECT_EQ(busy.windowTitle(), "trees/nowhere.rwl - Vorn");
+  now += EventMailbox::worth_telling;
+  working.progress("Stats.prn", 0.45);
+  busy.show_title();
+  EXPECT_EQ(busy.windowTitle(), "Stats.prn 45 % - trees/nowhere.rwl - Vorn");
+  working.subject("b\xE9zier.rwl");  // Latin-1
+  busy.show_title();
+  EXPECT_TRUE(busy.windowTitle().endsWith(QString::fromUtf8("b\u00e9zier.rwl - Vorn")));
+  working.subject("");
+  working.put_key({0, 0, 'k'}, 0);
+  working.next_event();
+  busy.show_title();
   EXPECT_EQ(busy.windowTitle(), "Vorn");
 }
 

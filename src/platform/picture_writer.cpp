@@ -21,9 +21,9 @@
 namespace vorn {
 namespace {
 
-constexpr int pixels_across = Page::width / 2, pixels_down = Page::height / 2;
-constexpr int dots_per_meter = 5000;      // of these pixels on an A4 sheet
-constexpr int page_units_per_inch = 254;  // a page unit is a tenth of a millimetre
+constexpr int pixels_across = Page::width / 2;  // of a .png
+constexpr int page_units_per_inch = 254;        // a page unit is a tenth of a millimetre
+constexpr int page_units_per_meter = 10000;
 
 std::string extension(std::string_view file_name) {
   std::string result = std::filesystem::path(file_name).extension().string();
@@ -41,17 +41,6 @@ QByteArray as_text(const Page& page) {
 // While what paints is made: what it remarks on folders that only a real session has is of no use here.
 void on_start_message(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (type == QtCriticalMsg || type == QtFatalMsg) std::cerr << message.toStdString() << '\n';
-}
-
-bool paint_png(const Page& page, const Typefaces& typefaces, QBuffer& out) {
-  QImage image(pixels_across, pixels_down, QImage::Format_RGB32);
-  image.setDotsPerMeterX(dots_per_meter);
-  image.setDotsPerMeterY(dots_per_meter);
-  QPainter painter(&image);
-  painter.scale(static_cast<double>(pixels_across) / Page::width,
-                static_cast<double>(pixels_down) / Page::height);
-  paint_page(painter, page, typefaces, Device::pixels);
-  return painter.end() && image.save(&out, "PNG");
 }
 
 bool paint_svg(const Page& page, const Typefaces& typefaces, QBuffer& out) {
@@ -81,13 +70,25 @@ bool paint_pdf(const Page& page, const Typefaces& typefaces, QBuffer& out) {
   return painter.end();
 }
 
-std::optional<std::string> save(const std::string& file_name, const QByteArray& contents) {
-  QSaveFile file(QString::fromLocal8Bit(file_name.data(), static_cast<qsizetype>(file_name.size())));
+std::optional<std::string> save(const QString& path, const QByteArray& contents) {
+  QSaveFile file(path);
   if (file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit()) return {};
-  return file_name + ": " + file.errorString().toStdString();
+  return (path + ": " + file.errorString()).toStdString();
 }
 
 }  // namespace
+
+QImage page_image(const Page& page, const Typefaces& typefaces, int pixels_across) {
+  const QSize size(pixels_across, pixels_across * Page::height / Page::width);
+  QImage image(size, QImage::Format_RGB32);
+  const int dots_per_meter = pixels_across * page_units_per_meter / Page::width;
+  image.setDotsPerMeterX(dots_per_meter);
+  image.setDotsPerMeterY(dots_per_meter);
+  QPainter painter(&image);
+  painter.setTransform(page_to_area(size));
+  paint_page(painter, page, typefaces, Device::pixels);
+  return image;
+}
 
 bool is_picture_name(std::string_view file_name) {
   const std::string kind = extension(file_name);
@@ -108,16 +109,21 @@ const Typefaces& PictureWriter::typefaces() {
 }
 
 std::optional<std::string> PictureWriter::write(const Page& page, const std::string& file_name) {
+  return write_to(page, QString::fromLocal8Bit(file_name.data(), static_cast<qsizetype>(file_name.size())));
+}
+
+std::optional<std::string> PictureWriter::write_to(const Page& page, const QString& path) {
+  const std::string file_name = path.toStdString();
   const std::string kind = extension(file_name);
-  if (kind == ".txt") return save(file_name, as_text(page));
+  if (kind == ".txt") return save(path, as_text(page));
   if (!is_picture_name(file_name)) return file_name + ": no kind of picture, use .txt, .png, .svg or .pdf";
   QBuffer out;
   out.open(QIODevice::WriteOnly);
-  const bool painted = kind == ".png"   ? paint_png(page, typefaces(), out)
+  const bool painted = kind == ".png"   ? page_image(page, typefaces(), pixels_across).save(&out, "PNG")
                        : kind == ".svg" ? paint_svg(page, typefaces(), out)
                                         : paint_pdf(page, typefaces(), out);
   if (!painted) return file_name + ": the picture could not be made";
-  return save(file_name, out.data());
+  return save(path, out.data());
 }
 
 }  // namespace vorn

@@ -30,6 +30,9 @@ class WindowSystem : public testing::Environment {
     std::string pattern = (std::filesystem::temp_directory_path() / "vorn-runtime-XXXXXX").string();
     folder_ = mkdtemp(pattern.data());
     qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(folder_.string()));
+    // Settings and documents of whoever runs the tests are left alone.
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder_.string()));
+    qputenv("HOME", QByteArray::fromStdString(folder_.string()));
   }
   QApplication& application() {
     prepare();
@@ -55,7 +58,7 @@ WindowSystem* const window_system = [] {
 }  // namespace
 
 void prepare_offscreen() {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  window_system->prepare();
 }
 
 QApplication& application_for_tests() {

@@ -69,9 +69,10 @@ class Plot {
   void endgrf() { axes_.reset(); }
 
   // --- The screen. What these wait for ends with ProgramEnd when the screen is closed.
-  void show() { screen_.show(page_); }  // shows the page now and does not wait
-  Event csrpos();                       // shows the page and waits for the next event
-  Event csrpos_fresh();                 // the same, but what was typed or clicked before now is forgotten
+  void show() { screen_.show(page_); }                            // shows the page now and does not wait
+  void subject(std::string_view file) { screen_.subject(file); }  // what the user now works on
+  Event csrpos();        // shows the page and waits for the next event
+  Event csrpos_fresh();  // the same, but what was typed or clicked before now is forgotten
 
  private:
   friend class LongWork;  // what runs, see long_work.h

@@ -55,6 +55,8 @@ class Screen {
   // Long work is told by its name and the share of it that is done, 0 to 1, until the program waits again.
   // Called many times a second (see long_work.h); must return at once.
   virtual void progress(std::string_view /*what*/, double /*share*/) {}
+  // The file that the user now works on, by its name in the list; empty for none. A window's title tells it.
+  virtual void subject(std::string_view /*file*/) {}
 };
 
 }  // namespace vorn
