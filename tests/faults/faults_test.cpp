@@ -38,12 +38,12 @@ std::vector<Way> all_ways() {
   std::vector<Way> ways;
   const std::pair<Fault Faults::*, const char*> calls[] = {
       {&Faults::open, "open"},   {&Faults::read, "read"},     {&Faults::write, "write"},
-      {&Faults::fsync, "fsync"}, {&Faults::rename, "rename"}, {&Faults::close, "close"},
-      {&Faults::chmod, "chmod"}, {&Faults::remove, "remove"}};
+      {&Faults::fsync, "fsync"}, {&Faults::rename, "rename"}, {&Faults::close, "close"}};
   for (const auto& [call, name] : calls) {
-    for (const int error : {ENOSPC, EACCES, EIO}) ways.push_back({call, name, error});
-    if (call != &Faults::chmod && call != &Faults::remove) ways.push_back({call, name, EINTR});
+    for (const int error : {ENOSPC, EACCES, EIO, EINTR}) ways.push_back({call, name, error});
   }
+  ways.push_back({&Faults::chmod, "chmod", EIO});
+  ways.push_back({&Faults::remove, "remove", EIO});
   ways.push_back({&Faults::read, "read", Fault::short_count});
   ways.push_back({&Faults::write, "write", Fault::short_count});
   ways.push_back({&Faults::open, "open", EMFILE, true});
