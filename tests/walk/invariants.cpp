@@ -68,7 +68,7 @@ std::string store(const Workspace& w, const WalkState& state) {
 
 std::string widths(const Workspace& w, const WalkState& state) {
   const int last = state.store_replaced ? w.nc : w.nd;
-  if (w.nc < 1 || last < 1) return "";
+  if (w.nc < 1 || last < 1 || state.any_widths) return "";
   const int end = w.ad(w.nc) + w.yr(w.nc) - 1;
   for (int p = 1; p <= end; ++p) {
     if (!std::isfinite(w.x(p))) return "width at place " + std::to_string(p) + " is not finite";

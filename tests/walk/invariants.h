@@ -10,6 +10,7 @@ namespace vorn {
 // What is known of a session beyond its state.
 struct WalkState {
   bool undated_records = false;  // the files hold records without dates or lengths: years need not agree
+  bool any_widths = false;       // the files may hold widths that are infinite
   bool store_replaced = false;   // "Read TRW" ran and the chronologies are not yet behind its cores
   bool pair_set = false;         // the cross-dating or the correlation screen is shown: both slots are filled
   bool chooser_shown = false;

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
-#include <set>
-#include <utility>
 
 #include "toolkit/buttons.h"
+#include "walk/shown_buttons.h"
 
 namespace vorn {
 namespace {
@@ -25,15 +24,6 @@ constexpr int numbers[] = {0,      1,      2,      3,    4,    5,    10,    11, 
 bool traced() {
   return std::getenv("VORN_WALK_TRACE") != nullptr;
 }
-
-bool starts_at(const Mark& mark, const Rectangle& place) {
-  return mark.points.size() == 4 && mark.points[0].x == place.x1 && mark.points[0].y == place.y1 &&
-         mark.points[2].x == place.x2 && mark.points[2].y == place.y2;
-}
-
-// Buttons without a face, and the button by which their screen is known.
-constexpr std::pair<int, int> zones[] = {{button::chooser_list, button::chooser_exit},
-                                         {button::editor_table, button::editor_exit}};
 
 // How much a button is to be preferred; those that leave a screen less, so that there is time for its others.
 int weight(int n) {
@@ -111,31 +101,9 @@ bool Walker::shown(int n) const {
   return std::find(shown_.begin(), shown_.end(), n) != shown_.end();
 }
 
-// A button is shown when its face is on the page; the zones without one, when their screen is.
 void Walker::look_around() {
-  std::set<int> found;
-  for (const Mark& mark : page_->marks()) {
-    if (mark.kind != Mark::Kind::outline) continue;
-    for (int n = 1; n <= max_buttons; ++n) {
-      if (w_->b(n).on && starts_at(mark, w_->b(n))) found.insert(n);
-    }
-  }
-  for (const auto& [zone, mate] : zones) {
-    if (w_->b(zone).on && found.contains(mate)) found.insert(zone);
-  }
-  const bool menus_left = found.empty() || *found.begin() > button::crossdating_last;
-  if (w_->b(button::chronology_list).on && found.contains(button::quit))
-    found.insert(button::chronology_list);
-  if (menus_left && found.empty()) {  // a year is to be picked: no face is shown
-    for (const int n : {button::upper_plot, button::lower_plot}) {
-      if (w_->b(n).on) found.insert(n);
-    }
-  }
-  shown_.assign(found.begin(), found.end());
-  state_.chooser_shown = found.contains(button::chooser_exit);
-  state_.pair_set = found.contains(button::exit_crossdating) || found.contains(button::correlation_exit) ||
-                    found.contains(button::insertion_ok) || found.contains(button::deletion_ok) ||
-                    found.contains(button::upper_plot) || found.contains(button::lower_plot);
+  shown_ = shown_buttons(*w_);
+  note_screen(state_, shown_);
 }
 
 void Walker::check() {
