@@ -286,9 +286,9 @@ class Chooser {
     }
   }
 
+  // Where no core is marked the marks go all the same, and all indices are computed anew.
   void delete_chosen() {
     const Selection cores = each_once(cores_among(chosen()));
-    if (cores.empty()) return;
     forget_chosen();
     choose_these(cores);
     del_core(w);
@@ -305,11 +305,11 @@ class Chooser {
     w.b(button::mean_name).label = "Mean Core";
   }
 
+  // Where no core is marked the file is opened and closed, and the mode is entered anew.
   void move_chosen() {
     if (w.chs < 1 || !is_chronology(w.chc(w.chs))) return;
     const Selection before = chosen();
     Selection moved = each_once(cores_among({before.begin(), before.end() - 1}));
-    if (moved.empty()) return;
     moved.push_back(before.back());
     forget_chosen();
     choose_these(moved);

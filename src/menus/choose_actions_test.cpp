@@ -106,7 +106,8 @@ TEST_F(ChooserActions, ACoreMarkedTwiceIsDeletedOnce) {
   EXPECT_EQ(names(), "C1 C3 C4 C5 C6 oak pine ash elm ref ");
 }
 
-TEST_F(ChooserActions, DeletingNothingChangesNothing) {
+// The pair is marked when the mode is entered. Without a core in it the marks go, which leaving makes up for.
+TEST_F(ChooserActions, DeletingNothingTakesTheMarksAwayAndComputesTheIndicesAnew) {
   w.tr1 = 8;
   w.tr2 = 9;
   w.ax(5) = 123;
@@ -114,9 +115,10 @@ TEST_F(ChooserActions, DeletingNothingChangesNothing) {
   do_it();
   play_and_exit();
   EXPECT_EQ(w.nc, 6);
-  EXPECT_EQ(w.tr1, 8);
-  EXPECT_EQ(w.tr2, 9);
-  EXPECT_EQ(w.ax(5), 123);
+  EXPECT_EQ(w.tr1, 1);
+  EXPECT_EQ(w.tr2, 2);
+  EXPECT_NE(w.ax(5), 123);
+  EXPECT_EQ(names(), "C1 C2 C3 C4 C5 C6 oak pine ash elm ref ");
 }
 
 TEST_F(ChooserActions, LeavingAfterADeletionBringsTheChronologyUpToDate) {
@@ -159,6 +161,7 @@ TEST_F(ChooserActions, WithFewerThanTwoEntriesLeftTheChooserSaysSo) {
 
 // Everything that can be clicked on an empty store.
 TEST_F(ChooserActions, WithoutCoresEveryModeDoesNothing) {
+  for (const char* file : {"pine.hdb", "ash.rwm", "elm.rwl"}) folder.write(file, "");
   press(button::delete_core);
   picks({3, 4, 5, 6});
   do_it();
@@ -449,6 +452,29 @@ TEST_F(ChooserActions, EveryCoreCanBeMoved) {
   do_it();  // nothing is left to be moved
   EXPECT_TRUE(play_and_exit());
   EXPECT_EQ(names(), "oak pine ash elm ref ");
+}
+
+TEST_F(ChooserActions, AMoveOfNoCoreLeavesTheFileAndEntersTheModeAnew) {
+  folder.write("pine.hdb", "as it was\n");
+  folder.write("ash.rwm", "as it was\n");
+  press(button::move_core);
+  picks({1, 2});  // these no more
+  pick(9);        // to ash
+  do_it();
+  play();
+  EXPECT_EQ(line(message::move_caption), "Move C1 to pine.hdb");
+  EXPECT_EQ(w.nc, 6);
+  EXPECT_EQ(folder.read("ash.rwm"), "as it was\n");
+  EXPECT_EQ(told(), "");
+}
+
+TEST_F(ChooserActions, AMoveOfNoCoreToAFileThatIsGoneSaysSo) {
+  press(button::move_core);
+  picks({1, 2});
+  do_it();
+  key();
+  play();
+  EXPECT_EQ(told(), "Openpine.hdb fail err =     2\n");
 }
 
 TEST_F(ChooserActions, AMoveWithoutADestinationDoesNothing) {

@@ -538,7 +538,8 @@ TEST_F(Chooser, WhenNoCoreIsLeftTheCaptionNamesTheDestinationTwice) {
   EXPECT_EQ(line(message::move_caption), "Move pine to pine.hdb");
   press(button::move_core);
   picks({1, 2});
-  press(button::chooser_do_it);  // nothing to move
+  press(button::chooser_do_it);  // nothing to move, to a file that is not there
+  screen.key(' ');
   pick(6);
   play();
   EXPECT_EQ(w.nc, 9);

@@ -33,7 +33,7 @@ class CrossMenu {
     w.b(button::upper_plot).on = w.b(button::lower_plot).on = false;
     for (int pass = 0; pass < pass_limit; ++pass) {
       plot_graph(w);
-      mouse_click(w, button::crossdating_first, button::crossdating_last);
+      mouse_click(w, button::crossdating_first, button::crossdating_last, way_out());
       const int n = w.mous;  // the menus opened from here leave their own there
       if (n == button::exit_crossdating) return;
       if (n == button::choose_cores && !choose(w)) return;
@@ -109,7 +109,7 @@ class CrossMenu {
     return last >= w.fy(slot) && first <= w.ly(slot) + (w.ins ? 1 : 0);
   }
 
-  // Whether one of the plots that can be clicked shows a year to pick.
+  // Whether one of the plots that can be clicked shows a year to pick, up to the right edge.
   bool year_in_sight() const {
     const auto in_sight = [this](int zone, int slot) {
       return w.b(zone).on && can_edit(slot, w.fs, w.fs + w.sl);
@@ -117,13 +117,19 @@ class CrossMenu {
     return in_sight(button::upper_plot, slot_of(true)) || in_sight(button::lower_plot, slot_of(false));
   }
 
+  // What the Escape key stands for. Where a year is to be picked and none that can be is shown, no click
+  // leads out; nobody shall have to end the program for that.
+  int way_out() const {
+    const bool picking = w.b(button::upper_plot).on || w.b(button::lower_plot).on;
+    return picking && !year_in_sight() ? button::leave_pick : 0;
+  }
+
   // The edit is applied at once and shown; the buttons then ask whether to keep it. A click on a year that
-  // the series does not have changes nothing and the pick goes on. Where the years shown have none to pick,
-  // and no other button is there, the click leads out.
+  // the series does not have changes nothing and the pick goes on.
   void edit_year(bool upper) {
     const int slot = slot_of(upper);
     const int year = w.fs + static_cast<int>((w.msx - 200) / w.scx);
-    if (!can_edit(slot, year, year)) return year_in_sight() ? void() : leave_pick();
+    if (!can_edit(slot, year, year)) return;
     w.ul = upper;
     w.insdel = year;
     show(button::upper_plot, button::leave_pick, false);

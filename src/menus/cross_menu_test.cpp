@@ -314,7 +314,7 @@ TEST_F(CrossMenu, AClickOnAYearThatTheSeriesDoesNotHaveChangesNothingAndThePickG
 }
 
 // Scrolled to years that the core does not have, with nothing else to click: no dead end.
-TEST_F(CrossMenu, AClickLeadsOutWhereNoYearToPickIsShown) {
+TEST_F(CrossMenu, EscapeLeadsOutWhereNoYearToPickIsShown) {
   pair(4, 6);  // TINY, 1950 to 1959, and a chronology
   look([this] {
     w->sl = 25;
@@ -325,11 +325,27 @@ TEST_F(CrossMenu, AClickLeadsOutWhereNoYearToPickIsShown) {
   press(button::delete_ring);
   expect_on("25");
   click_year(true, 1970);
+  expect_on("25");
+  key(Event::escape);
   look([this] {
     EXPECT_EQ(on(1, 35), browsing);
     EXPECT_EQ(w->yr(sample), 10);
+    EXPECT_FALSE(w->ins);
+  });
+  run();
+}
+
+// A year in sight is to be picked, and Escape is a key like any other.
+TEST_F(CrossMenu, EscapeLeadsOutNowhereElse) {
+  pair(4, 6);
+  look([this] {
+    w->sl = 25;
+    w->scx = 100;
+    w->fs = 1960;
+    w->ls = 1984;
   });
   press(button::insert_ring);  // 1960 can be inserted
+  key(Event::escape);
   click_year(true, 1970);
   expect_on("25");
   click_year(true, 1960);
@@ -337,10 +353,13 @@ TEST_F(CrossMenu, AClickLeadsOutWhereNoYearToPickIsShown) {
     EXPECT_EQ(on(1, 35), "21-22");
     EXPECT_EQ(w->yr(sample), 11);
   });
+  key(Event::escape);
+  expect_on("21-22");
   press(button::insertion_not);
   look([this] { w->fs = 1925; });  // 1950 lies on the right edge
   press(button::delete_ring);
   click_year(true, 1940);
+  key(Event::escape);
   expect_on("25");
   click(2700, 520);
   expect_on("23-24");

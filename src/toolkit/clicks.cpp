@@ -12,7 +12,7 @@ bool is_hit(const Button& button, int x, int y) {
 
 }  // namespace
 
-void mouse_click(Workspace& w, int first, int last) {
+void mouse_click(Workspace& w, int first, int last, int escape) {
   Event event;
   do {
     if (event.code == Event::help) vorn_help(w);
@@ -20,6 +20,10 @@ void mouse_click(Workspace& w, int first, int last) {
     event = w.plot.csrpos();
     w.msx = event.x;
     w.msy = event.y;
+    if (event.code == Event::escape && escape != 0) {
+      w.mous = escape;
+      return;
+    }
   } while (event.code != Event::click);
   w.mous = 0;
   for (int n = first; n <= last && w.mous == 0; ++n) {

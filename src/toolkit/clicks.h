@@ -12,6 +12,8 @@ namespace vorn {
 // Returned: w.mous      the number of the button, 0 for none; always 0 when first > last
 //           w.msx, msy  where the click was
 // The wait ends the passing over of messages (see messages.h).
-void mouse_click(Workspace& w, int first, int last);
+//
+// Where `escape` is the number of a button, the Escape key counts as a click on it, shown or not.
+void mouse_click(Workspace& w, int first, int last, int escape = 0);
 
 }  // namespace vorn
