@@ -1,0 +1,10 @@
+# What a Debian package has beyond an installed tree: its changelog, its statement of copyright, and compressed manual
+# pages. Run by CPack on the tree before it is packed.
+set(tree ${CPACK_TEMPORARY_DIRECTORY}/usr/share)
+file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright ${CMAKE_CURRENT_LIST_DIR}/changelog DESTINATION ${tree}/doc/vorn)
+# The licence is in the statement of copyright.
+file(REMOVE ${tree}/doc/vorn/LICENSE)
+file(CREATE_LINK copyright ${tree}/doc/vorn/LICENSE SYMBOLIC)
+execute_process(
+  COMMAND gzip -9n ${tree}/doc/vorn/changelog ${tree}/man/man1/VORNosx.1 ${tree}/man/man1/vorn_replay.1
+  COMMAND_ERROR_IS_FATAL ANY)
