@@ -147,6 +147,17 @@ TEST(LagTable, RunsBackwards34SegmentsWhereTheOverlapIsGreaterThanTheSegment) {
   EXPECT_TRUE(lags(store.w, 7).empty());         // 1888: the sample begins more than ten years later
 }
 
+// The last start is 1750, so that the range runs back to 1747: 77 steps of -2, of which the table has room
+// for 34.
+TEST(LagTable, RunsBackwardsNoFurtherThanItHasRoomWhereTheSeriesLieApart) {
+  TestStore store;
+  store.w.olap = 52;
+  store.set_pair(1900, noise(100, 1), 1700, noise(100, 2));
+  cor_tab(store.w, 1900);
+  EXPECT_EQ(segments(store.w), Segments(34, Years(1750, 1799)));
+  EXPECT_TRUE(lags(store.w, 1).empty());
+}
+
 TEST(LagTable, KeepsTheLastStartForTheFirstSegmentAlsoBeforeTheCommonYears) {
   TestStore store;
   const auto a = noise(100, 1), b = noise(40, 2);

@@ -40,7 +40,7 @@ using ShareDone = std::function<void(double)>;
 // the sums of products of all pairs of two tiles are one product of matrices; sums and sums of squares over
 // common years are differences of running sums. Pairs for which those differences would lose digits, and
 // pairs with a value that is not finite, are correlated by cov. Vector instructions are chosen when the
-// program runs; the order of the sums is the same with all of them but for the rounding of products.
+// program runs; the result is the same to the last bit with all of them.
 PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years,
                                  const ShareDone& told = {});
 
@@ -48,6 +48,10 @@ PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64
 inline constexpr std::size_t few_series = 150;
 
 // One or the other, by the number of series.
+//
+// Means are printed with two decimals. Where a mean of the tiled ones, of a series or of all, lies so near to
+// where its printed figures change that the plain one might lie beyond, that one takes its place: what is
+// printed is always what the plain definition gives.
 PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years,
                            const ShareDone& told = {});
 

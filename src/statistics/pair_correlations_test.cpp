@@ -4,7 +4,10 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
+#include <vector>
 
+#include "records/edit_format.h"
 #include "support/test_store.h"
 
 namespace vorn {
@@ -121,6 +124,76 @@ TEST_F(PairCorrelations, OfSeriesWithValuesThatAreNotFiniteAreThePlainOnes) {
     add(i / 2, std::move(values));
   }
   expect_both_alike(40);
+}
+
+// Trees of 64 years, above and below their mean by turns and alike far every fourth year. Two that move
+// together in 36 years and against each other in the other 28 correlate at (9 - 7) / 16 = 1/8. A mean of 1/8
+// is a tie when it is rounded to two decimals: its last bit decides.
+struct TiedMeans : PairCorrelations {
+  static std::vector<double> tree(int size, int together_until) {
+    std::vector<double> values;
+    for (int k = 0; k < 64; ++k) {
+      const double distance = (k % 4 < 2 ? 0.37 : 0.73) * (1 + 0.01 * size);
+      values.push_back(1.3 + ((k < together_until) == (k % 2 == 0) ? distance : -distance));
+    }
+    return values;
+  }
+  static std::string printed(double mean) { return edit(EditFormat("(F7.2)"), mean); }
+  void clear() { kept.clear(), years.clear(); }
+};
+
+TEST_F(TiedMeans, OfATreeArePrintedAsThePlainDefinitionGivesThem) {
+  int otherwise_by_tiles = 0;
+  for (int k = 0; k < 40; ++k) {
+    clear();
+    add(1900, tree(k, 64));
+    for (int i = 1; kept.size() <= few_series; ++i) add(1900, tree(k + i, 36));
+    const double plain = pair_correlations_plain(series(), 40).sum_of[0] / few_series;
+    ASSERT_NEAR(plain, 0.125, 1e-12);
+    otherwise_by_tiles +=
+        printed(pair_correlations_tiled(series(), 40).sum_of[0] / few_series) != printed(plain) ? 1 : 0;
+    EXPECT_EQ(pair_correlations(series(), 40).sum_of[0] / few_series, plain);
+  }
+  EXPECT_GT(otherwise_by_tiles, 0);  // else this would show nothing
+}
+
+// Couples, each in a century of its own.
+TEST_F(TiedMeans, OfAllPairsArePrintedAsThePlainDefinitionGivesThem) {
+  int otherwise_by_tiles = 0;
+  for (int k = 0; k < 12; ++k) {
+    clear();
+    for (int i = 0; kept.size() <= few_series; ++i) {
+      add(64 * i, tree(k + i, 64));
+      add(64 * i, tree(2 * k + i, 36));
+    }
+    const PairSums plain = pair_correlations_plain(series(), 40),
+                   tiled = pair_correlations_tiled(series(), 40), settled = pair_correlations(series(), 40);
+    ASSERT_NEAR(plain.sum / plain.pairs, 0.125, 1e-12);
+    otherwise_by_tiles += printed(tiled.sum / tiled.pairs) != printed(plain.sum / plain.pairs) ? 1 : 0;
+    EXPECT_EQ(settled.sum, plain.sum);
+    EXPECT_EQ(settled.sum_of, plain.sum_of);
+  }
+  EXPECT_GT(otherwise_by_tiles, 0);
+}
+
+// A tree among couples of trees that are each other's opposites is as unlike the one as it is like the other:
+// its mean is nought, and the sign of a nought is printed.
+TEST_F(TiedMeans, OfNoughtKeepTheSignOfThePlainDefinition) {
+  int otherwise_by_tiles = 0;
+  for (unsigned k = 0; k < 10; ++k) {
+    clear();
+    add(1900, noise(60, 1'000 + k));
+    for (unsigned i = 1; kept.size() <= few_series; ++i) {
+      add(1900, noise(60, i));
+      add(1900, noise(60, i));
+      for (double& value : kept.back()) value = 1 - value;
+    }
+    const double plain = pair_correlations_plain(series(), 40).sum_of[0];
+    ASSERT_NEAR(plain, 0, 1e-12);
+    otherwise_by_tiles += printed(pair_correlations_tiled(series(), 40).sum_of[0]) != printed(plain) ? 1 : 0;
+    EXPECT_EQ(pair_correlations(series(), 40).sum_of[0], plain);
+  }
+  EXPECT_GT(otherwise_by_tiles, 0);
 }
 
 TEST_F(PairCorrelations, TellHowFarTheyAre) {

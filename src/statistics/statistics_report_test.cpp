@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "records/edit_format.h"
+#include "statistics/pair_correlations.h"
+#include "statistics/tree_correlations.h"
 #include "support/scratch_folder.h"
 #include "support/test_store.h"
 
@@ -96,6 +100,30 @@ TEST(StatsReport, Of51TreesHasAPageOf50AndAPageOfOne) {
                                      " Mean ring width    1.50\n"
                                      " Mean correlation    NaN\n"
                                      " Mean RBAR           NaN\n");
+}
+
+// Pairs of so many trees are not correlated one by one; what is printed must not show it.
+TEST(StatsReport, OfManyTreesShowsTheMeansOfThePlainDefinition) {
+  TestStore store;
+  std::vector<std::vector<double>> trees;
+  std::vector<DatedValues> dated;
+  for (int t = 0; t < 700; ++t) trees.push_back(noise(45 + t % 60, static_cast<unsigned>(t) + 1));
+  for (int t = 0; t < 700; ++t) {
+    store.add_tree("T" + std::to_string(t), 1900 + t % 7, trees[static_cast<std::size_t>(t)]);
+    dated.push_back({1900 + t % 7, trees[static_cast<std::size_t>(t)]});
+  }
+  const PairSums plain = pair_correlations_plain(dated, fewest_common_years);
+  std::istringstream lines(report(store.w));
+  std::size_t t = 0;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with(" Mean RBAR")) {
+      EXPECT_EQ(line.substr(17), edit(EditFormat("(F7.2)"), plain.sum / plain.pairs));
+    }
+    if (!line.starts_with("T")) continue;
+    EXPECT_EQ(line.substr(50), edit(EditFormat("(F7.2)"), plain.sum_of[t] / plain.pairs_of[t])) << t;
+    ++t;
+  }
+  EXPECT_EQ(t, 700u);
 }
 
 TEST(StatsReport, Of50TreesHasOnePage) {
