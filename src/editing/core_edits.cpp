@@ -80,6 +80,7 @@ bool move_core(Workspace& w) {
   if (!append_cores(w, w.cnam(target), w.rftype(target), w.chs - 1)) return false;
   LongWork work(w.plot, "Move Core");
   remove_chosen(w, w.chs - 1, work);
+  w.chc.fill(0);  // meant: also what stood behind the selection, which a deletion leaves there
   return true;
 }
 

@@ -116,6 +116,21 @@ TEST_F(CoreEdits, DeletingEveryCoreLeavesTheChronologies) {
   EXPECT_EQ(w.nc, 0);
 }
 
+// A number may stand behind the selection, where a core was taken out of it again. A move forgets that too.
+TEST_F(CoreEdits, MovingForgetsWhatStoodBehindTheSelectionAndDeletingDoesNot) {
+  ScratchFolder::write("second.rwl", "");
+  select({2, 4, 7});
+  w.chc(4) = 6;
+  w.chc(9) = 5;
+  EXPECT_TRUE(move_core(w));
+  for (int j = 1; j <= 10; ++j) EXPECT_EQ(w.chc(j), 0) << j;
+  select({1});
+  w.chc(2) = 4;
+  del_core(w);
+  EXPECT_EQ(w.chc(1), 0);
+  EXPECT_EQ(w.chc(2), 4);
+}
+
 TEST_F(CoreEdits, MovingTwoCoresToATucsonFileAppendsTwoSeries) {
   ScratchFolder::write("second.rwl", "OTHER   1950   100   999\n");
   const double third = w.x(w.ad(3));
