@@ -202,7 +202,7 @@ TEST_F(MeanTree, TheFieldsOwnTextIsNoName) {
   EXPECT_EQ(name_when_typed("Mean Core"), "OAK1M   ");
 }
 TEST_F(MeanTree, TypedKeysThatAreNoCharactersCountAsBlanks) {
-  EXPECT_EQ(name_when_typed("A\bB\x05\x1B"), "A B     ");
+  EXPECT_EQ(name_when_typed("A\bB\x05\x1B\x7F"), "A B     ");
 }
 TEST_F(MeanTree, NothingButSuchKeysIsNoName) {
   EXPECT_EQ(name_when_typed("\b\b\b"), "OAK1M   ");

@@ -43,6 +43,16 @@ TEST(TextEncoding, TellsUtf8FromLatin1) {
   EXPECT_FALSE(is_utf8("\xE0\x80\x80"));
   EXPECT_FALSE(is_utf8("\xF0\x80\x80\x80"));
   EXPECT_FALSE(is_utf8("\x80"));
+  EXPECT_FALSE(is_utf8("\xC3\x28"));  // the second byte belongs to no sequence, or the third, or the fourth
+  EXPECT_FALSE(is_utf8("\xE2\x28\xAC"));
+  EXPECT_FALSE(is_utf8("\xE2\x82\x28"));
+  EXPECT_FALSE(is_utf8("\xF0\x28\x8C\xB2"));
+  EXPECT_FALSE(is_utf8("\xF0\x9F\x28\xB2"));
+  EXPECT_FALSE(is_utf8("\xF0\x9F\x8C\x28"));
+  EXPECT_FALSE(is_utf8("\xFF"));
+  // The first and the last of each length.
+  EXPECT_TRUE(is_utf8("\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"));
+  EXPECT_TRUE(is_utf8("\xED\x9F\xBF\xEE\x80\x80"));  // before and behind the surrogates
 }
 
 TEST(TextExtent, BeginsAtTheFirstLetterAndIsAsHighAsACapital) {

@@ -116,6 +116,9 @@ TEST(Pool, MovesNothingnessInFromOutsideAndLosesWhatLeaves) {
   pool.move(1, 4, 100);
   pool.move(1, 4, -100);
   EXPECT_EQ(pool(2), 1);
+  pool.move(-9, -8, 10);  // nothingness alone: 0 0 3 0
+  EXPECT_EQ(pool(2), 0);
+  EXPECT_EQ(pool(3), 3);
 }
 
 TEST(Text, IsCutOrPaddedToItsLength) {
