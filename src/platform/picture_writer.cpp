@@ -2,19 +2,22 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QFile>
 #include <QImage>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <clocale>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <sstream>
+#include <system_error>
 
 #include "platform/page_painter.h"
 
@@ -56,7 +59,29 @@ bool paint_svg(const Page& page, const Typefaces& typefaces, QBuffer& out) {
   return painter.end();
 }
 
+// The time zone of the program while this stands. A PDF is told the zone too, in more letters for some.
+class WorldTime {
+ public:
+  WorldTime() : before_(qgetenv("TZ")), was_set_(qEnvironmentVariableIsSet("TZ")) { qputenv("TZ", "UTC"); }
+  ~WorldTime() { was_set_ ? qputenv("TZ", before_) : qunsetenv("TZ"); }
+  WorldTime(const WorldTime&) = delete;
+  WorldTime& operator=(const WorldTime&) = delete;
+
+ private:
+  QByteArray before_;
+  bool was_set_;
+};
+
+// Blanks take the place of the time at which a PDF was made, so that a page gives the same file whenever it
+// is written.
+void forget_time(QByteArray& pdf) {
+  const auto at = pdf.indexOf("/CreationDate (");
+  const auto end = pdf.indexOf(')', at);
+  if (at >= 0 && end > at) std::fill(pdf.begin() + at, pdf.begin() + end + 1, ' ');
+}
+
 bool paint_pdf(const Page& page, const Typefaces& typefaces, QBuffer& out) {
+  const WorldTime world_time;
   QPdfWriter pdf(&out);
   pdf.setTitle("Vorn");
   pdf.setCreator("Vorn");
@@ -67,13 +92,31 @@ bool paint_pdf(const Page& page, const Typefaces& typefaces, QBuffer& out) {
   const double scale = static_cast<double>(pdf.width()) / Page::width;
   painter.scale(scale, scale);
   paint_page(painter, page, typefaces, Device::vectors);
-  return painter.end();
+  if (!painter.end()) return false;
+  forget_time(out.buffer());
+  return true;
 }
 
-std::optional<std::string> save(const QString& path, const QByteArray& contents) {
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit()) return {};
-  return (path + ": " + file.errorString()).toStdString();
+// Not by the window system, to which names of folders that are no valid text mean nothing.
+std::optional<std::string> save(const std::string& name, const QByteArray& contents) {
+  const std::filesystem::path path(std::u8string(name.begin(), name.end()));
+  const std::filesystem::path part = path.native() + std::filesystem::path(".vorn-part").native();
+  const auto failure = [&name, &part](const std::error_code& why) {
+    std::error_code ignored;
+    std::filesystem::remove(part, ignored);
+    return name + ": " + why.message();
+  };
+  errno = 0;
+  std::ofstream file(part, std::ios::binary);
+  file.write(contents.data(), contents.size()).flush();
+  if (!file) return failure(std::error_code(errno == 0 ? EIO : errno, std::generic_category()));
+  file.close();
+  std::error_code failed;
+  std::filesystem::path target =
+      std::filesystem::canonical(path, failed);  // where links lead to, if there is one
+  std::filesystem::rename(part, failed ? path : target, failed);
+  if (failed) return failure(failed);
+  return {};
 }
 
 }  // namespace
@@ -109,13 +152,8 @@ const Typefaces& PictureWriter::typefaces() {
 }
 
 std::optional<std::string> PictureWriter::write(const Page& page, const std::string& file_name) {
-  return write_to(page, QString::fromLocal8Bit(file_name.data(), static_cast<qsizetype>(file_name.size())));
-}
-
-std::optional<std::string> PictureWriter::write_to(const Page& page, const QString& path) {
-  const std::string file_name = path.toStdString();
   const std::string kind = extension(file_name);
-  if (kind == ".txt") return save(path, as_text(page));
+  if (kind == ".txt") return save(file_name, as_text(page));
   if (!is_picture_name(file_name)) return file_name + ": no kind of picture, use .txt, .png, .svg or .pdf";
   QBuffer out;
   out.open(QIODevice::WriteOnly);
@@ -123,7 +161,11 @@ std::optional<std::string> PictureWriter::write_to(const Page& page, const QStri
                        : kind == ".svg" ? paint_svg(page, typefaces(), out)
                                         : paint_pdf(page, typefaces(), out);
   if (!painted) return file_name + ": the picture could not be made";
-  return save(path, out.data());
+  return save(file_name, out.data());
+}
+
+std::optional<std::string> PictureWriter::write_to(const Page& page, const QString& path) {
+  return write(page, QFile::encodeName(path).toStdString());
 }
 
 }  // namespace vorn

@@ -192,6 +192,8 @@ TEST_F(Pictures, PdfIsAnA4SheetAcross) {
   EXPECT_TRUE(pdf.starts_with("%PDF-"));
   EXPECT_NE(pdf.find("/MediaBox [0 0 842"), std::string::npos);
   EXPECT_NE(pdf.find("/FontFile2"), std::string::npos);  // texts are set in an embedded font, not drawn
+  EXPECT_NE(pdf.find("/Producer"), std::string::npos);
+  EXPECT_EQ(pdf.find("/CreationDate"), std::string::npos);  // the same page, the same file
 }
 
 TEST_F(Pictures, TextIsTheMarks) {
