@@ -159,6 +159,15 @@ TEST_F(Compact, BadExponentIsToldAsReadC1AndTheHeaderKeepsTheOneBefore) {
   EXPECT_EQ(w.x(2), 10.2);  // and the format before, which stands behind the exponent
 }
 
+TEST_F(Compact, NegativeCountIsNoneAndHarmsNoSeriesBeforeIt) {
+  read(header(2, 1953, "CORE01", "", "(3F4.0)") + " 101 102\n" + header(-2, 1960, "CORE02", "", "(3F4.0)") +
+       "\n" + header(1, 1953, "CORE03", "", "(3F4.0)") + " 103\n");
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.101, 0.102}));
+  ASSERT_EQ(w.nc, 3);
+  EXPECT_EQ(w.yr(2), 0);  // whose values use up a line all the same
+  EXPECT_EQ(w.ad(3), w.ad(2));
+}
+
 // What is left of the file is lost, so it is told.
 TEST_F(Compact, HeaderWithoutANameToReadIsToldAndEndsTheFile) {
   w.nam(2) = "OLD";  // of whatever was loaded before
