@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QGuiApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
@@ -25,6 +27,7 @@ bool has_list(const QString& folder) {
 // Shows a question with a button for each answer, the last one to leave. Returns the number of the answer.
 int ask(const QString& text, const QString& more, const QStringList& answers) {
   QMessageBox box(QMessageBox::NoIcon, "Vorn", text);
+  box.setIconPixmap(QGuiApplication::windowIcon().pixmap(48, 48));
   box.setInformativeText(more);
   QList<QAbstractButton*> buttons;
   for (const QString& answer : answers) {
