@@ -53,7 +53,7 @@ TEST_F(Compact, FormatWithoutA4AsItsFifthCharacterAndABlankExponentIsHundredths)
   read(header(2, 1953, "CORE01", "", "(9F4.0)") + " 101 102\n");  // the 4 is the fourth
   EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
   read(header(2, 1953, "CORE01", "", "(19F4.0)") + " 101 102\n");
-  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.101, 0.102}));
 }
 
 TEST_F(Compact, ExponentMinus2GivesValuesDividedBy100) {
@@ -62,7 +62,7 @@ TEST_F(Compact, ExponentMinus2GivesValuesDividedBy100) {
   EXPECT_EQ(w.x(2), 1.02);
   EXPECT_FALSE(w.xok(3));
   read(header(2, 1953, "CORE01", " -3", "(19F4.0)") + " 101 102\n");
-  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.01, 1.02}));
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.101, 0.102}));
   read(header(2, 1953, "CORE01", "1", "(19F4.0)") + "   1 0.2\n");
   EXPECT_EQ(values(w.x, 1), (std::vector<double>{10, 2}));
 }
