@@ -78,13 +78,13 @@ struct Rows {
   const double* end;
   const double* start;
 };
-Rows rows_of(const Tile& tile, const std::vector<double>& running, const Tile& other, std::size_t column) {
+Rows rows_of(const Tile& tile, const TileRows& running, const Tile& other, std::size_t column) {
   return {running.data() + row_behind(tile, other.last_year[column]) * tile_width,
           running.data() + row_behind(tile, other.first_year[column] - 1) * tile_width};
 }
 
 // What the series of a sum up to over the years of each series of b: result[column of a][column of b].
-void sums_over_columns(const Tile& a, const std::vector<double>& running, const Tile& b, Square& result) {
+void sums_over_columns(const Tile& a, const TileRows& running, const Tile& b, Square& result) {
   for (std::size_t j = 0; j < tile_width; ++j) {
     const Rows rows = rows_of(a, running, b, j);
     for (std::size_t i = 0; i < tile_width; ++i) result[i * tile_width + j] = rows.end[i] - rows.start[i];

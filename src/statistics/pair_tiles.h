@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <span>
 #include <utility>
 #include <vector>
@@ -14,6 +15,21 @@ namespace vorn {
 
 // Series a tile has room for: a multiple of three vectors of 1 to 8 numbers.
 inline constexpr std::size_t tile_width = 48;
+
+// Numbers that start where a cache line does: a vector of them then never lies across two.
+template <class T>
+struct InLines {
+  using value_type = T;
+  static constexpr std::align_val_t line{64};
+
+  InLines() = default;
+  template <class U>
+  InLines(const InLines<U>&) {}
+  T* allocate(std::size_t n) { return static_cast<T*>(::operator new(n * sizeof(T), line)); }
+  void deallocate(T* at, std::size_t) { ::operator delete(at, line); }
+  bool operator==(const InLines&) const = default;
+};
+using TileRows = std::vector<double, InLines<double>>;
 
 // Some series year by year: row y holds the values of year first + y, a column a series, 0 where a series has
 // no value. Each series is taken less its own mean, which no correlation sees.
@@ -28,11 +44,11 @@ struct Tile {
 
   std::vector<std::size_t> members;  // numbers of the series
   std::int64_t first, last;          // years that the tile spans
-  std::vector<double> values;
+  TileRows values;
   // Row y: sums and sums of squares over the years before first + y.
-  std::vector<double> sums, squares;
+  TileRows sums, squares;
   // By column. A column without a series starts after every year and ends before it.
-  std::array<double, tile_width> first_year, last_year;
+  alignas(64) std::array<double, tile_width> first_year, last_year;
   std::array<double, tile_width> total_squares{};
   // What the pairs added up so far gave, by column.
   std::array<double, tile_width> sum_of{}, pairs_of{};
