@@ -25,6 +25,12 @@ constexpr double least_share = 1e-3;
 // years, the longest, that keep the least share, the differences of sums may lose so much at worst.
 constexpr double most_error = 1e-8;
 
+// The mean is taken from a series that goes into a tile: where the series varies by less than this share of
+// it, the digits that are left are too few, and not those that cov keeps.
+constexpr double least_variation = 1e-4;
+// Between these lie the sums of squares of which four can be multiplied.
+constexpr double least_squares = 1e-70, most_squares = 1e70;
+
 double plain_correlation(const DatedValues& a, const DatedValues& b) {
   const std::int64_t first = std::max(a.first, b.first), last = std::min(a.last(), b.last());
   const auto years = static_cast<std::size_t>(last - first + 1);
@@ -36,8 +42,15 @@ std::int64_t common_years(const DatedValues& a, const DatedValues& b) {
   return std::min(a.last(), b.last()) - std::max(a.first, b.first) + 1;
 }
 
-bool finite(const DatedValues& series) {
-  return std::all_of(series.values.begin(), series.values.end(), [](double v) { return std::isfinite(v); });
+// Whether a series can go into a tile: its values are finite, vary enough, and are of a size to calculate
+// with.
+bool suits_tiles(const DatedValues& series) {
+  const auto count = static_cast<double>(series.values.size());
+  const double mean = std::accumulate(series.values.begin(), series.values.end(), 0.0) / count;
+  double squares = 0.0;
+  for (const double value : series.values) squares += (value - mean) * (value - mean);
+  return squares >= least_squares && squares <= most_squares &&
+         squares >= least_variation * least_variation * mean * mean * count;
 }
 
 class PairAdder {
@@ -162,7 +175,7 @@ PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64
   std::vector<std::size_t> good, bad;
   for (std::size_t i = 0; i < series.size(); ++i) {
     if (static_cast<std::int64_t>(series[i].values.size()) < fewest_years) continue;
-    (finite(series[i]) ? good : bad).push_back(i);
+    (suits_tiles(series[i]) ? good : bad).push_back(i);
   }
   for (std::size_t b = 0; b < bad.size(); ++b) {
     for (const std::size_t j : good) adder.add_plain(bad[b], j);

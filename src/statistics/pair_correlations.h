@@ -38,9 +38,10 @@ using ShareDone = std::function<void(double)>;
 //
 // Series of like length and age are put together in tiles, year by year and filled up with zeroes, so that
 // the sums of products of all pairs of two tiles are one product of matrices; sums and sums of squares over
-// common years are differences of running sums. Pairs for which those differences would lose digits, and
-// pairs with a value that is not finite, are correlated by cov. Vector instructions are chosen when the
-// program runs; the result is the same to the last bit with all of them.
+// common years are differences of running sums. Pairs for which those differences would lose digits, pairs
+// with a value that is not finite and pairs with a series that hardly varies, or whose squares are too large
+// or small a number, are correlated by cov. Vector instructions are chosen when the program runs; the result
+// is the same to the last bit with all of them.
 PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years,
                                  const ShareDone& told = {});
 

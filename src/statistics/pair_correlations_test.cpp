@@ -116,6 +116,29 @@ TEST_F(PairCorrelations, OfValuesFarFromZeroKeepTheirDigits) {
               1e-9);  // the values themselves have ten digits
 }
 
+// Cores that vary in their last two digits: what is left when the mean is taken off depends on the way.
+TEST_F(PairCorrelations, OfSeriesThatHardlyVaryAreThePlainOnes) {
+  for (unsigned i = 0; i < 60; ++i) {
+    auto values = noise(120, i + 1);
+    if (i % 4 == 0) {
+      for (double& value : values) value = 11 + 1e-13 * value;
+    }
+    add(i / 2, std::move(values));
+  }
+  expect_both_alike(40);
+}
+
+// The product of two spreads is infinite for the largest of these and 0 for the smallest, their correlation
+// is neither.
+TEST_F(PairCorrelations, OfSeriesOfAnySizeAreThePlainOnes) {
+  for (int i = 0; i < 60; ++i) {
+    auto values = noise(120, static_cast<unsigned>(i) + 1);
+    for (double& value : values) value *= std::pow(10.0, 5 * (i - 30));
+    add(i / 2, std::move(values));
+  }
+  expect_both_alike(40);
+}
+
 TEST_F(PairCorrelations, OfSeriesWithValuesThatAreNotFiniteAreThePlainOnes) {
   for (unsigned i = 0; i < 100; ++i) {
     auto values = noise(120, i + 1);
