@@ -69,9 +69,8 @@ Event EventPlayer::next_event() {
 }
 
 Event EventPlayer::answer_to_message() {
-  constexpr int escape = 146;
   if (bytes_.empty()) throw ProgramEnd(EndReason::closed);
-  if (static_cast<unsigned char>(bytes_.rest().front()) != escape) return key(Event::enter);
+  if (bytes_.rest().front() != escape) return key(Event::enter);
   bytes_.byte();
   return key(Event::escape);
 }

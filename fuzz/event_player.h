@@ -30,6 +30,8 @@ namespace vorn::fuzz {
 // environment each event goes to standard output as a statement of vorn_replay.
 class EventPlayer : public Screen {
  public:
+  static constexpr char escape = '\x92';  // its byte
+
   EventPlayer(std::string_view bytes, WalkState state) : bytes_(bytes), state_(state) {}
 
   // The program starts on `w`.

@@ -45,7 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   lay_out(bench.folder, parts);
 
   // Read TRW ends the program when its list is missing: it is, so that nothing is written by names out of it.
-  const auto actions = parts.size() > user_part ? parts[user_part] : std::string_view("\x92", 1);
+  const auto actions =
+      parts.size() > user_part ? parts[user_part] : std::string_view(&EventPlayer::escape, 1);
   EventPlayer user(actions, {.undated_records = true, .any_widths = true});
   Workspace& w = bench.fresh.start(user);
   user.begin(w);
