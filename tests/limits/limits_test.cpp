@@ -6,14 +6,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "menus/main_program.h"
-#include "support/menu_bench.h"
+#include "support/whole_program.h"
 #include "walk/invariants.h"
 #include "workspace/capacity.h"
 
@@ -92,52 +90,20 @@ std::string number_of(const std::string& prefix, int k) {
 
 // --- The program on them.
 
-class Limits : public MenuBench {
+class Limits : public WholeProgram {
  protected:
-  // Plays what was planned, from the start of the program to its end. Answers why it ended.
-  EndReason play() {
-    try {
-      run_program(*w);
-    } catch (const ProgramEnd& end) {
-      return end.reason();
-    }
-    return EndReason::pass_limit;
-  }
-
-  // Plans: everything that can be written, every screen, every page of the chooser.
-  void go_round() {
-    for (const int n : {button::stats_report, button::correlation_report}) press(n);
-    for (const int layout : {button::raw_heidelberg, button::raw_compact, button::raw_tucson}) {
-      press(layout);
-      press(button::save_raw);
-    }
-    press(button::save_crn);
-    press(button::crossdate);
-    look([this] { seen_crossdating = reads("Choose Cores"); });
-    press(button::correlate);
-    press(button::best_fit);
-    press(button::correlation_exit);
-    press(button::choose_cores);
-    look([this] { expect_in_order(); });
-    for (int k = 0; k < 60; ++k) press(button::page_forward);
-    look([this] { last_page_seen = reads(std::string(w->nam(w->nd).trimmed())); });
-    press(button::chooser_exit);
-    press(button::exit_crossdating);
-  }
-  void expect_in_order() const {
-    EXPECT_EQ(broken_invariant(*w, WalkState{.pair_set = true, .chooser_shown = true}), "");
-  }
-
   // Starts on the files listed, goes round and quits.
   void go_round_and_quit(const std::string& list) {
     ScratchFolder::write("Vorn.fil", list);
     key(Event::escape);  // whatever is told at the start
-    go_round();
+    write_everything();
+    see_everything();
+    look([this] { EXPECT_EQ(broken_invariant(*w, WalkState{}), ""); });
     press(button::quit);
     EXPECT_EQ(play(), EndReason::quit);
     EXPECT_EQ(screen.steps_left(), 0u);
     EXPECT_TRUE(seen_crossdating);
-    EXPECT_TRUE(last_page_seen);
+    EXPECT_TRUE(last_name_seen);
   }
   int lines_with(const std::string& file, const std::string& part) const {
     std::istringstream text(ScratchFolder::read(file));
@@ -145,8 +111,6 @@ class Limits : public MenuBench {
     for (std::string line; std::getline(text, line);) count += line.find(part) != std::string::npos;
     return count;
   }
-
-  bool seen_crossdating = false, last_page_seen = false;
 };
 
 // A limit and a number near it.
