@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -55,8 +55,9 @@ Cores cores_of(const Workspace& w) {
   return cores;
 }
 
-// Loads one file, writes it in a layout (unless 0) and quits.
-Cores loaded(const std::string& file, int layout = 0) {
+// Loads one file, writes it in a layout (unless 0) and quits. Nothing where the program could not go on:
+// numbers that lost their places can make a chronology too long.
+std::optional<Cores> loaded(const std::string& file, int layout = 0) {
   ScratchFolder::write("Vorn.fil", file + "\n");
   StepScreen screen;
   Plot plot(screen);
@@ -77,7 +78,11 @@ Cores loaded(const std::string& file, int layout = 0) {
     press(button::save_raw);
   }
   press(button::quit);
-  EXPECT_THROW(run_program(*w), ProgramEnd);
+  try {
+    run_program(*w);
+  } catch (const ProgramEnd& end) {
+    if (end.reason() == EndReason::cannot_go_on) return {};
+  }
   EXPECT_EQ(screen.steps_left(), 0u);
   return cores;
 }
@@ -112,28 +117,32 @@ TEST_P(Real, GoesThroughEveryScreenAndEveryOutput) {
 }
 
 TEST_P(Real, ComesBackAsItWasFromTucsonRaw) {
-  const Cores cores = loaded(GetParam(), button::raw_tucson);
+  const auto cores = loaded(GetParam(), button::raw_tucson);
+  ASSERT_TRUE(cores);
   EXPECT_EQ(loaded(output()), cores);
 }
 
 // The name comes back cut.
 TEST_P(Real, ComesBackAsItWasFromHeidelberg) {
-  Cores cores = loaded(GetParam(), button::raw_heidelberg);
-  for (Core& core : cores) core.name = "    " + core.name.substr(0, 4);
+  auto cores = loaded(GetParam(), button::raw_heidelberg);
+  ASSERT_TRUE(cores);
+  for (Core& core : *cores) core.name = "    " + core.name.substr(0, 4);
   EXPECT_EQ(loaded(output()), cores);
 }
 
 // A width of 10 mm or more does not fit; what is written behind it cannot be trusted.
 TEST_P(Real, ComesBackAsItWasFromCompactUpToAWidthThatDoesNotFit) {
-  Cores cores = loaded(GetParam(), button::raw_compact);
-  Cores back = loaded(output());
+  auto cores = loaded(GetParam(), button::raw_compact);
+  ASSERT_TRUE(cores);
+  auto back = loaded(output());
   const auto fits = [](const Core& core) {
     return std::all_of(core.widths.begin(), core.widths.end(), [](long width) { return width < 10'000; });
   };
-  const auto wide = std::find_if_not(cores.begin(), cores.end(), fits);
-  if (wide != cores.end()) {
-    back.resize(std::min(back.size(), static_cast<std::size_t>(wide - cores.begin())));
-    cores.erase(wide, cores.end());
+  const auto wide = std::find_if_not(cores->begin(), cores->end(), fits);
+  if (wide != cores->end()) {
+    if (!back) return;
+    back->resize(std::min(back->size(), static_cast<std::size_t>(wide - cores->begin())));
+    cores->erase(wide, cores->end());
   }
   EXPECT_EQ(back, cores);
 }
