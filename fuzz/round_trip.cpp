@@ -23,25 +23,27 @@ struct Ring {
 
 struct Core {
   Name name;
-  std::int32_t first_year = 0;
+  std::int32_t first_year = 0, last_year = 0;
   std::vector<Ring> rings;
 };
 
 std::vector<Core> cores_of(const Workspace& w) {
   std::vector<Core> all;
   for (int i = 1; i <= w.nc; ++i) {
-    Core core{w.nam(i), w.fy(i), {}};
+    Core core{w.nam(i), w.fy(i), w.ly(i), {}};
     for (int k = 0; k < w.yr(i); ++k) core.rings.push_back({w.x(w.ad(i) + k), w.xok(w.ad(i) + k)});
     all.push_back(core);
   }
   return all;
 }
 
-// What every layout can hold: a name of letters and digits, years of four digits, no ring that is missing or
-// whose thousandths mean something else.
+// What every layout can hold: a name of letters and digits, years of four digits that agree with the length
+// (of a Heidelberg record with several lengths they need not), no ring that is missing or whose thousandths
+// mean something else.
 bool fits_all_layouts(const Core& core) {
-  const auto last_year = core.first_year + static_cast<std::int32_t>(core.rings.size()) - 1;
-  return !core.name.blank() && core.first_year >= 1 && last_year <= 9'000 && !core.rings.empty() &&
+  const auto years = static_cast<std::int32_t>(core.rings.size());
+  return !core.name.blank() && core.first_year >= 1 && core.last_year <= 9'000 && years > 0 &&
+         core.last_year == core.first_year + years - 1 &&
          std::ranges::all_of(core.name.trimmed(), [](unsigned char c) { return std::isalnum(c) != 0; }) &&
          std::ranges::all_of(core.rings, [](const Ring& ring) {
            return ring.present && ring.width >= 0.001 && ring.width <= 0.998;
