@@ -51,9 +51,11 @@ std::vector<Remark> remarks_of(const std::string& script) {
   return remarks;
 }
 
+// The program may run under another one, which VORN_UNDER names (tools/memcheck does so).
 int replay(const std::string& script) {
-  const std::string command =
-      "\"" VORN_REPLAY "\" \"" + (sessions / script).string() + "\" > said.out 2> said.err";
+  const char* const under = std::getenv("VORN_UNDER");
+  const std::string command = (under == nullptr ? "" : under) + std::string(" \"" VORN_REPLAY "\" \"") +
+                              (sessions / script).string() + "\" > said.out 2> said.err";
   const int answer = std::system(command.c_str());
   return WIFEXITED(answer) ? WEXITSTATUS(answer) : -1;
 }
