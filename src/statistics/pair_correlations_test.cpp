@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <string>
 #include <vector>
 
-#include "records/edit_format.h"
 #include "support/test_store.h"
 
 namespace vorn {
@@ -161,7 +161,11 @@ struct TiedMeans : PairCorrelations {
     }
     return values;
   }
-  static std::string printed(double mean) { return edit(EditFormat("(F7.2)"), mean); }
+  static std::string printed(double mean) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.2f", mean);
+    return text;
+  }
   void clear() { kept.clear(), years.clear(); }
 };
 
