@@ -84,9 +84,25 @@ class Places {
     return all;
   }
 
+  // The first `count` items, one by one.
+  std::vector<ReadItem> first(std::size_t count) const {
+    std::vector<ReadItem> all;
+    for (const ReadItem& item : items) std::visit([&all](const auto& place) { add_items(all, place); }, item);
+    all.resize(count);
+    return all;
+  }
+
   std::vector<ReadItem> items;
 
  private:
+  template <class Number>
+  static void add_items(std::vector<ReadItem>& all, std::span<Number> row) {
+    for (Number& number : row) all.emplace_back(&number);
+  }
+  static void add_items(std::vector<ReadItem>& all, std::span<char> text) { all.emplace_back(text); }
+  static void add_items(std::vector<ReadItem>& all, std::int32_t* n) { all.emplace_back(n); }
+  static void add_items(std::vector<ReadItem>& all, double* n) { all.emplace_back(n); }
+
   static void add(std::vector<std::string>& all, const std::int32_t* n) { all.push_back(std::to_string(*n)); }
   static void add(std::vector<std::string>& all, const double* n) {
     all.emplace_back(reinterpret_cast<const char*>(n), sizeof *n);
@@ -114,11 +130,10 @@ bool is_status(int answer) {
          answer == status::not_a_number || answer == status::number_too_large;
 }
 
-// Reads twice, over different old values: an item is stored where both agree.
-void read_twice(std::string_view records, const EditFormat& format, Places& first, Places& second,
-                int& answer) {
+// Reads twice, over different old values: an item is stored where both agree. Answers the status.
+int read_twice(std::string_view records, const EditFormat& format, Places& first, Places& second) {
   Lines lines(records), again(records);
-  answer = read_items(lines, format, first.items, Commas::end_a_field);
+  const int answer = read_items(lines, format, first.items, Commas::end_a_field);
   const int same = read_items(again, format, second.items, Commas::end_a_field);
   must_hold(answer == same && lines.asked == again.asked, "a read does not depend on what was there before");
   must_hold(is_status(answer), "a read answers a status of its own");
@@ -131,6 +146,13 @@ void read_twice(std::string_view records, const EditFormat& format, Places& firs
   }
   // All can be stored and the read be bad still, by a literal behind the last item.
   must_hold(answer != status::ok || stored == one.size(), "a read that is good stores all");
+  if (answer != status::format_unusable && stored > 0) {
+    Lines before(records);
+    must_hold(read_items(before, format, first.first(stored), Commas::end_a_field) == status::ok,
+              "what is stored in front of a bad field can be read without it");
+    must_hold(first.values() == one, "and is the same");
+  }
+  return answer;
 }
 
 // What a format writes it reads again, and then writes the same: where the fields were wide enough.
@@ -178,8 +200,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto kinds = letters.substr(0, is_modest(format) ? most_letters : 3);
 
   Places first(kinds, 111, 1.5, 'p'), second(kinds, -222, -2.25, 'q');
-  int answer = status::ok;
-  read_twice(records, format, first, second, answer);
+  const int answer = read_twice(records, format, first, second);
   if (!format.usable()) must_hold(answer == status::format_unusable, "no format answers that it is none");
 
   Places of_text(kinds, 0, 0, ' ');
