@@ -122,6 +122,12 @@ TEST_F(SeriesAxes, TicksCanStandOutside) {
   EXPECT_TRUE(has("line 7 437.5 1300 437.5 1324"));
   EXPECT_TRUE(has("line 7 200 875 224 875"));
   plot.erase();
+  plot.ticpos("REVERS", "X");
+  plot.ticpos("LABELS", "Y");
+  draw(1601, 1700);
+  EXPECT_TRUE(has("line 7 437.5 1300 437.5 1276"));
+  EXPECT_TRUE(has("line 7 200 875 176 875"));
+  plot.erase();
   plot.ticpos("REVERS", "XY");
   draw(1601, 1700);
   EXPECT_TRUE(has("line 7 437.5 1300 437.5 1276"));
@@ -137,6 +143,13 @@ TEST_F(SeriesAxes, AStepFarTooFineMarksNothing) {
   EXPECT_EQ(lines("").size(), 1u);  // the border
   plot.grid(1, 1);
   EXPECT_EQ(lines("").size(), 1u);
+}
+
+TEST_F(SeriesAxes, NoLinesToAnIntervalAreNoGrid) {
+  draw(1601, 1700);
+  plot.erase();
+  plot.grid(0, 0);
+  EXPECT_EQ(lines("").size(), 0u);
 }
 
 TEST_F(SeriesAxes, LabelsFarFromTheAxisAreNotLookedFor) {

@@ -142,7 +142,11 @@ TEST_F(PlotCalls, RectanglesInValuesAreClippedToo) {
   plot.rlrec(2, 10, 1, 1);    // the upper strip, one wide
   plot.rlrec(-0.5, 5, 1, 1);  // half of it left of the box
   plot.rlrec(10, 5, 1, 1);    // beside the box
-  plot.rlrec(nan, 5, 1, 1);   // nowhere
+  plot.rlrec(nan, 5, 1, 1);   // nowhere, as are the next three
+  plot.rlrec(2, nan, 1, 1);
+  plot.rlrec(2, 5, inf, 1);
+  plot.rlrec(2, 5, 1, nan);
+  plot.rlrec(2, 12, 1, 2);  // above the box, just touching it
   EXPECT_EQ(page(), "fill 15 20 0 30 0 30 10 20 10\nfill 15 0 50 5 50 5 60 0 60\n");
 }
 
@@ -172,6 +176,8 @@ TEST_F(PlotCalls, AxesThatCannotBeDrawnDrawNothing) {
   draw(0, 1, nan, 1);
   draw(0, 1, 0, nan);
   draw(-std::numeric_limits<double>::max(), std::numeric_limits<double>::max(), 0, 1);
+  plot.graf(0, 1, 0, 1, 1, 0, 0, 1);  // values that run the wrong way
+  plot.grid(1, 1);
   EXPECT_EQ(page(), "");
 }
 

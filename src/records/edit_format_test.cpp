@@ -19,6 +19,24 @@ TEST(EditFormats, BlanksSmallLettersAndMissingCommasMakeNoDifference) {
     EXPECT_TRUE(EditFormat(text).usable()) << text;
 }
 
+// As the names of numbers may be written: in letters of either case, behind a sign, with letters and digits
+// in brackets.
+TEST(EditFormats, NamesOfNumbersAreReadAsRealNumbers) {
+  const auto read_as = [](std::string_view field) {
+    double value = 7;
+    return std::pair(edit_read(field, EditFormat("(F10.0)"), value), value);
+  };
+  for (const char* text : {"NaN", "nan(q1Z)", " -NAN()  "}) {
+    EXPECT_EQ(read_as(text).first, status::ok) << text;
+    EXPECT_TRUE(std::isnan(read_as(text).second)) << text;
+  }
+  EXPECT_EQ(read_as("inf").second, infinity);
+  EXPECT_EQ(read_as("-Infinity").second, -infinity);
+  for (const char* text : {"nano", "nan(", "nan)", "nan(-)", "nan(q", "infinite", "in f"}) {
+    EXPECT_EQ(read_as(text), std::pair(status::not_a_number, 7.0)) << text;
+  }
+}
+
 TEST(EditFormats, DamagedOrUnknownTextsAreNotUsable) {
   for (const char* text : {"",
                            "   ",

@@ -388,6 +388,13 @@ TEST_F(TextOutputs, FilesOfEveryLengthAreCopiedWholeBeforeRecordsAreAppended) {
   }
 }
 
+// More empty lines than an end of a text is held back for.
+TEST_F(TextOutputs, MillionsOfEmptyLinesAreCopiedWholeBeforeRecordsAreAppended) {
+  const std::string empty_lines(std::size_t{3} << 20, '\n');
+  EXPECT_TRUE(appended("one" + empty_lines + "\x1a") == "one" + empty_lines + "new\n");
+  EXPECT_TRUE(appended(empty_lines + "one") == empty_lines + "one\nnew\n");
+}
+
 TEST_F(TextOutputs, AnAppendThatIsNotClosedLeavesTheOlderFileAsItWas) {
   ScratchFolder::write("file.txt", "old\x1a");
   {
