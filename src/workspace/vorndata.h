@@ -159,7 +159,6 @@ struct Workspace {
   std::span<double> widths(int i) { return x.range(ad(i), yr(i)); }
   std::span<bool> presence(int i) { return xok.range(ad(i), yr(i)); }
   std::span<double> index(int i) { return tx.range(ad(i), yr(i)); }
-  std::span<double> analysis(int i) { return ax.range(ad(i), yr(i)); }
 };
 
 // The names of the five kinds of output file, as the start menu shows them.
