@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -22,10 +23,18 @@ namespace {
 #ifdef _WIN32
 constexpr int bytes_as_they_are = O_BINARY;
 constexpr int without_waiting = 0;
+using ByteCount = unsigned;
 #else
 constexpr int bytes_as_they_are = 0;
 constexpr int without_waiting = O_NONBLOCK | O_NOCTTY;
+using ByteCount = std::size_t;
 #endif
+
+// As many of `size` bytes as one call takes on every system.
+ByteCount for_one_call(std::size_t size) {
+  constexpr std::size_t most = 1 << 30;
+  return static_cast<ByteCount>(std::min(size, most));
+}
 
 int answer(int result) {
   return result < 0 ? errno : 0;
@@ -94,6 +103,7 @@ Stamp stamp_from(const struct stat& about) {
   Stamp stamp{static_cast<std::uint64_t>(about.st_dev), static_cast<std::uint64_t>(about.st_ino),
               static_cast<std::uint64_t>(about.st_size), 0, 0};
 #ifdef _WIN32
+  stamp.device = stamp.number = 0;  // Windows tells others of an open file than of the same file by its name
   stamp.seconds = about.st_mtime;
 #elif defined(__APPLE__)
   stamp.seconds = about.st_mtimespec.tv_sec;
@@ -170,14 +180,16 @@ int File::open_device(const std::string& path) {
 }
 
 int File::read(std::span<char> buffer, std::size_t& count) {
-  const auto result = uninterrupted([&] { return ::read(handle_, buffer.data(), buffer.size()); });
+  const auto result =
+      uninterrupted([&] { return ::read(handle_, buffer.data(), for_one_call(buffer.size())); });
   count = result < 0 ? 0 : static_cast<std::size_t>(result);
   return result < 0 ? errno : 0;
 }
 
 int File::write(std::string_view bytes) {
   for (int attempt = 1; !bytes.empty() && attempt < most_attempts; ++attempt) {
-    const auto result = uninterrupted([&] { return ::write(handle_, bytes.data(), bytes.size()); });
+    const auto result =
+        uninterrupted([&] { return ::write(handle_, bytes.data(), for_one_call(bytes.size())); });
     if (result < 0 && errno != EAGAIN) return errno;
     if (result < 0)
       if (const int failed = wait_for_room(handle_)) return failed;
@@ -197,11 +209,15 @@ int File::sync() {
 #endif
 }
 
-bool File::stands_at(const std::string& path) const {
+bool File::stands_at([[maybe_unused]] const std::string& path) const {
+#ifdef _WIN32
+  return true;  // nobody can take the place of an open file there
+#else
   struct stat mine {};
   struct stat there {};
   return ::fstat(handle_, &mine) == 0 && ::stat(path.c_str(), &there) == 0 && mine.st_dev == there.st_dev &&
          mine.st_ino == there.st_ino;
+#endif
 }
 
 int File::stamp(Stamp& stamp) const {
