@@ -50,15 +50,26 @@ void MeasuredTable::ReportRuns(const std::vector<Run>& runs) {
   }
 }
 
-bool MeasuredTable::misses(const Row& row) {
+double MeasuredTable::growth(const Row& row) const {
+  if (!row.stage.ends_with(" (a)")) return 0;
+  const std::string quarter = row.stage.substr(0, row.stage.size() - 2) + "f)";
+  for (const Row& other : rows_) {
+    if (other.stage == quarter) return row.cpu / other.cpu;
+  }
+  return 0;
+}
+
+bool MeasuredTable::misses(const Row& row) const {
   const double mark = counter_of(row.counters, counter::mark),
                most = counter_of(row.counters, counter::multiple);
   const double floor = counter_of(row.counters, counter::floor);
   return (mark > 0 && row.cpu > mark) || (most > 0 && row.cpu > most * floor) ||
-         counter_of(row.counters, counter::memory) > most_memory;
+         counter_of(row.counters, counter::memory) > most_memory ||
+         (counter_of(row.counters, counter::growth) > 0 &&
+          growth(row) > counter_of(row.counters, counter::growth));
 }
 
-void MeasuredTable::print(std::ostream& out, const Row& row) {
+void MeasuredTable::print(std::ostream& out, const Row& row) const {
   const double floor = counter_of(row.counters, counter::floor),
                mark = counter_of(row.counters, counter::mark);
   const double most = counter_of(row.counters, counter::multiple);
@@ -68,6 +79,10 @@ void MeasuredTable::print(std::ostream& out, const Row& row) {
     goal += goal.empty() ? "" : ", ";
     goal += std::to_string(static_cast<int>(memory)) + " of " +
             std::to_string(static_cast<int>(most_memory)) + " MB";
+  }
+  if (growth(row) > 0 && counter_of(row.counters, counter::growth) > 0) {
+    goal += goal.empty() ? "" : ", ";
+    goal += times(growth(row)) + " of " + times(counter_of(row.counters, counter::growth)) + " times (f)";
   }
   out << "| " << row.stage << " | " << milliseconds(row.wall) << " | " << milliseconds(row.cpu) << " | "
       << (floor > 0 ? milliseconds(floor) : "") << " | " << (floor > 0 ? times(row.cpu / floor) : "") << " | "
@@ -81,7 +96,8 @@ void MeasuredTable::print(std::ostream& out, const Row& row) {
 int MeasuredTable::print(std::ostream& out) const {
   out << "| stage | ms | CPU ms | floor ms | times its floor | mark |\n|---|---:|---:|---:|---:|---|\n";
   for (const Row& row : rows_) print(out, row);
-  return static_cast<int>(std::count_if(rows_.begin(), rows_.end(), misses));
+  return static_cast<int>(
+      std::count_if(rows_.begin(), rows_.end(), [this](const Row& row) { return misses(row); }));
 }
 
 }  // namespace vorn::bench

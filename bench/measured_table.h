@@ -14,6 +14,7 @@ namespace counter {
 inline constexpr const char* floor = "floor";    // seconds; 0 when it has none
 inline constexpr const char* mark = "mark";      // seconds that it may take; 0 when none is set
 inline constexpr const char* multiple = "most";  // times its floor that it may take; 0 when none is set
+inline constexpr const char* growth = "grows";  // times as long as on (f), a quarter, that (a) may take; or 0
 inline constexpr const char* times = "times";  // how often the work is done in one iteration; 1 when not told
 inline constexpr const char* cpu = "cpu";      // seconds of processor time, of work done by another process
 inline constexpr const char* memory = "MB";    // resident at most; only of whole processes
@@ -35,8 +36,10 @@ class MeasuredTable : public benchmark::BenchmarkReporter {
     double wall = 1e9, cpu = 1e9;  // seconds
     std::map<std::string, double> counters;
   };
-  static bool misses(const Row& row);
-  static void print(std::ostream& out, const Row& row);
+  // How many times as long a row on collection (a) took as the same on (f); 0 where there is none.
+  double growth(const Row& row) const;
+  bool misses(const Row& row) const;
+  void print(std::ostream& out, const Row& row) const;
 
   std::vector<Row> rows_;
 };

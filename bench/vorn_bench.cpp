@@ -1,11 +1,16 @@
 // vorn_bench FOLDER [OPTION...]: measures every stage and prints one table. FOLDER takes the collections; the
 // options are those of Google Benchmark, such as --benchmark_filter=rbar.
+// vorn_bench FOLDER --make: makes the collections.
+// vorn_bench FOLDER --once PART: runs the stages with PART in their name once each, for counting what they
+// do.
 #include <benchmark/benchmark.h>
 
 #include <exception>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "collections.h"
 #include "machine_rates.h"
@@ -53,12 +58,13 @@ int measure(const fs::path& top) {
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  if (argc != 2) {
-    std::cerr << "use: vorn_bench FOLDER [OPTION...]\n";
-    return 2;
-  }
+  const std::vector<std::string> words(argv + 1, argv + argc);
   try {
-    return measure(fs::absolute(argv[1]));
+    if (words.size() == 1) return measure(fs::absolute(words[0]));
+    if (words.size() == 2 && words[1] == "--make") return make_collections(fs::absolute(words[0])), 0;
+    if (words.size() == 3 && words[1] == "--once") return run_each_once(fs::absolute(words[0]), words[2]), 0;
+    std::cerr << "use: vorn_bench FOLDER [--make | --once PART | OPTION...]\n";
+    return 2;
   } catch (const std::exception& problem) {
     std::cerr << "vorn_bench: " << problem.what() << "\n";
     return 2;
