@@ -1,6 +1,7 @@
 #include "made_up_trees.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "seeded_random.h"
@@ -22,7 +23,7 @@ std::vector<double> persistent_noise(Random& random, int years) {
 }
 
 int thousandths(double millimetres) {
-  return static_cast<int>(millimetres * 1000.0 + 0.5);
+  return static_cast<int>(std::lround(millimetres * 1000.0));
 }
 
 // How fast a tree grows: wide rings while it is young, then a slow decline.

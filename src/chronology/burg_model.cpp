@@ -89,7 +89,7 @@ void levinson_step(std::vector<double>& coefficients, double reflection) {
 
 BurgModel memcof2(std::span<const double> series, int max_order, std::span<double> coefficients) {
   const std::vector<double> data = centred(series);
-  const double n = static_cast<double>(data.size());
+  const auto n = static_cast<double>(data.size());
   const double variance = variance_about_zero(data);
   const double no_model = criterion_of_no_model(n, variance);
   PredictionErrors errors(data);

@@ -37,7 +37,7 @@ int write_header(const Workspace& w, TextOutput& out, int i) {
 // The widths of entry i, thousandths, filled up with zeros to whole lines.
 std::vector<Integer> filled_values(const Workspace& w, int i) {
   std::vector<Integer> values = width_fields(w, i, missing_ring);
-  while (values.size() % values_a_line != 0) values.push_back(0);
+  while (values.size() % values_a_line != 0) values.emplace_back(0);
   return values;
 }
 

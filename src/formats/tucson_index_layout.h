@@ -8,6 +8,7 @@
 //            81-85   "  IND", as written
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "records/edit_format.h"
@@ -20,6 +21,7 @@ inline const EditFormat title_line("(A60)");
 inline const EditFormat decade_line("(A6,I4,10(I4,I3),\"  IND\")");
 
 inline constexpr int years_a_line = 10;
+inline constexpr std::size_t fields_a_line = 20;  // an index and a depth each
 inline constexpr std::int32_t no_data = 9990;
 
 }  // namespace vorn::tucson_index

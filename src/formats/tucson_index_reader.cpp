@@ -16,7 +16,7 @@ constexpr int longest_walk_back = 11;
 const EditFormat header_edit("(A140)");
 
 // The ten years of a line: index, depth, index, …
-using Decade = std::array<std::int32_t, 2 * years_a_line>;
+using Decade = std::array<std::int32_t, fields_a_line>;
 
 // Where the decade of the first line begins, counted from its first year: 0 to -9.
 // Deliberate: years of 0 and below give -1 to -10, so that of years 0, -10, -20 … the first line is passed
@@ -31,7 +31,7 @@ int decade_start(std::int32_t first_year) {
 int store_decade(Workspace& w, const Decade& decade, int position) {
   const int last = std::min(position + years_a_line - 1, max_years);
   for (int k = std::max(position, 1); k <= last; ++k) {
-    const auto pair = static_cast<std::size_t>(2 * (k - position));
+    const std::size_t pair = 2 * static_cast<std::size_t>(k - position);
     w.crn(k, w.cf) = decade[pair];
     w.num(k, w.cf) = decade[pair + 1];
   }

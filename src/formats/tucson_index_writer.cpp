@@ -25,7 +25,7 @@ std::vector<Integer> filled_decades(const Workspace& w, int leading, int years) 
   std::vector<Integer> pairs;
   const auto add = [&pairs](Integer index, std::int32_t depth) {
     pairs.push_back(index);
-    pairs.push_back(depth);
+    pairs.emplace_back(depth);
   };
   for (int k = 1; k <= leading; ++k) add(no_data, 0);
   for (int k = 1; k <= years; ++k) {
@@ -51,7 +51,7 @@ void write_indcrn(Workspace& w, TextOutput& out) {
     // of 0 and below are what the same rule gives.
     const std::int32_t label = first_year / 10 * 10 + 10 * (line - 1) + (line == 1 ? leading : 0);
     const auto decade =
-        std::span(pairs).subspan(static_cast<std::size_t>(line - 1) * 2 * years_a_line, 2 * years_a_line);
+        std::span(pairs).subspan(static_cast<std::size_t>(line - 1) * fields_a_line, fields_a_line);
     told_or_end(w, out.write(decade_line, name.view().substr(0, 6), label, decade), "Write", output_name);
   }
 }

@@ -14,7 +14,7 @@ using namespace tucson_raw;
 // The widths of entry i, thousandths, with the end mark behind them.
 std::vector<Integer> marked_values(const Workspace& w, int i) {
   std::vector<Integer> values = width_fields(w, i, missing_ring);
-  values.push_back(end_of_thousandths);
+  values.emplace_back(end_of_thousandths);
   return values;
 }
 
@@ -29,7 +29,7 @@ bool write_rrec(Workspace& w, TextOutput& out, int i) {
   const Name name = w.nam(i);
   const std::vector<Integer> values = marked_values(w, i);
   bool whole = true;
-  std::size_t room = static_cast<std::size_t>(first_decade_end(w.fy(i)));
+  auto room = static_cast<std::size_t>(first_decade_end(w.fy(i)));
   for (std::size_t first = 0; first < values.size(); room = values_a_line) {
     const auto line = std::span(values).subspan(first, std::min(room, values.size() - first));
     w.ios = write_line(out, name, w.fy(i) + static_cast<std::int32_t>(first), line);

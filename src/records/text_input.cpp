@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <memory>
 #include <utility>
 
 #include "records/file_name.h"
@@ -22,7 +23,7 @@ int TextInput::open(std::string_view name) {
   if (!path) return ENOENT;
   os::File file;
   if (const int failed = file.open_to_read(*path)) return failed;
-  state_.reset(new State{RecordReader(std::move(file))});
+  state_ = std::make_unique<State>(State{RecordReader(std::move(file))});
   return status::ok;
 }
 

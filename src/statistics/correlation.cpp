@@ -63,7 +63,7 @@ std::vector<double> marked_first(Series values, Mask ok) {
 
 // Standardises both work arrays, of which the first m places hold values, and compares them.
 AbsoluteDifference compare(std::vector<double> a, std::vector<double> b, std::size_t m) {
-  const double count = static_cast<double>(m);
+  const auto count = static_cast<double>(m);
   AbsoluteDifference result;
   result.mean_a = sum(Series(a).first(m)) / count;
   result.mean_b = sum(Series(b).first(m)) / count;

@@ -16,7 +16,7 @@ struct List {
   int shown;     // names shown
 
   int x(int p) const { return left + (p / rows) * column_width; }
-  int y(int p) const { return top + (p % rows) * row_height; }
+  static int y(int p) { return top + (p % rows) * row_height; }
 };
 
 void highlight(Workspace& w, const List& list) {
@@ -25,7 +25,7 @@ void highlight(Workspace& w, const List& list) {
     if (p < 0 || p >= list.shown) continue;
     const int by_order = j == w.chs ? colour::red : colour::light_cyan;
     w.plot.setclr(w.chok ? colour::yellow : by_order);
-    w.plot.rectangle(list.x(p), list.y(p), list.x(p) + list.column_width, list.y(p) + row_height);
+    w.plot.rectangle(list.x(p), List::y(p), list.x(p) + list.column_width, List::y(p) + row_height);
   }
 }
 
@@ -54,7 +54,7 @@ void ch_disp(Workspace& w, int ncol, int n, const NameOf& names) {
   draw_lines(w, list);
   w.plot.setclr(colour::ink);
   for (int p = 0; p < list.shown; ++p) {
-    w.plot.messag(names(scrolled + p + 1), list.x(p) + 5, list.y(p) + 12);
+    w.plot.messag(names(scrolled + p + 1), list.x(p) + 5, List::y(p) + 12);
   }
 }
 
