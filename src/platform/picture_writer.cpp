@@ -24,8 +24,8 @@
 namespace vorn {
 namespace {
 
-constexpr int pixels_across = Page::width / 2;  // of a .png
-constexpr int page_units_per_inch = 254;        // a page unit is a tenth of a millimetre
+constexpr int png_pixels_across = Page::width / 2;
+constexpr int page_units_per_inch = 254;  // a page unit is a tenth of a millimetre
 constexpr int page_units_per_meter = 10000;
 
 std::string extension(std::string_view file_name) {
@@ -157,7 +157,7 @@ std::optional<std::string> PictureWriter::write(const Page& page, const std::str
   if (!is_picture_name(file_name)) return file_name + ": no kind of picture, use .txt, .png, .svg or .pdf";
   QBuffer out;
   out.open(QIODevice::WriteOnly);
-  const bool painted = kind == ".png"   ? page_image(page, typefaces(), pixels_across).save(&out, "PNG")
+  const bool painted = kind == ".png"   ? page_image(page, typefaces(), png_pixels_across).save(&out, "PNG")
                        : kind == ".svg" ? paint_svg(page, typefaces(), out)
                                         : paint_pdf(page, typefaces(), out);
   if (!painted) return file_name + ": the picture could not be made";

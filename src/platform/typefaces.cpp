@@ -10,7 +10,7 @@
 namespace vorn {
 namespace {
 
-constexpr int size = 100;  // pixels; large, so that nothing of the metrics is lost to rounding
+constexpr int font_size = 100;  // pixels; large, so that nothing of the metrics is lost to rounding
 
 // The first of `families` that is there; otherwise the last, for which the system puts what it has.
 QString family_of(const QStringList& families) {
@@ -26,11 +26,11 @@ QString family_of(const QStringList& families) {
 Typeface typeface(const QStringList& families, QFont::StyleHint hint) {
   QFont font(family_of(families));
   font.setStyleHint(hint);
-  font.setPixelSize(size);
+  font.setPixelSize(font_size);
   font.setHintingPreference(QFont::PreferNoHinting);
   font.setKerning(false);
   const double capital = QFontMetricsF(font).capHeight();
-  return {font, capital > 0 ? capital : 0.7 * size};
+  return {font, capital > 0 ? capital : 0.7 * font_size};
 }
 
 }  // namespace
