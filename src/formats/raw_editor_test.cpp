@@ -323,6 +323,18 @@ TEST_F(RawEditor, SelectingAColumnTakesItsSeries) {
   EXPECT_TRUE(shows(1, "fill 7 " + area(950, 240, 1200, 1640)));
 }
 
+TEST_F(RawEditor, EveryColumnCanBeSelected) {
+  choose({1, 2, 3, 4, 2});
+  for (int n = 131; n >= 126; --n) {
+    press(n);
+    run();
+    EXPECT_EQ(w.edcol, n - 125);
+    EXPECT_TRUE(w.b(n).lit) << n;
+    EXPECT_EQ(w.b(132).on, n != 131) << n;  // the sixth is "All Trees"
+    if (n != 131) EXPECT_EQ(w.edtree, w.chc(n - 125)) << n;
+  }
+}
+
 TEST_F(RawEditor, AllTreesHidesTheTableInsertAndDelete) {
   choose({1, 2});
   const auto before = all_entries();
