@@ -8,12 +8,14 @@
 #include <cmath>
 #include <vector>
 
+#include "plot/colour.h"
 #include "plot/font_metrics.h"
 
 namespace vorn {
 namespace {
 
 constexpr double pen_width = 2;        // page units: 0.2 mm on paper
+constexpr double reference_width = 4;  // of the reference's curve on paper
 constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be lost in print
 
 constexpr std::array<QRgb, 16> palette = {
@@ -85,14 +87,14 @@ class PagePainter {
   }
 
   void outline(const Mark& mark) {
-    prepare_pen(mark);
+    prepare_pen(mark, pen_width);
     painter_.drawPolygon(polygon(mark));
   }
 
   // One by one: a polyline as a single antialiased stroke is many times slower on pixels. Where the segments
   // meet, their square ends overlap.
   void line(const Mark& mark) {
-    prepare_pen(mark);
+    prepare_pen(mark, line_width(mark));
     const QPolygonF points = polygon(mark);
     if (device_ == Device::vectors) return painter_.drawPolyline(points);
     std::vector<QLineF> segments;
@@ -149,9 +151,14 @@ class PagePainter {
 
   bool sharp(const Mark& mark) const { return device_ == Device::pixels && is_upright(mark); }
 
-  void prepare_pen(const Mark& mark) {
+  // Printed in greys, the blue of the sample and the red of the reference are nearly the same: there the
+  // curves are told apart by their width.
+  double line_width(const Mark& mark) const {
+    return device_ == Device::vectors && mark.colour == colour::light_red ? reference_width : pen_width;
+  }
+
+  void prepare_pen(const Mark& mark, double width) {
     const bool whole_pixels = sharp(mark);
-    double width = pen_width;
     if (device_ == Device::pixels) {
       const double pixels = std::max(1.0, width * scale_);
       width = (whole_pixels ? std::round(pixels) : pixels) / scale_;

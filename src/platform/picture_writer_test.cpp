@@ -165,6 +165,19 @@ TEST_F(Pictures, SvgIsWellFormedAndKeepsTexts) {
   EXPECT_NE(svg.find("width=\"297mm\""), std::string::npos);
 }
 
+TEST_F(Pictures, OnPaperTheReferencesCurveIsWiderThanTheSamples) {
+  const auto width_of = [&](int colour) {
+    plot.erase();
+    plot.setclr(colour);
+    plot.line(100, 100, 2000, 1500);
+    plot.rectangle(300, 300, 400, 400);
+    EXPECT_EQ(pictures.write(plot.page(), "page.svg"), std::nullopt);
+    return folder.read("page.svg").find("stroke-width=\"4\"") != std::string::npos ? 4 : 2;
+  };
+  EXPECT_EQ(width_of(colour::light_blue), 2);
+  EXPECT_EQ(width_of(colour::light_red), 4);
+}
+
 TEST_F(Pictures, SvgShowsWhatPngShows) {
   draw_something();
   const QImage png = painted();
