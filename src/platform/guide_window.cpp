@@ -38,6 +38,7 @@ void GuidePages::give_tables_room() {
     format.setCellSpacing(0);
     format.setCellPadding(4);
     format.setBorderCollapse(true);
+    format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     format.setBorderBrush(palette().mid());
     table->setFormat(format);
   }
