@@ -97,8 +97,9 @@ void write_and_read_again(Workspace& w, std::size_t number) {
   for (int n = button::raw_tucson; n <= button::raw_compact; ++n) w.b(n).lit = n == layout;
   const std::vector<Core> written = cores_of(w);
   w.cf = 1;
+  w.cnam(1) = "again.rwl";
   write_raw(w);
-  w.cnam(1) = output_name(w.cnam(1));
+  w.cnam(1) = "again.RWW";
   const bool back = read_back(w);
   if (!fit_all_layouts(written)) return;
   must_hold(back, "a store that fits all layouts can be read again");
