@@ -47,6 +47,14 @@ TEST(Deliberate, EveryLineNamesTestsThatExist) {
   for (const std::string& name : named) EXPECT_TRUE(tests.contains(name)) << name;
 }
 
+TEST(Coverage, NamesTestsThatExist) {
+  const std::set<std::string> tests = all_tests();
+  const std::string page = contents(fs::path(VORN_SOURCE_DIR) / "docs/coverage.md");
+  const auto named = matches(page, std::regex(R"(`([A-Z]\w*)\.([A-Z]\w*)`)"));
+  EXPECT_GT(named.size(), 5u);
+  for (const std::string& name : named) EXPECT_TRUE(tests.contains(name)) << name;
+}
+
 TEST(Deliberate, EveryLineNamesATest) {
   std::ifstream page(fs::path(VORN_SOURCE_DIR) / "docs/deliberate.md");
   std::string line;
