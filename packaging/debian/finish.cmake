@@ -1,5 +1,10 @@
 # What a Debian package has beyond an installed tree: its changelog, its statement of copyright, and compressed manual
 # pages. Run by CPack on the tree before it is packed.
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/changelog newest LIMIT_COUNT 1)
+string(FIND "${newest}" "vorn (${CPACK_PACKAGE_VERSION}) " at)
+if(NOT at EQUAL 0)
+  message(FATAL_ERROR "packaging/debian/changelog begins with \"${newest}\", not with version ${CPACK_PACKAGE_VERSION}")
+endif()
 set(tree ${CPACK_TEMPORARY_DIRECTORY}/usr/share)
 file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright ${CMAKE_CURRENT_LIST_DIR}/changelog DESTINATION ${tree}/doc/vorn)
 # The licence is in the statement of copyright.
