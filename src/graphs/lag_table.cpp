@@ -41,8 +41,8 @@ int segments_computed(const Workspace& w) {
 // The first one among equals. A cell of too few pairs, which holds 2.0, is meant to win.
 int best_column(const Workspace& w, int segment) {
   int best = 1;
-  for (int column = 2; column <= lags; ++column) {
-    if (w.ctab(column, segment) > w.ctab(best, segment)) best = column;
+  for (int lag = 2; lag <= lags; ++lag) {
+    if (w.ctab(lag, segment) > w.ctab(best, segment)) best = lag;
   }
   return best - 1;
 }

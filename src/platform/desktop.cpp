@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QMessageLogContext>
 #include <QScreen>
+#include <algorithm>
 #include <array>
 #include <clocale>
 #include <cstdlib>
@@ -23,11 +24,10 @@ namespace {
 bool has_display() {
 #if defined(__unix__) && !defined(__APPLE__)
   const std::array variables = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
-  for (const char* variable : variables) {
+  return std::ranges::any_of(variables, [](const char* variable) {
     const char* value = std::getenv(variable);
-    if (value != nullptr && *value != '\0') return true;
-  }
-  return false;
+    return value != nullptr && *value != '\0';
+  });
 #else
   return true;
 #endif

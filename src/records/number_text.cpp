@@ -72,7 +72,8 @@ double nearest(const std::string& text, double outside) {
   double value = outside;
   std::istringstream stream(text);
   stream.imbue(std::locale::classic());
-  return stream >> value ? value : outside;
+  stream >> value;
+  return stream ? value : outside;
 #endif
 }
 
