@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "plot/font_metrics.h"
@@ -89,10 +90,10 @@ bool Axis::usable() const {
          std::isfinite(first_label) && std::isfinite(step) && step > 0;
 }
 
-AxisSystem::AxisSystem(const AxisFrame& frame, const Axis& x, const Axis& y)
+AxisSystem::AxisSystem(const AxisFrame& frame, Axis x, Axis y)
     : frame_(frame),
-      x_(x),
-      y_(y),
+      x_(std::move(x)),
+      y_(std::move(y)),
       box_{static_cast<double>(frame.x), static_cast<double>(frame.y - frame.height),
            static_cast<double>(frame.x + frame.width), static_cast<double>(frame.y)} {}
 

@@ -40,7 +40,7 @@ struct AxisWriting {
 // A mapping that is ready for use: both axes must be usable.
 class AxisSystem {
  public:
-  AxisSystem(const AxisFrame& frame, const Axis& x, const Axis& y);
+  AxisSystem(const AxisFrame& frame, Axis x, Axis y);
 
   const Box& box() const { return box_; }
 

@@ -44,12 +44,12 @@ class Plot {
   void messag(std::string_view text, int x, int y);
 
   // --- An axis system: describe it, draw it with graf, draw in it by the values of its axes, leave it with
-  // endgrf. `axis` is 'X' or 'Y'; `axes` is "X", "Y" or "XY". A description lasts until it is changed.
-  void axspos(int x, int y);                     // its lower left corner
-  void axslen(int width, int height);            // its size
-  void labdig(int digits, char axis);            // decimals of the labels, -1 for integers; at first 1
-  void ticks(int count, char axis);              // ticks to a label interval; at first 1
-  void name(std::string_view title, char axis);  // set before graf; at first none
+  // endgrf. `which` is 'X' or 'Y'; `axes` is "X", "Y" or "XY". A description lasts until it is changed.
+  void axspos(int x, int y);                      // its lower left corner
+  void axslen(int width, int height);             // its size
+  void labdig(int digits, char which);            // decimals of the labels, -1 for integers; at first 1
+  void ticks(int count, char which);              // ticks to a label interval; at first 1
+  void name(std::string_view title, char which);  // set before graf; at first none
   void ticpos(std::string_view where,
               std::string_view axes);  // "REVERS", as at first: inside; "LABELS": outside
 
