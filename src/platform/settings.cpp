@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 
 namespace vorn {
 namespace {
@@ -12,11 +13,10 @@ const QString place_key = QStringLiteral("window/place");
 bool is_within_reach(const QWidget& window) {
   constexpr int enough = 100;  // pixels
   const QRect place = window.geometry();
-  for (const QScreen* screen : QGuiApplication::screens()) {
+  return std::ranges::any_of(QGuiApplication::screens(), [&place](const QScreen* screen) {
     const QRect seen = screen->availableGeometry() & place;
-    if (seen.width() >= enough && seen.height() >= enough) return true;
-  }
-  return false;
+    return seen.width() >= enough && seen.height() >= enough;
+  });
 }
 
 }  // namespace
