@@ -189,9 +189,9 @@ void correlate_tiles(Tile& a, Tile& b, double fewest_years, double least_share,
 }
 
 Tile::Tile(std::span<const DatedValues> series, std::vector<std::size_t> numbers)
-    : members(std::move(numbers)) {
-  first = series[members.front()].first;
-  last = series[members.front()].last();
+    : members(std::move(numbers)),
+      first(series[members.front()].first),
+      last(series[members.front()].last()) {
   for (const std::size_t m : members) {
     first = std::min(first, series[m].first);
     last = std::max(last, series[m].last());
