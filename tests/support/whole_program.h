@@ -42,7 +42,10 @@ class WholeProgram : public MenuBench {
     press(button::correlation_exit);
     press(button::choose_cores);
     for (int k = 0; k < 60; ++k) press(button::page_forward);
-    look([this] { last_name_seen = w->nam(w->nd).blank() || reads(std::string(w->nam(w->nd).trimmed())); });
+    look([this] {
+      if (w->nd == 0) return;  // nothing to be named
+      last_name_seen = w->nam(w->nd).blank() || reads(std::string(w->nam(w->nd).trimmed()));
+    });
     press(button::chooser_exit);
     press(button::exit_crossdating);
   }
