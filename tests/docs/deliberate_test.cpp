@@ -3,20 +3,16 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 #include <set>
 #include <string>
+
+#include "docs/pages.h"
 
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string contents(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
 
 std::set<std::string> matches(const std::string& text, const std::regex& pattern) {
   std::set<std::string> all;
@@ -30,7 +26,7 @@ std::set<std::string> matches(const std::string& text, const std::regex& pattern
 std::set<std::string> all_tests() {
   std::set<std::string> all;
   for (const char* folder : {"src", "tests", "tools"}) {
-    for (const auto& entry : fs::recursive_directory_iterator(fs::path(VORN_SOURCE_DIR) / folder)) {
+    for (const auto& entry : fs::recursive_directory_iterator(in_tree(folder))) {
       if (entry.path().extension() != ".cpp") continue;
       all.merge(matches(contents(entry.path()), std::regex(R"(TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\))")));
     }
@@ -40,7 +36,7 @@ std::set<std::string> all_tests() {
 
 TEST(Deliberate, EveryLineNamesTestsThatExist) {
   const std::set<std::string> tests = all_tests();
-  const std::string page = contents(fs::path(VORN_SOURCE_DIR) / "docs/deliberate.md");
+  const std::string page = contents(in_tree("docs/deliberate.md"));
   // Names of files look alike, but for their endings.
   const auto named = matches(page, std::regex(R"(`([A-Z]\w*)\.([A-Z]\w*)`)"));
   EXPECT_GT(named.size(), 50u);
@@ -49,14 +45,14 @@ TEST(Deliberate, EveryLineNamesTestsThatExist) {
 
 TEST(Coverage, NamesTestsThatExist) {
   const std::set<std::string> tests = all_tests();
-  const std::string page = contents(fs::path(VORN_SOURCE_DIR) / "docs/coverage.md");
+  const std::string page = contents(in_tree("docs/coverage.md"));
   const auto named = matches(page, std::regex(R"(`([A-Z]\w*)\.([A-Z]\w*)`)"));
   EXPECT_GT(named.size(), 5u);
   for (const std::string& name : named) EXPECT_TRUE(tests.contains(name)) << name;
 }
 
 TEST(Deliberate, EveryLineNamesATest) {
-  std::ifstream page(fs::path(VORN_SOURCE_DIR) / "docs/deliberate.md");
+  std::ifstream page(in_tree("docs/deliberate.md"));
   std::string line;
   int lines = 0;
   while (std::getline(page, line)) {
