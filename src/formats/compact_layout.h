@@ -1,21 +1,24 @@
 // The compact layout: for each series a header line that names the edit format of its values, then the
 // values.
 //
-//   columns   2-8    number of values
-//            11-18   first year
-//            22-29   name of the series
-//            69-71   exponent e: the values are millimetres / 10^e (-2: hundredths);
-//                    blank or 0: the unit follows from the edit format
-//            72-79   edit format of the values; a "4" as its fifth character, as in
-//                    "(19F4.0)", stands for thousandths of a millimetre, any other
-//                    for hundredths
+// With an exponent e the values are millimetres / 10^e (-2: hundredths). Where it is blank or 0 the unit
+// follows from the edit format: a "4" as its fifth character, as in "(19F4.0)", stands for thousandths of a
+// millimetre, any other for hundredths.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
+#include "formats/layout_table.h"
 #include "records/edit_format.h"
 
 namespace vorn::compact {
+
+inline constexpr std::array header_fields = {
+    LayoutField{2, 8, "number of values"},     LayoutField{9, 10, "not looked at"},
+    LayoutField{11, 18, "first year"},         LayoutField{19, 21, "not looked at"},
+    LayoutField{22, 29, "name of the series"}, LayoutField{30, 68, "not looked at"},
+    LayoutField{69, 71, "exponent"},           LayoutField{72, 79, "edit format of the values"}};
 
 inline const EditFormat header_edit("(1X,I7,2X,I8,3X,A8,39X,I3,A8)");
 

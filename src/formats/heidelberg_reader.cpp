@@ -28,7 +28,7 @@ class HeidelbergReader {
 
  private:
   bool next_line(std::string_view label);
-  bool key_is(std::string_view key) const { return line_.view().starts_with(key); }
+  bool at(const KeyedLine& keyed) const { return keyed.begins(line_.view()); }
   void start_record(int i);
   bool read_header(int i, bool& has_data);
   void read_key(int i);
@@ -36,7 +36,7 @@ class HeidelbergReader {
   void read_first_year(int i);
   void read_length(int i);
   void read_unit();
-  std::int32_t value(const EditFormat& edit, std::size_t column, std::size_t width, std::int32_t before);
+  std::int32_t value(const KeyedLine& keyed, const EditFormat& edit, std::int32_t before);
   void read_values(int i);
   void scale(int i);
 
@@ -62,27 +62,26 @@ void HeidelbergReader::start_record(int i) {
   unit_ = 0;
 }
 
-// The number in `width` columns of the line; what was there before when it is none, which is told.
-std::int32_t HeidelbergReader::value(const EditFormat& edit, std::size_t column, std::size_t width,
-                                     std::int32_t before) {
+// The number that the line carries; what was there before when it is none, which is told.
+std::int32_t HeidelbergReader::value(const KeyedLine& keyed, const EditFormat& edit, std::int32_t before) {
   std::int32_t number = before;
-  const int answer = edit_read(line_.view().substr(column - 1, width), edit, number);
+  const int answer = edit_read(keyed.columns(line_.view()), edit, number);
   told_or_end(w, answer, "Read ", line_.view());
   return number;
 }
 
 void HeidelbergReader::read_last_year(int i) {
-  w.ly(i) = value(year_edit, 9, 6, w.ly(i));
+  w.ly(i) = value(last_year_key, year_edit, w.ly(i));
   w.fy(i) = length_seen_ ? w.ly(i) - w.yr(i) + 1 : pending;
 }
 
 void HeidelbergReader::read_first_year(int i) {
-  w.fy(i) = value(year_edit, 11, 6, w.fy(i));
+  w.fy(i) = value(first_year_key, year_edit, w.fy(i));
   w.ly(i) = length_seen_ ? w.fy(i) + w.yr(i) - 1 : pending;
 }
 
 void HeidelbergReader::read_length(int i) {
-  w.yr(i) = std::max(value(length_edit, 8, 4, w.yr(i)), 0);
+  w.yr(i) = std::max(value(length_key, length_edit, w.yr(i)), 0);
   length_seen_ = true;
   // Deliberate: only a pending year follows. The years of a record without dates stay 0, both of them.
   if (w.ly(i) == pending) w.ly(i) = w.fy(i) + w.yr(i) - 1;
@@ -90,24 +89,24 @@ void HeidelbergReader::read_length(int i) {
 }
 
 void HeidelbergReader::read_unit() {
-  const std::string_view unit = line_.view().substr(7, 4);
+  const std::string_view unit = unit_key.columns(line_.view());
   if (unit == "1000") unit_ = 1000.0;
   if (unit == "100 ") unit_ = 100.0;
 }
 
 void HeidelbergReader::read_key(int i) {
-  if (key_is("DateEnd=")) read_last_year(i);
-  if (key_is("DateBegin=")) read_first_year(i);
-  if (key_is("KeyC")) w.nam(i) = Name(line_.view().substr(8, 8));
-  if (key_is("Leng")) read_length(i);
-  if (key_is("Unit")) read_unit();
+  if (at(last_year_key)) read_last_year(i);
+  if (at(first_year_key)) read_first_year(i);
+  if (at(name_key)) w.nam(i) = Name(name_key.columns(line_.view()));
+  if (at(length_key)) read_length(i);
+  if (at(unit_key)) read_unit();
 }
 
 // Reads the header of entry i up to its DATA line. Returns: the file did not end in it.
 bool HeidelbergReader::read_header(int i, bool& has_data) {
   has_data = false;
   for (int examined = 1; examined <= most_header_lines; ++examined) {
-    has_data = key_is("DATA");
+    has_data = at(data_key);
     if (has_data) return true;
     read_key(i);
     if (!next_line("Read3 ")) return false;

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "formats/file_status.h"
+#include "formats/heidelberg_layout.h"
 #include "records/text_file.h"
 
 namespace vorn {
@@ -22,7 +23,7 @@ const EditFormat raw_edit("(8X,I4,10I6)");
 const EditFormat index_edit("(6X,I4,10(I4,I3),A5)");
 
 bool is_heidelberg(const Line& line) {
-  return line.view().starts_with("HEADER:");
+  return heidelberg::header_key.begins(line.view());
 }
 
 bool is_compact(const Line& line) {

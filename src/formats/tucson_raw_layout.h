@@ -1,19 +1,21 @@
-// The Tucson raw layout: one line a decade of one series.
-//
-//   columns   1-8    name of the series; "-" in column 8: its years are negative
-//             9-12   year of the first value on the line
-//            13-72   up to ten values of six columns
+// The Tucson raw layout: one line a decade of one series. "-" in column 8 says that its years are negative.
 //
 // A line whose year is below -999 has its name in columns 1-7 and the year in 8-12, so that its minus sign
 // falls in column 8. The first line of a series goes to the end of its decade; the value behind the last ring
 // is the end mark, which also says the unit.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
+#include "formats/layout_table.h"
 #include "records/edit_format.h"
 
 namespace vorn::tucson_raw {
+
+inline constexpr std::array fields = {LayoutField{1, 8, "name of the series"},
+                                      LayoutField{9, 12, "calendar year of the first value on the line"},
+                                      LayoutField{13, 72, "up to ten ring widths"}};
 
 inline const EditFormat line_edit("(A8,I4,10I6)");
 inline const EditFormat early_line_edit("(A7,I5,10I6)");  // written for years below -999
