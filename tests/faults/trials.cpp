@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
-#include <thread>
 #include <utility>
 
 #include "menus/main_program.h"
@@ -19,7 +18,6 @@ namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 constexpr unsigned longest_trial = 120;  // seconds; only what hangs takes so long
 
@@ -46,8 +44,7 @@ Files files_here() {
 struct Trials::Report {
   bool finished, struck;
   char told[10'000], complaint[2'000];
-  Clock::time_point started;
-  Clock::duration took;
+  std::size_t written;
 };
 
 // The user: goes the way to the action, through it and on to "Quit".
@@ -142,7 +139,7 @@ void Trials::begin() {
 void Trials::finish_trial() {
   if (report_->finished) return;
   report_->finished = true;
-  report_->took = Clock::now() - report_->started;
+  report_->written = faults.written;
   report_->struck = faults.any_struck();
   faults = {};
   put(report_->complaint, broken_invariant(*w_, action_.ends_in));
@@ -152,14 +149,13 @@ void Trials::leave_trial() {
   _exit(0);  // nothing that the two processes share is to be tidied up twice
 }
 
-Outcome Trials::try_with(const Faults& asked_for, std::optional<Microseconds> kill_after) {
+Outcome Trials::try_with(const Faults& asked_for) {
   lay_out(before_);
-  return try_once_more(asked_for, kill_after);
+  return try_once_more(asked_for);
 }
 
-Outcome Trials::try_once_more(const Faults& asked_for, std::optional<Microseconds> kill_after) {
+Outcome Trials::try_once_more(const Faults& asked_for) {
   *report_ = {};
-  report_->started = Clock::now();
   const int trial = fork();
   if (trial == 0) {
     alarm(longest_trial);
@@ -167,14 +163,10 @@ Outcome Trials::try_once_more(const Faults& asked_for, std::optional<Microsecond
     faults = asked_for;
     throw TrialBegins{};
   }
-  return outcome_of(trial, kill_after);
+  return outcome_of(trial);
 }
 
-Outcome Trials::outcome_of(int trial, std::optional<Microseconds> kill_after) {
-  if (kill_after) {
-    std::this_thread::sleep_until(report_->started + *kill_after);
-    kill(trial, SIGKILL);
-  }
+Outcome Trials::outcome_of(int trial) {
   int ended = 0;
   waitpid(trial, &ended, 0);
   Outcome outcome;
@@ -182,7 +174,7 @@ Outcome Trials::outcome_of(int trial, std::optional<Microseconds> kill_after) {
   outcome.struck = report_->struck;
   outcome.told = report_->told;
   outcome.complaint = report_->complaint;
-  outcome.took = std::chrono::duration_cast<Microseconds>(report_->took);
+  outcome.written = report_->written;
   if (!outcome.killed && WIFSIGNALED(ended)) {
     outcome.complaint += "; ended by signal " + std::to_string(WTERMSIG(ended));
   } else if (!outcome.killed && WEXITSTATUS(ended) != 0) {

@@ -1,11 +1,9 @@
 // An action tried again and again from the same start, each time with something else going wrong.
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "faults/actions.h"
@@ -14,19 +12,18 @@
 
 namespace vorn {
 
-using Microseconds = std::chrono::microseconds;
 // Names and contents of all files of a folder.
 using Files = std::map<std::string, std::string>;
 Files files_here();
 
 // How a trial ended.
 struct Outcome {
-  bool killed = false;    // by dies_at or from outside
-  bool struck = false;    // whether a fault happened
-  std::string told;       // the messages shown, one a line
-  std::string complaint;  // what was not as it must be; empty when all was
-  Files files;            // afterwards
-  Microseconds took{};    // the action
+  bool killed = false;      // by dies_at or dies_after
+  bool struck = false;      // whether a fault happened
+  std::size_t written = 0;  // bytes, by an action that came to its end
+  std::string told;         // the messages shown, one a line
+  std::string complaint;    // what was not as it must be; empty when all was
+  Files files;              // afterwards
 };
 
 // Runs the whole program to where the action begins. There every trial is a copy of the process, which goes
@@ -42,11 +39,10 @@ class Trials {
 
   // --- To be called by `tries`.
 
-  // Tries the action with these faults. Where `kill_after` is given the trial is killed so long after its
-  // start.
-  Outcome try_with(const Faults& asked_for, std::optional<Microseconds> kill_after = std::nullopt);
+  // Tries the action with these faults.
+  Outcome try_with(const Faults& asked_for);
   // The same, with the files as the last trial left them.
-  Outcome try_once_more(const Faults& asked_for, std::optional<Microseconds> kill_after = std::nullopt);
+  Outcome try_once_more(const Faults& asked_for);
 
   // What the action finds, and what it leaves when nothing goes wrong.
   const Files& before() const { return before_; }
@@ -59,7 +55,7 @@ class Trials {
   void begin();
   void finish_trial();
   [[noreturn]] void leave_trial();
-  Outcome outcome_of(int trial, std::optional<Microseconds> kill_after);
+  Outcome outcome_of(int trial);
   void lay_out(const Files& files) const;
 
   const Action& action_;

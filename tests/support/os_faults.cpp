@@ -92,14 +92,22 @@ ssize_t __wrap_read(int handle, void* bytes, size_t count) {
   return fails(faults.read) ? -1 : __real_read(handle, bytes, moved(faults.read, struck_before, count));
 }
 
+// Ends the process in the midst of the write that reaches its last byte.
+static ssize_t counted_write(int handle, const void* bytes, size_t count) {
+  const bool last = faults.dies_after > 0 && faults.written + count >= faults.dies_after;
+  const ssize_t wrote = __real_write(handle, bytes, last ? faults.dies_after - faults.written : count);
+  if (wrote > 0) faults.written += static_cast<size_t>(wrote);
+  if (last && faults.written == faults.dies_after) die();
+  return wrote;
+}
+
 ssize_t __wrap_write(int handle, const void* bytes, size_t count) {
   if (time_to_die()) {
     if (__real_write(handle, bytes, count / 2) >= 0) die();
   }
-  if (faults.pause > 0) usleep(faults.pause);
   const bool struck_before = faults.write.struck;
   if (faults.write.strikes()) return -1;
-  return __real_write(handle, bytes, moved(faults.write, struck_before, count));
+  return counted_write(handle, bytes, moved(faults.write, struck_before, count));
 }
 
 int __wrap_fsync(int handle) {

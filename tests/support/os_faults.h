@@ -29,13 +29,15 @@ struct Faults {
   Fault stat, fstat, access, chown;
 
   std::size_t most_at_once = SIZE_MAX;  // bytes that a read or write moves
-  unsigned pause = 0;                   // microseconds before each write
 
   bool any_struck() const;
 
   // The process is killed at its `dies_at`-th call from now on, before the call is made; where that is a
   // write, after half of it. 0: never.
   int dies_at = 0;
+  // It is killed as soon as it has written so many bytes, `written` among them. 0: never.
+  std::size_t dies_after = 0;
+  std::size_t written = 0;
 };
 
 extern Faults faults;
