@@ -5,7 +5,8 @@
 // processor time from each click to the next wait, the shortest of several, so that what else the machine
 // does hardly counts. The limits leave room for that and for small caches: what should stay the same may take
 // 4 times as long, where 16 would be growth with the series; what should take 16 times as long at most may
-// take 32, where 256 would be growth with their square.
+// take 32, where 256 would be growth with their square. What is over its limit is measured again, up to
+// `most_rounds` times: a disturbance passes, growth does not.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,6 +21,7 @@ namespace vorn {
 namespace {
 
 constexpr int small = 250, large = 4'000;
+constexpr int most_rounds = 10;
 constexpr double same = 4, linear = 32;  // times as long that the large one may take at most
 
 double processor_seconds() {
@@ -92,18 +94,31 @@ class TimedProgram : public WholeProgram {
   double before_ = 0;
 };
 
-TEST(Growth, OfACollectionMakesNoClickSlowerAndNothingGrowWithItsSquare) {
+// What takes longer on the large collection than it may, and how long.
+std::string too_slow(const Times& of_small, const Times& of_large) {
   const std::map<std::string, double> limits = {
       {"Start", linear}, {"Correlation Report", linear}, {"Stats Report", linear}, {"Save Raw", linear}};
-  Times of_small, of_large;
-  TimedProgram(small).run(of_small);
-  TimedProgram(large).run(of_large);
-  ASSERT_EQ(of_small.size(), 18u);
+  std::string text;
   for (const auto& [what, seconds] : of_large) {
     const auto limit = limits.find(what);
-    EXPECT_LT(seconds / of_small[what], limit == limits.end() ? same : limit->second)
-        << what << ": " << seconds * 1e3 << " ms";
+    const double times_as_long = seconds / of_small.at(what);
+    if (times_as_long < (limit == limits.end() ? same : limit->second)) continue;
+    text +=
+        what + ": " + std::to_string(seconds * 1e3) + " ms, " + std::to_string(times_as_long) + " times\n";
   }
+  return text;
+}
+
+TEST(Growth, OfACollectionMakesNoClickSlowerAndNothingGrowWithItsSquare) {
+  Times of_small, of_large;
+  std::string complaint;
+  for (int round = 1; round <= most_rounds && (round == 1 || !complaint.empty()); ++round) {
+    TimedProgram(small).run(of_small);
+    TimedProgram(large).run(of_large);
+    ASSERT_EQ(of_small.size(), 18u);
+    complaint = too_slow(of_small, of_large);
+  }
+  EXPECT_EQ(complaint, "");
 }
 
 }  // namespace
