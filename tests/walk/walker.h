@@ -1,8 +1,8 @@
 // A user who does not know what he is doing: clicks and keys at random over the whole program.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
+#include <ctime>
 #include <deque>
 #include <map>
 #include <random>
@@ -64,7 +64,8 @@ class Walker : public Screen {
   std::string complaint_;
   std::vector<Mark> page_before_;
   int steps_on_page_ = 0;  // that changed nothing to be seen
-  std::chrono::steady_clock::time_point asked_{};
+  static constexpr std::clock_t not_asked = -1;
+  std::clock_t asked_ = not_asked;
 };
 
 }  // namespace vorn
