@@ -35,7 +35,7 @@ double criterion(double n, double error_variance, int order) {
   return n * std::log(error_variance) + 2 * (k + 1) + 2 * (k + 1) * (k + 2) / (n - k - 2);
 }
 
-// Order 0 carries no correction, meant so: a model of order 1 has to beat this one.
+// Deliberate: [order-0] it carries no correction: a model of order 1 has to beat this one.
 double criterion_of_no_model(double n, double variance) {
   return n * std::log(variance) + 2;
 }
@@ -102,11 +102,13 @@ BurgModel memcof2(std::span<const double> series, int max_order, std::span<doubl
     const double reflection = errors.reflection();
     error_variance = error_variance * (1 - reflection * reflection);
     const double tried = criterion(n, error_variance, order);
+    // Deliberate: [order-1] never rejected.
     if (order > 1 && tried > best) {
       dropped = best > no_model;
       break;
     }
-    // The last order is computed and never used, meant so; nor is a model that got so far ever dropped.
+    // Deliberate: [last-order] it is computed and never used.
+    // Deliberate: [never-dropped] nor is a model that got so far, even one worse than none.
     if (order >= max_order) break;
     levinson_step(kept, reflection);
     errors.take_out(reflection);
@@ -148,7 +150,8 @@ int armod2(std::span<const double> index, std::span<double> prewhitened, std::sp
   albino2(prewhitened, coefficients.first(static_cast<std::size_t>(model.order)));
   for (double& value : prewhitened) {
     const double raised = 1 + value;
-    value = raised > 0 ? raised : 0;  // also where it is not a number
+    // Deliberate: [constant-series] 0 also where it is not a number.
+    value = raised > 0 ? raised : 0;
   }
   return model.order;
 }

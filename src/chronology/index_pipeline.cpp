@@ -28,11 +28,13 @@ void store(const Workspace& w, Pool<double>& pool, int i, const std::vector<doub
   for (const double value : values) pool.put(p++, value);
 }
 
-// Also where the curve is not a number. Of the curve alone: no index is ever raised.
+// Also where the curve is not a number. Deliberate: [raised-curve] of the curve alone, no index ever is.
 double at_least_lowest(double curve) {
   return curve >= lowest_curve ? curve : lowest_curve;
 }
 
+// Deliberate: [estimates-detrended] whether a ring is missing is not asked; its estimate counts like any
+// width.
 void detrend(Workspace& w, int i) {
   std::vector<double> values = values_of(w, w.x, i);
   if (w.splineon) {
@@ -52,7 +54,8 @@ void prewhiten(Workspace& w, int i) {
   store(w, w.ax, i, values);
 }
 
-// The offset keeps years that prewhitening left at zero finite. One sixth of the mean, meant so.
+// The offset keeps years that prewhitening left at zero finite. Deliberate: [one-sixth] of the mean, whatever
+// the series.
 void take_logarithms(Workspace& w, int i) {
   std::vector<double> values = values_of(w, w.ax, i);
   double sum = 0;

@@ -51,6 +51,7 @@ Name mean_name(const Workspace& w) {
 // Opens entry m = nc + 1 for `n` rings: the chronology entries behind it move up by one number and n places.
 void insert_entry(Workspace& w, int n) {
   const int end = w.ad(w.nd + 1) - 1;
+  // Deliberate: [pair-keeps-numbers] tr1 and tr2 do not follow the chronologies, which move up by one.
   ++w.nc;
   w.nd = w.nfil + w.nc;
   const int m = w.nc;
@@ -88,7 +89,7 @@ void add_core(Workspace& w, int core) {
     const int k = w.fy(core) - w.fy(mean) + 1 + j;
     if (k > w.yr(mean)) return;
     const int to = w.ad(mean) + k - 1;
-    // The mean's own presence decides, meant so: the order of choice tells in the result.
+    // Deliberate: [order-of-choice] the mean's own presence decides: the order of choice tells in the result.
     w.xok.put(to, w.xok.at(to) || w.xok.at(from));
     if (!w.xok.at(to)) continue;
     w.x.put(to, w.x.at(to) + w.x.at(from));
@@ -118,12 +119,14 @@ bool mean_create(Workspace& w) {
   const Span span = span_of_chosen(w);
   const int n = span.years();
   if (n < 1) return refuse(w, no_overlap);
+  // Deliberate: [long-mean] one longer than any chronology is refused, though the pool may have room.
   if (n > max_years || n + w.ad(w.nd + 1) - 1 >= max_pool) return refuse(w, "Would be too many rings");
   const Name name = mean_name(w);
   insert_entry(w, n);
   start_mean(w, name, span);
+  // Deliberate: [twice-in-a-mean] a core marked twice counts twice.
   for (int j = 1; j <= w.chs; ++j) add_core(w, w.chc(j));
-  // Meant: the new core stays as it is, sums and all.
+  // Deliberate: [mean-with-a-gap] the new core stays as it is, sums and all.
   if (std::ranges::count(w.iwk1.range(1, n), 0) > 0) return refuse(w, no_overlap);
   divide_by_counts(w);
   data_man2(w);

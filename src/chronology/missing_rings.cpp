@@ -105,6 +105,7 @@ void estimate(Workspace& w, int i, const Growth& growth) {
 void mdet_miss(Workspace& w, int i1, int i2) {
   if (i1 > i2) return;
   const Extent extent = extent_of(w, i1, i2);
+  // Deliberate: [long-group] nothing is estimated.
   if (extent.last_year - extent.first_year + 1 > max_years) return;
   const Growth growth = growth_of(w, i1, i2, extent);
   for (int i = i1; i <= i2; ++i) estimate(w, i, growth);

@@ -32,6 +32,7 @@ std::int32_t years_from_to(std::int32_t first, std::int32_t last) {
 
 void set_span(Workspace& w) {
   std::int32_t first = w.fy(1), last = w.ly(1);
+  // Deliberate: [empty-core-counts] a core without present rings counts, too.
   for (int i = 2; i <= w.nc; ++i) {
     first = std::min(first, w.fy(i));
     last = std::max(last, w.ly(i));
@@ -72,8 +73,8 @@ double grand_mean(const Workspace& w) {
   return sum / static_cast<double>(count);
 }
 
-// The cores alone are brought to a mean of one, not the column that they make: meant so. Correlations do not
-// see the difference; the graph shows both scales.
+// Deliberate: [cores-scaled] the cores alone are brought to a mean of one, not the column that they make.
+// Correlations do not see the difference; the graph shows both scales.
 void scale_cores(Workspace& w, double mean) {
   const int end = w.ad(w.nc) + w.yr(w.nc) - 1;
   for (int p = 1; p <= end; ++p) w.ax.put(p, w.ax.at(p) / mean);

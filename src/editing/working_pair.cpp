@@ -40,7 +40,7 @@ void leave_core_out(Workspace& w, int core, int chronology) {
     if (k < 1 || k > w.yr(chronology) || k > max_years) continue;
     const int p = w.ad(chronology) + k - 1;
     const int depth = w.num(k, w.cf);
-    // The core's value is taken out whether its ring was present or not: meant so.
+    // Deliberate: [missing-taken-out] whether its ring was present or not.
     const double rest = depth * w.ax.at(p) - w.ax.at(w.ad(core) + j);
     if (depth > 1) {
       w.ax.put(p, rest / (depth - 1));
@@ -69,7 +69,8 @@ void set_chs(Workspace& w) {
 
 void remove_tree(Workspace& w) {
   const int sample = w.nd + 1, reference = w.nd + 2;
-  // The slot starts on the last value of entry nd, not behind it: meant so, and files depend on it.
+  // Deliberate: [slot-overlaps] the slot starts on the last value of entry nd, not behind it; files depend on
+  // it. Deliberate: [reference-end] so a copy of entry nd as the reference ends on the sample's first value.
   fill_slot(w, sample, w.tr1, w.ad(w.nd) + w.yr(w.nd) - 1);
   fill_slot(w, reference, w.tr2, w.ad(sample) + w.yr(sample));
   w.ad(reference + 1) = w.ad(reference) + w.yr(reference);

@@ -15,8 +15,8 @@ void write_colcrn(Workspace& w, TextOutput& out) {
   told_or_end(w, out.write(column_table::heading_line, w.cnam(w.cf)), "Write", output_name);
   for (int k = 1; k <= w.cyr(w.cf); ++k) {
     const std::int32_t depth = w.num(k, w.cf);
-    // Deliberate: of a negative depth, which an index file may bring, the index is shown here but not in
-    // Index.prn.
+    // Deliberate: [negative-depth] of a negative depth, which an index file may bring, the index is shown
+    // here but not in Index.prn.
     const Integer index = depth == 0 ? Integer(tucson_index::no_data) : thousandths(w.crn(k, w.cf));
     told_or_end(w, out.write(column_table::year_line, w.cfy(w.cf) - 1 + k, index, depth), "Write",
                 output_name);

@@ -37,9 +37,11 @@ bool CompactReader::read_header(int i) {
   const int answer = file_.read(compact::header_edit, w.yr(i), w.fy(i), w.nam(i), exponent_, format_);
   w.ios = answer;
   if (answer == status::end_of_file) return false;
-  // A header that cannot be read is told; where its name was not reached, that ends the file.
+  // Deliberate: [name-not-reached] a header that cannot be read is told; where its name was not reached, that
+  // ends the file.
   told_or_end(w, answer, "Read c1", file_name_);
-  w.yr(i) = std::max(w.yr(i), 0);  // a series cannot be shorter than none
+  // Deliberate: [negative-count] a series cannot be shorter than none.
+  w.yr(i) = std::max(w.yr(i), 0);
   return !w.nam(i).blank();
 }
 
@@ -55,12 +57,14 @@ bool CompactReader::read_values(int i) {
 
 // Turns the values of entry i into mm.
 void CompactReader::scale(int i) {
+  // Deliberate: [unit-by-format] the fifth character of "(19F4.0)" decides.
   const double by_format = format_(5) == '4' ? 1000.0 : 100.0;
   const double divisor = exponent_ != 0 ? std::pow(10.0, -exponent_) : by_format;
   for (double& value : w.widths(i)) value /= divisor;
 }
 
 void CompactReader::read_series() {
+  // Deliberate: [silent-limits] what lies behind is not read, and nobody is told.
   for (int i = 1; i <= max_series; ++i) {
     if (!read_header(i)) return;
     if (!take_places(w, i, w.yr(i))) return;

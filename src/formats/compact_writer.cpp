@@ -13,6 +13,7 @@ bool write_crec(Workspace& w, TextOutput& out, int i) {
   told_or_end(w, header, "writeH", name.view());
 
   const std::vector<Integer> values = width_fields(w, i, compact::missing_ring);
+  // Deliberate: [four-columns] 10 mm and more do not fit, and become asterisks.
   const int data = out.write(compact::values_line, std::span(values));
   told_or_end(w, data, "writeD", name.view());
   return header == status::ok && data == status::ok;

@@ -62,6 +62,7 @@ bool ExchangeReader::begin() {
   std::array<double, values_a_line> values{};
   w.ios = file_.read(first_line_edit, name_, year_, std::span<double>(values));
   ended_ = w.ios == status::end_of_file;
+  // Deliberate: [bad-first-line] told, and read on.
   if (io_err(w, "Read", exchange_name)) return false;
   for (int k = 1; k <= values_a_line; ++k) {
     values_(k) = whole_number(values[static_cast<std::size_t>(k - 1)]);
@@ -77,8 +78,8 @@ bool ExchangeReader::read_line(int position) {
   return !ended_;
 }
 
-// Reads on from the line that ended the series before to the one that ends this. Deliberate: that line gives
-// name and year, its values do not come to the start; there stand the first series' still.
+// Reads on from the line that ended the series before to the one that ends this. Deliberate: [first-values]
+// that line gives name and year, its values do not come to the start; there stand the first series' still.
 ExchangedSeries ExchangeReader::next_series() {
   ExchangedSeries series{name_, name_(8) == '-' ? -year_ : year_, 0};
   int next = first_decade_end(series.first_year) + 1;
@@ -90,8 +91,8 @@ ExchangedSeries ExchangeReader::next_series() {
   return series;
 }
 
-// Searches the line of the series whose last place is `last` from its end. Deliberate: 999 ends no series
-// here.
+// Searches the line of the series whose last place is `last` from its end. Deliberate: [no-999] 999 ends no
+// series here.
 int ExchangeReader::length_before_mark(int last) const {
   for (int k = last; k > last - values_a_line && k >= 1; --k) {
     if (values_(k) == end_of_thousandths) return k - 1;
@@ -111,7 +112,8 @@ void resize(Workspace& w, int e, int length) {
   pack_starts(w, e);
 }
 
-// Puts a series read back in the place of entry e. Deliberate: a missing ring keeps its negative width.
+// Puts a series read back in the place of entry e. Deliberate: [stays-negative] a missing ring keeps its
+// negative width.
 void store(Workspace& w, const ExchangeReader& reader, const ExchangedSeries& series, int e) {
   resize(w, e, series.length);
   w.fy(e) = series.first_year;
@@ -123,7 +125,8 @@ void store(Workspace& w, const ExchangeReader& reader, const ExchangedSeries& se
   w.derived_stale = true;
 }
 
-// Whether what was read may take the place of entry e. What is cut short or belongs to another core must not.
+// Whether what was read may take the place of entry e. Deliberate: [not-ours] what is cut short or belongs to
+// another core must not.
 bool acceptable(Workspace& w, const ExchangedSeries& series, int e) {
   if (series.name != w.nam(e)) {
     out_err(w, std::string(w.nam(e).trimmed()) + " is not in Edit.raw");
@@ -139,6 +142,8 @@ bool acceptable(Workspace& w, const ExchangedSeries& series, int e) {
 
 }  // namespace
 
+// Deliberate: [empty-exchange] the file is left empty, so that reading it back, as "Quit" and "Reset" do,
+// undoes nothing.
 void edit_write(Workspace& w) {
   TextOutput file;
   w.ios = file.create(exchange_name);

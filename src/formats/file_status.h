@@ -12,8 +12,8 @@ namespace vorn {
 // Keeps `status` as the status of the last file operation and tells it when it is not 0, under `label` and
 // `file`.
 //
-// Ends the program when io_err says that there was an error. It never does, so that whatever the failed
-// operation left is gone on with: both are deliberate, this branch and io_err's answer.
+// Ends the program when io_err says that there was an error. Deliberate: [goes-on] it never does, so that
+// whatever the failed operation left is gone on with.
 void told_or_end(Workspace& w, int status, std::string_view label, std::string_view file);
 
 // Closes an input. Its failure is told under "Close"; so is that of the operating system in `untold`, the

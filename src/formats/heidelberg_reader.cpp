@@ -72,6 +72,8 @@ std::int32_t HeidelbergReader::value(const KeyedLine& keyed, const EditFormat& e
 
 void HeidelbergReader::read_last_year(int i) {
   w.ly(i) = value(last_year_key, year_edit, w.ly(i));
+  // Deliberate: [later-date] without a length the year of an earlier line is forgotten; of two dates the
+  // later line counts.
   w.fy(i) = length_seen_ ? w.ly(i) - w.yr(i) + 1 : pending;
 }
 
@@ -81,9 +83,11 @@ void HeidelbergReader::read_first_year(int i) {
 }
 
 void HeidelbergReader::read_length(int i) {
+  // Deliberate: [negative-length] none, so that no series before it is overwritten.
   w.yr(i) = std::max(value(length_key, length_edit, w.yr(i)), 0);
   length_seen_ = true;
-  // Deliberate: only a pending year follows. The years of a record without dates stay 0, both of them.
+  // Deliberate: [pending-year] only a pending year follows. The years of a record without dates stay 0, both
+  // of them.
   if (w.ly(i) == pending) w.ly(i) = w.fy(i) + w.yr(i) - 1;
   if (w.fy(i) == pending) w.fy(i) = w.ly(i) - w.yr(i) + 1;
 }
@@ -105,6 +109,7 @@ void HeidelbergReader::read_key(int i) {
 // Reads the header of entry i up to its DATA line. Returns: the file did not end in it.
 bool HeidelbergReader::read_header(int i, bool& has_data) {
   has_data = false;
+  // Deliberate: [long-header] behind the last of them one more line is read and lost, and the values too.
   for (int examined = 1; examined <= most_header_lines; ++examined) {
     has_data = at(data_key);
     if (has_data) return true;
@@ -123,7 +128,8 @@ void HeidelbergReader::read_values(int i) {
 void HeidelbergReader::scale(int i) {
   const auto values = w.widths(i);
   if (unit_ == 0) {
-    double sum = 0;  // missing rings take part with their negative values, meant so
+    double sum = 0;
+    // Deliberate: [unit-by-mean] missing rings take part with their negative values.
     for (const double value : values) sum += value;
     unit_ = sum / static_cast<double>(values.size()) > least_mean_of_thousandths ? 1000.0 : 100.0;
   }
@@ -132,6 +138,7 @@ void HeidelbergReader::scale(int i) {
 
 void HeidelbergReader::read_records() {
   if (!next_line("Read1 ")) return;
+  // Deliberate: [silent-limits] what lies behind is not read, and nobody is told.
   for (int i = 1; i <= max_heidelberg_records; ++i) {
     start_record(i);
     bool has_data = false;
@@ -154,6 +161,7 @@ void read_open(Workspace& w, TextInput& file, std::string_view name) {
   if (w.fileok) {
     told_or_end(w, file.open(name), "Open", name);
   } else if (!trimmed(name).ends_with("pth")) {
+    // Deliberate: [pth] one that ends so is passed over in silence.
     out_err(w, std::string(trimmed(name)) + " - Does not exist");
   }
 }

@@ -22,6 +22,7 @@ std::string to_the_left(std::int32_t number) {
 
 // Returns the status of the first line that could not be written.
 int write_header(const Workspace& w, TextOutput& out, int i) {
+  // Deliberate: [name-to-the-right] the name stands in twelve columns, so that a reader meets four blanks.
   const std::array<int, 6> answers = {out.write(header_line),
                                       out.write(name_line, w.nam(i)),
                                       out.write(unit_line),

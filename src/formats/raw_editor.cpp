@@ -86,11 +86,12 @@ void note_change(Workspace& w, int length_before) {
   if (w.yr(w.edtree) != length_before) w.derived_stale = true;
 }
 
-// Deliberate: the year before the first is the last place of the entry before. The new ring takes it, and the
-// ring that was there comes first in this entry.
+// Deliberate: [place-before-the-first] the year before the first is the last place of the entry before. The
+// new ring takes it, and the ring that was there comes first in this entry.
 void insert_ring(Workspace& w) {
   const int length = w.yr(w.edtree);
   if (w.ad(w.nd) + w.yr(w.nd) > max_pool) return out_err(w, "Would be too many rings");
+  // Deliberate: [packed-first] before an edit, too, and not behind it alone: see pack_starts.
   pack_starts(w, w.edtree);
   ins_year(w, w.edtree, false);
   pack_starts(w, w.edtree);
@@ -105,13 +106,14 @@ void delete_ring(Workspace& w) {
   note_change(w, length);
 }
 
-// Asks for the width of the clicked row's ring. The number typed is what is stored, with no scaling: meant
-// so.
+// Asks for the width of the clicked row's ring. Deliberate: [stored-as-typed] the number is stored as it is
+// typed, in millimetres, and a missing ring stays missing.
 void type_width(Workspace& w, int row) {
   Button& field = table_button(w);
   field.y1 = table_top - static_cast<int>(std::lround(row * w.scy));
   field.y2 = field.y1 - static_cast<int>(std::lround(w.scy));
   std::int32_t typed = -1;  // an abandoned entry stores nothing
+  // Deliberate: [return-is-0] Return alone is a number, 0.
   get_int(w, button::editor_table, typed);
   if (typed >= 0 && typed <= largest_width) {
     w.x.put(w.ad(w.edtree) + w.insdel - w.fy(w.edtree), typed);
@@ -123,6 +125,7 @@ void type_width(Workspace& w, int row) {
 
 void click_table(Workspace& w) {
   const Button& table = table_button(w);
+  // Deliberate: [thirtieths] a little higher than the rows that are drawn.
   const int row =
       static_cast<int>(years_shown * (table.y1 - w.msy) / static_cast<double>(table.y1 - table.y2));
   w.insdel = w.edfs + row;
@@ -189,6 +192,7 @@ void edit_menu(Workspace& w) {
   }
 }
 
+// Deliberate: [modes-stay] "Insert" and "Delete" stay as the last call left them.
 void edit_setup(Workspace& w) {
   constexpr int columns = button::editor_column_last - button::editor_column_first + 1;
   VORN_ASSERT(w.chs >= 1 && w.chs <= columns);
@@ -202,7 +206,7 @@ void edit_setup(Workspace& w) {
     w.b(button::editor_column_first + m - 1).label = w.nam(w.chc(m)).view();
   }
   if (w.chs < columns) w.b(button::editor_column_first + w.chs).label = "All Trees";
-  // A series of fewer than 30 years is shown whole, its last year in the last row.
+  // Deliberate: [at-the-foot] a series of fewer than 30 years is shown whole, its last year in the last row.
   w.edfs = std::min(std::max(w.fy(w.edtree), w.fs), w.ly(w.edtree) - (years_shown - 1));
 }
 
@@ -226,6 +230,7 @@ void edit_disp(Workspace& w) {
 void edit_scr(Workspace& w, std::int32_t step) {
   for (int m = 1; m <= w.chs; ++m) {
     if (!w.b(button::editor_column_first + m - 1).lit) continue;
+    // Deliberate: [redates] with a series selected it is the series that moves, not the view.
     w.fy(w.chc(m)) += step;
     w.ly(w.chc(m)) += step;
     w.derived_stale = true;

@@ -60,6 +60,7 @@ bool is_index_decade(const Line& line) {
 int tucson_layout(const Line& line) {
   const std::size_t length = line.trimmed().size();
   if (length < shortest_decade) return file_format::not_recognised;
+  // Deliberate: [length-decides] the length alone tells the two layouts apart.
   if (length >= shortest_index_line) {
     return is_index_decade(line) ? file_format::tucson_index : file_format::not_recognised;
   }

@@ -16,6 +16,7 @@ constexpr std::string_view extension = "RWW";
 constexpr int cores_between_reports = 64;
 
 void write_record(Workspace& w, TextOutput& out, int i) {
+  // Deliberate: [no-layout] with none of them lit the file stays empty.
   if (w.b(button::raw_tucson).lit) {
     write_rrec(w, out, i);
   } else if (w.b(button::raw_heidelberg).lit) {
@@ -29,10 +30,12 @@ void write_record(Workspace& w, TextOutput& out, int i) {
 
 FileName output_name(const FileName& file) {
   const std::string_view name = file.trimmed();
+  // Deliberate: [point-at-the-end] not looked for at the very end.
   for (std::size_t from_end = 1; from_end <= 3 && from_end < name.size(); ++from_end) {
     const std::size_t point = name.size() - 1 - from_end;
     if (name[point] == '.') return FileName(std::string(name.substr(0, point + 1)) + std::string(extension));
   }
+  // Deliberate: [short-name] nothing is left of one of fewer than five characters.
   const std::size_t kept = name.size() < 4 ? 0 : name.size() - 4;
   return FileName(std::string(name.substr(0, kept)) + std::string(extension));
 }

@@ -11,6 +11,7 @@ namespace {
 using namespace tucson_index;
 
 constexpr int last_position_read = max_years + 20;  // a little beyond what a column keeps
+// Deliberate: [eleven-years] no more of them are cut off, though a file may end in more.
 constexpr int longest_walk_back = 11;
 
 const EditFormat header_edit("(A140)");
@@ -19,8 +20,8 @@ const EditFormat header_edit("(A140)");
 using Decade = std::array<std::int32_t, fields_a_line>;
 
 // Where the decade of the first line begins, counted from its first year: 0 to -9.
-// Deliberate: years of 0 and below give -1 to -10, so that of years 0, -10, -20 … the first line is passed
-// over.
+// Deliberate: [index-year-0] years of 0 and below give -1 to -10, so that of years 0, -10, -20 … the first
+// line is passed over.
 int decade_start(std::int32_t first_year) {
   if (first_year > 0) return first_year / 10 * 10 - first_year;
   return (first_year / 10 - 1) * 10 - first_year;
@@ -56,9 +57,11 @@ int read_decades(Workspace& w, TextInput& file, std::string_view name) {
   const int start = decade_start(w.cfy(w.cf)) + 1;
   int filled = store_decade(w, decade, start);
   for (int position = start + years_a_line; position <= last_position_read; position += years_a_line) {
+    // Deliberate: [later-labels] their years are not looked at.
     const int answer = file.read(line_edit, std::span(decade));
     w.ios = answer;
     if (answer == status::end_of_file) break;
+    // Deliberate: [statistics-line] a line that is no decade is told and gives ten years.
     told_or_end(w, answer, "Read3", name);
     filled = store_decade(w, decade, position);
   }
@@ -73,7 +76,7 @@ void read_ind(Workspace& w) {
   told_or_end(w, file.open(name.view()), "Open", name.view());
   for (int k = 1; k <= w.rfhead(w.cf); ++k) {
     w.ios = file.read(header_edit, w.mess);
-    if (io_err(w, "Read1", name.view())) return;  // io_err never says so; meant
+    if (io_err(w, "Read1", name.view())) return;  // never: see io_err
   }
   const int filled = read_decades(w, file, name.view());
   close_told(w, file, name.view());

@@ -13,7 +13,7 @@ using namespace tucson_index;
 constexpr std::string_view output_name = "Index.prn";
 
 // Years of the first decade before the chronology's first year.
-// Deliberate: of years 0, -10, -20 … it is 10, a whole line of fillers.
+// Deliberate: [early-labels] of years 0, -10, -20 … it is 10, a whole line of fillers.
 int leading_years(std::int32_t first_year) {
   if (first_year > 0) return first_year % 10;
   return 10 - first_year / 10 * 10 + first_year;
@@ -30,6 +30,7 @@ std::vector<Integer> filled_decades(const Workspace& w, int leading, int years) 
   for (int k = 1; k <= leading; ++k) add(no_data, 0);
   for (int k = 1; k <= years; ++k) {
     const std::int32_t depth = w.num(k, w.cf);
+    // Deliberate: [negative-depth] without data here, with it in the table of three columns.
     add(depth > 0 ? thousandths(w.crn(k, w.cf)) : Integer(no_data), depth);
   }
   for (int k = 1; k <= years_a_line; ++k) add(no_data, 0);

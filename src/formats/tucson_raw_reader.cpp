@@ -36,7 +36,8 @@ class RawReader {
   Workspace& w;
   TextInput& file_;
   std::string_view file_name_;
-  // The line read last. A field that is no number leaves what the line before had there.
+  // The line read last. Deliberate: [older-values] a field that is no number leaves what the line before had
+  // there.
   Name name_;
   std::int32_t year_ = 0;
   Table<std::int32_t> values_{value_places};  // of the series at hand, in year order
@@ -44,7 +45,7 @@ class RawReader {
   int first_status_ = status::ok;
 };
 
-// Deliberate: a first line that cannot be read is not told; what was read of it is kept.
+// Deliberate: [first-line-untold] a first line that cannot be read is not told; what was read of it is kept.
 void RawReader::read_first_line() {
   w.nam(1) = Name();
   w.fy(1) = 0;
@@ -65,7 +66,8 @@ void RawReader::start_series(int i) {
   const int first = position_ - values_a_line;
   for (int k = 0; k < values_a_line; ++k) values_(1 + k) = values_(first + k);
   w.nam(i) = name_;
-  // Deliberate: a year that ended a series of negative years was negated before and is negated once more.
+  // Deliberate: [negated-twice] a year that ended a series of negative years was negated before and is
+  // negated once more.
   w.fy(i) = name_(8) == '-' ? -year_ : year_;
 }
 
@@ -75,14 +77,15 @@ bool RawReader::file_ended_behind(int i) {
   for (int line = 1; line <= most_further_lines; ++line) {
     read_line();
     if (w.ios == status::end_of_file) return true;
-    // A blank name ends the file without a message, even if the rest of its line is bad.
+    // Deliberate: [blank-name] it ends the file without a message, even if the rest of its line is bad.
     const bool broken_off = status::of_system(w.ios);
     if (name_.blank() && !broken_off) return true;
     told_or_end(w, w.ios, "Read2", file_name_);
     if (broken_off) return true;
     if (!continues(i)) return false;
   }
-  return false;  // a series too long is split: its last line starts the next one
+  // Deliberate: [silent-limits] a series too long is split; its last line starts the next one.
+  return false;
 }
 
 // Whether the line read last goes on with entry i.
@@ -98,6 +101,7 @@ bool RawReader::continues(int i) {
   return year_ == w.fy(i) + position_ - values_a_line - 1;
 }
 
+// Deliberate: [ring-of-999] a ring of 999 in the last line of a series without a mark is taken for it.
 // Where the end mark stands in the line before the one read last; 0 if there is none.
 int RawReader::find_end_mark() const {
   const int last = position_ - values_a_line - 1;
@@ -110,10 +114,11 @@ int RawReader::find_end_mark() const {
 // Puts the values of entry i into the pool, mm. Returns: it had room for them.
 bool RawReader::store_series(int i) {
   const int mark = find_end_mark();
-  // Deliberate: without a mark the whole line is lost and the value before it too.
+  // Deliberate: [no-end-mark] without a mark the whole line is lost and the value before it too.
   const int end = mark > 0 ? mark : std::max(position_ - 2 * values_a_line - 1, 1);
   if (!take_places(w, i, end - 1)) return false;
   w.ly(i) = w.fy(i) + w.yr(i) - 1;
+  // Deliberate: [no-end-mark] hundredths, too.
   const double unit = mark > 0 && values_(mark) == end_of_thousandths ? 1000.0 : 100.0;
   for (int k = 1; k <= w.yr(i); ++k) w.x(w.ad(i) + k - 1) = values_(k) / unit;
   return true;
@@ -121,6 +126,7 @@ bool RawReader::store_series(int i) {
 
 void RawReader::read_series() {
   read_first_line();
+  // Deliberate: [silent-limits] what lies behind is not read, and nobody is told.
   for (int i = 1; i <= max_series; ++i) {
     const bool ended = file_ended_behind(i);
     if (!store_series(i)) return;

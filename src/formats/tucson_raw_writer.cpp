@@ -19,6 +19,8 @@ std::vector<Integer> marked_values(const Workspace& w, int i) {
 }
 
 int write_line(TextOutput& out, const Name& name, std::int32_t year, std::span<const Integer> values) {
+  // Deliberate: [two-minus-signs] the others show the name whole, a "-" at its end and the minus sign of
+  // the year.
   if (year < -999) return out.write(early_line_edit, name.view().substr(0, 7), year, values);
   return out.write(line_edit, name, year, values);
 }
@@ -34,7 +36,7 @@ bool write_rrec(Workspace& w, TextOutput& out, int i) {
     const auto line = std::span(values).subspan(first, std::min(room, values.size() - first));
     w.ios = write_line(out, name, w.fy(i) + static_cast<std::int32_t>(first), line);
     whole = whole && w.ios == status::ok;
-    if (io_err(w, "Write", name.view())) return false;  // io_err never says so; meant
+    if (io_err(w, "Write", name.view())) return false;  // never: see io_err
     first += line.size();
   }
   return whole;

@@ -38,7 +38,7 @@ int segments_computed(const Workspace& w) {
   return years / 2;
 }
 
-// The first one among equals. A cell of too few pairs, which holds 2.0, is meant to win.
+// The first one among equals. Deliberate: [wins-its-row] a cell of too few pairs, which holds 2.0.
 int best_column(const Workspace& w, int segment) {
   int best = 1;
   for (int lag = 2; lag <= lags; ++lag) {
@@ -74,8 +74,8 @@ struct Columns {
   int first, last;
 };
 
-// The lags that the chosen series can reach. Meant: by its years as stored, wherever the screen has shifted
-// it to, and never less than lag 0.
+// The lags that the chosen series can reach. Deliberate: [reach-as-stored] by its years as stored, wherever
+// the screen has shifted it to, and never less than lag 0.
 Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last_year) {
   const int chosen = w.chc(1) >= 1 && w.chc(1) <= w.nd ? w.chc(1) : w.nd + 1;
   const auto column = [](std::int64_t lag, int lowest, int highest) {

@@ -32,7 +32,8 @@ void draw_axes(Workspace& w) {
   w.plot.name("Years", 'X');
   w.plot.name("S.Dev", 'Y');
   w.plot.setclr(colour::light_grey);
-  // The truncating division is meant so: before year 0 labels begin up to two decades into the view.
+  // Deliberate: [labels-before-0] the division cuts towards zero: before year 0 labels begin up to two
+  // decades into the view.
   const double first_label = 10.0 * (w.fs / 10 + 1);
   w.plot.graf(w.fs - 0.5, w.ls + 0.5, first_label, 10, -top_of_axis, top_of_axis, -top_of_axis, 1);
   w.plot.grid(1, 1);
@@ -120,7 +121,7 @@ void plotlin(Workspace& w, int k) {
   const int last = std::min(w.ls, w.ly(k));
   const Years m = Years{last} - first + 1;
   if (m < fewest_drawn) return;
-  // Ring widths are drawn of a core alone, and of the last core neither: the strict comparison is meant so.
+  // Deliberate: [last-core-indices] ring widths are drawn of a core alone, and of the last core neither.
   const bool widths = !w.indon && w.chc(k - w.nd) < w.nc;
   const Pool<double>& source = widths ? w.x : w.ax;
   const Range visible{Years{first} - w.fy(k) + 1, Years{last} - w.fy(k) + 1};
@@ -146,7 +147,7 @@ void line_miss(Workspace& w, int first, std::span<const double> values, std::spa
     return;
   }
   for (std::size_t i = 1; i < n; ++i) {
-    // Meant: a ring between two missing ones is not drawn at all.
+    // Deliberate: [lone-ring] a ring between two missing ones is not drawn at all.
     if (present[i - 1] && present[i]) w.plot.rline(years[i - 1], values[i - 1], years[i], values[i]);
   }
 }

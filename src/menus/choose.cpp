@@ -69,6 +69,7 @@ class Chooser {
     w.chs = 2;
   }
 
+  // Deliberate: [mean-name-stays] button 69 stays on when the chooser is left in mean mode.
   bool leave() {
     w.tr1 = w.chc(1);
     w.tr2 = w.chc(2);
@@ -144,8 +145,9 @@ class Chooser {
 
   void scroll(int step) { w.sccc = std::clamp(w.sccc + step, 0, std::max(w.nd - names_on_page, 0)); }
 
-  // The bounds are tested before the scroll offset is added, meant so; what lies beyond the list is passed
-  // over where the selection is used.
+  // Deliberate: [bounds-before-offset] the bounds are tested before the scroll offset is added; what lies
+  // beyond the list is passed over where the selection is used. Deliberate: [lower-edge] on it the row is 30,
+  // the first name of the next column.
   void pick_under_cursor() {
     const int column = static_cast<int>(7 * (w.msx - 200) / 2500.0);
     const int row = static_cast<int>(((240 - w.msy) * 30) / static_cast<double>(240 - 1640));
@@ -181,8 +183,8 @@ class Chooser {
     }
   }
 
-  // Takes k out of chc(1 … count), closing the gap, and answers whether it was there. The old last value
-  // stays behind the gap.
+  // Takes k out of chc(1 … count), closing the gap, and answers whether it was there.
+  // Deliberate: [behind-the-gap] the old last value stays behind it.
   bool take_out(int k, int count) {
     for (int j = 1; j <= count; ++j) {
       if (w.chc(j) != k) continue;
@@ -242,7 +244,7 @@ class Chooser {
         w.b(button::mean_name).on = true;
         return propose_mean_name();
       default:
-        return;  // the pair that was marked stays marked for deletion, meant so
+        return;  // Deliberate: [marked-for-deletion] the pair that was marked stays so
     }
   }
 
@@ -286,7 +288,8 @@ class Chooser {
     }
   }
 
-  // Where no core is marked the marks go all the same, and all indices are computed anew.
+  // Deliberate: [computes-anew] where no core is marked the marks go all the same, and all indices are
+  // computed anew.
   void delete_chosen() {
     const Selection cores = each_once(cores_among(chosen()));
     forget_chosen();
@@ -302,6 +305,7 @@ class Chooser {
     choose_these(cores_among(before));
     if (!mean_create(w)) choose_these(before);
     if (w.nc != cores) w.derived_stale = true;
+    // Deliberate: [mean-core] after a refusal too.
     w.b(button::mean_name).label = "Mean Core";
   }
 
@@ -319,8 +323,8 @@ class Chooser {
   }
 
   // --- The selection as a list. It may hold emptied places, chronologies, what lies beyond the list, and
-  // (where a gap was closed and the pair is chosen again) one core twice. Nothing of that may be acted on:
-  // deleting number 5 twice would delete the core that has become number 5.
+  // (where a gap was closed and the pair is chosen again) one core twice. Nothing of that may be acted on.
+  // Deliberate: [once-only] deleting number 5 twice would delete the core that has become number 5.
   using Selection = std::vector<std::int32_t>;
 
   Selection chosen() const { return {&w.chc(1), &w.chc(1) + w.chs}; }

@@ -49,6 +49,7 @@ void act(Workspace& w, int n, std::int32_t& start_year) {
     case button::correlation_segment:
       if (const auto v = entered(w, n, w.seg); v > 0 && v <= w.yr(sample)) w.seg = v;
       return;
+    // Deliberate: [overlap-unchecked] not against the segment.
     case button::correlation_overlap:
       if (const auto v = entered(w, n, w.olap); v > 0 && v <= w.yr(sample)) w.olap = v;
       return;

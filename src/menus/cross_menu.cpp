@@ -17,6 +17,7 @@ namespace {
 
 constexpr int pass_limit = 20'000;
 
+// Deliberate: [early-captions] years before -999 are asterisks.
 const EditFormat insert_edit{"(\"Insert \",I4)"};
 const EditFormat delete_edit{"(\"Delete \",I4)"};
 const EditFormat width_edit{"(I5)"};
@@ -64,6 +65,7 @@ class CrossMenu {
       case button::display_width:
         return enter_width();
       case button::line_plot:
+        // Deliberate: [skeleton] the label changes, no curve does.
         return flip(w.lineon, n, "Line Plot", "Skeleton");
       case button::indices:
         return flip(w.indon, n, "Indices", "Raw Data");
@@ -79,6 +81,8 @@ class CrossMenu {
     for (int n = first; n <= last; ++n) w.b(n).on = on;
   }
 
+  // Deliberate: [last-core-unoffered] tr1ok and tr2ok are never set for an edit of the last core, only for
+  // a move.
   void show_saves() {
     w.b(button::save_sample).on = w.tr1ok;
     w.b(button::save_reference).on = w.tr2ok;
@@ -93,6 +97,7 @@ class CrossMenu {
   void ask_for_year(bool insert) {
     w.ins = insert;
     show(button::crossdating_first, button::crossdating_last, false);
+    // Deliberate: [every-button-off] where neither is a core, every button.
     w.b(button::upper_plot).on = w.tr1 <= w.nc;
     w.b(button::lower_plot).on = w.tr2 <= w.nc;
   }
@@ -124,11 +129,11 @@ class CrossMenu {
     return picking && !year_in_sight() ? button::leave_pick : 0;
   }
 
-  // The edit is applied at once and shown; the buttons then ask whether to keep it. A click on a year that
-  // the series does not have changes nothing and the pick goes on.
+  // The edit is applied at once and shown; the buttons then ask whether to keep it.
   void edit_year(bool upper) {
     const int slot = slot_of(upper);
     const int year = w.fs + static_cast<int>((w.msx - 200) / w.scx);
+    // Deliberate: [pick-goes-on] a year that the series does not have changes nothing.
     if (!can_edit(slot, year, year)) return;
     w.ul = upper;
     w.insdel = year;
@@ -148,6 +153,7 @@ class CrossMenu {
 
   // An edit that was refused with a message has nothing to undo.
   void undo(bool insertion) {
+    // Deliberate: [saves-still-offered] the copies stay marked as changed, so that "Save Change" is offered.
     if (applied_ && insertion) del_year(w, slot_of(w.ul));
     if (applied_ && !insertion) ins_year(w, slot_of(w.ul), true);
     applied_ = false;

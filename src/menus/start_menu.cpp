@@ -27,7 +27,8 @@ namespace {
 constexpr int pass_limit = 10'000;
 constexpr int list_columns = 3, list_rows = 30;
 
-// Meant: what an abandoned entry offers to the test of its range, one more than the last button's number.
+// Deliberate: [offers-116] what an abandoned entry offers to the test of its range, one more than the last
+// button's number.
 constexpr std::int32_t offered_by_abandoned_entry = button::start_last + 1;
 
 // The flags of the menu's buttons, put aside while the list of chronologies is shown.
@@ -63,7 +64,8 @@ class StartMenu {
     but_draw(w, n);
     if (n >= button::spline_on && n <= button::segment_overlap) {
       mwrite(w, n - message::caption_offset);
-      mwrite(w, message::parameter_options);  // with each of the seven, meant so
+      // Deliberate: [seven-headings] with each of the seven.
+      mwrite(w, message::parameter_options);
       mwrite(w, message::ar_range);
     } else if (n == button::current_chronology) {
       for (int i = message::summary_years; i <= message::summary_rbar; ++i) mwrite(w, i);
@@ -78,7 +80,8 @@ class StartMenu {
 
   void draw_list() {
     mwrite(w, message::choose_chronology);
-    ch_disp(w, list_columns, w.nraw, w.cnam);  // meant: nraw names, though nfil can be picked
+    // Deliberate: [fewer-names] nraw names, though nfil can be picked.
+    ch_disp(w, list_columns, w.nraw, w.cnam);
   }
 
   void act(int n) {
@@ -105,7 +108,7 @@ class StartMenu {
         return pick_chronology();
       case button::crossdate:
         return crossdate();
-      case button::save_raw:
+      case button::save_raw:  // Deliberate: [indices-left-alone] it computes none.
         return write_raw(w);
       case button::save_crn:
         return with_fresh_indices(write_ind);
@@ -149,7 +152,7 @@ class StartMenu {
     if (setting != before) w.derived_stale = true;
   }
 
-  // --- The list of chronologies. There is no way back but a pick, or "Quit".
+  // --- The list of chronologies. Deliberate: [no-cancel] there is no way back but a pick, or "Quit".
 
   void open_list() {
     for (int n = button::start_first; n <= button::start_last; ++n) {
@@ -177,8 +180,9 @@ class StartMenu {
     close_list();
   }
 
-  // Meant: thirds and thirtieths of the whole area, a little larger than the cells that the list draws. On
-  // the lower edge it is row 30, the first entry of the next column.
+  // Deliberate: [larger-rows] thirds and thirtieths of the whole area, a little larger than the cells that
+  // the list draws. Deliberate: [bottom-edge] on the lower edge it is row 30, the first entry of the next
+  // column.
   int entry_under_cursor() const {
     const Rectangle& area = w.b(button::chronology_list);
     const int column = static_cast<int>((w.msx - area.x1) * 3.0 / 2500.0);
@@ -205,7 +209,7 @@ class StartMenu {
 
   void choose_output(int n, int first, int last, int name_line) {
     for (int other = first; other <= last; ++other) w.b(other).lit = other == n;
-    // Meant: both kinds count from the first raw type, so that 114 and 115 are entries 4 and 5.
+    // Both kinds count from the first raw type, so that 114 and 115 are entries 4 and 5.
     w.mtext(name_line) = mlab[static_cast<std::size_t>(n - button::raw_tucson)];
   }
 

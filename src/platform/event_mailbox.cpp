@@ -13,6 +13,7 @@ void EventMailbox::show(const Page& page) {
   page_came_();
 }
 
+// Deliberate: [stale-clicks] a click on a page that was replaced is dropped, a key is kept.
 bool EventMailbox::counts(const Action& action) const {
   return action.seen >= fresh_from_ && (!action.by_mouse || action.seen == page_.number);
 }

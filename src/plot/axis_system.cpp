@@ -36,6 +36,8 @@ std::vector<Stop> stops(const Axis& axis, int parts) {
   const auto begin = static_cast<long long>(std::ceil(before - slack));
   const auto end = static_cast<long long>(std::floor(after + slack));
   for (long long k = begin; k <= end; ++k) {
+    // Deliberate: [unlabelled-first] only a tick before the first label asked for, which the graph puts
+    // behind its first year.
     result.push_back({axis.first_label + static_cast<double>(k) * part, k % parts == 0 && k >= 0});
   }
   return result;
@@ -131,6 +133,7 @@ void AxisSystem::draw_ticks(Page& page, int colour) const {
 
 void AxisSystem::draw_x_labels(Page& page, const AxisWriting& writing) const {
   const double top = box_.bottom + gap;
+  // Deliberate: [crowded-labels] at every step, however they overlap.
   for (const double value : labelled(x_)) {
     add_label(page, writing, writing.label_height, label_text(value, x_.decimals), Align::centre, 0,
               {place(value, y_.first).x, top});

@@ -90,8 +90,8 @@ class RecordSource {
   virtual int next(std::string_view& record) = 0;
 };
 
-// Whether a comma in a number's field ends the field there, so that the next one begins behind the comma: in
-// files it does, in texts it is a bad character.
+// Deliberate: [commas] whether a comma in a number's field ends the field there, so that the next one begins
+// behind the comma: in files it does, in texts it is a bad character.
 enum class Commas { end_a_field, are_no_digits };
 
 // Reads as many records as `items` need (one, when there are none) and stores the items in order.

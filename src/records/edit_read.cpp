@@ -154,8 +154,9 @@ int read_items(RecordSource& source, const EditFormat& format, std::span<const R
 }
 
 int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items) {
-  // Blanks at the end of a text are no part of it: a sign with nothing else behind it is no number here,
-  // though it is 0 in a file, where only the end of the record can make it a bad one. This is meant.
+  // Deliberate: [sign-and-blanks] blanks at the end of a text are no part of it: a sign with nothing else
+  // behind it is no number here, though it is 0 in a file, where only the end of the record can make it a bad
+  // one.
   OneRecord record(trimmed(text));
   return read_items(record, format, items, Commas::are_no_digits);
 }

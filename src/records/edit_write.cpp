@@ -24,7 +24,8 @@ struct ValueOf {
   Value operator()(std::span<const std::int32_t> numbers, std::size_t k) const { return Integer(numbers[k]); }
 };
 
-// Records in the making. Blanks of an X are written only when something follows them.
+// Records in the making. Deliberate: [blanks-that-wait] blanks of an X are written only when something
+// follows.
 class RecordMaker {
  public:
   explicit RecordMaker(std::string& records) : records_(records) {}
@@ -60,6 +61,7 @@ class RecordMaker {
     return status::ok;
   }
 
+  // Deliberate: [signs-stay] plus_ stays in force in the records that follow.
   void end_record() {
     records_ += '\n';
     start_ = records_.size();

@@ -151,7 +151,7 @@ void append_right(std::string& record, std::string_view text, std::size_t width)
   record += text;
 }
 
-// The plus sign of an infinite value gives way where there is no room for it.
+// Deliberate: [infinite-plus] the plus sign of an infinite value gives way where there is no room for it.
 void append_infinite(std::string& record, std::string_view sign, std::size_t width) {
   const bool spelled_out = width >= sign.size() + 8;
   const bool signed_ = sign == "-" || width >= sign.size() + 3;
@@ -209,7 +209,8 @@ int read_real(std::string_view field, int decimals, double& value) {
   skip_blanks(field);
   const bool minus = take_sign(field);
   skip_blanks(field);
-  if (field.empty()) {  // a sign alone is 0 for a real, though it is no integer
+  // Deliberate: [sign-alone] 0 for a real, though it is no integer.
+  if (field.empty()) {
     value = 0.0;
     return status::ok;
   }

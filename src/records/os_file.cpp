@@ -93,6 +93,7 @@ Kind kind_from(const struct stat& about) {
   return S_ISREG(about.st_mode) ? Kind::regular : Kind::other;
 }
 
+// Deliberate: [no-pipes] pipes and devices are not, since nobody knows where they end.
 // Why a file of this kind is not read; 0 when it is.
 int reason_not_to_read(Kind kind) {
   if (kind == Kind::folder) return EISDIR;

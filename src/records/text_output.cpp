@@ -115,7 +115,7 @@ int TextOutput::State::take_place() {
   return 0;
 }
 
-// What somebody else has done to a file since it was copied must not be lost.
+// Deliberate: [changed-meanwhile] what somebody else has done to a file since it was copied must not be lost.
 int TextOutput::State::check_copied() const {
   if (!copied) return 0;
   os::Stamp now;
@@ -159,6 +159,7 @@ int TextOutput::append(std::string_view name) {
   return status::ok;
 }
 
+// Deliberate: [told-once] after the first failure everything answers 0, the closing included.
 int TextOutput::write_list(const EditFormat& format, std::span<const WriteItem> items) {
   if (!state_) return status::ok;
   if (const int unsuitable = write_items(state_->records, format, items)) return unsuitable;

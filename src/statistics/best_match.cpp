@@ -71,7 +71,8 @@ std::vector<MatchedStretch> best_matches(const Workspace& w) {
   LongWork work(w.plot, "Best match");
   for (std::int64_t k = 0; k < count; ++k) {
     work.at(static_cast<double>(k) / static_cast<double>(count));
-    // Deliberate: each stretch begins with the last year of the one before; their number disregards that.
+    // Deliberate: [shared-year] each stretch begins with the last year of the one before; their number
+    // disregards that.
     stretches.push_back(match(sample, reference, sample.first + k * (length - 1), length));
   }
   return stretches;
@@ -83,6 +84,7 @@ void cor_best(Workspace& w) {
     w.plot.setclr(colour::light_blue);
     w.plot.messag(edit(EditFormat("(2I5)"), stretch.first, stretch.last), x - 32, 370);
     int y = 445;
+    // Deliberate: [empty-ranks] ranks that were not filled show asterisks and 0.
     for (const Match& match : stretch.matches) {
       w.plot.setclr(colour::ink);
       w.plot.messag(edit(EditFormat("(F4.2)"), match.r), x, y);

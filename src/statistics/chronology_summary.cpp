@@ -46,7 +46,7 @@ void write_summary(Workspace& w) {
 
 Name chronology_name(const FileName& file) {
   std::string_view name = file.trimmed();
-  // Deliberate: the extension goes before the path does, and by its length alone.
+  // Deliberate: [extension-first] the extension goes before the path does, and by its length alone.
   name.remove_suffix(std::min(name.size(), extension_length));
   const auto path = name.find_last_of("/\\");
   if (path != std::string_view::npos) name.remove_prefix(path + 1);

@@ -67,7 +67,8 @@ AbsoluteDifference compare(std::vector<double> a, std::vector<double> b, std::si
   AbsoluteDifference result;
   result.mean_a = sum(Series(a).first(m)) / count;
   result.mean_b = sum(Series(b).first(m)) / count;
-  // Deliberate: all places are centred and summed, those without a value too; what they add is part of d.
+  // Deliberate: [unused-places] all places are centred and summed, those without a value too; what they add
+  // is part of d.
   for (double& value : a) value -= result.mean_a;
   for (double& value : b) value -= result.mean_b;
   result.s_a = standard_deviation(a, count - 1.0);
@@ -85,7 +86,7 @@ double cov(Series a, Series b) {
 }
 
 MaskedCorrelation covmiss(Series a, Series b, Mask ok) {
-  // Deliberate: no least number of pairs where none is missing.
+  // Deliberate: [complete-pairs] no least number of pairs where none is missing.
   if (all_of(ok)) return {cov(a, b), true};
   const auto m = std::count(ok.begin(), ok.end(), true);
   if (m < fewest_pairs) return {not_correlated, false};

@@ -22,7 +22,8 @@ struct MaskedCorrelation {
   bool valid = true;
 };
 
-// What covmiss answers for too few pairs: no correlation reaches it, so the value alone tells.
+// Deliberate: [two-point-zero] what covmiss answers for too few pairs. No correlation reaches it, so the
+// value alone tells.
 inline constexpr double not_correlated = 2.0;
 inline constexpr int fewest_pairs = 3;
 

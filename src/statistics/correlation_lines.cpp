@@ -30,11 +30,12 @@ void put_mean(Workspace& w, const SegmentBlock& block, std::string_view text) {
 
 // The line buffer as one record, by a format made for its width.
 void write_line(Workspace& w, const SegmentBlock& block, ReportFile& file) {
-  // Deliberate: a width of 0 or less makes no format, and leaves the line out without a word.
+  // Deliberate: [narrow-blocks] a width of 0 or less makes no format, and leaves the line out without a word.
   file.line(EditFormat(edit(EditFormat("(\"(A\",I3,\")\")"), line_width(block))), w.mess.view());
 }
 
-// A correlation in five columns without the digit before its point; 1.00 shows as .00.
+// A correlation in five columns without the digit before its point. Deliberate: [point-zero-zero] 1.00 shows
+// as .00, but in the means as 1.00.
 std::string stripped(double r) {
   const std::string text = edit(EditFormat("(F5.2)"), r);
   return std::string{' ', text[0], text[2], text[3], text[4]};
@@ -61,7 +62,7 @@ void write_headings(Workspace& w, const SegmentBlock& block, ReportFile& file) {
   write_line(w, block, file);
 }
 
-// What the lines of trees show is counted, report after report; nothing reads it yet.
+// Deliberate: [counts-never-cleared] what the lines of trees show is counted, report after report.
 void count_cell(Workspace& w, int i, int j, double r) {
   w.wk1(j) += r;
   w.iwk1(j) += 1;

@@ -27,7 +27,7 @@ YearSpan use_well_covered_years(Workspace& w) {
   int first = 1, last = years;
   while (first <= years && w.num(first, w.cf) <= 1) ++first;
   while (last >= first && w.num(last, w.cf) <= 1) --last;
-  // Deliberate: in the store itself; the raised depths stay until the column is built again.
+  // Deliberate: [raised-depths] in the store itself; the raised depths stay until the column is built again.
   for (int p = 1; p <= years; ++p) w.num(p, w.cf) = std::max(w.num(p, w.cf), 2);
   const std::int64_t before = std::int64_t{w.cfy(w.cf)} - 1;
   return {before + first, before + last};
@@ -57,8 +57,8 @@ void compare_with_rest(Workspace& w, int i) {
 }
 
 // For the chronology of another file: the current one as it stands.
-// Deliberate: as many values as the other one has, not as the current one has; behind them stays what the
-// entry before left, in this report or the one before.
+// Deliberate: [left-behind] as many values as the other one has, not as the current one has; behind them
+// stays what the entry before left, in this report or the one before.
 void compare_with_chronology(Workspace& w, int i) {
   for (int p = 1; p <= std::min(w.yr(i), max_years); ++p) w.corr_tables.comparison(p) = w.crn(p, w.cf);
 }

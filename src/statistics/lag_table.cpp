@@ -13,10 +13,12 @@ namespace {
 constexpr std::int32_t no_year = -9999;
 
 // First years of the segments, from `first` on in steps of `step` and never after `last`.
-// Deliberate: one more follows where the regular start is less than a step too late, and `last` then holds
-// for it, for the first segment too. A negative step runs backwards as far as the table has room.
+// Deliberate: [last-start] one more follows where the regular start is less than a step too late, and `last`
+// then holds for it, for the first segment too.
+// Deliberate: [negative-step] it runs backwards as far as the table has room.
 std::vector<std::int64_t> segment_starts(std::int64_t first, std::int64_t last, std::int64_t step) {
   std::vector<std::int64_t> starts;
+  // Deliberate: [step-0] no segments.
   if (step == 0) return starts;
   const std::int64_t bound = std::min(first + (max_segments - 1) * step, last + step - 1);
   for (std::int64_t start = first; step > 0 ? start <= bound : start >= bound; start += step) {
@@ -65,7 +67,7 @@ void fill_table(Workspace& w, std::int32_t ystart, Measure measure) {
 }  // namespace
 
 void cor_tab(Workspace& w, std::int32_t ystart) {
-  // Deliberate: whether a cell is valid is not kept; one with too few pairs holds 2.0.
+  // Deliberate: [wins-its-row] whether a cell is valid is not kept; one with too few pairs holds 2.0.
   fill_table(w, ystart, [](auto a, auto b, auto ok) { return covmiss(a, b, ok).r; });
 }
 

@@ -54,7 +54,8 @@ void write_totals(const Workspace& w, ReportFile& file, const Rings& rings, doub
   file.empty_line();
   file.line(EditFormat("(\" Number of trees \",I7)"), w.nc);
   file.line(EditFormat("(\" Mean tree age   \",F7.2)"), rings.count / w.nc);
-  // Deliberate: every ring weighs the same, so that old trees weigh more; no mean of the trees' means.
+  // Deliberate: [mean-width] every ring weighs the same, so that old trees weigh more; no mean of the trees'
+  // means.
   file.line(EditFormat("(\" Mean ring width \",F7.2)"), rings.sum / rings.count);
   file.line(EditFormat("(\" Mean correlation\",F7.2)"), mean_cbar);
   file.line(EditFormat("(\" Mean RBAR       \",F7.2)"), mean_rbar);

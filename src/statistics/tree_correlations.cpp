@@ -54,6 +54,7 @@ struct Span {
 Span well_covered(const Workspace& w, const DatedSeries& series, const Column& column) {
   Span span{std::max(series.first, column.first), std::min(series.last, column.last)};
   const auto thin = [&](std::int64_t year) { return w.num(column.position(year), column.file) <= 1; };
+  // Deliberate: [thin-years] those between the ends stay.
   while (span.first <= span.last && thin(span.first)) ++span.first;
   while (span.first <= span.last && thin(span.last)) --span.last;
   return span;
@@ -66,7 +67,8 @@ double tree_to_rest(Workspace& w, const DatedSeries& series, const Column& colum
   const auto rest = w.wk1.range(start, static_cast<int>(values.size()));
   for (std::size_t k = 0; k < values.size(); ++k) {
     const int p = start + static_cast<int>(k);
-    // Deliberate: divided by the full depth, not by the depth less one. All of cbar's results depend on it.
+    // Deliberate: [full-depth] divided by the full depth, not by the depth less one. All of cbar's results
+    // depend on it.
     rest[k] = (w.wk2(p) * w.crn(p, column.file) - values[k]) / w.wk3(p);
   }
   return cov(values, rest);

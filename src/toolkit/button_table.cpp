@@ -41,7 +41,7 @@ constexpr ScrollRow scroll_rows[] = {
 
 constexpr ButtonRow button_rows[] = {
     // no.    x1    y1    x2    y2   label          on lit
-    // The cross-dating screen. 22 and 23 share one rectangle; which of them is on decides which is hit.
+    // The cross-dating screen. Deliberate: [one-rectangle] 22 and 23 share one; which of them is on is hit.
     {19, 1380, 60, 1540, 105, "Insert", 1, 1},
     {20, 1380, 150, 1540, 195, "Delete", 1, 1},
     {21, 1840, 30, 1980, 75, " OK", 0, 1},
@@ -65,6 +65,7 @@ constexpr ButtonRow button_rows[] = {
     {48, 2680, 480, 2880, 525, "", 1, 1},  // overlap
     {49, 2680, 840, 2880, 885, "Correlate", 1, 1},
     {50, 2680, 600, 2880, 645, "", 1, 1},  // start year
+    // Deliberate: [both-lit] lit from the start, as the table of lags is.
     {51, 2680, 900, 2880, 945, "Best Fit", 1, 1},
     {52, 2680, 960, 2880, 1005, " Choose", 1, 1},
     // The series chooser.

@@ -15,7 +15,8 @@ constexpr int first_message = message::raw_type, last_message = 37;
 
 constexpr Rectangle box = {80, 1400, 1640, 1700};
 constexpr int text_x = 88, title_y = 1422;
-constexpr int line_y = 1602, line_step = 180;  // meant: only the first text line falls inside the box
+// Deliberate: [help-lines] only the first text line falls inside the box.
+constexpr int line_y = 1602, line_step = 180;
 constexpr int usual_height = 25, line_height = 20;
 
 using Line = Text<80>;
@@ -36,7 +37,8 @@ struct Record {
   }
 };
 
-// Meant: upper and lower edge are exchanged, so that a rectangle of the tables never lies under the cursor.
+// Deliberate: [upside-down-test] upper and lower edge are exchanged, so that a rectangle of the tables never
+// lies under the cursor.
 bool is_under_cursor(const Workspace& w, const Rectangle& r) {
   return r.x1 <= w.msx && w.msx <= r.x2 && r.y2 <= w.msy && w.msy <= r.y1;
 }

@@ -12,7 +12,7 @@ namespace vorn {
 // message number, the number of text lines that follow as "(A80)", and a title. Shown is the first record
 // that has the number looked for, or whose kind is 0, the end marker.
 //
-// No rectangle is ever found under the cursor: the test for it runs the wrong way up, and is meant to. So a
+// No rectangle is ever found under the cursor: the test for it runs the wrong way up (help.cpp). So a
 // message with number 0 is looked for, and the first record that has message number 0, or the end marker, is
 // what users see.
 //

@@ -8,7 +8,8 @@ namespace {
 
 constexpr int usual_height = 25, number_height = 30;
 
-// The next key, or whatever else the user does: everything has a code, and every code is a character here.
+// The next key, or whatever else the user does. Deliberate: [everything-is-a-character] each has a code, and
+// every code is a character here, Backspace and a click too.
 int next_code(Workspace& w) {
   const Event event = w.plot.csrpos();
   w.msx = event.x;
@@ -42,12 +43,14 @@ void get_str(Workspace& w, int n) {
     button.label(k) = ' ';
     break;
   }
-  if (k <= 2) button.label = before;  // meant: a single character is no name
+  // Deliberate: [one-letter-name] a single character is no name.
+  if (k <= 2) button.label = before;
 }
 
 void get_int(Workspace& w, int n, std::int32_t& v) {
   constexpr int inset = 8;
-  constexpr std::size_t most_keys = 6;  // five digits and Return; a sixth digit ends the entry without it
+  // Deliberate: [sixth-digit] five digits and Return; a sixth digit abandons the entry.
+  constexpr std::size_t most_keys = 6;
   Button& button = w.b(n);
   w.plot.height(number_height);
   button.label = Label();

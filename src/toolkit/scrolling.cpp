@@ -22,6 +22,7 @@ void scr(Workspace& w, std::int32_t step) {
   const Years first = std::min(w.fy(w.tr1), w.fy(w.tr2));
   const Years last = std::max(w.ly(w.tr1), w.ly(w.tr2));
   Years start = Years{w.fs} - step;
+  // Deliberate: [one-year-before] back to the year before the first.
   if (w.sl + start + 1 < last) start = std::max(start, first - 1);
   if (start > first) start = std::min(start, last - w.sl);
   w.fs = to_year(start);
@@ -37,11 +38,12 @@ void topbot(Workspace& w, std::int32_t step) {
     latest = std::max<Years>(latest, w.ly(i));
   }
   Years first = std::max(Years{w.fy(t)} + step, latest - (max_years - 1));
+  // Deliberate: [upper-limit-wins] applied last, so that this limit holds where both contradict each other.
   first = std::min(first, earliest + (max_years - 1));
   w.ly(t) = to_year(Years{w.ly(t)} - w.fy(t) + first);
   w.fy(t) = to_year(first);
   w.b(button::save_sample - 1 + row).on = true;
-  // Meant: the last tree, nc, is not marked.
+  // Deliberate: [last-tree-unmarked] the last tree, nc, is not.
   if (row == 1 && w.tr1 < w.nc) w.tr1ok = true;
   if (row == 2 && w.tr2 < w.nc) w.tr2ok = true;
 }

@@ -25,7 +25,7 @@ const EditFormat setting_edit("(I5)");
 constexpr int name_column = 200, layout_column = 920;
 constexpr int first_row = 260, row_height = 39;
 
-// Deliberate: "Tuscon" is what this program has always called it.
+// Deliberate: [tuscon] "Tuscon" is what this program has always called it.
 std::string_view layout_name(int layout) {
   switch (layout) {
     case file_format::heidelberg:
@@ -91,6 +91,7 @@ int keep_usable(Workspace& w) {
     const int layout = w.rftype(f);
     if (!w.rawok(f) || (!holds_ring_widths(layout) && layout != file_format::tucson_index)) continue;
     ++kept;
+    // Deliberate: [first-name-stays] where none is kept, the first listed name stays.
     w.cnam(kept) = w.cnam(f);
     w.rftype(kept) = layout;
     w.rfhead(kept) = w.rfhead(f);
@@ -135,6 +136,7 @@ void read_list(Workspace& w) {
 void check_files(Workspace& w) {
   const int kept = keep_usable(w);
   LongWork work(w.plot, "Loading");
+  // Deliberate: [last-to-first] the store ends with the cores of the first ring-width file.
   for (w.cf = kept; w.cf >= 1; --w.cf) {
     work.part(static_cast<double>(kept - w.cf) / kept, static_cast<double>(kept - w.cf + 1) / kept);
     init_raw(w, w.rftype(w.cf));

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view list_name = "TRW.fil";
 constexpr std::size_t extension_length = 4;  // the point and three letters
+// Deliberate: [undated-2009] whatever year it is now.
 constexpr std::int32_t last_year_of_undated = 2009;
 constexpr double missing_ring = -9.99;
 
@@ -26,7 +27,7 @@ const EditFormat ring_line("(14X,I6,F7.3)");
 
 using InputName = Text<40>;
 
-// Deliberate: the path goes before the extension does.
+// Deliberate: [path-first] the path goes before the extension does.
 Name core_name(const InputName& input) {
   std::string_view name = input.trimmed();
   const auto path = name.find_last_of("/\\");
@@ -78,8 +79,7 @@ class Conversion {
   bool broken_off_ = false;  // something was not read, because the operating system failed
 };
 
-// Tells the status of the last read or opening. Returns what io_err does: never that there was an error,
-// meant.
+// Tells the status of the last read or opening. Returns what io_err does: never that there was an error.
 bool Conversion::tell(std::string_view label, std::string_view file) {
   broken_off_ = broken_off_ || status::of_system(w.ios);
   return io_err(w, label, file);
@@ -90,7 +90,7 @@ bool Conversion::read_output_name(TextInput& list) {
   w.ios = list.read(output_line, output);
   const bool named = w.ios == status::ok;
   if (tell("Read1", list_name)) return false;
-  // Without a name the output would take the place of the first file of the list.
+  // Deliberate: [no-output-name] without one the output would take the place of the first file of the list.
   if (named) w.cnam(1) = output;
   return named;
 }
@@ -122,7 +122,7 @@ bool Conversion::read_inputs() {
 }
 
 Conversion::Outcome Conversion::read_listed(int i, const InputName& input) {
-  // Deliberate: an input that does not exist uses up its number all the same.
+  // Deliberate: [missing-input] an input that does not exist uses up its number all the same.
   start_entry(w, i, input);
   w.fileok = file_exists(input.view());
   if (w.fileok) return read_input(i, input);
@@ -151,7 +151,8 @@ Conversion::Outcome Conversion::read_input(int i, const InputName& input) {
 Conversion::Outcome Conversion::read_rings(TextInput& file, int i, const InputName& input, int& years) {
   std::int32_t year = 0;
   for (years = 0;; ++years) {
-    double width = 0;  // also that of a line that is not all numbers
+    // Deliberate: [bad-ring] also of a line that is not all numbers.
+    double width = 0;
     const int answer = file.read(ring_line, year, width);
     w.ios = answer;
     if (answer == status::end_of_file) return Outcome::read;
@@ -168,10 +169,11 @@ Conversion::Outcome Conversion::read_rings(TextInput& file, int i, const InputNa
   }
 }
 
-// Deliberate: entries 1 to nc, so that behind an input that did not exist the last ones are not written.
+// Deliberate: [missing-input] entries 1 to nc, so that behind an input that did not exist the last ones are
+// not written.
 void Conversion::write_cores() {
   const FileName name = w.cnam(1);
-  // An older output is whole; what has been read is not.
+  // Deliberate: [older-output] an older output is whole; what has been read is not.
   if (broken_off_ && file_exists(name.view())) return out_err(w, std::string(name.trimmed()) + " is kept");
   TextOutput out;
   told_or_end(w, out.create(name.view()), "OpenW", name.view());
@@ -189,7 +191,7 @@ void read_trw(Workspace& w) {
   }
   TextInput list;
   w.ios = list.open(list_name);
-  if (io_err(w, "Open", list_name)) return;  // io_err never says so; meant
+  if (io_err(w, "Open", list_name)) return;  // never: see io_err
   Conversion conversion(w);
   const bool read = conversion.read_output_name(list) && conversion.read_input_names(list);
   close_told(w, list, list_name);

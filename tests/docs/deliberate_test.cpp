@@ -1,11 +1,12 @@
-// What the documents promise about the tests.
+// docs/deliberate.md: each of its rows has a mark in the code, each mark a row, and each row its tests.
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
+#include <map>
 #include <regex>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "docs/pages.h"
 
@@ -14,53 +15,100 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::set<std::string> matches(const std::string& text, const std::regex& pattern) {
-  std::set<std::string> all;
-  for (std::sregex_iterator at(text.begin(), text.end(), pattern), end; at != end; ++at) {
-    all.insert((*at)[1].str() + "." + (*at)[2].str());
-  }
+using Names = std::set<std::string>;
+
+// The first groups of all matches of `pattern` in `text`.
+std::vector<std::string> matches(const std::string& text, const std::regex& pattern) {
+  std::vector<std::string> all;
+  for (std::sregex_iterator at(text.begin(), text.end(), pattern), end; at != end; ++at)
+    all.push_back((*at)[1]);
   return all;
 }
 
+Names set_of(const std::vector<std::string>& all) {
+  return {all.begin(), all.end()};
+}
+
 // "Suite.Name" of every test in the tree.
-std::set<std::string> all_tests() {
-  std::set<std::string> all;
+Names all_tests() {
+  Names all;
+  const std::regex test(R"(TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\))");
   for (const char* folder : {"src", "tests", "tools"}) {
-    for (const auto& entry : fs::recursive_directory_iterator(in_tree(folder))) {
-      if (entry.path().extension() != ".cpp") continue;
-      all.merge(matches(contents(entry.path()), std::regex(R"(TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\))")));
+    for (const fs::path& file : sources_below(folder)) {
+      const std::string text = contents(file);
+      for (std::sregex_iterator at(text.begin(), text.end(), test), end; at != end; ++at)
+        all.insert((*at)[1].str() + "." + (*at)[2].str());
     }
   }
   return all;
 }
 
-TEST(Deliberate, EveryLineNamesTestsThatExist) {
-  const std::set<std::string> tests = all_tests();
-  const std::string page = contents(in_tree("docs/deliberate.md"));
-  // Names of files look alike, but for their endings.
-  const auto named = matches(page, std::regex(R"(`([A-Z]\w*)\.([A-Z]\w*)`)"));
-  EXPECT_GT(named.size(), 50u);
-  for (const std::string& name : named) EXPECT_TRUE(tests.contains(name)) << name;
+// The tests that a text names; names of files look alike, but for their endings.
+Names tests_named(const std::string& text) {
+  return set_of(matches(text, std::regex(R"(`([A-Z]\w*\.[A-Z]\w*)`)")));
+}
+
+void expect_to_exist(const Names& tests) {
+  static const Names all = all_tests();
+  for (const std::string& name : tests) EXPECT_TRUE(all.contains(name)) << name;
+}
+
+std::vector<Row> deliberate_rows() {
+  return rows(in_tree("docs/deliberate.md"), "mark");
+}
+
+// Where each mark stands: names of files, which keep them when they move to another room.
+using Places = std::map<std::string, Names>;
+
+Places marks() {
+  Places all;
+  for (const fs::path& file : sources_below("src")) {
+    if (is_test(file)) continue;
+    for (const std::string& mark : matches(contents(file), std::regex(R"(Deliberate: \[([a-z0-9-]+)\])")))
+      all[mark].insert(file.filename().string());
+  }
+  return all;
+}
+
+TEST(Deliberate, EveryRowHasItsMarksAndEveryMarkItsRow) {
+  Places listed;
+  for (const Row& row : deliberate_rows())
+    listed[without_backticks(row.at("mark"))] = set_of(matches(row.at("where"), std::regex("`([^`]+)`")));
+  const Places found = marks();
+  for (const auto& [mark, files] : found) EXPECT_TRUE(listed.contains(mark)) << mark << " has no row";
+  for (const auto& [mark, files] : listed) {
+    const auto at = found.find(mark);
+    EXPECT_EQ(at == found.end() ? Names() : at->second, files) << mark;
+  }
+}
+
+TEST(Deliberate, NoTwoRowsShareAMark) {
+  Names seen;
+  for (const Row& row : deliberate_rows()) EXPECT_TRUE(seen.insert(row.at("mark")).second) << row.at("mark");
+  EXPECT_GT(seen.size(), 100u);
+}
+
+// A mark without its word in brackets, or another way to say the same, would be held by nothing.
+TEST(Deliberate, ThereIsOneKindOfMark) {
+  const std::regex other(R"(((?:Deliberate:(?! \[[a-z])|Meant[:,]|meant so|// meant|; meant\b).*))");
+  for (const fs::path& file : sources_below("src")) {
+    if (is_test(file)) continue;
+    for (const std::string& text : matches(contents(file), other)) ADD_FAILURE() << file << ": " << text;
+  }
+}
+
+TEST(Deliberate, EveryRowNamesTestsThatExist) {
+  for (const Row& row : deliberate_rows()) {
+    const Names tests = tests_named(row.at("pinned by"));
+    EXPECT_FALSE(tests.empty()) << row.at("mark");
+    expect_to_exist(tests);
+  }
 }
 
 TEST(Coverage, NamesTestsThatExist) {
-  const std::set<std::string> tests = all_tests();
-  const std::string page = contents(in_tree("docs/coverage.md"));
-  const auto named = matches(page, std::regex(R"(`([A-Z]\w*)\.([A-Z]\w*)`)"));
-  EXPECT_GT(named.size(), 5u);
-  for (const std::string& name : named) EXPECT_TRUE(tests.contains(name)) << name;
-}
-
-TEST(Deliberate, EveryLineNamesATest) {
-  std::ifstream page(in_tree("docs/deliberate.md"));
-  std::string line;
-  int lines = 0;
-  while (std::getline(page, line)) {
-    if (!line.starts_with("| ") || line.starts_with("| what ")) continue;
-    ++lines;
-    EXPECT_TRUE(std::regex_search(line, std::regex(R"(\| `[A-Z]\w*\.[A-Z]\w*`[^|]*\|$)"))) << line;
-  }
-  EXPECT_GT(lines, 50);
+  const Names tests = tests_named(contents(in_tree("docs/coverage.md")));
+  EXPECT_GT(tests.size(), 5u);
+  expect_to_exist(tests);
 }
 
 }  // namespace

@@ -25,8 +25,8 @@ std::string columns_text(int first, int last) {
 }
 
 // Code is set in backticks, and a page may say more than the table, behind its words.
-std::string shortened(std::string content, std::string_view to) {
-  std::erase(content, '`');
+std::string shortened(const std::string& text, std::string_view to) {
+  const std::string content = without_backticks(text);
   return content.starts_with(to) ? std::string(to) : content;
 }
 

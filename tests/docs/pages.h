@@ -20,6 +20,25 @@ inline std::string contents(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
+// Every C++ file below a folder of the tree.
+inline std::vector<std::filesystem::path> sources_below(const std::string& folder) {
+  std::vector<std::filesystem::path> all;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(in_tree(folder))) {
+    const std::string ending = entry.path().extension().string();
+    if (ending == ".cpp" || ending == ".h") all.push_back(entry.path());
+  }
+  return all;
+}
+
+inline bool is_test(const std::filesystem::path& file) {
+  return file.filename().string().ends_with("_test.cpp");
+}
+
+inline std::string without_backticks(std::string text) {
+  std::erase(text, '`');
+  return text;
+}
+
 inline std::string without_blanks_around(const std::string& text) {
   const std::size_t first = text.find_first_not_of(' ');
   return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
