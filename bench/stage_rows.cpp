@@ -40,7 +40,7 @@
 #include "statistics/tree_correlations.h"
 #include "toolkit/buttons.h"
 #include "toolkit/scrolling.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 namespace vorn::bench {
 namespace {

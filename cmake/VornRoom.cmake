@@ -1,14 +1,28 @@
-# vorn_room(NAME SOURCES file... [LINKS room...] [TESTS file_test.cpp...])
+# The list of rooms: src/rooms.txt.
+set(VORN_ROOMS_FILE ${PROJECT_SOURCE_DIR}/src/rooms.txt)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${VORN_ROOMS_FILE})
+file(STRINGS ${VORN_ROOMS_FILE} lines REGEX "^[a-z/_]+ *\\|")
+foreach(line IN LISTS lines)
+  string(REGEX MATCH "^([a-z/_]+) *\\|([^|]*)\\|" row "${line}")
+  set(room ${CMAKE_MATCH_1})
+  separate_arguments(links UNIX_COMMAND "${CMAKE_MATCH_2}")
+  list(APPEND VORN_ROOMS ${room})
+  set(VORN_LINKS_OF_${room} ${links})
+endforeach()
+
+# vorn_room(NAME SOURCES file... [TESTS file_test.cpp...])
 #
-# Makes the library vorn_NAME from the files of one room (a folder of src/) and, where the room has tests, the
-# program NAME_test, known to CTest test by test. LINKS names every room that this one may include; what the
-# links allow is checked once more, include by include, by tests/house_test.cpp.
+# Makes the library vorn_NAME from the files of one room (a folder of src/), linked with every room that the list
+# allows it to include, and, where the room has tests, the program NAME_test, known to CTest test by test.
 function(vorn_room name)
-  cmake_parse_arguments(room "" "" "SOURCES;LINKS;TESTS" ${ARGN})
+  cmake_parse_arguments(room "" "" "SOURCES;TESTS" ${ARGN})
+  if(NOT name IN_LIST VORN_ROOMS)
+    message(FATAL_ERROR "${name} is no room of ${VORN_ROOMS_FILE}")
+  endif()
   add_library(vorn_${name} STATIC ${room_SOURCES})
   target_include_directories(vorn_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(vorn_${name} PUBLIC vorn_settings)
-  foreach(link IN LISTS room_LINKS)
+  foreach(link IN LISTS VORN_LINKS_OF_${name})
     target_link_libraries(vorn_${name} PUBLIC vorn_${link})
   endforeach()
   if(room_TESTS AND BUILD_TESTING)

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "event_player.h"
-#include "formats/raw_editor.h"
+#include "editing/raw_editor.h"
 #include "fresh_workspace.h"
 #include "fuzz_folder.h"
 #include "menus/pair_ready.h"

@@ -12,7 +12,7 @@
 
 #include "target.h"
 #include "toolkit/button_table.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define VORN_ADDRESS_SANITIZER

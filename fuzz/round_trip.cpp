@@ -11,7 +11,7 @@
 #include "plot/screen.h"
 #include "target.h"
 #include "toolkit/buttons.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 namespace vorn::fuzz {
 namespace {

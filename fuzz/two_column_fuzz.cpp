@@ -14,7 +14,7 @@
 #include "small_store.h"
 #include "target.h"
 #include "walk/invariants.h"
-#include "workspace/two_column_conversion.h"
+#include "loading/two_column_conversion.h"
 
 namespace vorn::fuzz {
 namespace {

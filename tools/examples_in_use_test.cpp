@@ -20,8 +20,8 @@
 #include "support/queue_screen.h"
 #include "support/scratch_folder.h"
 #include "toolkit/buttons.h"
-#include "workspace/startup.h"
-#include "workspace/two_column_conversion.h"
+#include "loading/startup.h"
+#include "loading/two_column_conversion.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "chronology/mean_tree.h"
+#include "editing/mean_tree.h"
 #include "editing/core_edits.h"
-#include "formats/raw_editor.h"
+#include "editing/raw_editor.h"
 #include "menus/pair_ready.h"
 #include "plot/plot.h"
 #include "toolkit/buttons.h"

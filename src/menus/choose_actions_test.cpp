@@ -2,7 +2,7 @@
 #include <filesystem>
 
 #include "support/chooser_desk.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 namespace vorn {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "editing/working_pair.h"
 #include "support/menu_bench.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 namespace vorn {
 namespace {

@@ -11,7 +11,7 @@
 #include "editing/working_pair.h"
 #include "menus/cross_menu.h"
 #include "support/menu_bench.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 namespace vorn {
 namespace {

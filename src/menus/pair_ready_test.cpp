@@ -9,7 +9,7 @@
 #include "menus/start_menu.h"
 #include "statistics/chronology_summary.h"
 #include "support/menu_bench.h"
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 namespace vorn {
 namespace {

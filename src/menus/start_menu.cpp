@@ -18,8 +18,8 @@
 #include "toolkit/lists.h"
 #include "toolkit/messages.h"
 #include "toolkit/prompts.h"
-#include "workspace/startup.h"
-#include "workspace/two_column_conversion.h"
+#include "loading/startup.h"
+#include "loading/two_column_conversion.h"
 
 namespace vorn {
 namespace {

@@ -1,4 +1,4 @@
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 #include <gtest/gtest.h>
 

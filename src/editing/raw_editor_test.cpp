@@ -1,4 +1,4 @@
-#include "formats/raw_editor.h"
+#include "editing/raw_editor.h"
 
 #include <gtest/gtest.h>
 

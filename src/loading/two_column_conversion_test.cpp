@@ -1,4 +1,4 @@
-#include "workspace/two_column_conversion.h"
+#include "loading/two_column_conversion.h"
 
 #include <gtest/gtest.h>
 

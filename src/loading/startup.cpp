@@ -1,4 +1,4 @@
-#include "workspace/startup.h"
+#include "loading/startup.h"
 
 #include "chronology/index_pipeline.h"
 #include "formats/compact.h"

@@ -1,4 +1,4 @@
-#include "chronology/mean_tree.h"
+#include "editing/mean_tree.h"
 
 #include <gtest/gtest.h>
 

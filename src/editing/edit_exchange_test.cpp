@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "formats/raw_editor.h"
+#include "editing/raw_editor.h"
 #include "support/scratch_folder.h"
 #include "support/test_store.h"
 #include "toolkit/buttons.h"

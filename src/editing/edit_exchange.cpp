@@ -4,7 +4,7 @@
 #include <string>
 
 #include "formats/file_status.h"
-#include "formats/raw_editor.h"
+#include "editing/raw_editor.h"
 #include "formats/tucson_raw_layout.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
