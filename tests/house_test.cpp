@@ -17,6 +17,7 @@
 #include <tuple>
 #include <vector>
 
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -66,7 +67,7 @@ Plan read_plan(const fs::path& file) {
   return plan;
 }
 
-const fs::path our_sources = fs::path(VORN_SOURCE_DIR) / "src";
+const fs::path our_sources = source_folder() / "src";
 
 const Plan& house() {
   static const Plan plan = read_plan(our_sources / "rooms.txt");
@@ -285,7 +286,7 @@ TEST(House, EveryArrowOfThePlanRunsDown) {
 
 // The rows of rooms are those of three columns that name a folder.
 TEST(House, ArchitectureHasTheTableOfThePlan) {
-  std::ifstream page(fs::path(VORN_SOURCE_DIR) / "ARCHITECTURE.md");
+  std::ifstream page(source_folder() / "ARCHITECTURE.md");
   Names rows, expected;
   for (std::string line; std::getline(page, line);) {
     if (std::regex_search(line, std::regex(R"(^\| `\w+/` \|[^|]*\|[^|]*\|$)"))) rows.push_back(line);

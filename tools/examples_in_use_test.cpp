@@ -12,16 +12,17 @@
 #include "chronology/index_pipeline.h"
 #include "editing/ring_edits.h"
 #include "editing/working_pair.h"
+#include "loading/startup.h"
+#include "loading/two_column_conversion.h"
 #include "plot/plot.h"
 #include "statistics/best_match.h"
 #include "statistics/chronology_summary.h"
 #include "statistics/lag_table.h"
 #include "statistics/tree_correlations.h"
+#include "support/places.h"
 #include "support/queue_screen.h"
 #include "support/scratch_folder.h"
 #include "toolkit/buttons.h"
-#include "loading/startup.h"
-#include "loading/two_column_conversion.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -30,7 +31,7 @@ namespace {
 class ExamplesInUse : public ::testing::Test {
  protected:
   ExamplesInUse() {
-    std::filesystem::copy(std::filesystem::path(VORN_SOURCE_DIR) / "examples", scratch_.path());
+    std::filesystem::copy(source_folder() / "examples", scratch_.path());
     w.log = &log;
     init_start(w);
   }

@@ -10,6 +10,7 @@
 #include "example_files.h"
 #include "example_layouts.h"
 #include "made_up_trees.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn::examples {
@@ -17,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path committed = fs::path(VORN_SOURCE_DIR) / "examples";
+const fs::path committed = source_folder() / "examples";
 // What stands in examples/ beside the generator's files.
 const std::set<std::string> written_by_hand = {"README.md", "Help.prn", "demo.vrs"};
 

@@ -11,6 +11,7 @@
 #include "formats/recognition.h"
 #include "formats/tucson_index.h"
 #include "formats/tucson_raw.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 #include "support/specimen_store.h"
 
@@ -79,7 +80,7 @@ class RealFiles : public SpecimenStore, public ::testing::WithParamInterface<Rea
 
 TEST_P(RealFiles, LoadAsTheirFiguresSay) {
   const RealFile expected = GetParam();
-  const std::filesystem::path folder = VORN_REAL_FILES_DIR;
+  const std::filesystem::path folder = real_files_folder();
   if (!std::filesystem::exists(folder / expected.name))
     GTEST_SKIP() << expected.name << " is not at " << folder;
   // Its own path may be longer than the 60 characters of a file name.

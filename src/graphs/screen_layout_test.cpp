@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "plot/font_metrics.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -157,7 +158,7 @@ class ScreenLayout : public testing::Test {
  protected:
   ScreenLayout() {
     namespace fs = std::filesystem;
-    fs::copy(fs::path(VORN_SOURCE_DIR) / "examples", ".", fs::copy_options::recursive);
+    fs::copy(source_folder() / "examples", ".", fs::copy_options::recursive);
   }
   // Plays the session; the pages that it left, in their order.
   std::vector<std::string> pages() {
@@ -237,7 +238,7 @@ TEST_F(ScreenLayout, AxesOfAHundredYearsHaveALabelADecadeEachFreeOfTheNext) {
 }
 
 TEST_F(ScreenLayout, ThePicturesOfTheDocumentationCanBeMadeAnew) {
-  ASSERT_TRUE(plays(VORN_SOURCE_DIR "/docs/pictures/pictures.vrs"));
+  ASSERT_TRUE(plays((source_folder() / "docs/pictures/pictures.vrs").string()));
   for (const char* picture : {"start.png", "crossdating.png", "lag-table.png"}) {
     EXPECT_TRUE(ScratchFolder::read(picture).starts_with("\x89PNG")) << picture;
   }

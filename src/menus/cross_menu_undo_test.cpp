@@ -9,9 +9,10 @@
 
 #include "chronology/index_pipeline.h"
 #include "editing/working_pair.h"
+#include "loading/startup.h"
 #include "menus/cross_menu.h"
 #include "support/menu_bench.h"
-#include "loading/startup.h"
+#include "support/places.h"
 
 namespace vorn {
 namespace {
@@ -130,14 +131,14 @@ class TakenBack : public MenuBench {
 };
 
 TEST_F(TakenBack, AThousandEditsOfTheExamplesLeaveTheStoreBitForBit) {
-  std::filesystem::copy(std::filesystem::path(VORN_SOURCE_DIR) / "examples", ".");
+  std::filesystem::copy(source_folder() / "examples", ".");
   edit_and_take_back(1'000);
 }
 
 class TakenBackOfRealFiles : public TakenBack, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(TakenBackOfRealFiles, AThousandEditsLeaveTheStoreBitForBit) {
-  const auto file = std::filesystem::path(VORN_REAL_FILES_DIR) / GetParam();
+  const auto file = real_files_folder() / GetParam();
   if (!std::filesystem::exists(file)) GTEST_SKIP() << "no " << GetParam() << " here";
   std::filesystem::copy(file, ".");
   folder.write("Vorn.fil", std::string(GetParam()) + "\n");

@@ -9,11 +9,12 @@
 #include <QTextBlock>
 
 #include "platform/window_system_for_tests.h"
+#include "support/places.h"
 
 namespace vorn {
 namespace {
 
-const QString guide = QStringLiteral(VORN_SOURCE_DIR "/docs/guide.md");
+const QString guide = QString::fromStdString((source_folder() / "docs/guide.md").string());
 
 struct Guide : testing::Test {
   QApplication& application = application_for_tests();

@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "records/text_file.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -52,7 +53,7 @@ Row parse_row(const std::string& line) {
 }
 
 std::vector<Row> rows() {
-  std::ifstream file(VORN_SOURCE_DIR "/src/records/edit_descriptors.txt");
+  std::ifstream file(source_folder() / "src/records/edit_descriptors.txt");
   std::vector<Row> all;
   for (std::string line; std::getline(file, line);)
     if (!line.starts_with('#')) all.push_back(parse_row(line));

@@ -13,6 +13,7 @@
 #include "plot/plot.h"
 #include "plot/visible_text.h"
 #include "support/desk.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 #include "toolkit/button_table.h"
 #include "toolkit/buttons.h"
@@ -194,7 +195,7 @@ struct SampleRecord {
 
 class SampleHelp : public Help {
  protected:
-  SampleHelp() { std::filesystem::copy_file(VORN_SOURCE_DIR "/examples/Help.prn", "Help.prn"); }
+  SampleHelp() { std::filesystem::copy_file(source_folder() / "examples/Help.prn", "Help.prn"); }
 
   static std::vector<SampleRecord> records() {
     std::istringstream file(folder_read());

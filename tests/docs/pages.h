@@ -9,10 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "support/places.h"
+
 namespace vorn {
 
 inline std::filesystem::path in_tree(const std::string& path) {
-  return std::filesystem::path(VORN_SOURCE_DIR) / path;
+  return source_folder() / path;
 }
 
 inline std::string contents(const std::filesystem::path& file) {

@@ -13,6 +13,7 @@
 
 #include "menus/main_program.h"
 #include "support/menu_bench.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -96,7 +97,7 @@ int run(const std::string& command) {
 
 // Plays the session on the examples in the current folder, with these settings of the environment.
 Files played(const std::string& settings = {}) {
-  fs::copy(fs::path(VORN_SOURCE_DIR) / "examples", ".",
+  fs::copy(source_folder() / "examples", ".",
            fs::copy_options::recursive | fs::copy_options::overwrite_existing);
   ScratchFolder::write("everything.vrs", everything);
   EXPECT_EQ(run("env " + settings + " \"" VORN_REPLAY "\" everything.vrs 2> said.err"), 0)
@@ -130,7 +131,7 @@ TEST_F(Place, TheSessionWritesAllThereIs) {
                            "pair.svg", "start.png", "lags.pdf", "editor.txt"}) {
     EXPECT_TRUE(plain().contains(name) && !plain()[name].empty()) << name;
   }
-  EXPECT_NE(plain()["faraway.rwm"], ScratchFolder::read(VORN_SOURCE_DIR "/examples/faraway.rwm"));
+  EXPECT_NE(plain()["faraway.rwm"], ScratchFolder::read((source_folder() / "examples/faraway.rwm").string()));
 }
 
 TEST_F(Place, FoldersWithBlanksAndUmlautsChangeNothing) {

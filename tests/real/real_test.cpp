@@ -12,13 +12,14 @@
 #include <string>
 #include <vector>
 
+#include "support/places.h"
 #include "support/whole_program.h"
 
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
-const fs::path folder_of_files = VORN_REAL_FILES_DIR;
+const fs::path folder_of_files = real_files_folder();
 
 std::vector<std::string> all_files() {
   std::set<std::string> names;

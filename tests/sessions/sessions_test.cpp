@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -19,8 +20,8 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-const fs::path sessions = fs::path(VORN_SOURCE_DIR) / "tests" / "sessions";
-const fs::path examples = fs::path(VORN_SOURCE_DIR) / "examples";
+const fs::path sessions = source_folder() / "tests" / "sessions";
+const fs::path examples = source_folder() / "examples";
 
 // "#: has FILE TEXT" in three words, the last one the rest of the line.
 struct Remark {

@@ -13,6 +13,7 @@
 #include "menus/main_program.h"
 #include "platform/event_mailbox.h"
 #include "plot/plot.h"
+#include "support/places.h"
 #include "support/queue_screen.h"
 #include "support/scratch_folder.h"
 #include "toolkit/button_table.h"
@@ -24,7 +25,7 @@ namespace {
 
 class Threads : public ::testing::Test {
  protected:
-  Threads() { std::filesystem::copy(std::filesystem::path(VORN_SOURCE_DIR) / "examples", "."); }
+  Threads() { std::filesystem::copy(source_folder() / "examples", "."); }
 
   // The program, until it ends. Answers why.
   EndReason run() {

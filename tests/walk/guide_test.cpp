@@ -12,6 +12,7 @@
 #include <sstream>
 #include <string>
 
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -20,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::set<std::string>;
 
-const fs::path source = VORN_SOURCE_DIR;
+const fs::path source = source_folder();
 const std::string second_reports = "# 7.";  // where the session writes the reports again
 
 std::string contents(const fs::path& file) {

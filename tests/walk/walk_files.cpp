@@ -5,13 +5,15 @@
 #include <fstream>
 #include <ostream>
 
+#include "support/places.h"
+
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path examples = fs::path(VORN_SOURCE_DIR) / "examples";
-const fs::path real_files = VORN_REAL_FILES_DIR;
+const fs::path examples = source_folder() / "examples";
+const fs::path real_files = real_files_folder();
 
 void write(const std::string& name, const std::string& text) {
   std::ofstream(name, std::ios::binary) << text;
