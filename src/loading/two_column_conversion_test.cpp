@@ -162,6 +162,16 @@ TEST_F(TwoColumnConversion, OlderOutputIsKeptWhenAnInputCannotBeOpened) {
   EXPECT_EQ(w.nc, 2);
 }
 
+// Nothing was broken off: what is written is all that there is.
+TEST_F(TwoColumnConversion, OlderOutputIsReplacedThoughAnInputIsMissingOrALineIsNoNumber) {
+  ScratchFolder::write("TRW.fil", "out.rwl\na.trw\ngone.trw\n");
+  ScratchFolder::write("a.trw", ring(1990, "1.0") + ring(1991, "x"));
+  ScratchFolder::write("out.rwl", "older");
+  read_trw(w);
+  EXPECT_EQ(messages(), (Messages{"Read2a.trw fail err =  5010", "gone.trw does not exist"}));
+  EXPECT_EQ(ScratchFolder::read("out.rwl"), raw_line("a", 1990, {1000, 0, -9999}));
+}
+
 TEST_F(TwoColumnConversion, OutputThatCannotBeCreatedIsToldAsOpenW) {
   ScratchFolder::write("TRW.fil", "nowhere/out.rwl\na.trw\n");
   ScratchFolder::write("a.trw", ring(1990, "1.0"));

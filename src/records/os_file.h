@@ -69,7 +69,8 @@ int follow_links(std::string& path);
 // 0 when an existing file may be written, 13 (EACCES) or another number when not.
 int may_write(const std::string& path);
 
-// Gives the file `to` the permissions of `from`, and its owner where that is allowed.
+// Gives the file `to` the permission bits of `from`, and its owner and group where that is allowed. Access
+// control lists and other attributes are not copied.
 int copy_permissions(const std::string& from, const std::string& to);
 // Gives the file `from` the name `to`, in one step, in place of a file that has it.
 int rename(const std::string& from, const std::string& to);
