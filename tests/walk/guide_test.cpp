@@ -23,6 +23,7 @@ using Lines = std::set<std::string>;
 
 const fs::path source = source_folder();
 const std::string second_reports = "# 7.";  // where the session writes the reports again
+const std::string bark_end_fixed = "# 8.";  // where it begins anew, dated from the bark
 
 std::string contents(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
@@ -89,6 +90,17 @@ TEST_F(Guide, EveryQuotedLineStandsInAFileOfTheSession) {
     }
   }
   EXPECT_GE(quoted, 15);
+}
+
+TEST_F(Guide, WritesTheSameWidthsWithTheBarkEndFixed) {
+  const auto cut = session_.find(bark_end_fixed);
+  ASSERT_NE(cut, std::string::npos);
+  ASSERT_EQ(play(session_.substr(0, cut)), 3);  // left while the program waits
+  const std::string from_the_inner_end = ScratchFolder::read("nowhere.RWW");
+  fs::remove("nowhere.RWW");
+  ASSERT_EQ(play(session_), 0);
+  EXPECT_FALSE(from_the_inner_end.empty());
+  EXPECT_EQ(ScratchFolder::read("nowhere.RWW"), from_the_inner_end);
 }
 
 TEST_F(Guide, ShowsThePicturesThatTheSessionMakes) {
