@@ -65,8 +65,8 @@ class PredictionErrors {
     const std::size_t fewer = forward_.size() - 1;
     for (std::size_t j = 0; j < fewer; ++j) {
       forward_[j] = forward_[j] - reflection * backward_[j];
-      backward_[j] =
-          backward_[j + 1] - reflection * forward_[j + 1];  // forward error still of the order before
+      // The forward error here is still that of the order before.
+      backward_[j] = backward_[j + 1] - reflection * forward_[j + 1];
     }
     forward_.resize(fewer);
     backward_.resize(fewer);

@@ -46,14 +46,12 @@ BurgModel memcof2(std::span<const double> series, int max_order, std::span<doubl
 // Source: Box and Jenkins (1970), Time series analysis, for the back-casting.
 void albino2(std::span<double> series, std::span<const double> coefficients);
 
-// Prewhitens an index series: fits a model with memcof2, takes the residuals with albino2 and raises them
-// by 1.
+// Prewhitens an index series: fits a model with memcof2, takes the residuals with albino2 and adds 1.
 //
 // Given:    index         n values, in year order
 //           max_order     highest order to try, 1 or more
-// Returned: prewhitened   n values, none below 0: what falls below, or is not a number, becomes 0. An index
-// about 1
-//                         comes out about 2
+// Returned: prewhitened   n values, none below 0: what falls below, or is not a number, becomes 0;
+//                         an index about 1 comes out about 2
 //           coefficients  as memcof2 leaves them
 // Result:   the order of the model
 //

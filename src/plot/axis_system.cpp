@@ -14,8 +14,7 @@ namespace {
 
 constexpr double gap = 20;  // between an axis and its labels, and between these and the title
 constexpr double long_tick = 24, short_tick = 12;
-constexpr double most_intervals =
-    20'000;                       // more than any span of years needs: steps finer than that mark nothing
+constexpr double most_intervals = 20'000;  // more than any span of years needs; finer steps mark nothing
 constexpr double far_away = 1e9;  // page units; lines out of the box keep their direction well enough
 
 // One place on an axis at which something stands.

@@ -31,9 +31,9 @@ class Plot {
   void shdpat(int pattern);  // 0: areas are drawn as their border only; otherwise (16) filled
   void height(int units);    // of a capital letter of texts and axis labels; more than 0
   void hname(int units);     // of a capital letter of axis titles; more than 0
-  void winfnt(
-      std::string_view name);  // "Times New Roman" for the Times kind; "Arial" (and any other) for Arial's
-  void simplx() {}             // the simple lettering: texts always look so, nothing changes
+  // "Times New Roman" for the Times kind; "Arial" (and any other) for Arial's.
+  void winfnt(std::string_view name);
+  void simplx() {}  // the simple lettering: texts always look so, nothing changes
 
   // --- Marks by page position.
   void erase() { page_.clear(); }                                // empties the page; colour and the like stay
@@ -50,8 +50,8 @@ class Plot {
   void labdig(int digits, char which);            // decimals of the labels, -1 for integers; at first 1
   void ticks(int count, char which);              // ticks to a label interval; at first 1
   void name(std::string_view title, char which);  // set before graf; at first none
-  void ticpos(std::string_view where,
-              std::string_view axes);  // "REVERS", as at first: inside; "LABELS": outside
+  // Where ticks are: "REVERS", as at first, inside; "LABELS" outside.
+  void ticpos(std::string_view where, std::string_view axes);
 
   // Draws the axis system in the current colour, height and font: a box, ticks on all four sides, labels,
   // titles. X runs from xa to xe with labels at xor_, xor_ + xstep, ...; Y likewise. Axes that cannot be

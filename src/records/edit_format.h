@@ -26,9 +26,8 @@ namespace vorn {
 namespace status {
 inline constexpr int ok = 0;
 inline constexpr int end_of_file = -1;
-inline constexpr int format_unusable =
-    5006;                                  // an edit format that cannot be read, or does not suit its items
-inline constexpr int not_a_number = 5010;  // a field that is no number
+inline constexpr int format_unusable = 5006;   // an edit format that is none, or does not suit its items
+inline constexpr int not_a_number = 5010;      // a field that is no number
 inline constexpr int number_too_large = 5011;  // an integer beyond 32 bits
 
 // Whether the operating system has failed, and not what was read or written.

@@ -114,8 +114,8 @@ TEST_F(Messages, ControlCodesOfANameCannotSteerATerminal) {
 }
 
 TEST_F(Messages, NamesOfOtherAlphabetsReachTheLogAsTheyAre) {
-  const std::string name =
-      "\xC5\xBB\xC3\x93\xC5\x9A";  // its last letter has a byte that would be a control code
+  // Its last letter has a byte that would be a control code.
+  const std::string name = "\xC5\xBB\xC3\x93\xC5\x9A";
   screen_.key(' ');
   out_err(w, name);
   EXPECT_EQ(desk_.log.str(), name + "\n");
