@@ -7,6 +7,7 @@
 #include "formats/core_loading.h"
 #include "formats/file_status.h"
 #include "formats/tucson_raw.h"
+#include "formats/two_column_layout.h"
 #include "plot/long_work.h"
 #include "plot/screen.h"
 #include "records/text_file.h"
@@ -23,7 +24,6 @@ constexpr double missing_ring = -9.99;
 
 const EditFormat output_line("(A60)");
 const EditFormat input_line("(A40)");
-const EditFormat ring_line("(14X,I6,F7.3)");
 
 using InputName = Text<40>;
 
@@ -153,7 +153,7 @@ Conversion::Outcome Conversion::read_rings(TextInput& file, int i, const InputNa
   for (years = 0;; ++years) {
     // Deliberate: [bad-ring] also of a line that is not all numbers.
     double width = 0;
-    const int answer = file.read(ring_line, year, width);
+    const int answer = file.read(two_column::ring_line, year, width);
     w.ios = answer;
     if (answer == status::end_of_file) return Outcome::read;
     if (tell("Read2", input.view())) return Outcome::given_up;

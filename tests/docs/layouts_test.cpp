@@ -13,6 +13,7 @@
 #include "formats/heidelberg_layout.h"
 #include "formats/tucson_index_layout.h"
 #include "formats/tucson_raw_layout.h"
+#include "formats/two_column_layout.h"
 
 namespace vorn {
 namespace {
@@ -64,6 +65,11 @@ TEST(LayoutPages, CompactShowsItsTable) {
 
 TEST(LayoutPages, ColumnTableShowsItsTable) {
   EXPECT_EQ(rows_shown("column-table.md", "Columns", column_table::fields), rows_of(column_table::fields));
+}
+
+TEST(LayoutPages, TwoColumnsShowTheirTable) {
+  EXPECT_EQ(rows_shown("two-column.md", "Columns of an input", two_column::fields),
+            rows_of(two_column::fields));
 }
 
 TEST(LayoutPages, HeidelbergShowsItsKeys) {
@@ -152,6 +158,7 @@ TEST(LayoutTables, AreWhatTheEditFormatsReadAndWrite) {
   EXPECT_EQ(disagreement(tucson_index::decade_line, tucson_index::fields), "");
   EXPECT_EQ(disagreement(compact::header_edit, compact::header_fields), "");
   EXPECT_EQ(disagreement(column_table::year_line, column_table::fields), "");
+  EXPECT_EQ(disagreement(two_column::ring_line, two_column::fields), "");
 }
 
 // The check itself sees what is wrong.
@@ -199,6 +206,7 @@ TEST(LayoutPages, ShowTheWidthsOfTheEditFormats) {
   expect_widths("tucson-index.md", "Columns", tucson_index::first_line_edit, tucson_index::fields);
   expect_widths("compact.md", "Columns", compact::header_edit, compact::header_fields);
   expect_widths("column-table.md", "Columns", column_table::year_line, column_table::fields);
+  expect_widths("two-column.md", "Columns of an input", two_column::ring_line, two_column::fields);
 }
 
 // --- Heidelberg: the keys.
