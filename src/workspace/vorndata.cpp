@@ -4,6 +4,36 @@
 
 namespace vorn {
 
+SeriesStore::SeriesStore()
+    : nam(entry_places),
+      fy(entry_places),
+      ly(entry_places),
+      yr(entry_places),
+      ad(entry_places),
+      x(pool_places),
+      xok(pool_places),
+      tx(pool_places),
+      ax(pool_places) {
+  ad(1) = 1;
+}
+
+FileTable::FileTable()
+    : cnam(max_files),
+      rawok(max_files),
+      rftype(max_files),
+      rfhead(max_files),
+      cfy(max_files),
+      cly(max_files),
+      cyr(max_files),
+      crn(max_years, max_files),
+      num(max_years, max_files) {}
+
+Comparison::Comparison() : chc(entry_places) {}
+
+Controls::Controls() : b(max_buttons), mtext(max_messages), madd(max_messages) {}
+
+LagTable::LagTable() : ctab(2 * max_lag + 1, max_segments), cyrs(2, max_segments) {}
+
 CorrelationReportTables::CorrelationReportTables()
     : correlation(entry_places, 24),
       valid(entry_places, 24),
@@ -15,43 +45,17 @@ CorrelationReportTables::CorrelationReportTables()
       depth_less_one(max_years),
       comparison(max_years) {}
 
-Workspace::Workspace(Plot& the_plot)
-    : plot(the_plot),
-      log(&std::cerr),
-      nam(entry_places),
-      fy(entry_places),
-      ly(entry_places),
-      yr(entry_places),
-      ad(entry_places),
-      x(pool_places),
-      xok(pool_places),
-      tx(pool_places),
-      ax(pool_places),
-      chc(entry_places),
-      cnam(max_files),
-      rawok(max_files),
-      rftype(max_files),
-      rfhead(max_files),
-      cfy(max_files),
-      cly(max_files),
-      cyr(max_files),
-      crn(max_years, max_files),
-      num(max_years, max_files),
-      wk1(max_years),
+WorkVectors::WorkVectors()
+    : wk1(max_years),
       wk2(max_years),
       wk3(max_years),
       wk4(max_years),
       iwk1(max_years),
       iwk2(max_years),
-      b(max_buttons),
-      mtext(max_messages),
-      madd(max_messages),
-      ctab(2 * max_lag + 1, max_segments),
-      cyrs(2, max_segments),
       ar_coefficients(12, entry_places),
       tree_to_chronology(max_series),
-      tree_to_trees(max_series) {
-  ad(1) = 1;
-}
+      tree_to_trees(max_series) {}
+
+Workspace::Workspace(Plot& the_plot) : plot(the_plot), log(&std::cerr) {}
 
 }  // namespace vorn

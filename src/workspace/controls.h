@@ -1,0 +1,38 @@
+// Buttons, message lines, and what the user did last.
+#pragma once
+
+#include <cstdint>
+
+#include "workspace/names.h"
+#include "workspace/table.h"
+
+namespace vorn {
+
+// A rectangle of the page, in page units.
+struct Rectangle {
+  int x1 = 0, y1 = 0;  // left, top
+  int x2 = 0, y2 = 0;  // right, bottom
+};
+
+// One control of the program: a rectangle that it paints and hit-tests itself.
+struct Button : Rectangle {
+  Label label;
+  bool on = false;   // shown and clickable
+  bool lit = false;  // highlighted; of options, the one chosen
+};
+
+struct Controls {
+  Controls();
+
+  Table<Button> b;
+  Table<Label> mtext;                  // message lines
+  Table<Rectangle> madd;               // and where they stand
+  Text<140> mess;                      // line buffer
+  std::int32_t mous = 0;               // button hit last, 0 for none
+  std::int32_t msx = 0, msy = 0;       // where the click was
+  std::int32_t ios = 0;                // status of the last file operation, see records/edit_format.h
+  bool fileok = false;                 // answer of the last test whether a file exists
+  bool passing_over_messages = false;  // Escape was pressed at a message: those that follow are not shown
+};
+
+}  // namespace vorn

@@ -1,0 +1,37 @@
+// The file table: the files of the list, each with its own chronology.
+#pragma once
+
+#include <cstdint>
+
+#include "workspace/names.h"
+#include "workspace/table.h"
+
+namespace vorn {
+
+// What rftype says of a file.
+namespace file_format {
+inline constexpr int heidelberg = 1;
+inline constexpr int compact = 2;
+inline constexpr int tucson_raw = 3;
+inline constexpr int tucson_index = 4;
+inline constexpr int not_recognised = 5;
+}  // namespace file_format
+
+struct FileTable {
+  FileTable();
+
+  Table<FileName> cnam;        // name as the list has it
+  Table<bool> rawok;           // the file exists
+  Table<std::int32_t> rftype;  // its layout, see file_format
+  Table<std::int32_t> rfhead;  // header lines before its first data line (Tucson layouts)
+  Table<std::int32_t> cfy;     // first year of its chronology
+  Table<std::int32_t> cly;     // last year of its chronology
+  Table<std::int32_t> cyr;     // years of its chronology
+  Grid<double> crn;  // chronology: year k of file f is crn(k, f); thousandths where read from an index file
+  Grid<std::int32_t> num;  // its sample depth
+  std::int32_t nfil = 0;   // files kept after start-up
+  std::int32_t nraw = 0;   // how many of them hold ring widths
+  std::int32_t cf = 0;     // the current file
+};
+
+}  // namespace vorn

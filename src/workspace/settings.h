@@ -1,0 +1,18 @@
+// The analysis settings, set by init_start.
+#pragma once
+
+#include <cstdint>
+
+namespace vorn {
+
+struct Settings {
+  std::int32_t ss = 32;    // spline: period in years at which half of the amplitude passes
+  std::int32_t jpr = 11;   // highest order of the autoregressive model
+  bool splineon = true;    // detrend by the spline
+  bool aron = true;        // prewhiten
+  bool logon = true;       // take logarithms
+  std::int32_t seg = 50;   // segment length, years
+  std::int32_t olap = 25;  // lag table: segments step by seg - olap; correlation report: they step by olap
+};
+
+}  // namespace vorn
