@@ -10,6 +10,7 @@
 #include "plot/page.h"
 #include "plot/plot.h"
 #include "plot/screen.h"
+#include "records/disk_files.h"
 #include "workspace/vorndata.h"
 
 namespace vorn::bench {
@@ -26,9 +27,10 @@ class QuietScreen : public Screen {
 };
 
 struct Desk {
-  Desk() : w(std::make_unique<Workspace>(plot)) {}
+  Desk() : w(std::make_unique<Workspace>(plot, disk)) {}
   QuietScreen screen;
   Plot plot{screen};
+  DiskFiles disk;
   std::unique_ptr<Workspace> w;
 };
 

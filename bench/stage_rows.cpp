@@ -21,6 +21,7 @@
 #include "formats/recognition.h"
 #include "formats/tucson_raw.h"
 #include "graphs/series_graph.h"
+#include "loading/startup.h"
 #include "measured_table.h"
 #include "menus/choose.h"
 #include "menus/cor_menu.h"
@@ -40,7 +41,6 @@
 #include "statistics/tree_correlations.h"
 #include "toolkit/buttons.h"
 #include "toolkit/scrolling.h"
-#include "loading/startup.h"
 
 namespace vorn::bench {
 namespace {
@@ -182,7 +182,7 @@ void read_lines(const Workspace& w, How how) {
   Name name;
   std::int32_t year = 0;
   std::array<std::int32_t, 10> values{};
-  if (file.open(w.cnam(1).view()) != status::ok) throw std::runtime_error("no such file");
+  if (file.open(w.files, w.cnam(1).view()) != status::ok) throw std::runtime_error("no such file");
   while (how(file, name, year, values) == status::ok) benchmark::DoNotOptimize(values);
 }
 

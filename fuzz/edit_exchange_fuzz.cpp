@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "event_player.h"
 #include "editing/raw_editor.h"
+#include "event_player.h"
 #include "fresh_workspace.h"
 #include "fuzz_folder.h"
 #include "menus/pair_ready.h"

@@ -10,9 +10,9 @@
 #include <ostream>
 #include <vector>
 
+#include "loading/startup.h"
 #include "target.h"
 #include "toolkit/button_table.h"
-#include "loading/startup.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define VORN_ADDRESS_SANITIZER
@@ -100,7 +100,7 @@ FreshWorkspace::FreshWorkspace(void (*prepare)(Workspace&)) {
   ReturnScreen screen;
   plot_.emplace(screen);
   stretch.taking = true;
-  w_ = new Workspace(*plot_);
+  w_ = new Workspace(*plot_, files_);
   stretch.taking = false;
   w_->log = &nobody();
   if (prepare) prepare(*w_);

@@ -10,6 +10,7 @@
 
 #include "plot/plot.h"
 #include "plot/screen.h"
+#include "records/disk_files.h"
 #include "workspace/vorndata.h"
 
 namespace vorn::fuzz {
@@ -27,6 +28,7 @@ class FreshWorkspace {
 
  private:
   std::optional<Plot> plot_;  // at the same place each time: the Workspace refers to it
+  DiskFiles files_;
   Workspace* w_ = nullptr;
 };
 

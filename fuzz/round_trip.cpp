@@ -8,10 +8,10 @@
 
 #include "formats/recognition.h"
 #include "formats/ring_width_writer.h"
+#include "loading/startup.h"
 #include "plot/screen.h"
 #include "target.h"
 #include "toolkit/buttons.h"
-#include "loading/startup.h"
 
 namespace vorn::fuzz {
 namespace {

@@ -8,13 +8,13 @@
 #include "event_player.h"
 #include "fresh_workspace.h"
 #include "fuzz_folder.h"
+#include "loading/two_column_conversion.h"
 #include "menus/pair_ready.h"
 #include "plot/screen.h"
 #include "round_trip.h"
 #include "small_store.h"
 #include "target.h"
 #include "walk/invariants.h"
-#include "loading/two_column_conversion.h"
 
 namespace vorn::fuzz {
 namespace {

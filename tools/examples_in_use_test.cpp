@@ -15,6 +15,7 @@
 #include "loading/startup.h"
 #include "loading/two_column_conversion.h"
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "statistics/best_match.h"
 #include "statistics/chronology_summary.h"
 #include "statistics/lag_table.h"
@@ -90,7 +91,8 @@ class ExamplesInUse : public ::testing::Test {
   ScratchFolder scratch_;
   PatientScreen screen;
   Plot plot{screen};
-  Workspace w{plot};
+  DiskFiles disk;
+  Workspace w{plot, disk};
   std::ostringstream log;
 };
 

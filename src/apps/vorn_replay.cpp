@@ -7,6 +7,7 @@
 
 #include "apps/whole_program.h"
 #include "platform/scripted_screen.h"
+#include "records/disk_files.h"
 #include "workspace/vorndata.h"
 
 namespace {
@@ -25,7 +26,9 @@ vorn::PageSpot middle(const vorn::Rectangle& place) {
 int play(const vorn::Script& script, const std::string& name) {
   const vorn::Workspace* w = nullptr;
   vorn::ScriptedScreen screen(script.statements, name, [&](int button) { return middle(w->b(button)); });
-  const int status = vorn::run_whole_program(screen, [&](const vorn::Workspace& started) { w = &started; });
+  vorn::DiskFiles files;
+  const int status =
+      vorn::run_whole_program(screen, files, [&](const vorn::Workspace& started) { w = &started; });
   if (const int line = screen.first_line_not_reached(); line != 0) {
     std::cerr << name << ':' << line << ": the program ended before this line was reached\n";
   }

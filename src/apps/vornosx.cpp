@@ -8,6 +8,7 @@
 
 #include "apps/whole_program.h"
 #include "platform/desktop.h"
+#include "records/disk_files.h"
 
 namespace {
 
@@ -18,7 +19,8 @@ constexpr int wrong_usage = 2;
 
 int run_or_tell(vorn::Screen& screen) {
   try {
-    return vorn::run_whole_program(screen);
+    vorn::DiskFiles files;
+    return vorn::run_whole_program(screen, files);
   } catch (const std::exception& failure) {
     std::cerr << "VORNosx: cannot go on: " << failure.what() << '\n';
     return 4;

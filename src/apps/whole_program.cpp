@@ -10,10 +10,10 @@
 
 namespace vorn {
 
-int run_whole_program(Screen& screen, const std::function<void(const Workspace&)>& started) {
+int run_whole_program(Screen& screen, Files& files, const std::function<void(const Workspace&)>& started) {
   os::let_writes_fail();  // messages go to standard error, whoever reads that
   Plot plot(screen);
-  const auto workspace = std::make_unique<Workspace>(plot);
+  const auto workspace = std::make_unique<Workspace>(plot, files);
   if (started) started(*workspace);
   try {
     run_program(*workspace);

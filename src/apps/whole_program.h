@@ -8,12 +8,14 @@
 
 namespace vorn {
 
+class Files;
 struct Workspace;
 
-// Runs the program in the current directory until it ends. `started` gets the state before anything is shown;
+// Runs the program on `files` until it ends. `started` gets the state before anything is shown;
 // it lives until this returns. Result: the exit status, 0 when the user left (or at a pass limit), 4 when the
 // program cannot go on. What the screen itself throws to stop the run (other than ProgramEnd) passes through.
-int run_whole_program(Screen& screen, const std::function<void(const Workspace&)>& started = {});
+int run_whole_program(Screen& screen, Files& files,
+                      const std::function<void(const Workspace&)>& started = {});
 
 // Answers the one-line options that every program has, --help and --version, on standard output. True when
 // `argument` was one of them and nothing else is to be done.

@@ -58,7 +58,7 @@ void write_core(Workspace& w, TextOutput& file, int format, int i) {
 // Appends the cores chc(1 … count) to the file; answers whether all of it was written.
 bool append_cores(Workspace& w, const FileName& name, int format, int count) {
   TextOutput file;
-  w.ios = file.append(name.view());
+  w.ios = file.append(w.files, name.view());
   const bool opened = w.ios == status::ok;
   // io_err answers that there was no error; but cores that cannot be written must stay in the store.
   if (io_err(w, "Open", name.view()) || !opened) return false;

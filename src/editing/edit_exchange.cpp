@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "formats/file_status.h"
 #include "editing/raw_editor.h"
+#include "formats/file_status.h"
 #include "formats/tucson_raw_layout.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
@@ -57,7 +57,7 @@ std::int32_t whole_number(double value) {
 
 // Opens the file and reads its first line. Returns: there was one.
 bool ExchangeReader::begin() {
-  w.ios = file_.open(exchange_name);
+  w.ios = file_.open(w.files, exchange_name);
   if (io_err(w, "Open", exchange_name)) return false;
   std::array<double, values_a_line> values{};
   w.ios = file_.read(first_line_edit, name_, year_, std::span<double>(values));
@@ -146,7 +146,7 @@ bool acceptable(Workspace& w, const ExchangedSeries& series, int e) {
 // undoes nothing.
 void edit_write(Workspace& w) {
   TextOutput file;
-  w.ios = file.create(exchange_name);
+  w.ios = file.create(w.files, exchange_name);
   if (io_err(w, "Open", exchange_name)) return;
   w.ios = file.close();
   io_err(w, "Close", exchange_name);

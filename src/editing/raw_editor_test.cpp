@@ -364,7 +364,8 @@ TEST_F(RawEditor, LeavesAfterTenThousandClicks) {
     int waits = 0;
   } idle;
   Plot plot(idle);
-  const auto bare = std::make_unique<Workspace>(plot);  // no buttons: nothing to draw but an empty table
+  // No buttons: nothing to draw but an empty table.
+  const auto bare = std::make_unique<Workspace>(plot, desk.disk);
   bare->fy(1) = 1900;
   bare->ly(1) = 1899;
   bare->chc(1) = bare->chs = 1;
@@ -787,7 +788,7 @@ TEST_F(RawEditor, ResetShowsWhatTheExchangeFileBringsAndGoesOn) {
     }
   } screen;
   Plot plot(screen);
-  const auto other = std::make_unique<Workspace>(plot);
+  const auto other = std::make_unique<Workspace>(plot, desk.disk);
   set_up_graph(*other);
   other->nam(1) = "OAK2";
   other->fy(1) = 1900;

@@ -13,7 +13,7 @@ void write_ind(Workspace& w) {
   const std::string_view name = trimmed(decades ? mlab[3] : mlab[4]);
   w.mtext(message::crn_written) = name;
   TextOutput out;
-  told_or_end(w, out.create(name), "Open", name);
+  told_or_end(w, out.create(w.files, name), "Open", name);
   if (decades) {
     write_indcrn(w, out);
   } else {

@@ -82,7 +82,7 @@ void read_compact(Workspace& w) {
   const FileName name = w.cnam(w.cf);
   start_store(w);
   TextInput file;
-  told_or_end(w, file.open(name.view()), "open", name.view());
+  told_or_end(w, file.open(w.files, name.view()), "open", name.view());
   CompactReader(w, file, name.view()).read_series();
   close_told(w, file, name.view());
   finish_cores(w);

@@ -24,7 +24,7 @@ class Compact : public FileBench {
 
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create("out.rwm"), 0);
+    EXPECT_EQ(out.create(w.files, "out.rwm"), 0);
     EXPECT_TRUE(write_crec(w, out, i));
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("out.rwm");
@@ -237,7 +237,7 @@ TEST_F(Compact, FailureIsToldOnceAsWriteD) {
   add_core(1950, std::vector<double>(50'000, 1.0));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create("/dev/full"), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   EXPECT_FALSE(write_crec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"writeDCORE01 fail err =    28"});
 }
@@ -247,7 +247,7 @@ TEST_F(Compact, FailureOfTheHeaderIsToldOnceAsWriteH) {
   add_core(1950, {1.0, 2.0});
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create("/dev/full"), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
   EXPECT_FALSE(write_crec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"writeHCORE01 fail err =    28"});

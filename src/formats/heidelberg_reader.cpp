@@ -157,9 +157,9 @@ void HeidelbergReader::read_records() {
 }  // namespace
 
 void read_open(Workspace& w, TextInput& file, std::string_view name) {
-  w.fileok = file_exists(name);
+  w.fileok = file_exists(w.files, name);
   if (w.fileok) {
-    told_or_end(w, file.open(name), "Open", name);
+    told_or_end(w, file.open(w.files, name), "Open", name);
   } else if (!trimmed(name).ends_with("pth")) {
     // Deliberate: [pth] one that ends so is passed over in silence.
     out_err(w, std::string(trimmed(name)) + " - Does not exist");

@@ -27,7 +27,7 @@ class Heidelberg : public FileBench {
 
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create("out.fh"), 0);
+    EXPECT_EQ(out.create(w.files, "out.fh"), 0);
     EXPECT_TRUE(write_hrec(w, out, i));
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("out.fh");
@@ -342,7 +342,7 @@ TEST_F(Heidelberg, FailureIsToldOnceAsWriteBehindTheData) {
   add_core(1950, std::vector<double>(50'000, 1.0));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create("/dev/full"), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   EXPECT_FALSE(write_hrec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
 }
@@ -352,7 +352,7 @@ TEST_F(Heidelberg, FailureOfTheHeaderIsToldOnceAsWriteBehindTheData) {
   add_core(1950, {1.0, 2.0});
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create("/dev/full"), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
   EXPECT_FALSE(write_hrec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});

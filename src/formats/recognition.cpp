@@ -89,7 +89,7 @@ void find_rftyp(Workspace& w) {
   w.rftype(w.cf) = file_format::not_recognised;
   w.rfhead(w.cf) = 0;
   TextInput file;
-  told_or_end(w, file.open(name.view()), "Open", name.view());
+  told_or_end(w, file.open(w.files, name.view()), "Open", name.view());
   int untold = status::ok;
   Line line;  // stays blank where it cannot be read
   told_or_end(w, file.read(line_edit, line), "Read", name.view());

@@ -44,7 +44,7 @@ void write_raw(Workspace& w) {
   const FileName name = output_name(w.cnam(w.cf));
   w.mtext(message::raw_name) = name.view();
   TextOutput out;
-  told_or_end(w, out.create(name.view()), "Open", name.view());
+  told_or_end(w, out.create(w.files, name.view()), "Open", name.view());
   LongWork work(w.plot, name.trimmed());
   for (int i = 1; i <= w.nc; ++i) {
     write_record(w, out, i);

@@ -73,7 +73,7 @@ int read_decades(Workspace& w, TextInput& file, std::string_view name) {
 void read_ind(Workspace& w) {
   const FileName name = w.cnam(w.cf);
   TextInput file;
-  told_or_end(w, file.open(name.view()), "Open", name.view());
+  told_or_end(w, file.open(w.files, name.view()), "Open", name.view());
   for (int k = 1; k <= w.rfhead(w.cf); ++k) {
     w.ios = file.read(header_edit, w.mess);
     if (io_err(w, "Read1", name.view())) return;  // never: see io_err

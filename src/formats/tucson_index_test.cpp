@@ -38,7 +38,7 @@ class TucsonIndex : public FileBench {
 
   std::string written() {
     TextOutput out;
-    EXPECT_EQ(out.create("Index.prn"), 0);
+    EXPECT_EQ(out.create(w.files, "Index.prn"), 0);
     write_indcrn(w, out);
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("Index.prn");

@@ -141,7 +141,7 @@ void RawReader::read_series() {
 void read_raw(Workspace& w) {
   const FileName name = w.cnam(w.cf);
   TextInput file;
-  told_or_end(w, file.open(name.view()), "Open", name.view());
+  told_or_end(w, file.open(w.files, name.view()), "Open", name.view());
   for (int k = 1; k <= w.rfhead(w.cf); ++k) {
     told_or_end(w, file.read(header_edit), "Read Headers ", name.view());
   }

@@ -13,7 +13,7 @@ class TucsonRawWriter : public FileBench {
   // What entry i looks like as a file.
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create("out.rwl"), 0);
+    EXPECT_EQ(out.create(w.files, "out.rwl"), 0);
     EXPECT_TRUE(write_rrec(w, out, i));
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("out.rwl");
@@ -132,7 +132,7 @@ TEST_F(TucsonRawWriter, FailureIsToldOnceAsWriteWithTheNameOfTheSeries) {
   add_core(1950, widths_up_to(50'000));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create("/dev/full"), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   EXPECT_FALSE(write_rrec(w, out, 1));
   EXPECT_EQ(messages(), Messages{"WriteCORE01 fail err =    28"});
 }

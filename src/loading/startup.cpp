@@ -64,7 +64,7 @@ void show_settings(Workspace& w) {
 
 // Recognises file f of the list, as the current file, if it exists.
 void look_at_file(Workspace& w, int f) {
-  w.fileok = file_exists(w.cnam(f).view());
+  w.fileok = file_exists(w.files, w.cnam(f).view());
   w.rawok(f) = w.fileok;
   w.cf = f;
   if (w.fileok) find_rftyp(w);
@@ -112,13 +112,13 @@ void init_start(Workspace& w) {
 }
 
 void read_list(Workspace& w) {
-  w.fileok = file_exists(list_name);
+  w.fileok = file_exists(w.files, list_name);
   if (!w.fileok) {
     out_err(w, "Vorn.fil does not exist");
     throw ProgramEnd(EndReason::cannot_go_on);
   }
   TextInput list;
-  told_or_end(w, list.open(list_name), "Open", list_name);
+  told_or_end(w, list.open(w.files, list_name), "Open", list_name);
   w.plot.setclr(colour::ink);
   w.nfil = 0;
   for (int f = 1; f <= max_files; ++f) {

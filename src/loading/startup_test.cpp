@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "records/disk_files.h"
 #include "support/file_bench.h"
 
 namespace vorn {
@@ -56,7 +57,8 @@ class StartUp : public ::testing::Test {
   ScratchFolder folder;
   RememberingScreen screen;
   Plot plot{screen};
-  Workspace w{plot};
+  DiskFiles disk;
+  Workspace w{plot, disk};
   std::ostringstream log;
 };
 

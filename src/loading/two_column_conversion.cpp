@@ -124,7 +124,7 @@ bool Conversion::read_inputs() {
 Conversion::Outcome Conversion::read_listed(int i, const InputName& input) {
   // Deliberate: [missing-input] an input that does not exist uses up its number all the same.
   start_entry(w, i, input);
-  w.fileok = file_exists(input.view());
+  w.fileok = file_exists(w.files, input.view());
   if (w.fileok) return read_input(i, input);
   out_err(w, std::string(input.trimmed()) + " does not exist");
   return Outcome::read;
@@ -133,7 +133,7 @@ Conversion::Outcome Conversion::read_listed(int i, const InputName& input) {
 // Reads an input that exists into entry i.
 Conversion::Outcome Conversion::read_input(int i, const InputName& input) {
   TextInput file;
-  w.ios = file.open(input.view());
+  w.ios = file.open(w.files, input.view());
   if (tell("Open", input.view())) return Outcome::given_up;
   int years = 0;
   if (read_rings(file, i, input, years) == Outcome::given_up) return Outcome::given_up;
@@ -174,9 +174,10 @@ Conversion::Outcome Conversion::read_rings(TextInput& file, int i, const InputNa
 void Conversion::write_cores() {
   const FileName name = w.cnam(1);
   // Deliberate: [older-output] an older output is whole; what has been read is not.
-  if (broken_off_ && file_exists(name.view())) return out_err(w, std::string(name.trimmed()) + " is kept");
+  if (broken_off_ && file_exists(w.files, name.view()))
+    return out_err(w, std::string(name.trimmed()) + " is kept");
   TextOutput out;
-  told_or_end(w, out.create(name.view()), "OpenW", name.view());
+  told_or_end(w, out.create(w.files, name.view()), "OpenW", name.view());
   for (int i = 1; i <= w.nc; ++i) write_rrec(w, out, i);
   told_or_end(w, out.close(), "Close", name.view());
 }
@@ -184,13 +185,13 @@ void Conversion::write_cores() {
 }  // namespace
 
 void read_trw(Workspace& w) {
-  w.fileok = file_exists(list_name);
+  w.fileok = file_exists(w.files, list_name);
   if (!w.fileok) {
     out_err(w, "TRW.fil does not exist");
     throw ProgramEnd(EndReason::cannot_go_on);
   }
   TextInput list;
-  w.ios = list.open(list_name);
+  w.ios = list.open(w.files, list_name);
   if (io_err(w, "Open", list_name)) return;  // never: see io_err
   Conversion conversion(w);
   const bool read = conversion.read_output_name(list) && conversion.read_input_names(list);

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "editing/mean_tree.h"
 #include "editing/core_edits.h"
+#include "editing/mean_tree.h"
 #include "editing/raw_editor.h"
 #include "menus/pair_ready.h"
 #include "plot/plot.h"

@@ -1,8 +1,8 @@
 // What "Ok - Do it" does in each of the chooser's modes.
 #include <filesystem>
 
-#include "support/chooser_desk.h"
 #include "loading/startup.h"
+#include "support/chooser_desk.h"
 
 namespace vorn {
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "editing/working_pair.h"
-#include "support/menu_bench.h"
 #include "loading/startup.h"
+#include "support/menu_bench.h"
 
 namespace vorn {
 namespace {

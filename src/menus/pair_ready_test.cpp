@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "chronology/index_pipeline.h"
+#include "loading/startup.h"
 #include "menus/start_menu.h"
 #include "statistics/chronology_summary.h"
 #include "support/menu_bench.h"
-#include "loading/startup.h"
 
 namespace vorn {
 namespace {

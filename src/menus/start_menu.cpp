@@ -5,6 +5,8 @@
 #include "chronology/index_pipeline.h"
 #include "formats/chronology_writer.h"
 #include "formats/ring_width_writer.h"
+#include "loading/startup.h"
+#include "loading/two_column_conversion.h"
 #include "menus/cross_menu.h"
 #include "menus/pair_ready.h"
 #include "plot/plot.h"
@@ -18,8 +20,6 @@
 #include "toolkit/lists.h"
 #include "toolkit/messages.h"
 #include "toolkit/prompts.h"
-#include "loading/startup.h"
-#include "loading/two_column_conversion.h"
 
 namespace vorn {
 namespace {

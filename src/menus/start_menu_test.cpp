@@ -12,6 +12,7 @@
 #include "menus/main_program.h"
 #include "plot/plot.h"
 #include "plot/visible_text.h"
+#include "records/disk_files.h"
 #include "support/desk.h"
 #include "support/scratch_folder.h"
 #include "toolkit/button_table.h"
@@ -131,7 +132,8 @@ class StartMenu : public ::testing::Test {
   ScratchFolder folder_;
   MeddlingScreen screen_;
   Plot plot_{screen_};
-  std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot_);
+  DiskFiles disk_;
+  std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot_, disk_);
   std::ostringstream log_;
 };
 
@@ -663,7 +665,8 @@ TEST(MainProgram, ReturnsAfterTenThousandPassesOfTheStartMenu) {
   folder.write("Vorn.fil", "");
   RestlessScreen screen;
   Plot plot(screen);
-  Workspace w(plot);
+  DiskFiles disk;
+  Workspace w(plot, disk);
   run_program(w);
   EXPECT_EQ(screen.clicks, 10'000);
 }

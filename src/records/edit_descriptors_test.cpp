@@ -11,6 +11,7 @@
 #include <map>
 #include <sstream>
 
+#include "records/disk_files.h"
 #include "records/text_file.h"
 #include "support/places.h"
 #include "support/scratch_folder.h"
@@ -89,7 +90,7 @@ class EditDescriptors : public testing::Test {
   TextInput file_of(const std::string& contents) {
     ScratchFolder::write("records.txt", contents);
     TextInput file;
-    EXPECT_EQ(file.open("records.txt"), status::ok);
+    EXPECT_EQ(file.open(disk_, "records.txt"), status::ok);
     return file;
   }
 
@@ -182,20 +183,22 @@ class EditDescriptors : public testing::Test {
     ScratchFolder::write("good.txt", "one line\n");
     if (!line_file_) {
       line_file_.emplace();
-      EXPECT_EQ(line_file_->open("good.txt"), status::ok);
+      EXPECT_EQ(line_file_->open(disk_, "good.txt"), status::ok);
     }
     Text<8> text;
     const EditFormat a8{"(A8)"};
     const std::map<std::string, std::function<int()>> operations{
-        {"open a missing file", [] { return TextInput().open("missing.txt"); }},
-        {"create in a missing folder", [] { return TextOutput().create("missing/file.txt"); }},
-        {"open a folder", [] { return TextInput().open("folder"); }},
-        {"open a blank name", [] { return TextInput().open("    "); }},
-        {"exists a blank name (0 no, 1 yes)", [] { return int{file_exists("    ")}; }},
-        {"exists a folder (0 no, 1 yes)", [] { return int{file_exists("folder")}; }},
-        {"exists a name with trailing blanks (0 no, 1 yes)", [] { return int{file_exists("good.txt   ")}; }},
-        {"exists a name with leading blanks (0 no, 1 yes)", [] { return int{file_exists("  good.txt")}; }},
-        {"open a good file", [] { return TextInput().open("good.txt"); }},
+        {"open a missing file", [] { return TextInput().open(disk_, "missing.txt"); }},
+        {"create in a missing folder", [] { return TextOutput().create(disk_, "missing/file.txt"); }},
+        {"open a folder", [] { return TextInput().open(disk_, "folder"); }},
+        {"open a blank name", [] { return TextInput().open(disk_, "    "); }},
+        {"exists a blank name (0 no, 1 yes)", [] { return int{file_exists(disk_, "    ")}; }},
+        {"exists a folder (0 no, 1 yes)", [] { return int{file_exists(disk_, "folder")}; }},
+        {"exists a name with trailing blanks (0 no, 1 yes)",
+         [] { return int{file_exists(disk_, "good.txt   ")}; }},
+        {"exists a name with leading blanks (0 no, 1 yes)",
+         [] { return int{file_exists(disk_, "  good.txt")}; }},
+        {"open a good file", [] { return TextInput().open(disk_, "good.txt"); }},
         {"read (A8) of a file of one line, for the first time", [&] { return line_file_->read(a8, text); }},
         {"read (A8) of a file of one line, for the second time", [&] { return line_file_->read(a8, text); }},
         {"read without a file", [&] { return TextInput().read(a8, text); }}};
@@ -205,6 +208,7 @@ class EditDescriptors : public testing::Test {
   }
 
   ScratchFolder folder_;
+  inline static DiskFiles disk_;
   std::string before_;  // kind, format and contents of the row before
   TextInput file_;
   Text<8> name_;

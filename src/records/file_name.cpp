@@ -1,6 +1,6 @@
 #include "records/file_name.h"
 
-#include "records/os_file.h"
+#include "records/files.h"
 #include "records/text.h"
 #include "records/text_file.h"
 
@@ -12,10 +12,10 @@ std::optional<std::string> path_of(std::string_view name) {
   return std::string(path);
 }
 
-bool file_exists(std::string_view name) {
+bool file_exists(Files& files, std::string_view name) {
   const auto path = path_of(name);
-  auto kind = os::Kind::missing;
-  return path && os::kind_of(*path, kind) == 0 && kind != os::Kind::missing;
+  auto kind = FileKind::missing;
+  return path && files.look_at(*path, kind) == 0 && kind != FileKind::missing;
 }
 
 }  // namespace vorn

@@ -34,7 +34,7 @@ std::string_view without_ctrl_z(std::string_view tail, bool inside_line) {
 // Copies what it is given, but holds back the end of it, as that may be the end of the file.
 class LineCopy {
  public:
-  explicit LineCopy(os::File& to) : to_(to) {}
+  explicit LineCopy(ByteSink& to) : to_(to) {}
 
   int add(std::string_view block) {
     const auto text_end = block.find_last_not_of("\r\n\x1a") + 1;  // 0 when there is no other character
@@ -65,14 +65,14 @@ class LineCopy {
     return to_.write(text);
   }
 
-  os::File& to_;
+  ByteSink& to_;
   std::string held_;
   char last_ = '\n';  // written; an empty file has no line that could want an end
 };
 
 }  // namespace
 
-int copy_lines(os::File& from, os::File& to) {
+int copy_lines(ByteSource& from, ByteSink& to) {
   LineCopy copy(to);
   std::vector<char> block(block_size);
   for (;;) {

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "records/disk_files.h"
 #include "records/text_file.h"
 #include "support/scratch_folder.h"
 
@@ -21,7 +22,7 @@ class OsFaults : public testing::Test {
 
   static int create_write_close() {
     TextOutput file;
-    EXPECT_EQ(file.create("file.txt"), status::ok);
+    EXPECT_EQ(file.create(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     return file.close();
   }
@@ -34,6 +35,7 @@ class OsFaults : public testing::Test {
   }
 
   ScratchFolder folder_;
+  inline static DiskFiles disk_;
   inline static const EditFormat line_{"(A)"};
 };
 
@@ -44,7 +46,7 @@ TEST_F(OsFaults, WithoutAnyTheFileIsWritten) {
 
 TEST_F(OsFaults, AFullDiskDuringTheWritesIsToldOnceAndKeepsTheOlderFile) {
   TextOutput file;
-  ASSERT_EQ(file.create("file.txt"), status::ok);
+  ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
   faults.write = {.passes = 1, .error = ENOSPC};
   int told = 0;
   for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
@@ -100,7 +102,7 @@ TEST_F(OsFaults, AFileThatCannotBeCopiedIsNotAppendedTo) {
   for (Fault Faults::*call : {&Faults::read, &Faults::write, &Faults::fstat, &Faults::close}) {
     (faults.*call).error = EIO;
     TextOutput file;
-    EXPECT_EQ(file.append("file.txt"), EIO);
+    EXPECT_EQ(file.append(disk_, "file.txt"), EIO);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     EXPECT_EQ(file.close(), status::ok);
     expect_nothing_changed();
@@ -111,19 +113,19 @@ TEST_F(OsFaults, AFileThatCannotBeCopiedIsNotAppendedTo) {
 TEST_F(OsFaults, AFileThatCannotBeLookedAtIsAFailedOpen) {
   for (Fault Faults::*call : {&Faults::stat, &Faults::access}) {
     (faults.*call).error = EIO;
-    EXPECT_EQ(TextOutput().create("file.txt"), EIO);
+    EXPECT_EQ(TextOutput().create(disk_, "file.txt"), EIO);
     expect_nothing_changed();
   }
   faults.stat.error = EIO;
-  EXPECT_EQ(TextInput().open("file.txt"), EIO);
+  EXPECT_EQ(TextInput().open(disk_, "file.txt"), EIO);
   faults.fstat.error = EIO;
-  EXPECT_EQ(TextInput().open("file.txt"), EIO);
+  EXPECT_EQ(TextInput().open(disk_, "file.txt"), EIO);
 }
 
 TEST_F(OsFaults, AFileThatCannotBeLookedAtWhenItIsToBeReplacedIsToldByTheClosing) {
   for (int call = 1; call <= 2; ++call) {  // of the older file's kind, and of its permissions
     TextOutput file;
-    ASSERT_EQ(file.create("file.txt"), status::ok);
+    ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     faults.stat = {.passes = call - 1, .error = EIO};
     EXPECT_EQ(file.close(), EIO) << call;
@@ -136,14 +138,14 @@ TEST_F(OsFaults, CallsThatNeverComeToAnythingAreGivenUp) {
   for (Fault Faults::*call : {&Faults::open, &Faults::write, &Faults::fsync, &Faults::rename}) {
     faults.*call = {.error = EINTR, .for_good = true};
     TextOutput file;
-    const int opened = file.create("file.txt");
+    const int opened = file.create(disk_, "file.txt");
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     EXPECT_EQ(opened != 0 ? opened : file.close(), EINTR);
     expect_nothing_changed();
   }
   faults.read = {.error = EINTR, .for_good = true};
   TextInput input;
-  ASSERT_EQ(input.open("file.txt"), status::ok);
+  ASSERT_EQ(input.open(disk_, "file.txt"), status::ok);
   EXPECT_EQ(input.read(line_), EINTR);
 
   faults.most_at_once = 0;
@@ -172,7 +174,7 @@ TEST_F(OsFaults, ShortAndInterruptedCallsAreGoneOnWith) {
   faults.write = {.passes = 1, .error = EINTR};
   faults.read = {.passes = 1, .error = EINTR};
   TextOutput file;
-  EXPECT_EQ(file.append("file.txt"), status::ok);
+  EXPECT_EQ(file.append(disk_, "file.txt"), status::ok);
   EXPECT_EQ(file.write(line_, "a longer record"), status::ok);
   faults.close.error = EINTR;
   EXPECT_EQ(file.close(), status::ok);
@@ -181,7 +183,7 @@ TEST_F(OsFaults, ShortAndInterruptedCallsAreGoneOnWith) {
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\na longer record\n");
 
   TextInput input;
-  ASSERT_EQ(input.open("file.txt"), status::ok);
+  ASSERT_EQ(input.open(disk_, "file.txt"), status::ok);
   Text<20> text;
   EXPECT_EQ(input.read(line_), status::ok);
   EXPECT_EQ(input.read(line_, text), status::ok);
@@ -191,7 +193,7 @@ TEST_F(OsFaults, ShortAndInterruptedCallsAreGoneOnWith) {
 TEST_F(OsFaults, AFailedReadIsToldOnceAndEndsTheFile) {
   TextInput file;
   Text<20> text("#");
-  ASSERT_EQ(file.open("file.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "file.txt"), status::ok);
   faults.read.error = EIO;
   EXPECT_EQ(file.read(line_, text), EIO);
   EXPECT_EQ(text.trimmed(), "#");
@@ -204,7 +206,7 @@ TEST_F(OsFaults, RecordsBeforeAFailedReadAreReadAndTheBrokenOneIsNot) {
   for (const size_t at_once : {3, 4, 5, 6}) {  // after "one", its CR, its LF, and the first letter of "two"
     TextInput file;
     Text<20> text;
-    ASSERT_EQ(file.open("file.txt"), status::ok);
+    ASSERT_EQ(file.open(disk_, "file.txt"), status::ok);
     faults.most_at_once = at_once;
     faults.read = {.passes = 1, .error = EIO};
     if (at_once > 3) {
@@ -218,7 +220,7 @@ TEST_F(OsFaults, RecordsBeforeAFailedReadAreReadAndTheBrokenOneIsNot) {
 
 TEST_F(OsFaults, AFailedClosingOfAnInputIsTold) {
   TextInput file;
-  ASSERT_EQ(file.open("file.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "file.txt"), status::ok);
   faults.close.error = EIO;
   EXPECT_EQ(file.close(), EIO);
   EXPECT_EQ(file.close(), status::ok);

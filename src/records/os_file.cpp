@@ -88,16 +88,16 @@ int wait_for_room([[maybe_unused]] int handle) {
 #endif
 }
 
-Kind kind_from(const struct stat& about) {
-  if (S_ISDIR(about.st_mode)) return Kind::folder;
-  return S_ISREG(about.st_mode) ? Kind::regular : Kind::other;
+FileKind kind_from(const struct stat& about) {
+  if (S_ISDIR(about.st_mode)) return FileKind::folder;
+  return S_ISREG(about.st_mode) ? FileKind::regular : FileKind::other;
 }
 
 // Deliberate: [no-pipes] pipes and devices are not, since nobody knows where they end.
 // Why a file of this kind is not read; 0 when it is.
-int reason_not_to_read(Kind kind) {
-  if (kind == Kind::folder) return EISDIR;
-  return kind == Kind::other ? ENODEV : 0;
+int reason_not_to_read(FileKind kind) {
+  if (kind == FileKind::folder) return EISDIR;
+  return kind == FileKind::other ? ENODEV : 0;
 }
 
 Stamp stamp_from(const struct stat& about) {
@@ -118,9 +118,9 @@ Stamp stamp_from(const struct stat& about) {
 
 }  // namespace
 
-int kind_of(const std::string& path, Kind& kind) {
+int kind_of(const std::string& path, FileKind& kind) {
   struct stat about {};
-  kind = Kind::missing;
+  kind = FileKind::missing;
   const int failed = answer(::stat(path.c_str(), &about));
   if (!failed) kind = kind_from(about);
   return failed == ENOENT || failed == ENOTDIR ? 0 : failed;
@@ -154,7 +154,7 @@ File& File::operator=(File&& other) noexcept {
 int File::open_to_read(const std::string& path) {
   close();
   // Looked at before the opening, which of some devices is an action, and after it, as another may have come.
-  auto kind = Kind::missing;
+  auto kind = FileKind::missing;
   if (const int failed = kind_of(path, kind)) return failed;
   if (const int reason = reason_not_to_read(kind)) return reason;
   if (const int failed = open_file(path, O_RDONLY | without_waiting, handle_)) return failed;

@@ -1,4 +1,4 @@
-// Every call of the operating system that the text files make, in one place. Answers are error numbers
+// Every call of the operating system that files on the disk make, in one place. Answers are error numbers
 // (errno), 0 for success, unless said otherwise.
 #pragma once
 
@@ -8,12 +8,12 @@
 #include <string>
 #include <string_view>
 
+#include "records/files.h"
+
 namespace vorn::os {
 
-// What stands under a name, links followed. Only a regular file is sure to have an end and never to let wait.
-enum class Kind { missing, regular, folder, other };
-// Finds it out. That nothing is there is no failure.
-int kind_of(const std::string& path, Kind& kind);
+// Finds out what stands under a name, links followed. That nothing is there is no failure.
+int kind_of(const std::string& path, FileKind& kind);
 
 // From now on a write to a pipe that nobody reads, or beyond the size that a file may have, is a failed write
 // (32, 27) and not the end of the program.

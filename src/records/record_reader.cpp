@@ -28,8 +28,8 @@ std::size_t length_of_line(std::string_view text) {
 
 }  // namespace
 
-RecordReader::RecordReader(os::File file)
-    : file_(std::move(file)), buffer_(std::make_unique_for_overwrite<char[]>(buffer_size)) {}
+RecordReader::RecordReader(std::unique_ptr<ByteSource> source)
+    : source_(std::move(source)), buffer_(std::make_unique_for_overwrite<char[]>(buffer_size)) {}
 
 int RecordReader::next(std::string_view& record) {
   record = {};
@@ -55,7 +55,7 @@ int RecordReader::next(std::string_view& record) {
 bool RecordReader::more() {
   if (at_ == end_ && !ended_) {
     at_ = 0;
-    failure_ = file_.read({buffer_.get(), buffer_size}, end_);
+    failure_ = source_->read({buffer_.get(), buffer_size}, end_);
     ended_ = end_ == 0;
   }
   return at_ < end_;

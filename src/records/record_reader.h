@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "records/edit_format.h"
-#include "records/os_file.h"
+#include "records/files.h"
 
 namespace vorn {
 
@@ -16,12 +16,12 @@ namespace vorn {
 // kept.
 class RecordReader : public RecordSource {
  public:
-  explicit RecordReader(os::File file);
+  explicit RecordReader(std::unique_ptr<ByteSource> source);
 
   // Gives the next record. A failure to read is answered once, after it the file is at its end.
   int next(std::string_view& record) override;
 
-  int close() { return file_.close(); }
+  int close() { return source_->close(); }
 
  private:
   std::string_view unread() const { return {buffer_.get() + at_, end_ - at_}; }
@@ -32,7 +32,7 @@ class RecordReader : public RecordSource {
   void carry(std::string_view piece);
   void keep(std::string_view& record);
 
-  os::File file_;
+  std::unique_ptr<ByteSource> source_;
   std::unique_ptr<char[]> buffer_;
   std::size_t at_ = 0;  // the part of the buffer that is still unread
   std::size_t end_ = 0;

@@ -8,12 +8,13 @@
 #include <string_view>
 
 #include "records/edit_format.h"
+#include "records/files.h"
 
 namespace vorn {
 
 // Whether something of that name exists, a directory included. Trailing blanks are no part of a name, leading
 // ones are; a blank name names nothing.
-bool file_exists(std::string_view name);
+bool file_exists(Files& files, std::string_view name);
 
 // A file read from its start to its end.
 //
@@ -30,7 +31,7 @@ class TextInput {
   // Opens an existing file. A directory gives 21, a missing file or a blank name 2; a device, a pipe or a
   // socket, which might never end or let wait for ever, 19. Every read of a file that could not be opened
   // answers status::end_of_file.
-  int open(std::string_view name);
+  int open(Files& files, std::string_view name);
 
   // Reads as many records as the items need (one, when there are none) and stores the items in order, see
   // read_items(). Past the end every read answers status::end_of_file. A failure of the operating system is
@@ -52,11 +53,9 @@ class TextInput {
 
 // A file written from its start, or added to at its end. Records end with LF.
 //
-// Nothing that was there before is ever lost: what is written goes to a neighbour, which takes the file's
-// place when it is closed; a file in which any write failed is dropped and the older one stays. Links are
-// followed; what is no regular file (a device, a pipe) is written directly, and a pipe that has not been read
-// from for some seconds gives 110. An output that goes without close() drops what was written. What a killed
-// program leaves of a neighbour (NAME.vorn-part) goes when the file is written again.
+// Nothing that was there before is ever lost: what is written takes the file's place when it is closed; a
+// file in which any write failed is dropped and the older one stays. An output that goes without close()
+// drops what was written.
 //
 // One failure is told once: after a failed open, or the first failed write, all that follows does nothing and
 // answers 0, close() included.
@@ -69,12 +68,12 @@ class TextOutput {
 
   // Opens a file to be written anew, whether or not it exists. 2 for a blank name or a missing folder, 13
   // when it exists and may not be written, 21 for a directory.
-  int create(std::string_view name);
+  int create(Files& files, std::string_view name);
 
   // Opens an existing file to be added to. A Ctrl-Z at its end is taken away and a last line without an end
   // is given one. 2 when it does not exist, otherwise as create(). Where somebody else changes the file
   // before the closing, that gives 16, and the file stays as they left it.
-  int append(std::string_view name);
+  int append(Files& files, std::string_view name);
 
   // Writes as many records as the items need (one, when there are none), see write_items(). Items that do not
   // suit the format write nothing and answer status::format_unusable; the file is good all the same.

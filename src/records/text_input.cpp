@@ -17,13 +17,13 @@ TextInput::~TextInput() = default;
 TextInput::TextInput(TextInput&&) noexcept = default;
 TextInput& TextInput::operator=(TextInput&&) noexcept = default;
 
-int TextInput::open(std::string_view name) {
+int TextInput::open(Files& files, std::string_view name) {
   state_.reset();
   const auto path = path_of(name);
   if (!path) return ENOENT;
-  os::File file;
-  if (const int failed = file.open_to_read(*path)) return failed;
-  state_ = std::make_unique<State>(State{RecordReader(std::move(file))});
+  std::unique_ptr<ByteSource> source;
+  if (const int failed = files.open(*path, source)) return failed;
+  state_ = std::make_unique<State>(State{RecordReader(std::move(source))});
   return status::ok;
 }
 

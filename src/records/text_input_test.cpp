@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "records/disk_files.h"
 #include "records/text_file.h"
 #include "support/scratch_folder.h"
 
@@ -26,7 +27,7 @@ class TextInputs : public testing::Test {
   static std::vector<std::string> records_of(std::string_view contents) {
     ScratchFolder::write("records.txt", contents);
     TextInput file;
-    EXPECT_EQ(file.open("records.txt"), status::ok);
+    EXPECT_EQ(file.open(disk_, "records.txt"), status::ok);
     std::vector<std::string> records;
     Text<20> text;
     int read = 0;
@@ -39,6 +40,7 @@ class TextInputs : public testing::Test {
 
   using Records = std::vector<std::string>;
   ScratchFolder folder_;
+  inline static DiskFiles disk_;
   inline static const EditFormat line_{"(A20)"};
 };
 
@@ -100,7 +102,7 @@ TEST_F(TextInputs, OnlyTheFirstMebibyteOfARecordIsKept) {
   contents[mebibyte] = '8';
   ScratchFolder::write("long.txt", contents + "\r\n   5\n");
   TextInput file;
-  ASSERT_EQ(file.open("long.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "long.txt"), status::ok);
   std::int32_t last = -7, beyond = -7, next = -7;
   EXPECT_EQ(file.read(EditFormat("(1048575X,I1,I1)"), last, beyond), status::ok);
   EXPECT_EQ(last, 7);
@@ -118,7 +120,7 @@ TEST_F(TextInputs, CtrlZsByTheMebibyteAreNoRecordButWithATextBehindThemAreOne) {
 TEST_F(TextInputs, AFileOfReturnsAloneHasAsManyEmptyRecords) {
   ScratchFolder::write("returns.txt", std::string(mebibyte, '\r'));
   TextInput file;
-  ASSERT_EQ(file.open("returns.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "returns.txt"), status::ok);
   std::size_t records = 0;
   while (file.read(line_) == status::ok) ++records;
   EXPECT_EQ(records, mebibyte);
@@ -127,7 +129,7 @@ TEST_F(TextInputs, AFileOfReturnsAloneHasAsManyEmptyRecords) {
 TEST_F(TextInputs, AReadOfNoItemsUsesOneRecord) {
   ScratchFolder::write("records.txt", "one\ntwo\n");
   TextInput file;
-  ASSERT_EQ(file.open("records.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "records.txt"), status::ok);
   Text<20> text;
   EXPECT_EQ(file.read(EditFormat("(I4)")), status::ok);
   EXPECT_EQ(file.read(line_, text), status::ok);
@@ -138,7 +140,7 @@ TEST_F(TextInputs, AReadOfNoItemsUsesOneRecord) {
 TEST_F(TextInputs, ABadFieldOrItemUsesUpItsRecordAnUnusableFormatDoesNot) {
   ScratchFolder::write("records.txt", "  zz\n   1\n   2\n   3\n");
   TextInput file;
-  ASSERT_EQ(file.open("records.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "records.txt"), status::ok);
   std::int32_t number = -7;
   EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::not_a_number);
   EXPECT_EQ(file.read(EditFormat("(I"), number), status::format_unusable);
@@ -153,7 +155,7 @@ TEST_F(TextInputs, ABadFieldOrItemUsesUpItsRecordAnUnusableFormatDoesNot) {
 TEST_F(TextInputs, ItemsThatNoDescriptorWouldTakeUseOneRecordSoThatTheFileComesToItsEnd) {
   ScratchFolder::write("records.txt", "1\n2\n");
   TextInput file;
-  ASSERT_EQ(file.open("records.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "records.txt"), status::ok);
   std::int32_t number = -7;
   EXPECT_EQ(file.read(EditFormat("(4X)"), number), status::format_unusable);
   EXPECT_EQ(file.read(EditFormat("(4X)"), number), status::format_unusable);
@@ -163,7 +165,7 @@ TEST_F(TextInputs, ItemsThatNoDescriptorWouldTakeUseOneRecordSoThatTheFileComesT
 TEST_F(TextInputs, ACommaEndsANumberInAFileButIsNoDigitInAText) {
   ScratchFolder::write("records.txt", "1,23,4\n");
   TextInput file;
-  ASSERT_EQ(file.open("records.txt"), status::ok);
+  ASSERT_EQ(file.open(disk_, "records.txt"), status::ok);
   std::array<std::int32_t, 3> numbers{};
   EXPECT_EQ(file.read(EditFormat("(3I4)"), std::span(numbers)), status::ok);
   EXPECT_EQ(numbers, (std::array<std::int32_t, 3>{1, 23, 4}));
@@ -173,7 +175,7 @@ TEST_F(TextInputs, ACommaEndsANumberInAFileButIsNoDigitInAText) {
 TEST_F(TextInputs, AfterAFailedOpenEveryReadIsPastTheEnd) {
   TextInput file;
   std::int32_t number = -7;
-  EXPECT_EQ(file.open("missing.txt"), 2);
+  EXPECT_EQ(file.open(disk_, "missing.txt"), 2);
   EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::end_of_file);
   EXPECT_EQ(file.read(EditFormat("(I"), number), status::end_of_file);
   EXPECT_EQ(file.close(), status::ok);
@@ -183,27 +185,27 @@ TEST_F(TextInputs, AfterAFailedOpenEveryReadIsPastTheEnd) {
 TEST_F(TextInputs, AFolderGives21AtTheOpenAndNoRecords) {
   fs::create_directory("folder");
   TextInput file;
-  EXPECT_EQ(file.open("folder"), 21);
+  EXPECT_EQ(file.open(disk_, "folder"), 21);
   EXPECT_EQ(file.read(line_), status::end_of_file);
-  EXPECT_EQ(file.open("folder/"), 21);
+  EXPECT_EQ(file.open(disk_, "folder/"), 21);
 }
 
 TEST_F(TextInputs, ABlankNameOrOneWithAZeroByteNamesNothing) {
   TextInput file;
-  EXPECT_EQ(file.open(""), 2);
-  EXPECT_EQ(file.open(Text<60>().view()), 2);
+  EXPECT_EQ(file.open(disk_, ""), 2);
+  EXPECT_EQ(file.open(disk_, Text<60>().view()), 2);
   ScratchFolder::write("a", "1\n");
-  EXPECT_EQ(file.open(std::string_view("a\0b", 3)), 2);
-  EXPECT_FALSE(file_exists(std::string_view("a\0b", 3)));
+  EXPECT_EQ(file.open(disk_, std::string_view("a\0b", 3)), 2);
+  EXPECT_FALSE(file_exists(disk_, std::string_view("a\0b", 3)));
 }
 
 TEST_F(TextInputs, TrailingBlanksAreNoPartOfANameLeadingOnesAre) {
   ScratchFolder::write("a.rwl", "1\n");
   TextInput file;
-  EXPECT_EQ(file.open(Text<60>("a.rwl").view()), status::ok);
-  EXPECT_EQ(file.open(" a.rwl"), 2);
-  EXPECT_TRUE(file_exists(Text<60>("a.rwl").view()));
-  EXPECT_FALSE(file_exists(" a.rwl"));
+  EXPECT_EQ(file.open(disk_, Text<60>("a.rwl").view()), status::ok);
+  EXPECT_EQ(file.open(disk_, " a.rwl"), 2);
+  EXPECT_TRUE(file_exists(disk_, Text<60>("a.rwl").view()));
+  EXPECT_FALSE(file_exists(disk_, " a.rwl"));
 }
 
 TEST_F(TextInputs, AFileOpenedAgainIsReadFromItsStart) {
@@ -211,7 +213,7 @@ TEST_F(TextInputs, AFileOpenedAgainIsReadFromItsStart) {
   TextInput file;
   Text<20> text;
   for (int time = 0; time < 2; ++time) {
-    ASSERT_EQ(file.open("records.txt"), status::ok);
+    ASSERT_EQ(file.open(disk_, "records.txt"), status::ok);
     EXPECT_EQ(file.read(line_, text), status::ok);
     EXPECT_EQ(text.trimmed(), "one");
   }
@@ -224,7 +226,7 @@ TEST_F(TextInputs, AMovedFileGoesOnWhereItWas) {
   ScratchFolder::write("records.txt", "one\ntwo\n");
   TextInput first;
   Text<20> text;
-  ASSERT_EQ(first.open("records.txt"), status::ok);
+  ASSERT_EQ(first.open(disk_, "records.txt"), status::ok);
   EXPECT_EQ(first.read(line_, text), status::ok);
   TextInput second(std::move(first));
   EXPECT_EQ(second.read(line_, text), status::ok);
@@ -236,14 +238,14 @@ TEST_F(TextInputs, AMovedFileGoesOnWhereItWas) {
 TEST_F(TextInputs, PipesAndDevicesAreNotRead) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   fs::create_symlink("pipe", "link");
-  EXPECT_EQ(TextInput().open("pipe"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "pipe"), ENODEV);
   const int writer = open("pipe", O_RDWR);
-  EXPECT_EQ(TextInput().open("pipe"), ENODEV);
-  EXPECT_EQ(TextInput().open("link"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "pipe"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "link"), ENODEV);
   close(writer);
   for (const char* device : {"/dev/null", "/dev/zero", "/dev/tty"}) {
     if (!fs::exists(device)) continue;
-    EXPECT_EQ(TextInput().open(device), ENODEV) << device;
+    EXPECT_EQ(TextInput().open(disk_, device), ENODEV) << device;
   }
 }
 
@@ -253,15 +255,15 @@ TEST_F(TextInputs, SocketsAreNotRead) {
   name.sun_family = AF_UNIX;
   std::snprintf(name.sun_path, sizeof name.sun_path, "socket");
   ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&name), sizeof name), 0);
-  EXPECT_EQ(TextInput().open("socket"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "socket"), ENODEV);
   close(listener);
 }
 
 TEST_F(TextInputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
   fs::create_symlink("a", "b");
   fs::create_symlink("b", "a");
-  EXPECT_FALSE(file_exists("a"));
-  EXPECT_EQ(TextInput().open("a"), ELOOP);
+  EXPECT_FALSE(file_exists(disk_, "a"));
+  EXPECT_EQ(TextInput().open(disk_, "a"), ELOOP);
 }
 
 }  // namespace

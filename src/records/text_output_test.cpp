@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "records/disk_files.h"
 #include "records/text_file.h"
 #include "support/scratch_folder.h"
 
@@ -47,7 +48,7 @@ class TextOutputs : public testing::Test {
   // Writes a file of one record from start to end.
   static void write_whole(const std::string& name, const char* record) {
     TextOutput file;
-    EXPECT_EQ(file.create(name), status::ok);
+    EXPECT_EQ(file.create(disk_, name), status::ok);
     EXPECT_EQ(file.write(line_, record), status::ok);
     EXPECT_EQ(file.close(), status::ok);
   }
@@ -56,19 +57,20 @@ class TextOutputs : public testing::Test {
   static std::string appended(std::string_view contents) {
     ScratchFolder::write("file.txt", contents);
     TextOutput file;
-    EXPECT_EQ(file.append("file.txt"), status::ok);
+    EXPECT_EQ(file.append(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     EXPECT_EQ(file.close(), status::ok);
     return ScratchFolder::read("file.txt");
   }
 
   ScratchFolder folder_;
+  inline static DiskFiles disk_;
   inline static const EditFormat line_{"(A)"};
 };
 
 TEST_F(TextOutputs, RecordsEndWithLineFeeds) {
   TextOutput file;
-  ASSERT_EQ(file.create("new.txt"), status::ok);
+  ASSERT_EQ(file.create(disk_, "new.txt"), status::ok);
   EXPECT_EQ(file.write(EditFormat("(A8,I4,3I6)"), Text<8>("KREUZ01"), 1953, 1, 2, 3), status::ok);
   EXPECT_EQ(file.write(EditFormat("(2I3)"), 1, 2, 3), status::ok);
   EXPECT_EQ(file.write(EditFormat("(I4)")), status::ok);
@@ -80,7 +82,7 @@ TEST_F(TextOutputs, RecordsEndWithLineFeeds) {
 TEST_F(TextOutputs, WhatWasWrittenTakesItsPlaceWhenItIsClosed) {
   ScratchFolder::write("file.txt", "old\n");
   TextOutput file;
-  ASSERT_EQ(file.create("file.txt   "), status::ok);
+  ASSERT_EQ(file.create(disk_, "file.txt   "), status::ok);
   EXPECT_EQ(file.write(line_, "new"), status::ok);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   EXPECT_EQ(file.close(), status::ok);
@@ -90,7 +92,7 @@ TEST_F(TextOutputs, WhatWasWrittenTakesItsPlaceWhenItIsClosed) {
 
 TEST_F(TextOutputs, AFileWithoutRecordsIsEmpty) {
   TextOutput file;
-  ASSERT_EQ(file.create("empty.txt"), status::ok);
+  ASSERT_EQ(file.create(disk_, "empty.txt"), status::ok);
   EXPECT_EQ(file.close(), status::ok);
   EXPECT_EQ(ScratchFolder::read("empty.txt"), "");
   EXPECT_TRUE(ScratchFolder::exists("empty.txt"));
@@ -100,7 +102,7 @@ TEST_F(TextOutputs, AnOutputThatGoesWithoutAClosingDropsWhatWasWritten) {
   ScratchFolder::write("file.txt", "old\n");
   {
     TextOutput file;
-    ASSERT_EQ(file.create("file.txt"), status::ok);
+    ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     expect_only({"file.txt", "file.txt.vorn-part"});
   }
@@ -110,7 +112,7 @@ TEST_F(TextOutputs, AnOutputThatGoesWithoutAClosingDropsWhatWasWritten) {
 
 TEST_F(TextOutputs, ItemsThatDoNotSuitTheFormatWriteNothingAndLeaveTheFileGood) {
   TextOutput file;
-  ASSERT_EQ(file.create("file.txt"), status::ok);
+  ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
   EXPECT_EQ(file.write(EditFormat("(A4,I4)"), "ABCD", 1.0), status::format_unusable);
   EXPECT_EQ(file.write(EditFormat("(A"), "ABCD"), status::format_unusable);
   EXPECT_EQ(file.write(line_, "good"), status::ok);
@@ -120,7 +122,7 @@ TEST_F(TextOutputs, ItemsThatDoNotSuitTheFormatWriteNothingAndLeaveTheFileGood) 
 
 TEST_F(TextOutputs, LongFilesAreWrittenWhole) {
   TextOutput file;
-  ASSERT_EQ(file.create("long.txt"), status::ok);
+  ASSERT_EQ(file.create(disk_, "long.txt"), status::ok);
   std::string expected;
   for (std::int32_t k = 0; k < 50000; ++k) {
     ASSERT_EQ(file.write(EditFormat("(I8)"), k), status::ok);
@@ -165,7 +167,7 @@ TEST_F(TextOutputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
   fs::create_symlink("a", "b");
   fs::create_symlink("b", "a");
   TextOutput file;
-  EXPECT_EQ(file.create("a"), ELOOP);
+  EXPECT_EQ(file.create(disk_, "a"), ELOOP);
   expect_only({"a", "b"});
 }
 
@@ -173,7 +175,7 @@ TEST_F(TextOutputs, AFullDeviceIsWrittenDirectlyAndTellsAtTheLatestAtTheClosing)
   if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
   fs::create_symlink("/dev/full", "report.prn");
   TextOutput file;
-  ASSERT_EQ(file.create("report.prn"), status::ok);
+  ASSERT_EQ(file.create(disk_, "report.prn"), status::ok);
   EXPECT_EQ(file.write(line_, "short"), status::ok);
   EXPECT_EQ(file.close(), 28);
   expect_only({"report.prn"});
@@ -183,7 +185,7 @@ TEST_F(TextOutputs, TheFirstFailedWriteIsToldOnceAndAllThatFollowsDoesNothing) {
   if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
   fs::create_symlink("/dev/full", "report.prn");
   TextOutput file;
-  ASSERT_EQ(file.create("report.prn"), status::ok);
+  ASSERT_EQ(file.create(disk_, "report.prn"), status::ok);
   int told = 0;
   for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
   EXPECT_EQ(told, 28);
@@ -194,7 +196,7 @@ TEST_F(TextOutputs, TheFirstFailedWriteIsToldOnceAndAllThatFollowsDoesNothing) {
 TEST_F(TextOutputs, APipeWithoutAReaderIsAFailedOpen) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   TextOutput file;
-  EXPECT_EQ(file.create("pipe"), ENXIO);
+  EXPECT_EQ(file.create(disk_, "pipe"), ENXIO);
 }
 
 TEST_F(TextOutputs, APipeIsWrittenDirectly) {
@@ -212,7 +214,7 @@ TEST_F(TextOutputs, APipeWhoseReaderGoesAwayIsAFailureAndNotTheEndOfTheProgram) 
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
   TextOutput file;
-  ASSERT_EQ(file.create("pipe"), status::ok);
+  ASSERT_EQ(file.create(disk_, "pipe"), status::ok);
   close(reader);
   EXPECT_EQ(file.write(line_, "new"), status::ok);
   EXPECT_EQ(file.close(), EPIPE);
@@ -222,7 +224,7 @@ TEST_F(TextOutputs, APipeThatIsNotReadFromDoesNotKeepTheProgramForEver) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
   TextOutput file;
-  ASSERT_EQ(file.create("pipe"), status::ok);
+  ASSERT_EQ(file.create(disk_, "pipe"), status::ok);
   int told = 0;
   for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
   EXPECT_EQ(told, ETIMEDOUT);
@@ -242,7 +244,7 @@ TEST_F(TextOutputs, APipeThatIsReadSlowlyIsWaitedFor) {
     }
   });
   TextOutput file;
-  EXPECT_EQ(file.create("pipe"), status::ok);
+  EXPECT_EQ(file.create(disk_, "pipe"), status::ok);
   for (int k = 0; k < 200; ++k) EXPECT_EQ(file.write(line_, std::string(1000, 'x')), status::ok);
   EXPECT_EQ(file.close(), status::ok);
   slow.join();
@@ -258,7 +260,7 @@ TEST_F(TextOutputs, AFileThatMayNotGrowFurtherIsAFailureAndNotTheEndOfTheProgram
               const rlimit little{1000, 1000};
               setrlimit(RLIMIT_FSIZE, &little);
               TextOutput file;
-              if (file.create("./new.txt") != status::ok) return 1;
+              if (file.create(disk_, "./new.txt") != status::ok) return 1;
               if (file.write(line_, std::string(2000, 'x')) != status::ok) return 2;
               return file.close();
             }),
@@ -270,18 +272,18 @@ TEST_F(TextOutputs, AFileThatMayNotGrowFurtherIsAFailureAndNotTheEndOfTheProgram
 TEST_F(TextOutputs, FoldersBlankNamesAndMissingFoldersAreFailedOpens) {
   fs::create_directory("folder");
   TextOutput file;
-  EXPECT_EQ(file.create("folder"), 21);
-  EXPECT_EQ(file.append("folder"), 21);
-  EXPECT_EQ(file.create("   "), 2);
-  EXPECT_EQ(file.append(""), 2);
-  EXPECT_EQ(file.create("missing/file.txt"), 2);
-  EXPECT_EQ(file.append("missing.txt"), 2);
+  EXPECT_EQ(file.create(disk_, "folder"), 21);
+  EXPECT_EQ(file.append(disk_, "folder"), 21);
+  EXPECT_EQ(file.create(disk_, "   "), 2);
+  EXPECT_EQ(file.append(disk_, ""), 2);
+  EXPECT_EQ(file.create(disk_, "missing/file.txt"), 2);
+  EXPECT_EQ(file.append(disk_, "missing.txt"), 2);
   expect_only({"folder"});
 }
 
 TEST_F(TextOutputs, AfterAFailedOpenWritesAndClosingDoNothing) {
   TextOutput file;
-  EXPECT_EQ(file.create("missing/file.txt"), 2);
+  EXPECT_EQ(file.create(disk_, "missing/file.txt"), 2);
   EXPECT_EQ(file.write(line_, "new"), status::ok);
   EXPECT_EQ(file.close(), status::ok);
   expect_only({});
@@ -291,8 +293,8 @@ TEST_F(TextOutputs, AFileThatMayNotBeWrittenGives13AndStays) {
   ScratchFolder::write("file.txt", "old\n");
   chmod("file.txt", 0444);
   chmod(".", 0777);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create("file.txt"); }), 13);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().append("file.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "file.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().append(disk_, "file.txt"); }), 13);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
 }
@@ -301,8 +303,8 @@ TEST_F(TextOutputs, AFolderThatMayNotBeWrittenGivesTheNumberOfMakingTheNeighbour
   ScratchFolder::write("file.txt", "old\n");
   chmod("file.txt", 0666);
   chmod(".", 0555);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create("file.txt"); }), 13);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create("new.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "file.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "new.txt"); }), 13);
   chmod(".", 0755);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
@@ -313,7 +315,7 @@ TEST_F(TextOutputs, AKilledWriterCostsNothingAndWhatItLeavesDoesNotBlock) {
   const pid_t child = fork();
   if (child == 0) {
     TextOutput file;
-    file.create("file.txt");
+    file.create(disk_, "file.txt");
     for (int k = 0; k < 1000; ++k) file.write(line_, std::string(1000, 'x'));
     raise(SIGKILL);
   }
@@ -339,9 +341,9 @@ TEST_F(TextOutputs, ALinkLeftWhereTheNeighbourGoesIsNotFollowed) {
 TEST_F(TextOutputs, TwoThatWriteTheSameFileDoNotMixTheLaterOneWins) {
   ScratchFolder::write("file.txt", "old\n");
   TextOutput first, second;
-  ASSERT_EQ(first.create("file.txt"), status::ok);
+  ASSERT_EQ(first.create(disk_, "file.txt"), status::ok);
   EXPECT_EQ(first.write(line_, "first"), status::ok);
-  ASSERT_EQ(second.create("file.txt"), status::ok);
+  ASSERT_EQ(second.create(disk_, "file.txt"), status::ok);
   EXPECT_EQ(second.write(line_, "second"), status::ok);
   EXPECT_EQ(first.close(), EBUSY);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
@@ -399,7 +401,7 @@ TEST_F(TextOutputs, AnAppendThatIsNotClosedLeavesTheOlderFileAsItWas) {
   ScratchFolder::write("file.txt", "old\x1a");
   {
     TextOutput file;
-    ASSERT_EQ(file.append("file.txt"), status::ok);
+    ASSERT_EQ(file.append(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
   }
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\x1a");
@@ -416,7 +418,7 @@ TEST_F(TextOutputs, AFileThatSomebodyElseChangesMeanwhileIsNotReplacedByWhatWasA
   for (const auto& change : changes) {
     ScratchFolder::write("file.txt", "old\n");
     TextOutput file;
-    ASSERT_EQ(file.append("file.txt"), status::ok);
+    ASSERT_EQ(file.append(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "mine"), status::ok);
     change();
     const std::string theirs = ScratchFolder::read("file.txt");
@@ -425,7 +427,7 @@ TEST_F(TextOutputs, AFileThatSomebodyElseChangesMeanwhileIsNotReplacedByWhatWasA
     expect_only({"file.txt"});
   }
   TextOutput file;
-  ASSERT_EQ(file.append("file.txt"), status::ok);
+  ASSERT_EQ(file.append(disk_, "file.txt"), status::ok);
   fs::remove("file.txt");
   EXPECT_EQ(file.close(), ENOENT);
   expect_only({});
@@ -433,7 +435,7 @@ TEST_F(TextOutputs, AFileThatSomebodyElseChangesMeanwhileIsNotReplacedByWhatWasA
 
 TEST_F(TextOutputs, AFolderThatComesInThePlaceOfTheFileMeanwhileIsToldByTheClosing) {
   TextOutput file;
-  ASSERT_EQ(file.create("file.txt"), status::ok);
+  ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
   fs::create_directory("file.txt");
   EXPECT_EQ(file.close(), EISDIR);
   expect_only({"file.txt"});
@@ -448,7 +450,7 @@ TEST_F(TextOutputs, WhatStandsWhereTheNeighbourGoesDoesNotBlock) {
 
 TEST_F(TextOutputs, AMovedOutputGoesOn) {
   TextOutput first;
-  ASSERT_EQ(first.create("file.txt"), status::ok);
+  ASSERT_EQ(first.create(disk_, "file.txt"), status::ok);
   EXPECT_EQ(first.write(line_, "one"), status::ok);
   TextOutput second(std::move(first));
   EXPECT_EQ(second.write(line_, "two"), status::ok);

@@ -112,7 +112,7 @@ void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
 void cor_report(Workspace& w) {
   LongWork work(w.plot, report_name);
   ReportFile file;
-  w.ios = file.create(report_name);
+  w.ios = file.create(w.files, report_name);
   if (io_err(w, "Open ", report_name)) return;
   w.ios = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
   if (io_err(w, "WRITE", report_name)) return;

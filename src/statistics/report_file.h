@@ -12,7 +12,7 @@ namespace vorn {
 // is remembered and answered by close().
 class ReportFile {
  public:
-  int create(std::string_view name) { return file_.create(name); }
+  int create(Files& files, std::string_view name) { return file_.create(files, name); }
 
   // Writes a line whose failure the caller tells.
   template <class... Items>

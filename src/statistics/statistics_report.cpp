@@ -66,7 +66,7 @@ void write_totals(const Workspace& w, ReportFile& file, const Rings& rings, doub
 void stats_rep(Workspace& w) {
   LongWork work(w.plot, report_name);
   ReportFile file;
-  w.ios = file.create(report_name);
+  w.ios = file.create(w.files, report_name);
   if (io_err(w, "Open", report_name)) return;
   file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
   const double mean_cbar = cbar(w, w.tree_to_chronology.range(1, max_series));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "statistics/best_match.h"
 #include "statistics/correlation_report.h"
 #include "statistics/statistics_report.h"
@@ -36,7 +37,8 @@ struct WorkTold : testing::Test {
   ScratchFolder folder;
   ListeningScreen screen;
   Plot plot{screen};
-  std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot);
+  DiskFiles disk;
+  std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot, disk);
 
   WorkTold() {
     w->nfil = w->cf = 1;

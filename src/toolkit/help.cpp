@@ -106,7 +106,7 @@ void vorn_help(Workspace& w) {
   const Subject subject = subject_under_cursor(w);
   w.mous = subject.number;
   TextInput file;
-  w.ios = file.open(help_file);
+  w.ios = file.open(w.files, help_file);
   io_err(w, "Open", help_file);
   skip_lines(w, file, header_lines);
   const Record record = find_record(w, file, subject);

@@ -56,6 +56,6 @@ WorkVectors::WorkVectors()
       tree_to_chronology(max_series),
       tree_to_trees(max_series) {}
 
-Workspace::Workspace(Plot& the_plot) : plot(the_plot), log(&std::cerr) {}
+Workspace::Workspace(Plot& the_plot, Files& the_files) : plot(the_plot), files(the_files), log(&std::cerr) {}
 
 }  // namespace vorn

@@ -20,6 +20,7 @@
 
 namespace vorn {
 
+class Files;
 class Plot;
 
 struct Workspace : SeriesStore,
@@ -31,11 +32,12 @@ struct Workspace : SeriesStore,
                    Controls,
                    LagTable,
                    WorkVectors {
-  explicit Workspace(Plot& plot);
+  Workspace(Plot& plot, Files& files);
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
 
   Plot& plot;         // where everything is drawn and every click comes from
+  Files& files;       // where everything is read and written
   std::ostream* log;  // each message shown is also written here, one a line; standard error at first
 };
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "plot/plot.h"
+#include "records/memory_files.h"
 #include "support/queue_screen.h"
 
 namespace vorn {
@@ -16,7 +17,8 @@ TEST(Capacities, AreThoseOfTheDesign) {
   EXPECT_EQ(max_years, 12000);
   QueueScreen screen;
   Plot plot(screen);
-  const Workspace w(plot);
+  MemoryFiles files;
+  const Workspace w(plot, files);
   EXPECT_EQ(w.nam.size(), 10000 + 100 + 2 + 1);
   EXPECT_EQ(w.crn.rows(), 12000);
   EXPECT_EQ(w.crn.columns(), 100);
@@ -36,7 +38,8 @@ TEST(Capacities, LeaveRoomForTheTwoWorkingEntriesBehindAFullPool) {
 TEST(Workspace, StartsEmptyWithTheFirstEntryAtTheFirstPlace) {
   QueueScreen screen;
   Plot plot(screen);
-  const Workspace w(plot);
+  MemoryFiles files;
+  const Workspace w(plot, files);
   EXPECT_EQ(w.ad(1), 1);
   EXPECT_EQ(w.nc, 0);
   EXPECT_EQ(w.nd, 0);

@@ -71,7 +71,7 @@ void expect_named(const std::string& told, const std::string& says, int error) {
 }
 
 // Every file is as it was, or whole and new where the action writes it; there is no other.
-void expect_whole(const Trials& trials, const Files& files) {
+void expect_whole(const Trials& trials, const Contents& files) {
   for (const auto& [name, contents] : files) {
     ASSERT_TRUE(trials.before().contains(name)) << name << " is left behind";
     EXPECT_TRUE(contents == trials.before().at(name) || contents == trials.after().at(name))

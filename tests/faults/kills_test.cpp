@@ -37,7 +37,7 @@ bool one_of(const std::string& contents, const std::string& older, const std::st
 class Kills : public ::testing::TestWithParam<Action> {
  protected:
   // Nothing is lost; an appended-to file begins with all that it held.
-  void expect_older_or_newer(const Files& files) {
+  void expect_older_or_newer(const Contents& files) {
     for (const auto& [name, older] : trials_.before()) {
       ASSERT_TRUE(files.contains(name)) << name << " is lost";
       EXPECT_TRUE(one_of(files.at(name), older, trials_.after().at(name))) << name << " is not whole";
@@ -50,7 +50,7 @@ class Kills : public ::testing::TestWithParam<Action> {
 
   // The same action once more, in the folder as the killed program left it, writes all there is to write and
   // tidies up.
-  void expect_next_run_is_well(const Files& left) {
+  void expect_next_run_is_well(const Contents& left) {
     const Outcome next = trials_.try_once_more({});
     EXPECT_EQ(next.told, "");
     EXPECT_EQ(next.complaint, "");
@@ -163,7 +163,7 @@ class KilledProgram : public ::testing::Test {
 
   // Every file is as it was after one of the steps, or a neighbour of one.
   void expect_whole_files() {
-    const Files files = files_here();
+    const Contents files = files_here();
     for (const auto& [name, contents] : files) {
       if (is_neighbour(name)) continue;
       EXPECT_TRUE(allowed_[name].contains(contents)) << name << " is not whole";
@@ -172,7 +172,7 @@ class KilledProgram : public ::testing::Test {
   }
 
   ScratchFolder folder_;
-  Files before_;
+  Contents before_;
   std::map<std::string, std::set<std::string>> allowed_;
 };
 

@@ -13,6 +13,7 @@
 
 #include "menus/main_program.h"
 #include "plot/plot.h"
+#include "records/disk_files.h"
 
 namespace vorn {
 namespace {
@@ -31,8 +32,8 @@ void put(char (&place)[size], const std::string& text) {
 
 }  // namespace
 
-Files files_here() {
-  Files files;
+Contents files_here() {
+  Contents files;
   for (const auto& entry : fs::directory_iterator(".")) {
     const std::string name = entry.path().filename().string();
     files[name] = ScratchFolder::read(name);
@@ -92,7 +93,8 @@ void Trials::run(const std::function<void()>& tries) {
   tries_ = tries;
   screen_ = std::make_unique<UserScreen>(*this);
   Plot plot(*screen_);
-  w_ = std::make_unique<Workspace>(plot);
+  DiskFiles disk;
+  w_ = std::make_unique<Workspace>(plot, disk);
   std::ostringstream log;
   w_->log = &log;
   auto reason = EndReason::closed;
@@ -122,7 +124,7 @@ void Trials::begin() {
     EXPECT_EQ(untroubled.told, "");
     EXPECT_EQ(untroubled.complaint, "");
     after_ = untroubled.files;
-    Files written = before_;
+    Contents written = before_;
     for (const std::string& name : action_.writes) {
       EXPECT_NE(before_.at(name), after_.at(name)) << "the action does not write " << name;
       written[name] = after_.at(name);
@@ -184,8 +186,8 @@ Outcome Trials::outcome_of(int trial) {
   return outcome;
 }
 
-void Trials::lay_out(const Files& files) const {
-  const Files here = files_here();
+void Trials::lay_out(const Contents& files) const {
+  const Contents here = files_here();
   for (const auto& [name, contents] : here) {
     if (!files.contains(name)) fs::remove(name);
   }

@@ -13,8 +13,8 @@
 namespace vorn {
 
 // Names and contents of all files of a folder.
-using Files = std::map<std::string, std::string>;
-Files files_here();
+using Contents = std::map<std::string, std::string>;
+Contents files_here();
 
 // How a trial ended.
 struct Outcome {
@@ -23,7 +23,7 @@ struct Outcome {
   std::size_t written = 0;  // bytes, by an action that came to its end
   std::string told;         // the messages shown, one a line
   std::string complaint;    // what was not as it must be; empty when all was
-  Files files;              // afterwards
+  Contents files;           // afterwards
 };
 
 // Runs the whole program to where the action begins. There every trial is a copy of the process, which goes
@@ -45,8 +45,8 @@ class Trials {
   Outcome try_once_more(const Faults& asked_for);
 
   // What the action finds, and what it leaves when nothing goes wrong.
-  const Files& before() const { return before_; }
-  const Files& after() const { return after_; }
+  const Contents& before() const { return before_; }
+  const Contents& after() const { return after_; }
 
  private:
   class UserScreen;
@@ -56,11 +56,11 @@ class Trials {
   void finish_trial();
   [[noreturn]] void leave_trial();
   Outcome outcome_of(int trial);
-  void lay_out(const Files& files) const;
+  void lay_out(const Contents& files) const;
 
   const Action& action_;
   ScratchFolder folder_;
-  Files before_, after_;
+  Contents before_, after_;
   std::function<void()> tries_;
   std::unique_ptr<UserScreen> screen_;
   std::unique_ptr<Workspace> w_;

@@ -77,11 +77,11 @@ press 106
 press 102
 )";
 
-using Files = std::map<std::string, std::string>;
+using Contents = std::map<std::string, std::string>;
 
 // Every file below the current folder, by name.
-Files files_here() {
-  Files all;
+Contents files_here() {
+  Contents all;
   for (const auto& entry : fs::recursive_directory_iterator(".")) {
     if (!entry.is_regular_file()) continue;
     const std::string name = fs::relative(entry.path(), ".").string();
@@ -96,7 +96,7 @@ int run(const std::string& command) {
 }
 
 // Plays the session on the examples in the current folder, with these settings of the environment.
-Files played(const std::string& settings = {}) {
+Contents played(const std::string& settings = {}) {
   fs::copy(source_folder() / "examples", ".",
            fs::copy_options::recursive | fs::copy_options::overwrite_existing);
   ScratchFolder::write("everything.vrs", everything);
@@ -105,7 +105,7 @@ Files played(const std::string& settings = {}) {
   return files_here();
 }
 
-void expect_same(const Files& files, const Files& plain) {
+void expect_same(const Contents& files, const Contents& plain) {
   ASSERT_EQ(files.size(), plain.size());
   for (const auto& [name, bytes] : plain) {
     ASSERT_TRUE(files.contains(name)) << name;
@@ -119,8 +119,8 @@ class Place : public ::testing::Test {
     const ScratchFolder folder;
     plain() = played("LC_ALL=C");
   }
-  static Files& plain() {
-    static Files files;
+  static Contents& plain() {
+    static Contents files;
     return files;
   }
   ScratchFolder folder_;
@@ -225,7 +225,7 @@ class AsNobody {
 
 TEST_F(Unwritable, AFolderThatMayNotBeWrittenToIsToldAndKeepsItsFiles) {
   constexpr fs::perms all_write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  const Files before = files_here();
+  const Contents before = files_here();
   fs::permissions(".", fs::perms::all & ~all_write);
   {
     const AsNobody nobody;

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "records/disk_files.h"
 #include "support/places.h"
 #include "support/whole_program.h"
 
@@ -62,7 +63,8 @@ std::optional<Cores> loaded(const std::string& file, int layout = 0) {
   ScratchFolder::write("Vorn.fil", file + "\n");
   StepScreen screen;
   Plot plot(screen);
-  const auto w = std::make_unique<Workspace>(plot);
+  DiskFiles disk;
+  const auto w = std::make_unique<Workspace>(plot, disk);
   std::ostringstream log;
   w->log = &log;
   Cores cores;

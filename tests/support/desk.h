@@ -9,6 +9,7 @@
 
 #include "plot/plot.h"
 #include "plot/visible_text.h"
+#include "records/disk_files.h"
 #include "support/queue_screen.h"
 #include "workspace/vorndata.h"
 
@@ -36,7 +37,8 @@ struct Desk {
 
   QueueScreen screen;
   Plot plot{screen};
-  Workspace w{plot};
+  DiskFiles disk;
+  Workspace w{plot, disk};
   std::ostringstream log;
 };
 

@@ -14,6 +14,7 @@
 
 #include "plot/plot.h"
 #include "plot/visible_text.h"
+#include "records/disk_files.h"
 #include "support/scratch_folder.h"
 #include "toolkit/button_table.h"
 #include "toolkit/buttons.h"
@@ -150,7 +151,8 @@ class MenuBench : public ::testing::Test {
   ScratchFolder folder;
   StepScreen screen;
   Plot plot{screen};
-  std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot);
+  DiskFiles disk;
+  std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot, disk);
   std::ostringstream log;
 };
 

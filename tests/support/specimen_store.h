@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "support/put_entry.h"
 #include "support/queue_screen.h"
 #include "workspace/vorndata.h"
@@ -38,7 +39,8 @@ class SpecimenStore : public ::testing::Test {
 
   PatientScreen screen;
   Plot plot{screen};
-  Workspace w{plot};
+  DiskFiles disk;
+  Workspace w{plot, disk};
   std::ostringstream log;
 };
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "support/put_entry.h"
 #include "support/queue_screen.h"
 #include "workspace/vorndata.h"
@@ -17,7 +18,7 @@ class TestStore {
  public:
   ReturnScreen screen;
 
-  TestStore() : plot_(screen), w(plot_) {
+  TestStore() : plot_(screen), w(plot_, disk_) {
     w.log = &messages;
     w.cf = 1;
   }
@@ -54,6 +55,7 @@ class TestStore {
 
  private:
   Plot plot_;
+  DiskFiles disk_;
 
  public:
   Workspace w;

@@ -13,6 +13,7 @@
 #include "menus/main_program.h"
 #include "platform/event_mailbox.h"
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "support/places.h"
 #include "support/queue_screen.h"
 #include "support/scratch_folder.h"
@@ -30,7 +31,8 @@ class Threads : public ::testing::Test {
   // The program, until it ends. Answers why.
   EndReason run() {
     Plot plot(mailbox);
-    const auto w = std::make_unique<Workspace>(plot);
+    DiskFiles disk;
+    const auto w = std::make_unique<Workspace>(plot, disk);
     std::ostringstream log;
     w->log = &log;
     try {
@@ -69,7 +71,8 @@ TEST_F(Threads, AUserFasterThanTheProgram) {
   });
   QueueScreen nowhere;
   Plot plot(nowhere);
-  const auto tables = std::make_unique<Workspace>(plot);
+  DiskFiles disk;
+  const auto tables = std::make_unique<Workspace>(plot, disk);
   set_up_graph(*tables);
   std::mt19937 random(1);
   const auto up_to = [&random](int most) {
@@ -102,7 +105,8 @@ TEST_F(Threads, AWindowClosedInTheMidstOfLongWork) {
     EventMailbox box([this] { ++pages; }, [this] { ++news; });
     std::thread program([&] {
       Plot plot(box);
-      const auto w = std::make_unique<Workspace>(plot);
+      DiskFiles disk;
+      const auto w = std::make_unique<Workspace>(plot, disk);
       std::ostringstream log;
       w->log = &log;
       try {

@@ -13,6 +13,7 @@
 
 #include "menus/main_program.h"
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "support/scratch_folder.h"
 #include "toolkit/buttons.h"
 #include "walk/walk_files.h"
@@ -47,7 +48,8 @@ TEST_P(Walk, EndsWhereverItIsStoppedWithEverythingInOrder) {
     const ScratchFolder folder;
     files.lay_out();
     Plot plot(walker);
-    const auto w = std::make_unique<Workspace>(plot);
+    DiskFiles disk;
+    const auto w = std::make_unique<Workspace>(plot, disk);
     std::ostringstream log;
     w->log = &log;
     walker.begin(*w);

@@ -1,0 +1,36 @@
+// Files on the disk.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "records/files.h"
+
+namespace vorn {
+
+// The files of one folder of the disk, and all others by absolute paths.
+//
+// Nothing that was there before is ever lost: a file that is made lies beside the one whose place it will
+// take, as a neighbour, and is brought to the disk before it does. Links are followed. What is no regular
+// file (a device, a pipe) is not read, and written directly; a pipe that has not been read from for some
+// seconds gives 110. What a killed program leaves of a neighbour (NAME.vorn-part) goes when the file is
+// written again.
+class DiskFiles : public Files {
+ public:
+  // Of the folder that the process is in, whenever a file is asked for.
+  DiskFiles() = default;
+  explicit DiskFiles(std::string folder) : folder_(std::move(folder)) {}
+
+  int look_at(const std::string& name, FileKind& kind) override;
+  int open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
+  int make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
+  int extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+             std::unique_ptr<ByteSink>& sink) override;
+
+ private:
+  std::string path_to(const std::string& name) const;
+  std::string folder_;  // empty: the process's
+};
+
+}  // namespace vorn

@@ -1,0 +1,244 @@
+// What every place of files keeps to, whether it is a folder of the disk or memory.
+#include "records/files.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "records/disk_files.h"
+#include "records/memory_files.h"
+#include "records/text_file.h"
+#include "support/scratch_folder.h"
+
+namespace vorn {
+namespace {
+
+// A place of files, and how a test puts some there.
+class Place {
+ public:
+  virtual ~Place() = default;
+  virtual Files& files() = 0;
+  virtual void make_folder(const std::string& name) = 0;
+};
+
+class DiskPlace : public Place {
+ public:
+  Files& files() override { return files_; }
+  void make_folder(const std::string& name) override { std::filesystem::create_directory(name); }
+
+ private:
+  ScratchFolder folder_;
+  DiskFiles files_;
+};
+
+// One that is not the folder which the process is in.
+class OtherFolder : public Place {
+ public:
+  OtherFolder() { std::filesystem::create_directory("other"); }
+  Files& files() override { return files_; }
+  void make_folder(const std::string& name) override { std::filesystem::create_directory("other/" + name); }
+
+ private:
+  ScratchFolder folder_;
+  DiskFiles files_{"other"};
+};
+
+class MemoryPlace : public Place {
+ public:
+  Files& files() override { return files_; }
+  void make_folder(const std::string& name) override { files_.make_folder(name); }
+
+ private:
+  MemoryFiles files_;
+};
+
+struct Kind {
+  const char* name;
+  std::unique_ptr<Place> (*make)();
+};
+
+template <class Made>
+std::unique_ptr<Place> made() {
+  return std::make_unique<Made>();
+}
+
+class EveryPlace : public testing::TestWithParam<Kind> {
+ protected:
+  void put(const std::string& name, std::string_view bytes) { EXPECT_EQ(write_whole(files, name, bytes), 0); }
+
+  std::string rest_of(ByteSource& source) {
+    std::string all;
+    std::vector<char> piece(7);
+    for (std::size_t count = 1; count > 0; all.append(piece.data(), count)) {
+      EXPECT_EQ(source.read(piece, count), 0);
+    }
+    EXPECT_EQ(source.close(), 0);
+    return all;
+  }
+  std::string contents(const std::string& name) {
+    std::unique_ptr<ByteSource> source;
+    EXPECT_EQ(files.open(name, source), 0) << name;
+    return source ? rest_of(*source) : "cannot be opened";
+  }
+  FileKind kind(const std::string& name) {
+    auto found = FileKind::other;
+    EXPECT_EQ(files.look_at(name, found), 0);
+    return found;
+  }
+
+  std::unique_ptr<Place> place_ = GetParam().make();
+  Files& files = place_->files();
+  std::unique_ptr<ByteSource> source_;
+  std::unique_ptr<ByteSink> sink_;
+};
+
+TEST_P(EveryPlace, WhatIsWrittenStandsThere) {
+  EXPECT_EQ(kind("a.txt"), FileKind::missing);
+  put("a.txt", "one\r\ntwo");
+  EXPECT_EQ(kind("a.txt"), FileKind::regular);
+  EXPECT_EQ(contents("a.txt"), "one\r\ntwo");
+  EXPECT_EQ(contents("./a.txt"), "one\r\ntwo");
+  put("a.txt", "");
+  EXPECT_EQ(contents("a.txt"), "");
+}
+
+TEST_P(EveryPlace, AFileTakesItsPlaceWhenItIsCommittedAndNotBefore) {
+  put("a.txt", "old");
+  ASSERT_EQ(files.make("a.txt", sink_), 0);
+  EXPECT_EQ(sink_->write("new, "), 0);
+  EXPECT_EQ(sink_->write("in two pieces"), 0);
+  EXPECT_EQ(contents("a.txt"), "old");
+  EXPECT_EQ(sink_->commit(), 0);
+  sink_.reset();
+  EXPECT_EQ(contents("a.txt"), "new, in two pieces");
+}
+
+TEST_P(EveryPlace, AFileThatIsNotCommittedLeavesTheOlderOneOrNone) {
+  put("a.txt", "old");
+  for (const char* name : {"a.txt", "b.txt"}) {
+    ASSERT_EQ(files.make(name, sink_), 0);
+    EXPECT_EQ(sink_->write("new"), 0);
+    sink_.reset();
+  }
+  EXPECT_EQ(contents("a.txt"), "old");
+  EXPECT_EQ(kind("b.txt"), FileKind::missing);
+}
+
+TEST_P(EveryPlace, AFileBeingReadStaysAsItWasWhenItWasOpened) {
+  put("a.txt", "the old one");
+  ASSERT_EQ(files.open("a.txt", source_), 0);
+  put("a.txt", "the new one");
+  EXPECT_EQ(rest_of(*source_), "the old one");
+  EXPECT_EQ(contents("a.txt"), "the new one");
+}
+
+TEST_P(EveryPlace, AFileCanBeExtended) {
+  put("a.txt", "old");
+  ASSERT_EQ(files.extend("a.txt", source_, sink_), 0);
+  EXPECT_EQ(sink_->write(rest_of(*source_) + " and new"), 0);
+  EXPECT_EQ(contents("a.txt"), "old");
+  EXPECT_EQ(sink_->commit(), 0);
+  EXPECT_EQ(contents("a.txt"), "old and new");
+}
+
+TEST_P(EveryPlace, AFileThatIsNotThereIsNeitherOpenedNorExtended) {
+  EXPECT_EQ(files.open("a.txt", source_), ENOENT);
+  EXPECT_EQ(files.extend("a.txt", source_, sink_), ENOENT);
+  EXPECT_EQ(source_, nullptr);
+  EXPECT_EQ(sink_, nullptr);
+}
+
+TEST_P(EveryPlace, AFolderIsNoFile) {
+  place_->make_folder("folder");
+  EXPECT_EQ(kind("folder"), FileKind::folder);
+  EXPECT_EQ(kind("."), FileKind::folder);
+  EXPECT_EQ(files.open("folder", source_), EISDIR);
+  EXPECT_EQ(files.make("folder", sink_), EISDIR);
+  EXPECT_EQ(files.extend("folder", source_, sink_), EISDIR);
+  ASSERT_EQ(files.make("later", sink_), 0);
+  place_->make_folder("later");
+  EXPECT_EQ(sink_->commit(), EISDIR);
+}
+
+TEST_P(EveryPlace, FilesLieInFoldersThatAreThere) {
+  EXPECT_EQ(files.make("folder/a.txt", sink_), ENOENT);
+  place_->make_folder("folder");
+  put("folder/a.txt", "new");
+  EXPECT_EQ(contents("folder/a.txt"), "new");
+  EXPECT_EQ(contents("folder/../folder/a.txt"), "new");
+  EXPECT_EQ(kind("a.txt"), FileKind::missing);
+  EXPECT_NE(files.make("folder/a.txt/b.txt", sink_), 0);
+}
+
+TEST_P(EveryPlace, TextFilesAreReadWrittenAndAddedTo) {
+  const EditFormat line("(A4,I4)");
+  TextOutput out;
+  ASSERT_EQ(out.create(files, "a.txt   "), status::ok);
+  EXPECT_EQ(out.write(line, "CORE", 1), status::ok);
+  EXPECT_EQ(out.close(), status::ok);
+  EXPECT_TRUE(file_exists(files, "a.txt   "));
+  EXPECT_FALSE(file_exists(files, "b.txt"));
+  ASSERT_EQ(out.append(files, "a.txt"), status::ok);
+  EXPECT_EQ(out.write(line, "TREE", 2), status::ok);
+  EXPECT_EQ(out.close(), status::ok);
+  EXPECT_EQ(contents("a.txt"), "CORE   1\nTREE   2\n");
+
+  TextInput in;
+  Text<4> name;
+  std::int32_t number = 0;
+  ASSERT_EQ(in.open(files, "a.txt"), status::ok);
+  EXPECT_EQ(in.read(line, name, number), status::ok);
+  EXPECT_EQ(in.read(line, name, number), status::ok);
+  EXPECT_EQ(name.trimmed(), "TREE");
+  EXPECT_EQ(number, 2);
+  EXPECT_EQ(in.read(line, name, number), status::end_of_file);
+}
+
+TEST_P(EveryPlace, NothingIsWrittenUnderNoName) {
+  EXPECT_EQ(write_whole(files, "", "new"), ENOENT);
+  EXPECT_EQ(write_whole(files, std::string_view("a\0b", 3), "new"), ENOENT);
+  EXPECT_EQ(kind("a"), FileKind::missing);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, EveryPlace,
+                         testing::Values(Kind{"Disk", made<DiskPlace>},
+                                         Kind{"OtherFolder", made<OtherFolder>},
+                                         Kind{"Memory", made<MemoryPlace>}),
+                         [](const auto& place) { return std::string(place.param.name); });
+
+TEST(MemoryFiles, TellWhatTheyHold) {
+  MemoryFiles files;
+  files.put("site/a.rwl", "rings");
+  EXPECT_EQ(files.contents("./site/a.rwl"), "rings");
+  EXPECT_EQ(files.contents("a.rwl"), std::nullopt);
+  EXPECT_EQ(write_whole(files, "site/b.rwl", "more"), 0);
+  EXPECT_EQ(files.contents("site/b.rwl"), "more");
+}
+
+TEST(MemoryFiles, RefuseWhatTheyAreToldTo) {
+  MemoryFiles files;
+  files.put("a.rwl", "rings");
+  files.refuse("a.rwl", EACCES);
+  std::unique_ptr<ByteSource> source;
+  std::unique_ptr<ByteSink> sink;
+  EXPECT_EQ(files.open("a.rwl", source), EACCES);
+  EXPECT_EQ(files.make("a.rwl", sink), EACCES);
+  EXPECT_EQ(files.extend("a.rwl", source, sink), EACCES);
+  EXPECT_EQ(files.contents("a.rwl"), "rings");
+}
+
+TEST(DiskFiles, AbsolutePathsLeadOutOfTheFolder) {
+  const ScratchFolder scratch;
+  std::filesystem::create_directory("folder");
+  DiskFiles files("folder");
+  const std::string path = (scratch.path() / "outside.txt").string();
+  EXPECT_EQ(write_whole(files, path, "new"), 0);
+  EXPECT_EQ(ScratchFolder::read("outside.txt"), "new");
+}
+
+}  // namespace
+}  // namespace vorn
