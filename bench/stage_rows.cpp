@@ -58,7 +58,7 @@ Stage growing(double most, Stage stage) {
 
 // --- The program at work.
 
-Event click_on(const Workspace& w, int n) {
+Event click_on(const Workspace& w, ButtonNumber n) {
   const Button& button = w.b(n);
   return {(button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2, Event::click};
 }
@@ -302,8 +302,7 @@ std::vector<Stage> page_stages() {
   const auto paint = [](Desk& desk) { paint_picture(desk.plot.page()); };
   // The sample moved by a year, and all drawn again.
   const auto graph = [](Desk& desk) {
-    desk.w->mous = button::sample_first + 2;
-    topbot(*desk.w, vv[(button::sample_first + 2) % 6]);
+    topbot(*desk.w, 1, -1);
     plot_graph(*desk.w);
   };
   return {
@@ -376,7 +375,7 @@ std::string long_session_script() {
     script += "press " + std::to_string(n) + "\n";
   }
   script += "page page.png\n";
-  for (const int n : {button::correlation_exit, button::exit_crossdating, button::quit}) {
+  for (const ButtonNumber n : {button::correlation_exit, button::exit_crossdating, button::quit}) {
     script += "press " + std::to_string(n) + "\n";
   }
   return script;

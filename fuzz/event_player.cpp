@@ -76,11 +76,11 @@ Event EventPlayer::answer_to_message() {
 }
 
 Event EventPlayer::decode(int byte) {
-  if (byte <= max_buttons) return press(byte);
+  if (byte <= max_buttons) return press(ButtonNumber{byte});
   if (byte >= 150) return press_shown(byte - 150);
   switch (byte) {
     case 141:
-      return click_inside(bytes_.byte());
+      return click_inside(ButtonNumber{bytes_.byte()});
     case 142: {
       const int x = part(0, Page::width, bytes_.byte()), y = part(0, Page::height, bytes_.byte());
       return {x, y, Event::help};
@@ -106,20 +106,21 @@ Event EventPlayer::decode(int byte) {
   }
 }
 
-Event EventPlayer::press(int n) {
-  if (n == 0) return {0, 0, Event::click};
+Event EventPlayer::press(ButtonNumber n) {
+  if (n == ButtonNumber::none) return {0, 0, Event::click};
   const Button& place = w_->b(n);
   return {(place.x1 + place.x2) / 2, (place.y1 + place.y2) / 2, Event::click};
 }
 
 Event EventPlayer::press_shown(int k) {
-  return shown_.empty() ? press(0) : press(shown_[static_cast<std::size_t>(k) % shown_.size()]);
+  return shown_.empty() ? press(ButtonNumber::none)
+                        : press(shown_[static_cast<std::size_t>(k) % shown_.size()]);
 }
 
-Event EventPlayer::click_inside(int n) {
+Event EventPlayer::click_inside(ButtonNumber n) {
   const int x = bytes_.byte(), y = bytes_.byte();
   const Rectangle page{0, 0, Page::width, Page::height};
-  const Rectangle& place = n >= 1 && n <= max_buttons ? w_->b(n) : page;
+  const Rectangle& place = button::all.contains(n) ? w_->b(n) : page;
   return {part(place.x1, place.x2, x), part(place.y1, place.y2, y), Event::click};
 }
 

@@ -45,9 +45,9 @@ class EventPlayer : public Screen {
  private:
   Event answer_to_message();
   Event decode(int byte);
-  Event press(int n);
+  Event press(ButtonNumber n);
   Event press_shown(int k);
-  Event click_inside(int n);
+  Event click_inside(ButtonNumber n);
   Event key(int code);
   void type(std::string_view text);
   Event next_key();
@@ -56,7 +56,7 @@ class EventPlayer : public Screen {
   WalkState state_;
   const Workspace* w_ = nullptr;
   bool message_shown_ = false;
-  std::vector<int> shown_;
+  std::vector<ButtonNumber> shown_;
   std::deque<int> typed_;
 };
 

@@ -62,7 +62,7 @@ Name read_from_heidelberg(const Name& name) {
   return Name("    " + std::string(name.view()));
 }
 
-void must_be_same(const std::vector<Core>& written, const std::vector<Core>& read, int layout) {
+void must_be_same(const std::vector<Core>& written, const std::vector<Core>& read, ButtonNumber layout) {
   must_hold(read.size() == written.size(), "as many cores are read as were written");
   for (std::size_t i = 0; i < read.size(); ++i) {
     const Name& name = written[i].name;
@@ -93,8 +93,8 @@ bool read_back(Workspace& w) {
 }  // namespace
 
 void write_and_read_again(Workspace& w, std::size_t number) {
-  const int layout = button::raw_tucson + static_cast<int>(number % 3);
-  for (int n = button::raw_tucson; n <= button::raw_compact; ++n) w.b(n).lit = n == layout;
+  const ButtonNumber layout = button::raw_types.at(static_cast<int>(number % 3));
+  for (const ButtonNumber n : button::raw_types) w.b(n).lit = n == layout;
   const std::vector<Core> written = cores_of(w);
   w.cf = 1;
   w.cnam(1) = "again.rwl";

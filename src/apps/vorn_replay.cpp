@@ -25,7 +25,8 @@ vorn::PageSpot middle(const vorn::Rectangle& place) {
 
 int play(const vorn::Script& script, const std::string& name) {
   const vorn::Workspace* w = nullptr;
-  vorn::ScriptedScreen screen(script.statements, name, [&](int button) { return middle(w->b(button)); });
+  vorn::ScriptedScreen screen(script.statements, name,
+                              [&](int number) { return middle(w->b(vorn::ButtonNumber{number})); });
   vorn::DiskFiles files;
   const int status =
       vorn::run_whole_program(screen, files, [&](const vorn::Workspace& started) { w = &started; });

@@ -11,6 +11,7 @@
 #include "toolkit/drawing.h"
 #include "toolkit/messages.h"
 #include "toolkit/prompts.h"
+#include "toolkit/scrolling.h"
 
 namespace vorn {
 namespace {
@@ -69,14 +70,14 @@ void draw_column(Workspace& w, int m) {
 
 void draw_screen(Workspace& w) {
   w.plot.erase();
-  for (int n = button::editor_first; n <= button::editor_last; ++n) {
+  for (const ButtonNumber n : button::editor) {
     if (n != button::editor_table) but_draw(w, n);
   }
   edit_disp(w);
   mwrite(w, message::keep_changes);
   mwrite(w, message::lose_changes);
   mwrite(w, message::undo_edits);
-  const auto chosen = [&w](int n) { return w.b(n).on && w.b(n).lit; };
+  const auto chosen = [&w](ButtonNumber n) { return w.b(n).on && w.b(n).lit; };
   if (chosen(button::editor_insert)) mwrite(w, message::insert_mode);
   if (chosen(button::editor_delete)) mwrite(w, message::delete_mode);
   mwrite(w, message::editor_blank);
@@ -142,33 +143,32 @@ void click_table(Workspace& w) {
 }
 
 void show_table_buttons(Workspace& w, bool on) {
-  for (int n : {button::editor_table, button::editor_insert, button::editor_delete}) w.b(n).on = on;
+  for (const ButtonNumber n : {button::editor_table, button::editor_insert, button::editor_delete})
+    w.b(n).on = on;
 }
 
-void light_column(Workspace& w, int n) {
-  for (int c = button::editor_column_first; c <= button::editor_column_last; ++c) w.b(c).lit = c == n;
+void light_column(Workspace& w, ButtonNumber n) {
+  for (const ButtonNumber c : button::editor_columns) w.b(c).lit = c == n;
 }
 
-void select_column(Workspace& w, int n) {
+void select_column(Workspace& w, ButtonNumber n) {
   light_column(w, n);
-  w.edcol = n - button::editor_column_first + 1;
+  w.edcol = button::editor_columns.place(n) + 1;
   show_table_buttons(w, series_selected(w));
   if (series_selected(w)) w.edtree = w.chc(w.edcol);
 }
 
-void switch_mode(Workspace& w, int n) {
-  const int other = n == button::editor_insert ? button::editor_delete : button::editor_insert;
+void switch_mode(Workspace& w, ButtonNumber n) {
+  const ButtonNumber other = n == button::editor_insert ? button::editor_delete : button::editor_insert;
   w.b(n).lit = !w.b(n).lit;
   w.b(other).lit = false;
 }
 
-void act(Workspace& w, int n) {
+void act(Workspace& w, ButtonNumber n) {
   if (n == button::editor_table) return click_table(w);
   if (n == button::editor_insert || n == button::editor_delete) return switch_mode(w, n);
-  if (n >= button::editor_column_first && n <= button::editor_column_last) return select_column(w, n);
-  // The six buttons step by -50, -10, -1, +1, +10 and +50 years.
-  if (n >= button::editor_scroll_first && n <= button::editor_scroll_last)
-    return edit_scr(w, vv[(n - 119) % 6]);
+  if (button::editor_columns.contains(n)) return select_column(w, n);
+  if (button::editor_row.contains(n)) return edit_scr(w, scroll_years(button::editor_row, n));
   if (n == button::editor_reset) return edit_read(w);
 }
 
@@ -185,27 +185,27 @@ void edit_menu(Workspace& w) {
   edit_setup(w);
   for (int pass = 0; pass < pass_limit; ++pass) {
     draw_screen(w);
-    mouse_click(w, button::editor_first, button::editor_last);
-    if (w.mous == button::editor_exit) return;
-    if (w.mous == button::editor_quit) return edit_read(w);
-    act(w, w.mous);
+    const ButtonNumber hit = mouse_click(w, button::editor);
+    if (hit == button::editor_exit) return;
+    if (hit == button::editor_quit) return edit_read(w);
+    act(w, hit);
   }
 }
 
 // Deliberate: [modes-stay] "Insert" and "Delete" stay as the last call left them.
 void edit_setup(Workspace& w) {
-  constexpr int columns = button::editor_column_last - button::editor_column_first + 1;
+  constexpr int columns = button::editor_columns.size();
   VORN_ASSERT(w.chs >= 1 && w.chs <= columns);
   w.edtree = w.chc(1);
   w.edcol = 1;
   show_table_buttons(w, true);
   w.edcols = std::min(w.chs > 1 ? w.chs + 1 : w.chs, columns);
-  for (int c = 0; c < columns; ++c) w.b(button::editor_column_first + c).on = c < w.edcols;
-  light_column(w, button::editor_column_first);
+  for (int c = 0; c < columns; ++c) w.b(button::editor_columns.at(c)).on = c < w.edcols;
+  light_column(w, button::editor_columns.first);
   for (int m = 1; m <= w.chs; ++m) {
-    w.b(button::editor_column_first + m - 1).label = w.nam(w.chc(m)).view();
+    w.b(button::editor_columns.at(m - 1)).label = w.nam(w.chc(m)).view();
   }
-  if (w.chs < columns) w.b(button::editor_column_first + w.chs).label = "All Trees";
+  if (w.chs < columns) w.b(button::editor_columns.at(w.chs)).label = "All Trees";
   // Deliberate: [at-the-foot] a series of fewer than 30 years is shown whole, its last year in the last row.
   w.edfs = std::min(std::max(w.fy(w.edtree), w.fs), w.ly(w.edtree) - (years_shown - 1));
 }
@@ -229,7 +229,7 @@ void edit_disp(Workspace& w) {
 
 void edit_scr(Workspace& w, std::int32_t step) {
   for (int m = 1; m <= w.chs; ++m) {
-    if (!w.b(button::editor_column_first + m - 1).lit) continue;
+    if (!w.b(button::editor_columns.at(m - 1)).lit) continue;
     // Deliberate: [redates] with a series selected it is the series that moves, not the view.
     w.fy(w.chc(m)) += step;
     w.ly(w.chc(m)) += step;

@@ -50,7 +50,7 @@ struct RawEditor : ::testing::Test {
     for (const int core : cores) w.chc(++w.chs) = core;
   }
 
-  void press(int n) {
+  void press(ButtonNumber n) {
     const Button& button = w.b(n);
     desk.screen.click((button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2);
   }
@@ -70,7 +70,7 @@ struct RawEditor : ::testing::Test {
     EXPECT_EQ(desk.screen.events_left(), 0u);
   }
   // Makes one edit in core `e`: `mode` on, a click on `row`.
-  void edit_once(int e, int mode, int row) {
+  void edit_once(int e, ButtonNumber mode, int row) {
     choose({e});
     press(mode);
     click_row(row);
@@ -127,10 +127,10 @@ TEST_F(RawEditor, WithOneChosenSeriesThereIsNoAllTreesColumn) {
   EXPECT_EQ(w.edtree, 2);
   EXPECT_EQ(w.edcol, 1);
   EXPECT_EQ(w.edcols, 1);
-  EXPECT_TRUE(w.b(126).on);
-  EXPECT_TRUE(w.b(126).lit);
-  EXPECT_EQ(w.b(126).label.view(), "OAK2" + std::string(56, ' '));
-  for (int n = 127; n <= 131; ++n) EXPECT_FALSE(w.b(n).on) << n;
+  EXPECT_TRUE(w.b(button::editor_column_1).on);
+  EXPECT_TRUE(w.b(button::editor_column_1).lit);
+  EXPECT_EQ(w.b(button::editor_column_1).label.view(), "OAK2" + std::string(56, ' '));
+  for (int c = 1; c <= 5; ++c) EXPECT_FALSE(w.b(button::editor_columns.at(c)).on) << c;
 }
 
 TEST_F(RawEditor, WithThreeThereAreFourColumns) {
@@ -140,32 +140,34 @@ TEST_F(RawEditor, WithThreeThereAreFourColumns) {
   EXPECT_EQ(w.edtree, 4);
   const std::vector<std::string> labels = {"OAK4", "OAK1", "OAK3", "All Trees"};
   for (int c = 0; c < 4; ++c) {
-    EXPECT_TRUE(w.b(126 + c).on);
-    EXPECT_EQ(w.b(126 + c).lit, c == 0);
-    EXPECT_EQ(w.b(126 + c).label.trimmed(), labels[static_cast<std::size_t>(c)]);
+    EXPECT_TRUE(w.b(button::editor_columns.at(c)).on);
+    EXPECT_EQ(w.b(button::editor_columns.at(c)).lit, c == 0);
+    EXPECT_EQ(w.b(button::editor_columns.at(c)).label.trimmed(), labels[static_cast<std::size_t>(c)]);
   }
-  EXPECT_FALSE(w.b(130).on);
-  EXPECT_FALSE(w.b(131).on);
+  EXPECT_FALSE(w.b(button::editor_column_5).on);
+  EXPECT_FALSE(w.b(button::editor_column_6).on);
 }
 
 TEST_F(RawEditor, WithFiveTheSixthColumnIsAllTrees) {
   choose({1, 2, 3, 4, 5});
   edit_setup(w);
   EXPECT_EQ(w.edcols, 6);
-  EXPECT_EQ(w.b(131).label.trimmed(), "All Trees");
+  EXPECT_EQ(w.b(button::editor_column_6).label.trimmed(), "All Trees");
 }
 
 TEST_F(RawEditor, WithSixThereIsNoColumnLeftForAllTrees) {
   choose({1, 2, 3, 4, 5, 6});
   edit_setup(w);
   EXPECT_EQ(w.edcols, 6);
-  EXPECT_EQ(w.b(131).label.trimmed(), "OAK6");
+  EXPECT_EQ(w.b(button::editor_column_6).label.trimmed(), "OAK6");
 }
 
 TEST_F(RawEditor, ShowsTheTableAndItsModesOnOpening) {
-  for (int n : {132, 133, 134}) w.b(n).on = false;
+  for (const ButtonNumber n : {button::editor_table, button::editor_insert, button::editor_delete})
+    w.b(n).on = false;
   edit_setup(w);
-  for (int n : {132, 133, 134}) EXPECT_TRUE(w.b(n).on);
+  for (const ButtonNumber n : {button::editor_table, button::editor_insert, button::editor_delete})
+    EXPECT_TRUE(w.b(n).on);
 }
 
 // Core 2 has the years 1905 to 1964.
@@ -202,8 +204,8 @@ TEST_F(RawEditor, FillsTheSelectedColumnAndMovesItsButtonThere) {
   w.edcol = 3;
   edit_disp(w);
   EXPECT_EQ(desk.marks().find("fill 7 " + area(950, 240, 1200, 1640) + "\n"), 0u);
-  EXPECT_EQ(w.b(132).x1, 950);
-  EXPECT_EQ(w.b(132).x2, 1200);
+  EXPECT_EQ(w.b(button::editor_table).x1, 950);
+  EXPECT_EQ(w.b(button::editor_table).x2, 1200);
 }
 
 TEST_F(RawEditor, FillsNoColumnForAllTrees) {
@@ -315,23 +317,24 @@ TEST_F(RawEditor, AClickBesideEveryButtonChangesNothing) {
 
 TEST_F(RawEditor, SelectingAColumnTakesItsSeries) {
   choose({1, 2, 3});
-  press(128);
+  press(button::editor_column_3);
   run();
   EXPECT_EQ(w.edtree, 3);
   EXPECT_EQ(w.edcol, 3);
-  for (int n = 126; n <= 131; ++n) EXPECT_EQ(w.b(n).lit, n == 128);
+  for (const ButtonNumber n : button::editor_columns) EXPECT_EQ(w.b(n).lit, n == button::editor_column_3);
   EXPECT_TRUE(shows(1, "fill 7 " + area(950, 240, 1200, 1640)));
 }
 
 TEST_F(RawEditor, EveryColumnCanBeSelected) {
   choose({1, 2, 3, 4, 2});
-  for (int n = 131; n >= 126; --n) {
+  for (int c = 5; c >= 0; --c) {
+    const ButtonNumber n = button::editor_columns.at(c);
     press(n);
     run();
-    EXPECT_EQ(w.edcol, n - 125);
-    EXPECT_TRUE(w.b(n).lit) << n;
-    EXPECT_EQ(w.b(132).on, n != 131) << n;  // the sixth is "All Trees"
-    EXPECT_EQ(w.edtree, n == 131 ? w.chc(1) : w.chc(n - 125)) << n;
+    EXPECT_EQ(w.edcol, c + 1);
+    EXPECT_TRUE(w.b(n).lit) << c;
+    EXPECT_EQ(w.b(button::editor_table).on, c != 5) << c;  // the sixth is "All Trees"
+    EXPECT_EQ(w.edtree, c == 5 ? w.chc(1) : w.chc(c + 1)) << c;
   }
 }
 
@@ -339,10 +342,10 @@ TEST_F(RawEditor, AllTreesHidesTheTableInsertAndDelete) {
   choose({1, 2});
   const auto before = all_entries();
   press(button::editor_insert);
-  press(128);
+  press(button::editor_column_3);
   desk.screen.click(560, 300);  // where the table was; then where "Delete" was
   press(button::editor_delete);
-  press(127);
+  press(button::editor_column_2);
   run();
   EXPECT_EQ(all_entries(), before);
   for (std::size_t n : {2u, 3u, 4u}) {
@@ -377,14 +380,14 @@ TEST_F(RawEditor, LeavesAfterTenThousandClicks) {
 
 TEST_F(RawEditor, ScrollingWithASeriesSelectedRedatesItByTheStep) {
   const int steps[] = {-50, -10, -1, 1, 10, 50};
-  for (int n = 120; n <= 125; ++n) {
+  for (int k = 0; k < 6; ++k) {
     const auto before = all_entries();
     const int first = w.fy(2), last = w.ly(2);
     const double width = w.x(w.ad(2) + 7);
-    press(n);
+    press(button::editor_row.at(k));
     run();
-    EXPECT_EQ(w.fy(2), first + steps[n - 120]) << n;
-    EXPECT_EQ(w.ly(2), last + steps[n - 120]) << n;
+    EXPECT_EQ(w.fy(2), first + steps[k]) << k;
+    EXPECT_EQ(w.ly(2), last + steps[k]) << k;
     EXPECT_EQ(w.x(w.ad(2) + 7), width);
     expect_only_changed({2}, before);
   }
@@ -394,8 +397,8 @@ TEST_F(RawEditor, ScrollingWithASeriesSelectedRedatesItByTheStep) {
 TEST_F(RawEditor, TheSeriesOfTheSelectedColumnIsTheOneRedated) {
   choose({1, 2, 3});
   const auto before = all_entries();
-  press(127);
-  press(124);
+  press(button::editor_column_2);
+  press(button::editor_plus_10);
   run();
   EXPECT_EQ(w.fy(2), 1915);
   EXPECT_EQ(w.edfs, 1900);  // the view stays
@@ -406,8 +409,8 @@ TEST_F(RawEditor, TheSeriesOfTheSelectedColumnIsTheOneRedated) {
 TEST_F(RawEditor, ScrollingWithAllTreesSelectedMovesTheView) {
   choose({1, 2, 3});
   const auto before = all_entries();
-  press(129);
-  press(124);
+  press(button::editor_column_4);
+  press(button::editor_plus_10);
   run();
   EXPECT_EQ(w.edfs, 1910);
   EXPECT_EQ(all_entries(), before);
@@ -416,18 +419,18 @@ TEST_F(RawEditor, ScrollingWithAllTreesSelectedMovesTheView) {
 
 TEST_F(RawEditor, ScrollingNeverGoesAboveTheLatestLastYearMinus28) {
   choose({1, 2, 3});
-  press(129);
-  press(125);
-  press(125);
+  press(button::editor_column_4);
+  press(button::editor_plus_50);
+  press(button::editor_plus_50);
   run();
   EXPECT_EQ(w.edfs, 1969 - 28);
 }
 
 TEST_F(RawEditor, ScrollingNeverGoesBelowTheYearBeforeTheEarliestFirst) {
   choose({3, 1, 2});
-  press(129);
-  press(120);
-  press(120);
+  press(button::editor_column_4);
+  press(button::editor_minus_50);
+  press(button::editor_minus_50);
   run();
   EXPECT_EQ(w.edfs, 1899);
 }
@@ -437,8 +440,8 @@ TEST_F(RawEditor, ScrollingShortSeriesStandsStillAtTheUpperLimit) {
   put_entry(1, 1900, 12);
   put_entry(2, 1905, 12);
   choose({1, 2});
-  press(128);
-  press(120);
+  press(button::editor_column_3);
+  press(button::editor_minus_50);
   run();
   EXPECT_EQ(w.edfs, 1916 - 28);
 }
@@ -506,8 +509,8 @@ TEST_F(RawEditor, TheInputFieldCoversTheClickedRow) {
   run();
   EXPECT_TRUE(shows(1, "fill 14 " + area(450, 380, 700, 427)));
   EXPECT_TRUE(shows(4, "fill 14 " + area(450, 1593, 700, 1640)));
-  EXPECT_EQ(w.b(132).y1, 240);
-  EXPECT_EQ(w.b(132).y2, 1640);
+  EXPECT_EQ(w.b(button::editor_table).y1, 240);
+  EXPECT_EQ(w.b(button::editor_table).y2, 1640);
 }
 
 TEST_F(RawEditor, ARowIsAThirtiethOfTheTablesButtonNotOfItsLines) {
@@ -530,10 +533,10 @@ TEST_F(RawEditor, TheLowerEdgeIsTheYearBehindTheLastOneShown) {
 TEST_F(RawEditor, OutsideTheSeriesNothingIsAsked) {
   choose({3, 1});  // from 1910 on; core 1 begins in 1900 and ends in 1959
   const auto before = all_entries();
-  press(127);
-  press(128);  // "All Trees", to scroll
-  press(125);  // to 1939 (1969 - 28 would be 1941)
-  press(127);
+  press(button::editor_column_2);
+  press(button::editor_column_3);  // "All Trees", to scroll
+  press(button::editor_plus_50);   // to 1939 (1969 - 28 would be 1941)
+  press(button::editor_column_2);
   click_row(25, 2);
   run();
   EXPECT_EQ(w.edfs, 1941);
@@ -579,9 +582,9 @@ TEST_F(RawEditor, InsertingTwiceLeavesNoGap) {
 TEST_F(RawEditor, InsertingTheYearBehindTheLastPutsARingAtTheEnd) {
   choose({2, 3});
   const auto before = all_entries();
-  press(128);
-  press(125);
-  press(126);
+  press(button::editor_column_3);
+  press(button::editor_plus_50);
+  press(button::editor_column_1);
   press(button::editor_insert);
   click_row(24);
   press(button::editor_insert);
@@ -597,9 +600,9 @@ TEST_F(RawEditor, InsertingTheYearBehindTheLastPutsARingAtTheEnd) {
 TEST_F(RawEditor, InsertingTwoYearsBehindTheLastDoesNothing) {
   choose({2, 3});
   const auto before = all_entries();
-  press(128);
-  press(125);
-  press(126);
+  press(button::editor_column_3);
+  press(button::editor_plus_50);
+  press(button::editor_column_1);
   press(button::editor_insert);
   click_row(25);
   run();
@@ -611,7 +614,7 @@ TEST_F(RawEditor, InsertingTwoYearsBehindTheLastDoesNothing) {
 TEST_F(RawEditor, InsertingTheYearBeforeTheFirstTakesTheLastPlaceOfTheSeriesBefore) {
   choose({1, 2});
   const auto before = all_entries();
-  press(127);
+  press(button::editor_column_2);
   press(button::editor_insert);
   click_row(4, 2);
   press(button::editor_insert);
@@ -630,9 +633,9 @@ TEST_F(RawEditor, InsertingTheYearBeforeTheFirstTakesTheLastPlaceOfTheSeriesBefo
 TEST_F(RawEditor, InsertingTheYearBeforeTheFirstOfTheFirstSeries) {
   choose({2, 1});
   const auto before = all_entries();
-  press(128);
-  press(120);  // from 1899 on
-  press(127);
+  press(button::editor_column_3);
+  press(button::editor_minus_50);  // from 1899 on
+  press(button::editor_column_2);
   press(button::editor_insert);
   click_row(0, 2);
   press(button::editor_insert);
@@ -647,7 +650,7 @@ TEST_F(RawEditor, InsertingTheYearBeforeTheFirstOfTheFirstSeries) {
 TEST_F(RawEditor, InsertingTwoYearsBeforeTheFirstDoesNothing) {
   choose({1, 2});
   const auto before = all_entries();
-  press(127);
+  press(button::editor_column_2);
   press(button::editor_insert);
   click_row(3, 2);
   run();
@@ -697,7 +700,7 @@ TEST_F(RawEditor, DeletingTakesTheRingOutAndMovesLaterOnesOneYearBack) {
 TEST_F(RawEditor, DeletingOutsideTheSeriesDoesNothing) {
   choose({1, 2});
   const auto before = all_entries();
-  press(127);
+  press(button::editor_column_2);
   press(button::editor_delete);
   click_row(4, 2);
   run();
@@ -736,7 +739,7 @@ TEST_F(RawEditor, YearsWithoutARingCannotBeEdited) {
 // After cores were deleted the working entries are those of an older store.
 TEST_F(RawEditor, WorkingEntriesOfAnOlderStoreDoNoHarm) {
   const auto before = all_entries();
-  for (const int mode : {button::editor_insert, button::editor_delete}) {
+  for (const ButtonNumber mode : {button::editor_insert, button::editor_delete}) {
     for (const int slot : {10, 11}) {
       w.fy(slot) = w.ly(slot) = 1900;
       w.yr(slot) = 0;
@@ -822,7 +825,7 @@ TEST_F(RawEditor, NoClickChangesASeriesThatIsNotShown) {
     for (int k = 0; k < 400; ++k) {
       switch (next(4)) {
         case 0:
-          press(120 + next(15));
+          press(button::editor.at(next(15)));
           break;
         case 1:
           click_row(next(31), 1 + next(7));

@@ -25,7 +25,7 @@ class ChronologyWriter : public FileBench {
   }
 
   // The lines of the file that a choice of layout makes, without the first.
-  std::vector<std::string> lines(int choice, const std::string& name) {
+  std::vector<std::string> lines(ButtonNumber choice, const std::string& name) {
     w.b(choice).lit = true;
     write_ind(w);
     w.b(choice).lit = false;
@@ -121,9 +121,9 @@ TEST_F(ChronologyWriter, ChronologyWithoutYearsIsALineOfFillersOrAHeadingAlone) 
 TEST_F(ChronologyWriter, ChosenNameIsShownAsMessageLine52) {
   chronology(1950, {average});
   index_lines();
-  EXPECT_EQ(w.mtext(52).trimmed(), "Index.prn");
+  EXPECT_EQ(w.mtext(MessageNumber{52}).trimmed(), "Index.prn");
   column_lines();
-  EXPECT_EQ(w.mtext(52).trimmed(), "Column.prn");
+  EXPECT_EQ(w.mtext(MessageNumber{52}).trimmed(), "Column.prn");
 }
 
 TEST_F(ChronologyWriter, WithBothChoicesIndexPrnIsWritten) {
@@ -139,7 +139,7 @@ TEST_F(ChronologyWriter, WithNeitherChoiceNothingIsWritten) {
   write_ind(w);
   EXPECT_FALSE(ScratchFolder::exists("Index.prn"));
   EXPECT_FALSE(ScratchFolder::exists("Column.prn"));
-  EXPECT_TRUE(w.mtext(52).blank());
+  EXPECT_TRUE(w.mtext(MessageNumber{52}).blank());
 }
 
 TEST_F(ChronologyWriter, AfterAFailedOpenItsOneMessageIsAll) {

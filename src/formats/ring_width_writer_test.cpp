@@ -74,7 +74,7 @@ TEST_F(RingWidthWriter, LitButtonChoosesTheLayoutInTheOrderTucsonHeidelbergCompa
 
 TEST_F(RingWidthWriter, OutputNameIsShownAsMessageLine21) {
   write_raw(w);
-  EXPECT_EQ(w.mtext(21).trimmed(), "site.RWW");
+  EXPECT_EQ(w.mtext(MessageNumber{21}).trimmed(), "site.RWW");
 }
 
 TEST_F(RingWidthWriter, WithNoLayoutLitTheFileIsCreatedEmpty) {

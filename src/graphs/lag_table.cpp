@@ -118,7 +118,7 @@ void cor_but(Workspace& w, int ystart) {
   w.b(button::correlation_overlap).label = edit(length_edit, w.olap);
   w.b(button::correlation_start).label = edit(year_edit, ystart);
   graph_mes(w, "Correlation");
-  for (int n = button::correlation_first; n <= button::correlation_last; ++n) {
+  for (const ButtonNumber n : button::correlation) {
     but_draw(w, n, {}, colour::yellow);
   }
   mwrite(w, message::segment);

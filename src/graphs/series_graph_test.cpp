@@ -129,7 +129,7 @@ TEST_F(SeriesGraph, LeavesInkAHeightOf25AndNoAxesBehind) {
 
 TEST_F(SeriesGraph, TheYearOfAnEditThatWaitsIsMarkedInTheStripOfItsSeries) {
   w.insdel = 1904;
-  for (const int waits : {button::insertion_ok, button::deletion_ok}) {
+  for (const ButtonNumber waits : {button::insertion_ok, button::deletion_ok}) {
     w.b(waits).on = true;
     w.ul = true;
     draw_sample(1900, in_turn(100));

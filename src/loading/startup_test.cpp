@@ -7,6 +7,7 @@
 
 #include "records/disk_files.h"
 #include "support/file_bench.h"
+#include "toolkit/buttons.h"
 
 namespace vorn {
 namespace {
@@ -79,11 +80,11 @@ TEST_F(StartUp, SetsTheDefaultsAndShowsThemOnTheirButtons) {
   EXPECT_EQ(w.jpr, 11);
   EXPECT_EQ(w.ss, 32);
   EXPECT_TRUE(w.chok && w.logon && w.aron && w.splineon && w.lineon && w.indon);
-  EXPECT_EQ(w.b(97).label, Label("   32"));
-  EXPECT_EQ(w.b(98).label, Label("   11"));
-  EXPECT_EQ(w.b(31).label, Label("  100"));
-  EXPECT_EQ(w.b(99).label, Label("   50"));
-  EXPECT_EQ(w.b(100).label, Label("   25"));
+  EXPECT_EQ(w.b(button::spline_years).label, Label("   32"));
+  EXPECT_EQ(w.b(button::ar_order).label, Label("   11"));
+  EXPECT_EQ(w.b(button::display_width).label, Label("  100"));
+  EXPECT_EQ(w.b(button::segment_length).label, Label("   50"));
+  EXPECT_EQ(w.b(button::segment_overlap).label, Label("   25"));
 }
 
 TEST_F(StartUp, WithoutAListTheProgramEndsAfterAMessage) {

@@ -32,17 +32,17 @@ class Chooser {
     enter();
     for (int pass = 0; pass < pass_limit; ++pass) {
       draw();
-      mouse_click(w, button::chooser_first, button::chooser_last);
-      if (w.mous == button::chooser_exit) break;
-      if (w.mous == button::chooser_do_it && mode() == button::pick_cores) break;
-      act(w.mous);
+      const ButtonNumber hit = mouse_click(w, button::chooser);
+      if (hit == button::chooser_exit) break;
+      if (hit == button::chooser_do_it && mode() == button::pick_cores) break;
+      act(hit);
     }
     return leave();
   }
 
  private:
-  int mode() const {
-    for (int n = button::pick_cores; n <= button::move_core; ++n) {
+  ButtonNumber mode() const {
+    for (const ButtonNumber n : button::chooser_modes) {
       if (w.b(n).lit) return n;
     }
     return button::pick_cores;
@@ -56,8 +56,8 @@ class Chooser {
     return is_chronology(k) && k != w.nc + w.cf && w.rftype(k - w.nc) < file_format::tucson_index;
   }
 
-  void light_mode(int n) {
-    for (int other = button::pick_cores; other <= button::move_core; ++other) w.b(other).lit = other == n;
+  void light_mode(ButtonNumber n) {
+    for (const ButtonNumber other : button::chooser_modes) w.b(other).lit = other == n;
     w.b(button::top_of_pair).on = w.b(button::bottom_of_pair).on = true;
   }
 
@@ -84,7 +84,7 @@ class Chooser {
     w.plot.erase();
     mwrite(w, heading());
     mwrite(w, message::chooser_blank);
-    for (int n = button::chooser_exit; n <= button::move_core; ++n) but_draw(w, n);
+    for (const ButtonNumber n : ButtonRange{button::chooser_exit, button::move_core}) but_draw(w, n);
     but_draw(w, button::page_back);
     but_draw(w, button::page_forward);
     but_draw(w, button::mean_name);
@@ -102,7 +102,7 @@ class Chooser {
     }
   }
 
-  int heading() const {
+  MessageNumber heading() const {
     switch (mode()) {
       case button::pick_cores:
         return message::choose_pair;
@@ -114,7 +114,7 @@ class Chooser {
     }
   }
 
-  void act(int n) {
+  void act(ButtonNumber n) {
     switch (n) {
       case button::chooser_list:
         return pick_under_cursor();
@@ -224,7 +224,7 @@ class Chooser {
     w.mtext(message::move_caption) = "Move " + std::string(name_of(w.chc(1))) + " to " + target;
   }
 
-  void change_mode(int n) {
+  void change_mode(ButtonNumber n) {
     light_mode(n);
     w.b(button::mean_name).on = false;
     switch (n) {

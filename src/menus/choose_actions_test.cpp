@@ -165,7 +165,7 @@ TEST_F(ChooserActions, WithoutCoresEveryModeDoesNothing) {
   press(button::delete_core);
   picks({3, 4, 5, 6});
   do_it();
-  for (const int mode : {button::delete_core, button::edit_core, button::move_core}) {
+  for (const ButtonNumber mode : {button::delete_core, button::edit_core, button::move_core}) {
     press(mode);
     picks({1, 2, 7});
     do_it();
@@ -306,7 +306,7 @@ TEST_F(ChooserActions, LeavingAfterAnEditBringsIndicesAndChronologyUpToDate) {
   press(button::edit_core);
   pick(3);
   do_it();
-  press(button::editor_scroll_first);  // -50 years
+  press(button::editor_minus_50);  // -50 years
   press(button::editor_exit);
   play_and_exit();
   EXPECT_EQ(w.fy(3), 1850);
@@ -322,7 +322,7 @@ TEST_F(ChooserActions, AnIndexFilesColumnIsLeftAloneAfterAnEdit) {
   const double before = w.crn(3, 5);
   press(button::edit_core);
   do_it();
-  press(button::editor_scroll_first);
+  press(button::editor_minus_50);
   press(button::editor_exit);
   play_and_exit();
   EXPECT_EQ(w.crn(3, 5), before);
@@ -504,7 +504,7 @@ TEST_F(ChooserActions, NoClickHarmsTheStore) {
       if (what < 4) {
         press(button::chooser_do_it);
       } else if (what < 6) {
-        press(button::pick_cores + next(11));
+        press(ButtonRange{button::pick_cores, button::bottom_of_pair}.at(next(11)));
       } else if (what < 11) {
         pick(1 + next(14));
       } else {

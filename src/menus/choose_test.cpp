@@ -50,16 +50,17 @@ TEST_F(Chooser, DrawsItsButtonsInTheirColours) {
 
 TEST_F(Chooser, HeadingsSayWhatToChoose) {
   three_files(9);
-  const std::vector<std::pair<int, std::string>> headings = {{button::delete_core, "Choose Several Trees"},
-                                                             {button::mean_core, "Choose Several Trees"},
-                                                             {button::edit_core, "Choose a Tree"},
-                                                             {button::move_core, "Choose a Tree"},
-                                                             {button::pick_cores, "Choose a Pair of Trees"}};
+  const std::vector<std::pair<ButtonNumber, std::string>> headings = {
+      {button::delete_core, "Choose Several Trees"},
+      {button::mean_core, "Choose Several Trees"},
+      {button::edit_core, "Choose a Tree"},
+      {button::move_core, "Choose a Tree"},
+      {button::pick_cores, "Choose a Pair of Trees"}};
   for (const auto& [mode, heading] : headings) {
     press(mode);
     play();
-    EXPECT_TRUE(shows("text 15 25 200 195 \"" + heading + "\"")) << mode;
-    for (int n = button::pick_cores; n <= button::move_core; ++n) EXPECT_EQ(w.b(n).lit, n == mode);
+    EXPECT_TRUE(shows("text 15 25 200 195 \"" + heading + "\"")) << plain(mode);
+    for (const ButtonNumber n : button::chooser_modes) EXPECT_EQ(w.b(n).lit, n == mode);
   }
 }
 
@@ -67,18 +68,18 @@ TEST_F(Chooser, HeadingsSayWhatToChoose) {
 
 TEST_F(Chooser, AllSeriesAreListedToBePickedOrMovedAndCoresAloneOtherwise) {
   three_files(9);
-  for (const int mode : {button::pick_cores, button::move_core}) {
+  for (const ButtonNumber mode : {button::pick_cores, button::move_core}) {
     press(mode);
     play();
-    EXPECT_TRUE(shows("text 15 25 205 620 \"C9\"")) << mode;
-    EXPECT_TRUE(shows("text 15 25 205 666 \"oak\"")) << mode;
-    EXPECT_TRUE(shows("text 15 25 205 758 \"ref\"")) << mode;
+    EXPECT_TRUE(shows("text 15 25 205 620 \"C9\"")) << plain(mode);
+    EXPECT_TRUE(shows("text 15 25 205 666 \"oak\"")) << plain(mode);
+    EXPECT_TRUE(shows("text 15 25 205 758 \"ref\"")) << plain(mode);
   }
-  for (const int mode : {button::delete_core, button::mean_core, button::edit_core}) {
+  for (const ButtonNumber mode : {button::delete_core, button::mean_core, button::edit_core}) {
     press(mode);
     play();
-    EXPECT_TRUE(shows("text 15 25 205 620 \"C9\"")) << mode;
-    EXPECT_FALSE(reads("oak")) << mode;
+    EXPECT_TRUE(shows("text 15 25 205 620 \"C9\"")) << plain(mode);
+    EXPECT_FALSE(reads("oak")) << plain(mode);
   }
 }
 
@@ -278,24 +279,24 @@ TEST_F(Chooser, BoundsAreTestedBeforeTheOffsetIsAdded) {
 
 TEST_F(Chooser, ChronologiesCannotBePickedToDeleteAverageOrEdit) {
   three_files(9);
-  for (const int mode : {button::delete_core, button::mean_core, button::edit_core}) {
+  for (const ButtonNumber mode : {button::delete_core, button::mean_core, button::edit_core}) {
     press(mode);
     play();
     const Picked before = chosen();
     press(mode);
     pick(10);
     play();
-    EXPECT_EQ(chosen(), before) << mode;
+    EXPECT_EQ(chosen(), before) << plain(mode);
   }
 }
 
 TEST_F(Chooser, InDeleteAndMeanModeAPickIsTakenInOrOutOfTheList) {
   three_files(9);
-  for (const int mode : {button::delete_core, button::mean_core}) {
+  for (const ButtonNumber mode : {button::delete_core, button::mean_core}) {
     press(mode);
     picks({5, 9, 1, 5, 7});
     play();
-    EXPECT_EQ(chosen(), (Picked{2, 9, 7})) << mode;
+    EXPECT_EQ(chosen(), (Picked{2, 9, 7})) << plain(mode);
   }
 }
 
@@ -574,7 +575,7 @@ TEST_F(Chooser, OkInPickModeLeavesToo) {
 
 TEST_F(Chooser, AnEmptyPlaceIsFilledByTheFirstCoreOrTheSecond) {
   three_files(9);
-  const auto left_with = [this](int first, int second, int emptied) {
+  const auto left_with = [this](int first, int second, ButtonNumber emptied) {
     w.tr1 = first;
     w.tr2 = second;
     press(emptied);

@@ -32,7 +32,7 @@ void draw(Workspace& w, int start_year) {
 }
 
 // Reads a number into button n; an abandoned entry offers the value that was there.
-std::int32_t entered(Workspace& w, int n, std::int32_t now) {
+std::int32_t entered(Workspace& w, ButtonNumber n, std::int32_t now) {
   get_int(w, n, now);
   return now;
 }
@@ -43,7 +43,7 @@ void choose_view(Workspace& w, bool table) {
 }
 
 // The labels are written by cor_but when the screen is drawn again.
-void act(Workspace& w, int n, std::int32_t& start_year) {
+void act(Workspace& w, ButtonNumber n, std::int32_t& start_year) {
   const int sample = w.nd + 1;
   switch (n) {
     case button::correlation_segment:
@@ -71,8 +71,7 @@ bool cor_menu(Workspace& w) {
   std::int32_t start_year = later_first_year(w);
   for (int pass = 0; pass < pass_limit; ++pass) {
     draw(w, start_year);
-    mouse_click(w, button::correlation_first, button::correlation_last);
-    const int n = w.mous;  // the chooser leaves its own there
+    const ButtonNumber n = mouse_click(w, button::correlation);
     if (n == button::correlation_exit) return true;
     if (n == button::correlation_choose) {
       if (!choose(w)) return false;

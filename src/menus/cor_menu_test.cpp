@@ -32,7 +32,7 @@ class CorMenu : public MenuBench {
   void redraw() { click(100, 2000); }
   bool shows_table() const { return reads(" +3"); }  // of the lags over its columns
   // `keys` typed into button n give the setting and the button's label so.
-  void expect_entry(int n, const std::string& keys, const std::int32_t& setting, int value,
+  void expect_entry(ButtonNumber n, const std::string& keys, const std::int32_t& setting, int value,
                     const std::string& text) {
     enter(n, keys);
     look([this, n, keys, &setting, value, text] {
@@ -52,7 +52,7 @@ class CorMenu : public MenuBench {
 
 TEST_F(CorMenu, OpensWithTheTableOfLagsFromTheLaterFirstYearOn) {
   look([this] {
-    EXPECT_EQ(on(46, 52), "46-52");
+    EXPECT_EQ(on(button::correlation), "46-52");
     EXPECT_TRUE(w->b(button::correlation_table).lit);
     EXPECT_TRUE(w->b(button::best_fit).lit);  // both at first
     EXPECT_TRUE(shows_table());
@@ -107,7 +107,7 @@ TEST_F(CorMenu, TheViewLastsUntilTheScreenIsOpenedAgain) {
 }
 
 TEST_F(CorMenu, SegmentsOfOneYearToTheSamplesLengthAreAccepted) {
-  const int n = button::correlation_segment;
+  const ButtonNumber n = button::correlation_segment;
   expect_entry(n, "0\r", w->seg, 50, "  50");
   expect_entry(n, "101\r", w->seg, 50, "  50");
   expect_entry(n, "-9\r", w->seg, 50, "  50");
@@ -117,7 +117,7 @@ TEST_F(CorMenu, SegmentsOfOneYearToTheSamplesLengthAreAccepted) {
 }
 
 TEST_F(CorMenu, OverlapsOfOneYearToTheSamplesLengthAreAccepted) {
-  const int n = button::correlation_overlap;
+  const ButtonNumber n = button::correlation_overlap;
   expect_entry(n, "0\r", w->olap, 25, "  25");
   expect_entry(n, "101\r", w->olap, 25, "  25");
   expect_entry(n, "1\r", w->olap, 1, "   1");

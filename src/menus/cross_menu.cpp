@@ -34,8 +34,7 @@ class CrossMenu {
     w.b(button::upper_plot).on = w.b(button::lower_plot).on = false;
     for (int pass = 0; pass < pass_limit; ++pass) {
       plot_graph(w);
-      mouse_click(w, button::crossdating_first, button::crossdating_last, way_out());
-      const int n = w.mous;  // the menus opened from here leave their own there
+      const ButtonNumber n = mouse_click(w, button::crossdating, way_out());
       if (n == button::exit_crossdating) return;
       if (n == button::choose_cores && !choose(w)) return;
       if (n == button::correlate && !cor_menu(w)) return;
@@ -44,9 +43,10 @@ class CrossMenu {
   }
 
  private:
-  void act(int n) {
-    if (n >= button::scroll_first && n <= button::scroll_last) return scr(w, vv[(7 - n) % 6]);
-    if (n >= button::sample_first && n <= button::reference_last) return topbot(w, vv[n % 6]);
+  void act(ButtonNumber n) {
+    if (button::scroll_row.contains(n)) return scr(w, -scroll_years(button::scroll_row, n));
+    if (button::sample_row.contains(n)) return topbot(w, 1, scroll_years(button::sample_row, n));
+    if (button::reference_row.contains(n)) return topbot(w, 2, scroll_years(button::reference_row, n));
     switch (n) {
       case button::insert_ring:
       case button::delete_ring:
@@ -77,8 +77,8 @@ class CrossMenu {
     }
   }
 
-  void show(int first, int last, bool on) {
-    for (int n = first; n <= last; ++n) w.b(n).on = on;
+  void show(ButtonRange buttons, bool on) {
+    for (const ButtonNumber n : buttons) w.b(n).on = on;
   }
 
   // Deliberate: [last-core-unoffered] tr1ok and tr2ok are never set for an edit of the last core, only for
@@ -89,14 +89,14 @@ class CrossMenu {
   }
 
   void browse() {
-    show(button::scroll_first, button::indices, true);
-    show(button::insertion_ok, button::leave_pick, false);
+    show({button::scroll_minus_50, button::indices}, true);
+    show({button::insertion_ok, button::leave_pick}, false);
     show_saves();
   }
 
   void ask_for_year(bool insert) {
     w.ins = insert;
-    show(button::crossdating_first, button::crossdating_last, false);
+    show(button::crossdating, false);
     // Deliberate: [every-button-off] where neither is a core, every button.
     w.b(button::upper_plot).on = w.tr1 <= w.nc;
     w.b(button::lower_plot).on = w.tr2 <= w.nc;
@@ -116,7 +116,7 @@ class CrossMenu {
 
   // Whether one of the plots that can be clicked shows a year to pick, up to the right edge.
   bool year_in_sight() const {
-    const auto in_sight = [this](int zone, int slot) {
+    const auto in_sight = [this](ButtonNumber zone, int slot) {
       return w.b(zone).on && can_edit(slot, w.fs, w.fs + w.sl);
     };
     return in_sight(button::upper_plot, slot_of(true)) || in_sight(button::lower_plot, slot_of(false));
@@ -124,9 +124,9 @@ class CrossMenu {
 
   // What the Escape key stands for. Where a year is to be picked and none that can be is shown, no click
   // leads out; nobody shall have to end the program for that.
-  int way_out() const {
+  ButtonNumber way_out() const {
     const bool picking = w.b(button::upper_plot).on || w.b(button::lower_plot).on;
-    return picking && !year_in_sight() ? button::leave_pick : 0;
+    return picking && !year_in_sight() ? button::leave_pick : button::none;
   }
 
   // The edit is applied at once and shown; the buttons then ask whether to keep it.
@@ -137,14 +137,14 @@ class CrossMenu {
     if (!can_edit(slot, year, year)) return;
     w.ul = upper;
     w.insdel = year;
-    show(button::upper_plot, button::leave_pick, false);
+    show({button::upper_plot, button::leave_pick}, false);
     const int length = w.yr(slot);
     if (w.ins) {
-      show(button::insertion_ok, button::insertion_not, true);
+      show({button::insertion_ok, button::insertion_not}, true);
       w.mtext(message::pending_edit) = edit(insert_edit, w.insdel);
       ins_year(w, slot, false);
     } else {
-      show(button::deletion_ok, button::deletion_not, true);
+      show({button::deletion_ok, button::deletion_not}, true);
       w.mtext(message::pending_edit) = edit(delete_edit, w.insdel);
       del_year(w, slot);
     }
@@ -171,7 +171,7 @@ class CrossMenu {
     w.b(button::display_width).label = edit(width_edit, w.sl);
   }
 
-  void flip(bool& display, int n, const char* set, const char* clear) {
+  void flip(bool& display, ButtonNumber n, const char* set, const char* clear) {
     display = !display;
     w.b(n).label = display ? set : clear;
   }

@@ -45,7 +45,7 @@ class CrossMenu : public MenuBench {
     });
   }
   void expect_on(const std::string& buttons) {
-    look([this, buttons] { EXPECT_EQ(on(1, 35), buttons); });
+    look([this, buttons] { EXPECT_EQ(on(button::crossdating), buttons); });
   }
   // A click beside everything: the screen is drawn again.
   void redraw() { click(2900, 2000); }
@@ -63,7 +63,7 @@ TEST_F(CrossMenu, OpensOnTheFirstTwoEntriesWithTheButtonsOfBrowsing) {
   look([this] {
     EXPECT_EQ(w->tr1, 1);
     EXPECT_EQ(w->tr2, 2);
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
     EXPECT_EQ(w->fs, 1900);
     EXPECT_EQ(w->ls, 1999);
     EXPECT_TRUE(reads("OAK1"));
@@ -83,10 +83,10 @@ TEST_F(CrossMenu, ExitMenuLeaves) {
 
 TEST_F(CrossMenu, AClickBesideEveryButtonRedrawsAndChangesNothing) {
   std::string before;
-  look([&] { before = on(1, 35) + std::to_string(w->fs); });
+  look([&] { before = on(button::crossdating) + std::to_string(w->fs); });
   redraw();
   click(300, 520);  // in the upper plot, where nothing is asked for
-  look([&] { EXPECT_EQ(on(1, 35) + std::to_string(w->fs), before); });
+  look([&] { EXPECT_EQ(on(button::crossdating) + std::to_string(w->fs), before); });
   run();
   EXPECT_EQ(screen.waits, 3);
 }
@@ -101,7 +101,7 @@ TEST_F(CrossMenu, EndsAfterTwentyThousandPasses) {
 
 TEST_F(CrossMenu, TheTopRowMovesTheYearsShownFromMinusFiftyToFifty) {
   const int steps[] = {-50, -10, -1, 1, 10, 50};
-  for (int n = button::scroll_first; n <= button::scroll_last; ++n) {
+  for (const ButtonNumber n : button::scroll_row) {
     look([this] {
       w->sl = 20;  // room to both sides
       w->fs = 1950;
@@ -109,9 +109,9 @@ TEST_F(CrossMenu, TheTopRowMovesTheYearsShownFromMinusFiftyToFifty) {
     });
     press(n);
     look([this, n, &steps] {
-      const int expected = std::min(1950 + steps[n - 1], 1999 - 20);
-      EXPECT_EQ(w->fs, std::max(expected, 1899)) << n;
-      EXPECT_EQ(w->ls, w->fs + 19) << n;
+      const int expected = std::min(1950 + steps[button::scroll_row.place(n)], 1999 - 20);
+      EXPECT_EQ(w->fs, std::max(expected, 1899)) << plain(n);
+      EXPECT_EQ(w->ls, w->fs + 19) << plain(n);
     });
   }
   run();
@@ -119,15 +119,15 @@ TEST_F(CrossMenu, TheTopRowMovesTheYearsShownFromMinusFiftyToFifty) {
 
 TEST_F(CrossMenu, TheRowsOfTheSeriesMoveThemFromMinusFiftyToFifty) {
   const int steps[] = {-50, -10, -1, 1, 10, 50};
-  for (int n = button::sample_first; n <= button::reference_last; ++n) {
+  for (const ButtonNumber n : ButtonRange{button::sample_minus_50, button::reference_plus_50}) {
     pair(1, 2);
     press(n);
     look([this, n, &steps] {
-      const int by = steps[(n - button::sample_first) % 6];
-      const bool upper = n <= button::sample_last;
-      EXPECT_EQ(w->fy(sample), 1900 + (upper ? by : 0)) << n;
-      EXPECT_EQ(w->fy(reference), 1900 + (upper ? 0 : by)) << n;
-      EXPECT_EQ(w->ly(sample), w->fy(sample) + 99) << n;
+      const bool upper = button::sample_row.contains(n);
+      const int by = steps[(upper ? button::sample_row : button::reference_row).place(n)];
+      EXPECT_EQ(w->fy(sample), 1900 + (upper ? by : 0)) << plain(n);
+      EXPECT_EQ(w->fy(reference), 1900 + (upper ? 0 : by)) << plain(n);
+      EXPECT_EQ(w->ly(sample), w->fy(sample) + 99) << plain(n);
       EXPECT_EQ(w->fy(1), 1900);
     });
   }
@@ -218,7 +218,7 @@ TEST_F(CrossMenu, IndicesAndRawDataTakeTurns) {
 TEST_F(CrossMenu, InsertAsksForAYearInThePlotsOfCoresAlone) {
   press(button::insert_ring);
   look([this] {
-    EXPECT_EQ(on(1, 35), "25-26");
+    EXPECT_EQ(on(button::crossdating), "25-26");
     EXPECT_TRUE(w->ins);
     EXPECT_TRUE(reads("Select Insert (before) year"));
     EXPECT_FALSE(reads("Exit Menu"));
@@ -229,7 +229,7 @@ TEST_F(CrossMenu, InsertAsksForAYearInThePlotsOfCoresAlone) {
 TEST_F(CrossMenu, DeleteAsksForAYearToo) {
   press(button::delete_ring);
   look([this] {
-    EXPECT_EQ(on(1, 35), "25-26");
+    EXPECT_EQ(on(button::crossdating), "25-26");
     EXPECT_FALSE(w->ins);
     EXPECT_TRUE(reads("Select year to Delete"));
   });
@@ -266,7 +266,7 @@ TEST_F(CrossMenu, WithoutAStoredTreeEveryButtonGoesOff) {
     w->tr1 = 6;
     w->tr2 = 7;
     set_chs(*w);
-    EXPECT_EQ(on(19, 20), "");
+    EXPECT_EQ(on({button::insert_ring, button::delete_ring}), "");
     w->b(button::insert_ring).on = true;  // as no way through the menus leaves it
   });
   press(button::insert_ring);
@@ -302,7 +302,7 @@ TEST_F(CrossMenu, AClickOnAYearThatTheSeriesDoesNotHaveChangesNothingAndThePickG
   press(button::delete_ring);
   for (const int year : {1949, 1960}) click_year(true, year);
   look([this] {
-    EXPECT_EQ(on(1, 35), "25-26");
+    EXPECT_EQ(on(button::crossdating), "25-26");
     EXPECT_EQ(w->yr(sample), 10);
     EXPECT_EQ(told(), "");
   });
@@ -328,7 +328,7 @@ TEST_F(CrossMenu, EscapeLeadsOutWhereNoYearToPickIsShown) {
   expect_on("25");
   key(Event::escape);
   look([this] {
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
     EXPECT_EQ(w->yr(sample), 10);
     EXPECT_FALSE(w->ins);
   });
@@ -350,7 +350,7 @@ TEST_F(CrossMenu, EscapeLeadsOutNowhereElse) {
   expect_on("25");
   click_year(true, 1960);
   look([this] {
-    EXPECT_EQ(on(1, 35), "21-22");
+    EXPECT_EQ(on(button::crossdating), "21-22");
     EXPECT_EQ(w->yr(sample), 11);
   });
   key(Event::escape);
@@ -374,7 +374,7 @@ TEST_F(CrossMenu, ARingCanBeInsertedBehindTheLastYearButNoFarther) {
   expect_on("25-26");
   click_year(true, 1960);
   look([this] {
-    EXPECT_EQ(on(1, 35), "21-22");
+    EXPECT_EQ(on(button::crossdating), "21-22");
     EXPECT_EQ(w->ly(sample), 1960);
   });
   run();
@@ -386,7 +386,7 @@ TEST_F(CrossMenu, AnInsertionIsAppliedAtOnceAndConfirmed) {
   press(button::insert_ring);
   click_year(true, 1930);
   look([this] {
-    EXPECT_EQ(on(1, 35), "21-22");
+    EXPECT_EQ(on(button::crossdating), "21-22");
     EXPECT_TRUE(reads("Insert 1930"));
     EXPECT_TRUE(w->ul);
     EXPECT_EQ(w->yr(sample), 101);
@@ -397,7 +397,7 @@ TEST_F(CrossMenu, AnInsertionIsAppliedAtOnceAndConfirmed) {
   });
   press(button::insertion_ok);
   look([this] {
-    EXPECT_EQ(on(1, 35), "1-20 28-34");
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");
     EXPECT_EQ(w->yr(sample), 101);
     EXPECT_FALSE(reads("Insert 1930"));
   });
@@ -408,7 +408,7 @@ TEST_F(CrossMenu, ADeletionIsAppliedAtOnceAndConfirmed) {
   press(button::delete_ring);
   click_year(false, 1930);
   look([this] {
-    EXPECT_EQ(on(1, 35), "23-24");
+    EXPECT_EQ(on(button::crossdating), "23-24");
     EXPECT_TRUE(reads("Delete 1930"));
     EXPECT_FALSE(w->ul);
     EXPECT_EQ(w->yr(reference), 99);
@@ -416,7 +416,7 @@ TEST_F(CrossMenu, ADeletionIsAppliedAtOnceAndConfirmed) {
   });
   press(button::deletion_ok);
   look([this] {
-    EXPECT_EQ(on(1, 35), "1-20 28-33 35");
+    EXPECT_EQ(on(button::crossdating), "1-20 28-33 35");
     EXPECT_EQ(w->yr(reference), 99);
   });
   run();
@@ -460,7 +460,7 @@ TEST_F(CrossMenu, InsertingAYearAndAnsweringNotLeavesTheSeriesAsBefore) {
     EXPECT_EQ(values(w->x, sample), widths);
     EXPECT_EQ(values(w->xok, sample), present);
     EXPECT_EQ(w->ly(sample), 1999);
-    EXPECT_EQ(on(1, 35), "1-20 28-34");  // "Save Change" is offered even so: meant
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");  // "Save Change" is offered even so: meant
   });
   run();
 }
@@ -480,7 +480,7 @@ TEST_F(CrossMenu, DeletingAYearAndAnsweringNotRestoresIt) {
     EXPECT_EQ(values(w->x, reference), widths);
     EXPECT_EQ(values(w->xok, reference), present);
     EXPECT_EQ(w->ly(reference), 1999);
-    EXPECT_EQ(on(1, 35), "1-20 28-33 35");
+    EXPECT_EQ(on(button::crossdating), "1-20 28-33 35");
   });
   run();
 }
@@ -494,13 +494,13 @@ TEST_F(CrossMenu, ADeletionRefusedForTenRingsHasNothingToUndo) {
   key(' ');  // dismisses the message
   look([&] {
     EXPECT_EQ(told(), "Tree age too small \n");
-    EXPECT_EQ(on(1, 35), "23-24");
+    EXPECT_EQ(on(button::crossdating), "23-24");
   });
   press(button::deletion_not);
   look([&] {
     EXPECT_EQ(w->yr(sample), 10);
     EXPECT_EQ(values(w->x, sample), widths);
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
   });
   run();
 }
@@ -512,13 +512,13 @@ TEST_F(CrossMenu, AnInsertionRefusedForTheAgeLimitHasNothingToUndo) {
   key(' ');
   look([&] {
     EXPECT_EQ(told(), "Chronology age limit MXY reached\n");
-    EXPECT_EQ(on(1, 35), "21-22");
+    EXPECT_EQ(on(button::crossdating), "21-22");
   });
   press(button::insertion_not);
   look([&] {
     EXPECT_EQ(w->yr(sample), 100);
     EXPECT_EQ(values(w->x, sample), values(w->x, 1));
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
   });
   run();
 }
@@ -536,7 +536,7 @@ TEST_F(CrossMenu, AnEditOfAnEarlierVisitHasNothingToUndo) {
   look([this] {
     EXPECT_EQ(w->yr(sample), 100);
     EXPECT_EQ(values(w->x, sample), values(w->x, 1));
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
   });
   run();
 }
@@ -546,7 +546,7 @@ TEST_F(CrossMenu, QuitOfThePickIsOnlyThereWhereAnotherPartOfTheProgramShowsIt) {
   look([this] { w->b(button::leave_pick).on = true; });
   press(button::leave_pick);
   look([this] {
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
     EXPECT_FALSE(w->ins);
   });
   run();
@@ -560,11 +560,11 @@ TEST_F(CrossMenu, AnEditOfTheLastCoreIsNotOfferedToBeSaved) {
   press(button::insertion_ok);
   look([this] {
     EXPECT_EQ(w->yr(sample), 101);
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
   });
-  press(button::sample_first);  // until it is moved
+  press(button::sample_minus_50);  // until it is moved
   look([this] {
-    EXPECT_EQ(on(1, 35), "1-20 28-34");
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");
     EXPECT_FALSE(w->tr1ok);
   });
   press(button::save_sample);
@@ -598,20 +598,20 @@ TEST_F(CrossMenu, SaveChangeWritesTheSlotAndIsGoneUntilTheSeriesIsMovedOrEditedA
     EXPECT_EQ(values(w->ax, 1), analysis);
     EXPECT_EQ(values(w->x, 2), next);
     for (int i = 1; i < 7; ++i) EXPECT_EQ(w->ad(i + 1), w->ad(i) + w->yr(i)) << i;
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
     EXPECT_FALSE(reads("Save Change"));
     EXPECT_TRUE(w->derived_stale);
   });
   redraw();
   expect_on(browsing);
-  press(button::sample_last);
+  press(button::sample_plus_50);
   expect_on("1-20 28-34");
   press(button::save_sample);
   look([&] {
     EXPECT_EQ(w->fy(1), 1950);
     EXPECT_EQ(w->ly(1), 2050);
     EXPECT_EQ(values(w->x, 1), widths);
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
   });
   press(button::delete_ring);
   click_year(true, 1955);
@@ -621,14 +621,14 @@ TEST_F(CrossMenu, SaveChangeWritesTheSlotAndIsGoneUntilTheSeriesIsMovedOrEditedA
 }
 
 TEST_F(CrossMenu, TheReferenceIsSavedByItsOwnButton) {
-  press(button::reference_first);
-  press(button::sample_first);
+  press(button::reference_minus_50);
+  press(button::sample_minus_50);
   expect_on("1-20 28-35");
   press(button::save_reference);
   look([this] {
     EXPECT_EQ(w->fy(2), 1850);
     EXPECT_EQ(w->fy(1), 1900);
-    EXPECT_EQ(on(1, 35), "1-20 28-34");
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");
   });
   run();
 }
@@ -648,7 +648,7 @@ TEST_F(CrossMenu, ARingMoreThanThePoolHoldsIsNotSaved) {
     w->ad(7) = start;
     EXPECT_EQ(told(), "Would be too many rings\n");
     EXPECT_EQ(w->yr(1), 100);
-    EXPECT_EQ(on(1, 35), "1-20 28-34");
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");
   });
   run();
 }
@@ -663,20 +663,20 @@ TEST_F(CrossMenu, ThePairChosenElsewhereIsShown) {
   look([this] {
     EXPECT_EQ(w->tr1, 3);
     EXPECT_EQ(w->tr2, 2);
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
     EXPECT_TRUE(reads("OAK3"));
   });
   run();
 }
 
 TEST_F(CrossMenu, ChoosingForgetsWhatWasNotSaved) {
-  press(button::sample_first);
+  press(button::sample_minus_50);
   expect_on("1-20 28-34");
   press(button::choose_cores);
   press(button::chooser_exit);
   look([this] {
     EXPECT_EQ(w->fy(sample), 1900);
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
   });
   run();
 }
@@ -690,7 +690,7 @@ TEST_F(CrossMenu, OfTwoChronologiesNothingCanBeInsertedOrDeleted) {
   look([this] {
     EXPECT_EQ(w->tr1, 6);
     EXPECT_EQ(w->tr2, 7);
-    EXPECT_EQ(on(1, 35), "1-18 28-33");
+    EXPECT_EQ(on(button::crossdating), "1-18 28-33");
   });
   run();
 }
@@ -700,7 +700,7 @@ TEST_F(CrossMenu, CorrelateOpensTheCorrelationScreenWhoseExitLeadsBack) {
   look([this] { EXPECT_TRUE(reads("Start Year")); });
   press(button::correlation_exit);
   look([this] {
-    EXPECT_EQ(on(1, 35), browsing);
+    EXPECT_EQ(on(button::crossdating), browsing);
     EXPECT_TRUE(reads("Exit Menu"));
   });
   run();
@@ -708,8 +708,9 @@ TEST_F(CrossMenu, CorrelateOpensTheCorrelationScreenWhoseExitLeadsBack) {
 
 // The menu's own work goes on where the window is closed: whatever waits ends at once.
 TEST_F(CrossMenu, ClosingTheWindowEndsTheProgramWhereverItWaits) {
-  const int places[] = {button::insert_ring, button::display_width, button::choose_cores, button::correlate};
-  for (const int n : places) {
+  const ButtonNumber places[] = {button::insert_ring, button::display_width, button::choose_cores,
+                                 button::correlate};
+  for (const ButtonNumber n : places) {
     press(n);
     run();  // closed while a year is picked, a number typed, in the chooser, on the correlation screen
     set_up_graph(*w);

@@ -118,7 +118,7 @@ class TakenBack : public MenuBench {
       EXPECT_TRUE(Slot(*w, w->nd + 1) == before_slots_[0]) << where;
       EXPECT_TRUE(Slot(*w, w->nd + 2) == before_slots_[1]) << where;
       EXPECT_TRUE(Store(*w) == *before_) << where;
-      EXPECT_EQ(on(21, 26), "") << where;
+      EXPECT_EQ(on({button::insertion_ok, button::lower_plot}), "") << where;
       ++done_;
     });
   }

@@ -78,7 +78,7 @@ class PairReady : public MenuBench {
 
   struct Derived {
     explicit Derived(const Workspace& w) {
-      for (const int i : {1, 3, 4, 5}) lines.emplace_back(w.mtext(i).view());
+      for (const int i : {1, 3, 4, 5}) lines.emplace_back(w.mtext(MessageNumber{i}).view());
       for (int p = 1; p < w.ad(w.nd) + w.yr(w.nd) - 1; ++p) analysis.push_back(w.ax(p));
       for (int k = 1; k <= w.cyr(w.cf); ++k) chronology.push_back(w.crn(k, w.cf));
       for (int i = 1; i <= w.nd; ++i) {
@@ -98,7 +98,7 @@ class PairReady : public MenuBench {
 // --- Every change that what is derived depends on.
 
 TEST_F(PairReady, AfterASwitchWasTurned) {
-  for (const int n : {button::spline_on, button::ar_on, button::log_on}) {
+  for (const ButtonNumber n : {button::spline_on, button::ar_on, button::log_on}) {
     keep_analysis(1);
     press(n);
     look([this] { EXPECT_TRUE(w->derived_stale); });
@@ -142,7 +142,7 @@ TEST_F(PairReady, AfterAChangeWasSavedAndOtherCoresAreChosen) {
 
 TEST_F(PairReady, AfterAChangeWasSavedAndTheScreenIsOpenedAgain) {
   press(button::crossdate);
-  press(button::sample_last);
+  press(button::sample_plus_50);
   press(button::save_sample);
   press(button::exit_crossdating);
   look([this] { EXPECT_EQ(w->ly(5), 1959); });
@@ -158,7 +158,7 @@ TEST_F(PairReady, ASavedShiftOfAChronologyDoesNotLast) {
   press(button::bottom_of_pair);
   choose_names({6});
   press(button::chooser_do_it);
-  press(button::reference_last);
+  press(button::reference_plus_50);
   press(button::save_reference);
   look([this] { EXPECT_EQ(w->fy(6), 1930); });
   press(button::choose_cores);
@@ -172,7 +172,7 @@ TEST_F(PairReady, AfterAWidthWasTypedInTheEditor) {
   press(button::choose_cores);
   press(button::edit_core);
   press(button::chooser_do_it);
-  press(button::editor_column_first);
+  press(button::editor_column_1);
   click(500, 260);
   type("2500\r");
   press(button::editor_exit);
@@ -182,7 +182,7 @@ TEST_F(PairReady, AfterAWidthWasTypedInTheEditor) {
 }
 
 TEST_F(PairReady, AfterARingWasInsertedOrDeletedInTheEditor) {
-  for (const int n : {button::editor_insert, button::editor_delete}) {
+  for (const ButtonNumber n : {button::editor_insert, button::editor_delete}) {
     press(button::crossdate);
     press(button::choose_cores);
     press(button::edit_core);
@@ -208,7 +208,7 @@ TEST_F(PairReady, AfterCoresWereDeleted) {
   press(button::chooser_do_it);
   look([this] { EXPECT_EQ(w->nc, 3); });
   leave_chooser_and_expect_up_to_date();
-  look([this] { EXPECT_EQ(std::string(w->mtext(3).trimmed()), "Number of cores      3"); });
+  look([this] { EXPECT_EQ(std::string(w->mtext(MessageNumber{3}).trimmed()), "Number of cores      3"); });
   run();
 }
 
@@ -267,20 +267,20 @@ TEST_F(PairReady, WhereNothingWasChangedNothingIsComputed) {
     w->ax(w->ad(2) + 5) = 123;  // would not survive a computation
     w->crn(3, 1) = 456;
     w->ax(w->ad(5) + 7) = 789;
-    w->mtext(4) = "as it was";
+    w->mtext(MessageNumber{4}) = "as it was";
   });
   const auto expect_untouched = [this] {
     look([this] {
       EXPECT_EQ(w->ax(w->ad(2) + 5), 123);
       EXPECT_EQ(w->crn(3, 1), 456);
       EXPECT_EQ(w->ax(w->ad(5) + 7), 789);
-      EXPECT_EQ(w->mtext(4).trimmed(), "as it was");
+      EXPECT_EQ(w->mtext(MessageNumber{4}).trimmed(), "as it was");
     });
   };
   enter(button::segment_length, "30\r");
   press(button::crossdate);
   expect_untouched();
-  press(button::sample_first);  // moved, not saved
+  press(button::sample_minus_50);  // moved, not saved
   press(button::choose_cores);
   press(button::chooser_exit);
   expect_untouched();

@@ -29,13 +29,13 @@ constexpr int list_columns = 3, list_rows = 30;
 
 // Deliberate: [offers-116] what an abandoned entry offers to the test of its range, one more than the last
 // button's number.
-constexpr std::int32_t offered_by_abandoned_entry = button::start_last + 1;
+constexpr std::int32_t offered_by_abandoned_entry = plain(button::start.last) + 1;
 
 // The flags of the menu's buttons, put aside while the list of chronologies is shown.
 struct Flags {
   bool lit = false, on = false;
 };
-using SavedFlags = std::array<Flags, button::start_last - button::start_first + 1>;
+using SavedFlags = std::array<Flags, button::start.size()>;
 
 class StartMenu {
  public:
@@ -44,8 +44,7 @@ class StartMenu {
   void run() {
     for (int pass = 0; pass < pass_limit; ++pass) {
       draw();
-      mouse_click(w, button::start_first, button::start_last);
-      act(w.mous);
+      act(mouse_click(w, button::start));
     }
   }
 
@@ -53,28 +52,31 @@ class StartMenu {
   void draw() {
     w.plot.subject(w.nfil > 0 ? w.cnam(w.cf).trimmed() : std::string_view());
     w.plot.erase();
-    for (int n = button::start_first; n <= button::start_last; ++n) {
+    for (const ButtonNumber n : button::start) {
       if (w.b(n).on) draw(n);
     }
   }
 
   // Button n with what stands beside it.
-  void draw(int n) {
+  void draw(ButtonNumber n) {
     if (n == button::chronology_list) return draw_list();
     but_draw(w, n);
-    if (n >= button::spline_on && n <= button::segment_overlap) {
-      mwrite(w, n - message::caption_offset);
+    if (button::settings.contains(n)) {
+      mwrite(w, message::setting_captions.at(button::settings.place(n)));
       // Deliberate: [seven-headings] with each of the seven.
       mwrite(w, message::parameter_options);
       mwrite(w, message::ar_range);
     } else if (n == button::current_chronology) {
-      for (int i = message::summary_years; i <= message::summary_rbar; ++i) mwrite(w, i);
+      for (const MessageNumber i : message::summary) mwrite(w, i);
     } else if (n == button::quit) {
       mwrite(w, message::leave_program);
-    } else if (n >= button::crossdate && n <= button::read_two_column) {
-      mwrite(w, n - message::caption_offset);
+    } else if (button::actions.contains(n)) {
+      mwrite(w, message::action_captions.at(button::actions.place(n)));
     } else if (n == button::raw_tucson) {
-      for (int i : {message::raw_type, message::raw_name, message::crn_type, message::crn_name}) mwrite(w, i);
+      for (const MessageNumber i :
+           {message::raw_type, message::raw_name, message::crn_type, message::crn_name}) {
+        mwrite(w, i);
+      }
     }
   }
 
@@ -84,7 +86,7 @@ class StartMenu {
     ch_disp(w, list_columns, w.nraw, w.cnam);
   }
 
-  void act(int n) {
+  void act(ButtonNumber n) {
     switch (n) {
       case button::spline_on:
         return toggle(n, w.splineon);
@@ -121,10 +123,10 @@ class StartMenu {
       case button::raw_tucson:
       case button::raw_heidelberg:
       case button::raw_compact:
-        return choose_output(n, button::raw_tucson, button::raw_compact, message::raw_name);
+        return choose_output(n, button::raw_types, message::raw_name);
       case button::crn_index:
       case button::crn_column:
-        return choose_output(n, button::crn_index, button::crn_column, message::crn_name);
+        return choose_output(n, button::crn_types, message::crn_name);
       default:
         return;  // nothing hit
     }
@@ -132,13 +134,13 @@ class StartMenu {
 
   // --- The analysis settings.
 
-  void toggle(int n, bool& setting) {
+  void toggle(ButtonNumber n, bool& setting) {
     setting = !setting;
     w.b(n).label = setting ? " Yes" : " No";
     w.derived_stale = true;
   }
 
-  void enter(int n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
+  void enter(ButtonNumber n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
     std::int32_t value = offered_by_abandoned_entry;
     get_int(w, n, value);
     if (lowest <= value && value <= highest) setting = value;
@@ -146,7 +148,7 @@ class StartMenu {
   }
 
   // The same for a setting on which the indices depend.
-  void enter_derivation(int n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
+  void enter_derivation(ButtonNumber n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
     const std::int32_t before = setting;
     enter(n, lowest, highest, setting);
     if (setting != before) w.derived_stale = true;
@@ -155,7 +157,7 @@ class StartMenu {
   // --- The list of chronologies. Deliberate: [no-cancel] there is no way back but a pick, or "Quit".
 
   void open_list() {
-    for (int n = button::start_first; n <= button::start_last; ++n) {
+    for (const ButtonNumber n : button::start) {
       Button& button = w.b(n);
       saved(n) = {button.lit, button.on};
       button.lit = button.on = n == button::quit || n == button::chronology_list;
@@ -163,13 +165,13 @@ class StartMenu {
   }
 
   void close_list() {
-    for (int n = button::start_first; n <= button::start_last; ++n) {
+    for (const ButtonNumber n : button::start) {
       w.b(n).lit = saved(n).lit;
       w.b(n).on = saved(n).on;
     }
   }
 
-  Flags& saved(int n) { return saved_[static_cast<std::size_t>(n - button::start_first)]; }
+  Flags& saved(ButtonNumber n) { return saved_[static_cast<std::size_t>(button::start.place(n))]; }
 
   void pick_chronology() {
     const int k = entry_under_cursor();
@@ -207,10 +209,10 @@ class StartMenu {
     action(w);
   }
 
-  void choose_output(int n, int first, int last, int name_line) {
-    for (int other = first; other <= last; ++other) w.b(other).lit = other == n;
-    // Both kinds count from the first raw type, so that 114 and 115 are entries 4 and 5.
-    w.mtext(name_line) = mlab[static_cast<std::size_t>(n - button::raw_tucson)];
+  void choose_output(ButtonNumber n, ButtonRange types, MessageNumber name_line) {
+    for (const ButtonNumber other : types) w.b(other).lit = other == n;
+    // mlab names the raw types first and the chronology types behind them, as the buttons stand.
+    w.mtext(name_line) = mlab[static_cast<std::size_t>(button::raw_types.place(n))];
   }
 
   Workspace& w;

@@ -93,11 +93,11 @@ class StartMenu : public ::testing::Test {
   }
 
   // The middle of button n, wherever the menus have left its flags.
-  void press(int n) {
+  void press(ButtonNumber n) {
     const Button& button = w->b(n);
     screen_.click((button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2);
   }
-  void enter(int n, const std::string& keys) {
+  void enter(ButtonNumber n, const std::string& keys) {
     press(n);
     screen_.type(keys);
   }
@@ -116,14 +116,14 @@ class StartMenu : public ::testing::Test {
     EXPECT_EQ(screen_.events_left(), 0u);
   }
   // What `setting` is after `keys` were typed into button n of a menu just started, or shown already.
-  std::int32_t after(int n, const std::string& keys, const std::int32_t& setting) {
+  std::int32_t after(ButtonNumber n, const std::string& keys, const std::int32_t& setting) {
     enter(n, keys);
     run_and_quit();
     EXPECT_EQ(label(n), right_justified(setting));
     return setting;
   }
-  std::string label(int n) const { return std::string(w->b(n).label.trimmed()); }
-  std::string line(int i) const { return std::string(w->mtext(i).trimmed()); }
+  std::string label(ButtonNumber n) const { return std::string(w->b(n).label.trimmed()); }
+  std::string line(MessageNumber i) const { return std::string(w->mtext(i).trimmed()); }
   // Whether the page shown last but `before` reads so.
   bool reads(const std::string& part, std::size_t before = 0) const {
     return Desk::reads(screen_.shown.at(screen_.shown.size() - 1 - before), part);
@@ -235,15 +235,15 @@ TEST_F(StartMenu, TheSwitchesAreTurnedAndSaySo) {
 TEST_F(StartMenu, WhatIsDerivedIsOutOfDateOnceASwitchAPeriodOrAnOrderIsChanged) {
   run_and_quit();
   EXPECT_FALSE(w->derived_stale);
-  for (const int n : {button::spline_on, button::ar_on, button::log_on}) {
+  for (const ButtonNumber n : {button::spline_on, button::ar_on, button::log_on}) {
     press(n);
     run_and_quit();
-    EXPECT_TRUE(w->derived_stale) << n;
+    EXPECT_TRUE(w->derived_stale) << plain(n);
   }
-  for (const int n : {button::spline_years, button::ar_order}) {
+  for (const ButtonNumber n : {button::spline_years, button::ar_order}) {
     enter(n, "7\r");
     run_and_quit();
-    EXPECT_TRUE(w->derived_stale) << n;
+    EXPECT_TRUE(w->derived_stale) << plain(n);
   }
 }
 
@@ -289,11 +289,11 @@ TEST_F(StartMenu, AllOfTheMenuIsOnThePage) {
                                              "PARAMETER OPTIONS",
                                              "(Range limit 1 to 11)",
                                              "oak.rwl",
-                                             line(1),
+                                             line(MessageNumber{1}),
                                              "Current Chronology",
-                                             line(3),
-                                             line(4),
-                                             line(5),
+                                             line(MessageNumber{3}),
+                                             line(MessageNumber{4}),
+                                             line(MessageNumber{5}),
                                              "Quit",
                                              "Leave the Program",
                                              "Crossdate",
@@ -350,9 +350,9 @@ TEST_F(StartMenu, TheListShowsTheFilesAndQuitAlone) {
   const std::vector<std::string> expected = {"Quit", "Leave the Program", "Choose a Chronology", "oak.rwl",
                                              "larch.rwl"};
   EXPECT_EQ(visible_texts(screen_.shown.back()), expected);
-  for (int n = button::start_first; n <= button::start_last; ++n) {
-    EXPECT_EQ(w->b(n).on, n == button::quit || n == button::chronology_list) << n;
-    EXPECT_EQ(w->b(n).lit, n == button::quit || n == button::chronology_list) << n;
+  for (const ButtonNumber n : button::start) {
+    EXPECT_EQ(w->b(n).on, n == button::quit || n == button::chronology_list) << plain(n);
+    EXPECT_EQ(w->b(n).lit, n == button::quit || n == button::chronology_list) << plain(n);
   }
 }
 
@@ -369,8 +369,8 @@ TEST_F(StartMenu, APickMakesTheFileTheCurrentOneAndBringsTheMenuBack) {
   EXPECT_TRUE(reads("Years  1800 to  1859"));
   EXPECT_EQ(w->chc(1), 2);
   EXPECT_EQ(w->chs, 1);
-  for (int n = button::start_first; n <= button::start_last; ++n) {
-    EXPECT_EQ(w->b(n).on, n != 103 && n != button::chronology_list) << n;
+  for (const ButtonNumber n : button::start) {
+    EXPECT_EQ(w->b(n).on, plain(n) != 103 && n != button::chronology_list) << plain(n);
   }
   EXPECT_TRUE(w->b(button::raw_compact).lit);
   EXPECT_FALSE(w->b(button::raw_tucson).lit);
@@ -491,7 +491,7 @@ TEST_F(StartMenu, AFileThatHasVanishedIsToldAndTheMenuComesBack) {
 
 TEST_F(StartMenu, AnEmptyListOfFilesStillHasAMenu) {
   folder_.write("Vorn.fil", "");
-  for (int n = button::start_first; n < button::start_last; ++n) {
+  for (const ButtonNumber n : ButtonRange{button::start.first, button::crn_index}) {
     // Read TRW would end the program: there is no TRW.fil.
     if (n == button::quit || n == button::chronology_list || n == button::read_two_column) continue;
     if (n == button::current_chronology) continue;
@@ -510,7 +510,7 @@ TEST_F(StartMenu, AnEmptyListOfFilesStillHasAMenu) {
 // --- What is started from the menu.
 
 TEST_F(StartMenu, AnOutputTypeIsLitAloneAndNamesItsFile) {
-  const std::tuple<int, int, const char*> types[] = {
+  const std::tuple<ButtonNumber, MessageNumber, const char*> types[] = {
       {button::raw_heidelberg, message::raw_name, "Heidel.prn"},
       {button::raw_compact, message::raw_name, "Compact.prn"},
       {button::raw_tucson, message::raw_name, "Tucson.prn"},
@@ -522,9 +522,8 @@ TEST_F(StartMenu, AnOutputTypeIsLitAloneAndNamesItsFile) {
     EXPECT_EQ(line(name_line), name);
     EXPECT_TRUE(reads(name));
     const bool raw = n <= button::raw_compact;
-    for (int other = raw ? button::raw_tucson : button::crn_index;
-         other <= (raw ? button::raw_compact : button::crn_column); ++other) {
-      EXPECT_EQ(w->b(other).lit, other == n) << other;
+    for (const ButtonNumber other : raw ? button::raw_types : button::crn_types) {
+      EXPECT_EQ(w->b(other).lit, other == n) << plain(other);
     }
   }
 }
@@ -575,12 +574,12 @@ TEST_F(StartMenu, TheReportsAreWritten) {
 }
 
 TEST_F(StartMenu, ChronologyAndReportsAreMadeOfFreshIndices) {
-  for (const int n : {button::save_crn, button::stats_report, button::correlation_report}) {
+  for (const ButtonNumber n : {button::save_crn, button::stats_report, button::correlation_report}) {
     press(button::spline_on);
     press(n);
     run_and_quit();
-    EXPECT_EQ(w->tx(1), w->x(1)) << n;  // without the spline an index is the width itself
-    EXPECT_EQ(w->tx(100), w->x(100)) << n;
+    EXPECT_EQ(w->tx(1), w->x(1)) << plain(n);  // without the spline an index is the width itself
+    EXPECT_EQ(w->tx(100), w->x(100)) << plain(n);
   }
 }
 

@@ -72,18 +72,18 @@ TEST(ShowCrns, WritesTheSummaryLines) {
   store.set_chronology(1, "a.rwl", 1900, a, depths(60, 2));
   show_crns(store.w);
   const auto& text = store.w.mtext;
-  EXPECT_EQ(text(1).trimmed(), "Years  1900 to  1959");
-  EXPECT_EQ(text(3).trimmed(), "Number of cores      2");
-  EXPECT_EQ(text(4).trimmed(), "Mean tree to CRN  1.00");
-  EXPECT_EQ(text(5).trimmed(), "RBar tree to tree   1.00");
-  EXPECT_TRUE(text(2).blank());
+  EXPECT_EQ(text(MessageNumber{1}).trimmed(), "Years  1900 to  1959");
+  EXPECT_EQ(text(MessageNumber{3}).trimmed(), "Number of cores      2");
+  EXPECT_EQ(text(MessageNumber{4}).trimmed(), "Mean tree to CRN  1.00");
+  EXPECT_EQ(text(MessageNumber{5}).trimmed(), "RBar tree to tree   1.00");
+  EXPECT_TRUE(text(MessageNumber{2}).blank());
 }
 
 TEST(ShowCrns, WritesMeansOfNothingAsNotANumber) {
   TwoFiles store;
   show_crns(store.w);
-  EXPECT_EQ(store.w.mtext(4).trimmed(), "Mean tree to CRN   NaN");
-  EXPECT_EQ(store.w.mtext(5).trimmed(), "RBar tree to tree    NaN");
+  EXPECT_EQ(store.w.mtext(MessageNumber{4}).trimmed(), "Mean tree to CRN   NaN");
+  EXPECT_EQ(store.w.mtext(MessageNumber{5}).trimmed(), "RBar tree to tree    NaN");
 }
 
 TEST(ShowCrns, NamesTheCurrentFileOnItsButtonAndChoosesItsNumber) {
@@ -94,7 +94,7 @@ TEST(ShowCrns, NamesTheCurrentFileOnItsButtonAndChoosesItsNumber) {
   EXPECT_EQ(store.w.b(button::current_chronology).label.trimmed(), "second.crn");
   EXPECT_EQ(store.w.chc(1), 2);
   EXPECT_EQ(store.w.chs, 1);
-  EXPECT_EQ(store.w.mtext(1).trimmed(), "Years  1800 to  1802");
+  EXPECT_EQ(store.w.mtext(MessageNumber{1}).trimmed(), "Years  1800 to  1802");
 }
 
 TEST(ShowCrns, IsFalseWithOneRawFileAndTrueWithTwo) {
@@ -122,7 +122,7 @@ TEST(ShowCrns, WithoutFilesLeavesTheCoresAlone) {
   store.w.nd = 55;
   EXPECT_FALSE(show_crns(store.w));
   EXPECT_EQ(store.w.nd, 0);
-  EXPECT_EQ(store.w.mtext(1).trimmed(), "Years     0 to     0");
+  EXPECT_EQ(store.w.mtext(MessageNumber{1}).trimmed(), "Years     0 to     0");
   EXPECT_EQ(store.w.b(button::current_chronology).label.trimmed(), "gone.rwl");
 }
 
@@ -152,7 +152,7 @@ TEST(RefreshCrns, SetsEntriesAndLinesAndLeavesTheSelectionAlone) {
   store.w.derived_stale = true;
   refresh_crns(store.w);
   EXPECT_EQ(store.w.nd, 4);
-  EXPECT_EQ(store.w.mtext(3).trimmed(), "Number of cores      2");
+  EXPECT_EQ(store.w.mtext(MessageNumber{3}).trimmed(), "Number of cores      2");
   EXPECT_EQ(store.w.chc(1), 5);
   EXPECT_EQ(store.w.chs, 2);
   EXPECT_FALSE(store.w.derived_stale);

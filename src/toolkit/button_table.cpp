@@ -31,12 +31,13 @@ constexpr ScrollColumn scroll_columns[] = {
     {800, 900, "1 >"}, {960, 1080, "10>"}, {1140, 1260, "50>"},
 };
 struct ScrollRow {
-  int first, y1, y2;
+  ButtonRange buttons;
+  int y1, y2;
 };
 constexpr ScrollRow scroll_rows[] = {
-    {button::scroll_first, 30, 75},
-    {button::sample_first, 105, 150},
-    {button::reference_first, 180, 225},
+    {button::scroll_row, 30, 75},
+    {button::sample_row, 105, 150},
+    {button::reference_row, 180, 225},
 };
 
 constexpr ButtonRow button_rows[] = {
@@ -173,12 +174,12 @@ constexpr MessageRow message_rows[] = {
 // clang-format on
 
 void set_button(Workspace& w, const ButtonRow& row) {
-  w.b(row.number) = {{row.x1, row.y1, row.x2, row.y2}, row.label, row.on, row.lit};
+  w.b(ButtonNumber{row.number}) = {{row.x1, row.y1, row.x2, row.y2}, row.label, row.on, row.lit};
 }
 
 void set_scroll_buttons(Workspace& w) {
   for (const ScrollRow& row : scroll_rows) {
-    int number = row.first;
+    int number = plain(row.buttons.first);
     for (const ScrollColumn& column : scroll_columns) {
       set_button(w, {number++, column.x1, row.y1, column.x2, row.y2, column.label, true, true});
     }
@@ -188,9 +189,9 @@ void set_scroll_buttons(Workspace& w) {
 // Headers of 250 units, one beside the other, the first one lit: the column being edited.
 void set_editor_columns(Workspace& w) {
   constexpr int left = 450, width = 250, y1 = 180, y2 = 225;
-  for (int n = button::editor_column_first; n <= button::editor_column_last; ++n) {
-    const int x1 = left + width * (n - button::editor_column_first);
-    set_button(w, {n, x1, y1, x1 + width, y2, "", true, n == button::editor_column_first});
+  for (const ButtonNumber n : button::editor_columns) {
+    const int x1 = left + width * button::editor_columns.place(n);
+    set_button(w, {plain(n), x1, y1, x1 + width, y2, "", true, n == button::editor_columns.first});
   }
 }
 
@@ -201,8 +202,9 @@ void set_up_graph(Workspace& w) {
   set_editor_columns(w);
   for (const ButtonRow& row : button_rows) set_button(w, row);
   for (const MessageRow& row : message_rows) {
-    w.madd(row.number) = {row.x1, row.y1, row.x2, row.y2};
-    w.mtext(row.number) = row.text;
+    const MessageNumber i{row.number};
+    w.madd(i) = {row.x1, row.y1, row.x2, row.y2};
+    w.mtext(i) = row.text;
   }
 }
 

@@ -179,10 +179,10 @@ void write_rectangle(std::ostream& out, const Rectangle& r) {
 TEST_F(ButtonTable, AllButtonsAreAsDescribed) {
   std::ostringstream built;
   built << '\n';
-  for (int n = 1; n <= max_buttons; ++n) {
+  for (const ButtonNumber n : button::all) {
     const Button& button = w.b(n);
     if (unused(button) && button.label.blank() && !button.on && !button.lit) continue;
-    built << n << ' ';
+    built << plain(n) << ' ';
     write_rectangle(built, button);
     built << " \"" << button.label.trimmed() << "\" " << button.on << ' ' << button.lit << '\n';
   }
@@ -192,9 +192,9 @@ TEST_F(ButtonTable, AllButtonsAreAsDescribed) {
 TEST_F(ButtonTable, AllMessageLinesAreAsDescribed) {
   std::ostringstream built;
   built << '\n';
-  for (int i = 1; i <= max_messages; ++i) {
+  for (const MessageNumber i : message::all) {
     if (unused(w.madd(i)) && w.mtext(i).blank()) continue;
-    built << i << ' ';
+    built << plain(i) << ' ';
     write_rectangle(built, w.madd(i));
     built << " \"" << w.mtext(i).trimmed() << "\"\n";
   }
@@ -203,7 +203,7 @@ TEST_F(ButtonTable, AllMessageLinesAreAsDescribed) {
 
 TEST_F(ButtonTable, NumbersOutOfUseStayAllZero) {
   int in_use = 0;
-  for (int n = 1; n <= max_buttons; ++n) in_use += !unused(w.b(n));
+  for (const ButtonNumber n : button::all) in_use += !unused(w.b(n));
   // 140 less 36-45, 53-59, 68, 74-93, 103, 116-119 and 138-140.
   EXPECT_EQ(in_use, 140 - 10 - 7 - 1 - 20 - 1 - 4 - 3);
 }
@@ -221,12 +221,12 @@ TEST_F(ButtonTable, ButtonsOfOneMenuThatAreOnDoNotOverlap) {
   const auto overlap = [](const Button& p, const Button& q) {
     return p.on && q.on && p.x1 <= q.x2 && q.x1 <= p.x2 && p.y1 <= q.y2 && q.y1 <= p.y2;
   };
-  const std::pair<int, int> menus[] = {{button::crossdating_first, button::crossdating_last},
-                                       {button::correlation_first, button::correlation_last},
-                                       {button::start_first, button::start_last}};
-  for (const auto& [first, last] : menus) {
-    for (int p = first; p <= last; ++p) {
-      for (int q = p + 1; q <= last; ++q) EXPECT_FALSE(overlap(w.b(p), w.b(q))) << p << " and " << q;
+  for (const ButtonRange menu : {button::crossdating, button::correlation, button::start}) {
+    for (const ButtonNumber p : menu) {
+      for (const ButtonNumber q : menu) {
+        const bool both = p != q && overlap(w.b(p), w.b(q));
+        EXPECT_FALSE(both) << plain(p) << " and " << plain(q);
+      }
     }
   }
 }

@@ -10,9 +10,21 @@ bool is_hit(const Button& button, int x, int y) {
   return button.on && button.x1 <= x && x <= button.x2 && button.y1 <= y && y <= button.y2;
 }
 
+ButtonNumber under_cursor(const Workspace& w, ButtonRange buttons) {
+  for (const ButtonNumber n : buttons) {
+    if (is_hit(w.b(n), w.msx, w.msy)) return n;
+  }
+  return ButtonNumber::none;
+}
+
+ButtonNumber noted(Workspace& w, ButtonNumber hit) {
+  w.mous = plain(hit);
+  return hit;
+}
+
 }  // namespace
 
-void mouse_click(Workspace& w, int first, int last, int escape) {
+ButtonNumber mouse_click(Workspace& w, ButtonRange buttons, ButtonNumber escape) {
   Event event;
   do {
     if (event.code == Event::help) vorn_help(w);
@@ -20,15 +32,9 @@ void mouse_click(Workspace& w, int first, int last, int escape) {
     event = w.plot.csrpos();
     w.msx = event.x;
     w.msy = event.y;
-    if (event.code == Event::escape && escape != 0) {
-      w.mous = escape;
-      return;
-    }
+    if (event.code == Event::escape && escape != ButtonNumber::none) return noted(w, escape);
   } while (event.code != Event::click);
-  w.mous = 0;
-  for (int n = first; n <= last && w.mous == 0; ++n) {
-    if (is_hit(w.b(n), w.msx, w.msy)) w.mous = n;
-  }
+  return noted(w, under_cursor(w, buttons));
 }
 
 }  // namespace vorn

@@ -16,11 +16,13 @@ namespace {
 class Clicks : public ::testing::Test {
  protected:
   Clicks() { set_up_graph(w); }
-  int hit(int x, int y, int first = button::start_first, int last = button::start_last) {
+  ButtonNumber hit(int x, int y, ButtonRange buttons = button::start) {
     desk_.screen.click(x, y);
-    mouse_click(w, first, last);
-    return w.mous;
+    const ButtonNumber answer = mouse_click(w, buttons);
+    EXPECT_EQ(w.mous, plain(answer));
+    return answer;
   }
+  static constexpr ButtonRange questions{button::insert_ring, button::leave_pick};
   Desk desk_;
   Workspace& w = desk_.w;
 };
@@ -35,37 +37,37 @@ TEST_F(Clicks, AClickExactlyOnAnEdgeHits) {
 
 TEST_F(Clicks, AClickOneUnitBesideAnEdgeMisses) {
   for (const auto& [x, y] : {std::pair{2239, 50}, {2401, 50}, {2300, 29}, {2300, 76}}) {
-    EXPECT_EQ(hit(x, y), 0) << x << ' ' << y;
+    EXPECT_EQ(hit(x, y), button::none) << x << ' ' << y;
   }
 }
 
 TEST_F(Clicks, OfTwoButtonsWithOneRectangleTheOneThatIsOnIsHit) {
   w.b(button::deletion_ok).on = true;
-  EXPECT_EQ(hit(1900, 120, 19, 27), button::deletion_ok);
+  EXPECT_EQ(hit(1900, 120, questions), button::deletion_ok);
   w.b(button::deletion_ok).on = false;
   w.b(button::insertion_not).on = true;
-  EXPECT_EQ(hit(1900, 120, 19, 27), button::insertion_not);
+  EXPECT_EQ(hit(1900, 120, questions), button::insertion_not);
 }
 
 TEST_F(Clicks, OfTwoButtonsThatAreBothOnTheLowerNumberIsHit) {
   w.b(button::insertion_not).on = w.b(button::deletion_ok).on = true;
-  EXPECT_EQ(hit(1900, 120, 19, 27), button::insertion_not);
+  EXPECT_EQ(hit(1900, 120, questions), button::insertion_not);
 }
 
 TEST_F(Clicks, AClickOnAButtonThatIsOffHitsNothing) {
   w.b(button::quit).on = false;
-  EXPECT_EQ(hit(2300, 50), 0);
+  EXPECT_EQ(hit(2300, 50), button::none);
 }
 
 TEST_F(Clicks, AClickOnAButtonOutsideTheRangeHitsNothing) {
-  EXPECT_EQ(hit(2300, 50, button::start_first, button::quit - 1), 0);
-  EXPECT_EQ(hit(2300, 50, button::quit + 1, button::start_last), 0);
-  EXPECT_EQ(hit(2300, 50, button::quit, button::quit), button::quit);
+  EXPECT_EQ(hit(2300, 50, {button::start.first, button::current_chronology}), button::none);
+  EXPECT_EQ(hit(2300, 50, {button::chronology_list, button::start.last}), button::none);
+  EXPECT_EQ(hit(2300, 50, {button::quit, button::quit}), button::quit);
 }
 
 TEST_F(Clicks, AnEmptyRangeIsNeverHit) {
   w.mous = 7;
-  EXPECT_EQ(hit(2300, 50, button::quit, button::quit - 1), 0);
+  EXPECT_EQ(hit(2300, 50, {button::quit, button::current_chronology}), button::none);
 }
 
 TEST_F(Clicks, ThePlaceOfTheClickIsKept) {
@@ -102,7 +104,7 @@ TEST_F(Clicks, SeveralRequestsForHelpAreServedInTurn) {
 TEST_F(Clicks, ClicksFarOutsideThePageHitNothing) {
   using Limits = std::numeric_limits<int>;
   for (const int x : {Limits::min(), -1, 2971, Limits::max()}) {
-    for (const int y : {Limits::min(), -1, 2101, Limits::max()}) EXPECT_EQ(hit(x, y), 0);
+    for (const int y : {Limits::min(), -1, 2101, Limits::max()}) EXPECT_EQ(hit(x, y), button::none);
   }
 }
 

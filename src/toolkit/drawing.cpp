@@ -19,13 +19,13 @@ std::string_view name_of(Workspace& w, int i) {
 
 // What stands between the scroll buttons to the left and to the right of it.
 void draw_scroll_captions(Workspace& w) {
-  const int x = w.b(3).x2 + 80;
+  const int x = w.b(button::scroll_minus_1).x2 + 80;
   w.plot.setclr(colour::light_blue);
-  w.plot.messag(name_of(w, w.nd + 1), x, w.b(9).y1 + 12);
+  w.plot.messag(name_of(w, w.nd + 1), x, w.b(button::sample_minus_1).y1 + 12);
   w.plot.setclr(colour::light_red);
-  w.plot.messag(name_of(w, w.nd + 2), x, w.b(15).y1 + 12);
+  w.plot.messag(name_of(w, w.nd + 2), x, w.b(button::reference_minus_1).y1 + 12);
   w.plot.setclr(colour::ink);
-  w.plot.messag("Scroll", x, w.b(3).y1 + 12);
+  w.plot.messag("Scroll", x, w.b(button::scroll_minus_1).y1 + 12);
   mwrite(w, message::line_or_skeleton);
   mwrite(w, message::indices_or_raw);
   mwrite(w, message::display_width);
@@ -33,7 +33,7 @@ void draw_scroll_captions(Workspace& w) {
 
 }  // namespace
 
-void but_draw(Workspace& w, int n, std::string_view text, int colour) {
+void but_draw(Workspace& w, ButtonNumber n, std::string_view text, int colour) {
   const Button& button = w.b(n);
   if (!button.on) return;
   const int by_state = button.lit ? colour::yellow : colour::light_grey;
@@ -47,7 +47,7 @@ void but_draw(Workspace& w, int n, std::string_view text, int colour) {
   w.plot.messag(trimmed(text).empty() ? button.label.view() : text, button.x1 + 5, button.y1 + 12);
 }
 
-void mwrite(Workspace& w, int i) {
+void mwrite(Workspace& w, MessageNumber i) {
   w.plot.setclr(colour::ink);
   w.plot.messag(w.mtext(i).view(), w.madd(i).x1, w.madd(i).y1 + 15);
 }
@@ -65,11 +65,11 @@ void graph_mes(Workspace& w, std::string_view text) {
 
 void setupbuttons(Workspace& w) {
   w.plot.erase();
-  for (int n = button::crossdating_first; n <= button::crossdating_last; ++n) {
+  for (const ButtonNumber n : button::crossdating) {
     const bool click_zone = n == button::upper_plot || n == button::lower_plot;
     if (!click_zone) but_draw(w, n);
   }
-  if (w.b(button::scroll_first).on) draw_scroll_captions(w);
+  if (w.b(button::scroll_row.first).on) draw_scroll_captions(w);
   if (w.b(button::upper_plot).on || w.b(button::lower_plot).on) {
     mwrite(w, w.ins ? message::select_insert : message::select_delete);
   }

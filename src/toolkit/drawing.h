@@ -12,10 +12,10 @@ namespace vorn {
 //
 // Given: text    shown instead of the button's label unless it is blank
 //        colour  of the face; 0: by state, yellow when the button is lit and grey when it is not
-void but_draw(Workspace& w, int n, std::string_view text = {}, int colour = 0);
+void but_draw(Workspace& w, ButtonNumber n, std::string_view text = {}, int colour = 0);
 
 // Draws message line i, 15 units below the upper edge of its rectangle.
-void mwrite(Workspace& w, int i);
+void mwrite(Workspace& w, MessageNumber i);
 
 // Draws, at the right of the cross-dating screen's controls, `text` and the names of the two series compared
 // in the colours of their curves.

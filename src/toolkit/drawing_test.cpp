@@ -104,7 +104,7 @@ TEST_F(Drawing, ThePanelBeginsWithAnEmptyPage) {
 }
 
 TEST_F(Drawing, ThePanelHasEveryButtonThatIsOnButNoClickZone) {
-  for (int n = button::crossdating_first; n <= button::crossdating_last; ++n) w.b(n).on = true;
+  for (const ButtonNumber n : button::crossdating) w.b(n).on = true;
   setupbuttons(w);
   int faces = 0;
   for (const Mark& mark : w.plot.page().marks()) faces += mark.kind == Mark::Kind::fill;
@@ -125,7 +125,8 @@ TEST_F(Drawing, ThePanelNamesTheWorkingEntriesBetweenTheScrollButtons) {
 }
 
 TEST_F(Drawing, WithoutScrollButtonsThereAreNoScrollCaptions) {
-  for (int n = button::scroll_first; n <= button::reference_last; ++n) w.b(n).on = false;
+  for (const ButtonNumber n : ButtonRange{button::scroll_minus_50, button::reference_plus_50})
+    w.b(n).on = false;
   setupbuttons(w);
   EXPECT_FALSE(desk_.reads("Scroll"));
   EXPECT_FALSE(desk_.reads("SAMPLE6"));

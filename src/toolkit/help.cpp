@@ -11,7 +11,6 @@ namespace {
 constexpr std::string_view help_file = "Help.prn";
 constexpr int header_lines = 2;
 constexpr int most_records = 500;
-constexpr int first_message = message::raw_type, last_message = 37;
 
 constexpr Rectangle box = {80, 1400, 1640, 1700};
 constexpr int text_x = 88, title_y = 1422;
@@ -44,11 +43,11 @@ bool is_under_cursor(const Workspace& w, const Rectangle& r) {
 }
 
 Subject subject_under_cursor(const Workspace& w) {
-  for (int n = button::start_first; n <= button::start_last; ++n) {
-    if (w.b(n).on && is_under_cursor(w, w.b(n))) return {true, n};
+  for (const ButtonNumber n : button::start) {
+    if (w.b(n).on && is_under_cursor(w, w.b(n))) return {true, plain(n)};
   }
-  for (int i = first_message; i <= last_message; ++i) {
-    if (is_under_cursor(w, w.madd(i))) return {false, i};
+  for (const MessageNumber i : message::with_help) {
+    if (is_under_cursor(w, w.madd(i))) return {false, plain(i)};
   }
   return {};
 }

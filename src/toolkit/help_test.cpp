@@ -53,24 +53,24 @@ class Help : public ::testing::Test {
 
 TEST_F(Help, NoRectangleOfTheTablesIsEverUnderTheCursor) {
   const std::string records = record(1, 94, 22, 0, "spline") + record(1, 0, 0, 0, "the fall-back");
-  for (int n = button::start_first; n <= button::start_last; ++n) {
+  for (const ButtonNumber n : button::start) {
     const Button& button = w.b(n);
     ask((button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2, records);
-    EXPECT_EQ(w.mous, 0) << n;
-    EXPECT_TRUE(desk_.reads("the fall-back")) << n;
-    EXPECT_FALSE(desk_.reads("spline")) << n;
+    EXPECT_EQ(w.mous, 0) << plain(n);
+    EXPECT_TRUE(desk_.reads("the fall-back")) << plain(n);
+    EXPECT_FALSE(desk_.reads("spline")) << plain(n);
   }
-  for (int i = 20; i <= 37; ++i) {
+  for (const MessageNumber i : message::with_help) {
     ask(w.madd(i).x1, w.madd(i).y1, records);
-    EXPECT_EQ(w.mous, 0) << i;
-    EXPECT_TRUE(desk_.reads("the fall-back")) << i;
+    EXPECT_EQ(w.mous, 0) << plain(i);
+    EXPECT_TRUE(desk_.reads("the fall-back")) << plain(i);
   }
 }
 
 TEST_F(Help, TheTestRunsTheWrongWayUpSoAButtonOnItsHeadIsFound) {
   std::swap(w.b(button::log_on).y1, w.b(button::log_on).y2);
   ask(900, 800, record(1, 95, 0, 0, "a message of 0") + record(1, 96, 24, 0, "logarithms"));
-  EXPECT_EQ(w.mous, button::log_on);
+  EXPECT_EQ(w.mous, plain(button::log_on));
   EXPECT_TRUE(desk_.reads("logarithms"));
 }
 
@@ -83,7 +83,7 @@ TEST_F(Help, AButtonThatIsOffIsNotFound) {
 }
 
 TEST_F(Help, AMessageOnItsHeadIsFoundByItsOwnNumber) {
-  std::swap(w.madd(24).y1, w.madd(24).y2);
+  std::swap(w.madd(MessageNumber{24}).y1, w.madd(MessageNumber{24}).y2);
   ask(400, 800, record(1, 24, 9, 0, "a button of 24") + record(1, 96, 24, 0, "logarithms"));
   EXPECT_EQ(w.mous, 24);
   EXPECT_TRUE(desk_.reads("logarithms"));
@@ -219,13 +219,14 @@ class SampleHelp : public Help {
 
 TEST_F(SampleHelp, HasARecordForEachButtonOfTheStartMenuAndEachMessageLineAsked) {
   const auto all = records();
-  for (int n = button::start_first; n <= button::start_last; ++n) {
-    const auto is_of = [n](const SampleRecord& record) { return record.button == n; };
-    EXPECT_EQ(std::count_if(all.begin(), all.end(), is_of), n == 103 ? 0 : 1) << n;  // 103 is no button
+  for (const ButtonNumber n : button::start) {
+    const auto is_of = [n](const SampleRecord& record) { return record.button == plain(n); };
+    EXPECT_EQ(std::count_if(all.begin(), all.end(), is_of), plain(n) == 103 ? 0 : 1)
+        << plain(n);  // 103 is no button
   }
-  for (int i = 20; i <= 37; ++i) {
-    const auto is_of = [i](const SampleRecord& record) { return record.message == i; };
-    EXPECT_EQ(std::count_if(all.begin(), all.end(), is_of), 1) << i;
+  for (const MessageNumber i : message::with_help) {
+    const auto is_of = [i](const SampleRecord& record) { return record.message == plain(i); };
+    EXPECT_EQ(std::count_if(all.begin(), all.end(), is_of), 1) << plain(i);
   }
 }
 
@@ -268,7 +269,8 @@ TEST_F(SampleHelp, WhatUsersSeeIsTheEndMarkersAdvice) {
 TEST_F(SampleHelp, EveryRecordCanBeReachedByItsNumber) {
   for (const SampleRecord& record : records()) {
     if (record.kind == 0) continue;
-    Rectangle& place = record.kind == 1 ? w.b(record.button) : w.madd(record.message);
+    Rectangle& place =
+        record.kind == 1 ? w.b(ButtonNumber{record.button}) : w.madd(MessageNumber{record.message});
     const Rectangle before = place;
     place = {5, 9, 9, 5};  // on its head, where the test looks
     w.b(button::chronology_list).on = true;

@@ -144,7 +144,7 @@ TEST_F(Messages, AfterAMessagePassedOverInkIsSetAsAfterAnyOther) {
 TEST_F(Messages, TheNextWaitForAClickShowsMessagesAgain) {
   w.passing_over_messages = true;
   screen_.click(1, 1);
-  mouse_click(w, 1, 0);
+  mouse_click(w, {});
   screen_.key(' ');
   out_err(w, "shown");
   EXPECT_TRUE(desk_.reads(screen_.shown.back(), "shown"));

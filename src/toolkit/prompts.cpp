@@ -31,7 +31,7 @@ bool is_digit(int code) {
 
 }  // namespace
 
-void get_str(Workspace& w, int n) {
+void get_str(Workspace& w, ButtonNumber n) {
   constexpr std::size_t most_characters = 12;
   Button& button = w.b(n);
   const Label before = button.label;
@@ -47,7 +47,7 @@ void get_str(Workspace& w, int n) {
   if (k <= 2) button.label = before;
 }
 
-void get_int(Workspace& w, int n, std::int32_t& v) {
+void get_int(Workspace& w, ButtonNumber n, std::int32_t& v) {
   constexpr int inset = 8;
   // Deliberate: [sixth-digit] five digits and Return; a sixth digit abandons the entry.
   constexpr std::size_t most_keys = 6;

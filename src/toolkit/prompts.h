@@ -10,12 +10,12 @@ namespace vorn {
 // Lets the user type a text of at most 12 characters into the label of button n, ended by Return or by the
 // twelfth character. An entry of fewer than two characters brings the old label back: a name of one character
 // is refused. There are no editing keys; Backspace and the like are stored as characters.
-void get_str(Workspace& w, int n);
+void get_str(Workspace& w, ButtonNumber n);
 
 // Lets the user type a number into button n, which is lit and stays so: at most five digits, with "-" before
 // them or without. v takes the number only when the entry is ended by Return (which alone means 0); any other
 // key that is no digit, and a sixth digit, abandon the entry and leave v as it was. The caller judges the
 // range and writes the label anew.
-void get_int(Workspace& w, int n, std::int32_t& v);
+void get_int(Workspace& w, ButtonNumber n, std::int32_t& v);
 
 }  // namespace vorn

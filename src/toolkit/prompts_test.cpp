@@ -29,7 +29,7 @@ class Prompts : public ::testing::Test {
     get_str(w, name_button);
     return std::string(w.b(name_button).label.trimmed());
   }
-  static constexpr int name_button = button::mean_name;
+  static constexpr ButtonNumber name_button = button::mean_name;
   Desk desk_;
   Workspace& w = desk_.w;
 };

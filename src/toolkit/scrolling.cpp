@@ -1,6 +1,7 @@
 #include "toolkit/scrolling.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "toolkit/buttons.h"
@@ -18,6 +19,12 @@ std::int32_t to_year(Years year) {
 
 }  // namespace
 
+// vv has the step of the rightmost button first, then those from the left.
+std::int32_t scroll_years(ButtonRange row, ButtonNumber n) {
+  static constexpr std::array<std::int32_t, 6> from_the_left = {vv[1], vv[2], vv[3], vv[4], vv[5], vv[0]};
+  return from_the_left.at(static_cast<std::size_t>(row.place(n)));
+}
+
 void scr(Workspace& w, std::int32_t step) {
   const Years first = std::min(w.fy(w.tr1), w.fy(w.tr2));
   const Years last = std::max(w.ly(w.tr1), w.ly(w.tr2));
@@ -29,9 +36,8 @@ void scr(Workspace& w, std::int32_t step) {
   w.ls = to_year(w.sl + start - 1);
 }
 
-void topbot(Workspace& w, std::int32_t step) {
-  const int row = (w.mous - 1) / 6;
-  const int t = w.nd + row;
+void topbot(Workspace& w, int k, std::int32_t step) {
+  const int t = w.nd + k;
   Years earliest = w.fy(1), latest = w.ly(1);
   for (int i = 2; i <= w.nd + 2; ++i) {
     earliest = std::min<Years>(earliest, w.fy(i));
@@ -42,10 +48,10 @@ void topbot(Workspace& w, std::int32_t step) {
   first = std::min(first, earliest + (max_years - 1));
   w.ly(t) = to_year(Years{w.ly(t)} - w.fy(t) + first);
   w.fy(t) = to_year(first);
-  w.b(button::save_sample - 1 + row).on = true;
+  w.b(k == 1 ? button::save_sample : button::save_reference).on = true;
   // Deliberate: [last-tree-unmarked] the last tree, nc, is not.
-  if (row == 1 && w.tr1 < w.nc) w.tr1ok = true;
-  if (row == 2 && w.tr2 < w.nc) w.tr2ok = true;
+  if (k == 1 && w.tr1 < w.nc) w.tr1ok = true;
+  if (k == 2 && w.tr2 < w.nc) w.tr2ok = true;
 }
 
 }  // namespace vorn

@@ -37,10 +37,7 @@ class Scrolling : public ::testing::Test {
     w.fs = first;
     w.sl = years;
   }
-  void move(int button, std::int32_t step) {
-    w.mous = button;
-    topbot(w, step);
-  }
+  static constexpr int sample = 1, reference = 2;
   Desk desk_;
   Workspace& w = desk_.w;
 };
@@ -92,8 +89,8 @@ TEST_F(Scrolling, YearsOfAnyFileAreScrolledWithoutOverflow) {
   EXPECT_EQ(w.fs, Limits::min());
 }
 
-TEST_F(Scrolling, TheSecondRowMovesTheSampleAndKeepsItsLength) {
-  for (int n = button::sample_first; n <= button::sample_last; ++n) move(n, 10);
+TEST_F(Scrolling, TheSampleIsMovedAndKeepsItsLength) {
+  for (int k = 1; k <= 6; ++k) topbot(w, sample, 10);
   EXPECT_EQ(w.fy(6), 1860);
   EXPECT_EQ(w.ly(6), 2010);
   EXPECT_EQ(w.fy(7), 1850);
@@ -103,8 +100,8 @@ TEST_F(Scrolling, TheSecondRowMovesTheSampleAndKeepsItsLength) {
   EXPECT_FALSE(w.tr2ok);
 }
 
-TEST_F(Scrolling, TheThirdRowMovesTheReference) {
-  for (int n = button::reference_first; n <= button::reference_last; ++n) move(n, -10);
+TEST_F(Scrolling, TheReferenceIsMovedToo) {
+  for (int k = 1; k <= 6; ++k) topbot(w, reference, -10);
   EXPECT_EQ(w.fy(7), 1790);
   EXPECT_EQ(w.ly(7), 1940);
   EXPECT_EQ(w.fy(6), 1800);
@@ -115,7 +112,7 @@ TEST_F(Scrolling, TheThirdRowMovesTheReference) {
 }
 
 TEST_F(Scrolling, OnlyTheWorkingCopyIsMoved) {
-  move(button::sample_first, 10);
+  topbot(w, sample, 10);
   EXPECT_EQ(w.fy(1), 1800);
   EXPECT_EQ(w.ly(1), 1950);
 }
@@ -123,8 +120,8 @@ TEST_F(Scrolling, OnlyTheWorkingCopyIsMoved) {
 TEST_F(Scrolling, TheLastTreeAndChronologiesAreNotMarkedAsChanged) {
   w.tr1 = 4;  // the last of nc = 4: meant
   w.tr2 = 5;
-  move(button::sample_first, 10);
-  move(button::reference_first, 10);
+  topbot(w, sample, 10);
+  topbot(w, reference, 10);
   EXPECT_FALSE(w.tr1ok);
   EXPECT_FALSE(w.tr2ok);
   EXPECT_TRUE(w.b(button::save_sample).on);
@@ -132,14 +129,14 @@ TEST_F(Scrolling, TheLastTreeAndChronologiesAreNotMarkedAsChanged) {
 }
 
 TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsForward) {
-  for (int k = 0; k < 300; ++k) move(button::sample_first, 50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, 50);
   // The earliest first year is 1800, of core 1.
   EXPECT_EQ(w.fy(6), 1800 + 11'999);
   EXPECT_EQ(w.ly(6), w.fy(6) + 150);
 }
 
 TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsBack) {
-  for (int k = 0; k < 300; ++k) move(button::sample_first, -50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, -50);
   // The latest last year is 2000, of core 2.
   EXPECT_EQ(w.fy(6), 2000 - 11'999);
   EXPECT_EQ(w.ly(6), w.fy(6) + 150);
@@ -147,7 +144,7 @@ TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsBack) {
 
 TEST_F(Scrolling, WhereBothLimitsContradictTheUpperOneWins) {
   span(3, -20'000, -19'900);
-  move(button::sample_first, 1);
+  topbot(w, sample, 1);
   EXPECT_EQ(w.fy(6), -20'000 + 11'999);
 }
 
@@ -155,7 +152,7 @@ TEST_F(Scrolling, YearsOfAnyFileAreMovedWithoutOverflow) {
   using Limits = std::numeric_limits<std::int32_t>;
   span(1, Limits::min(), Limits::min());
   span(2, Limits::max(), Limits::max());
-  move(button::sample_first, 50);
+  topbot(w, sample, 50);
   EXPECT_EQ(w.fy(6), Limits::min() + 11'999);
 }
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "workspace/names.h"
-#include "workspace/table.h"
+#include "workspace/numbers.h"
 
 namespace vorn {
 
@@ -24,12 +24,12 @@ struct Button : Rectangle {
 struct Controls {
   Controls();
 
-  Table<Button> b;
-  Table<Label> mtext;                  // message lines
-  Table<Rectangle> madd;               // and where they stand
-  Text<140> mess;                      // line buffer
-  std::int32_t mous = 0;               // button hit last, 0 for none
-  std::int32_t msx = 0, msy = 0;       // where the click was
+  NumberedTable<ButtonNumber, Button> b;
+  NumberedTable<MessageNumber, Label> mtext;     // message lines
+  NumberedTable<MessageNumber, Rectangle> madd;  // and where they stand
+  Text<140> mess;                                // line buffer
+  std::int32_t mous = 0;                         // button hit last, 0 for none
+  std::int32_t msx = 0, msy = 0;                 // where the click was
   std::int32_t ios = 0;                // status of the last file operation, see records/edit_format.h
   bool fileok = false;                 // answer of the last test whether a file exists
   bool passing_over_messages = false;  // Escape was pressed at a message: those that follow are not shown

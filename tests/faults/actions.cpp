@@ -86,21 +86,21 @@ std::string two_column_core(unsigned seed) {
 
 // --- The user's steps.
 
-Step press(int n) {
+Step press(ButtonNumber n) {
   return [n](const Workspace& w) {
     const Button& place = w.b(n);
     return Event{(place.x1 + place.x2) / 2, (place.y1 + place.y2) / 2, Event::click};
   };
 }
 
-Steps presses(std::initializer_list<int> buttons) {
+Steps presses(std::initializer_list<ButtonNumber> buttons) {
   Steps steps;
-  for (const int n : buttons) steps.push_back(press(n));
+  for (const ButtonNumber n : buttons) steps.push_back(press(n));
   return steps;
 }
 
 // A click on the k-th name of a list that fills the area of button n.
-Step pick(int n, int columns, int k) {
+Step pick(ButtonNumber n, int columns, int k) {
   return [=](const Workspace& w) {
     constexpr int rows = 30;
     const Button& area = w.b(n);
@@ -126,7 +126,7 @@ Action load(const std::string& name, int file, const std::string& says) {
           .says = says};
 }
 
-Action save_raw(const std::string& name, int layout, const std::string& write_label) {
+Action save_raw(const std::string& name, ButtonNumber layout, const std::string& write_label) {
   return {.name = "Save" + name,
           .way = presses({layout}),
           .act = presses({button::save_raw}),
@@ -134,7 +134,7 @@ Action save_raw(const std::string& name, int layout, const std::string& write_la
           .says = "((Open|Close)rings\\.RWW|" + write_label + "RAW[123])"};
 }
 
-Action save_crn(int layout, const std::string& output) {
+Action save_crn(ButtonNumber layout, const std::string& output) {
   return {.name = "Save" + output.substr(0, output.find('.')),
           .way = presses({layout}),
           .act = presses({button::save_crn}),
@@ -142,7 +142,7 @@ Action save_crn(int layout, const std::string& output) {
           .says = "(Open|Write|Close)" + output};
 }
 
-Action report(int n, const std::string& output) {
+Action report(ButtonNumber n, const std::string& output) {
   return {.name = "Report" + output.substr(0, output.find('.')),
           .act = presses({n}),
           .writes = {output},
@@ -184,7 +184,7 @@ Action open_editor() {
           .says = "(Open|Close)Edit\\.raw"};
 }
 
-Action read_edited(const std::string& name, int n, const Steps& back, const WalkState& ends_in) {
+Action read_edited(const std::string& name, ButtonNumber n, const Steps& back, const WalkState& ends_in) {
   return {.name = name,
           .way = way_to_editor(),
           .act = presses({n}),

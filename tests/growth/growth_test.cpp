@@ -62,8 +62,8 @@ class TimedProgram : public WholeProgram {
       timed(times, "Stats Report", button::stats_report);
       timed(times, "Save Raw", button::save_raw);
       timed(times, "Crossdate", button::crossdate);
-      timed(times, "Move the sample", button::sample_first);
-      timed(times, "Move it back", button::sample_first + 5);
+      timed(times, "Move the sample", button::sample_minus_50);
+      timed(times, "Move it back", button::sample_plus_50);
       timed(times, "Choose Cores", button::choose_cores);
       timed(times, "A page on", button::page_forward);
       timed(times, "A page back", button::page_back);
@@ -85,7 +85,7 @@ class TimedProgram : public WholeProgram {
     known->second = std::min(known->second, seconds);
   }
 
-  void timed(Times& times, const std::string& what, int n) {
+  void timed(Times& times, const std::string& what, ButtonNumber n) {
     look([this] { before_ = processor_seconds(); });
     press(n);
     look([this, &times, what] { keep(times, what, processor_seconds() - before_); });

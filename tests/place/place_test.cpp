@@ -193,7 +193,7 @@ class Unwritable : public MenuBench {
     w->log = &log;
   }
   void press_all_that_write() {
-    for (const int n :
+    for (const ButtonNumber n :
          {button::stats_report, button::correlation_report, button::save_raw, button::save_crn}) {
       press(n);
       key(Event::escape);

@@ -59,7 +59,7 @@ Cores cores_of(const Workspace& w) {
 
 // Loads one file, writes it in a layout (unless 0) and quits. Nothing where the program could not go on:
 // numbers that lost their places can make a chronology too long.
-std::optional<Cores> loaded(const std::string& file, int layout = 0) {
+std::optional<Cores> loaded(const std::string& file, ButtonNumber layout = button::none) {
   ScratchFolder::write("Vorn.fil", file + "\n");
   StepScreen screen;
   Plot plot(screen);
@@ -68,7 +68,7 @@ std::optional<Cores> loaded(const std::string& file, int layout = 0) {
   std::ostringstream log;
   w->log = &log;
   Cores cores;
-  const auto press = [&](int n) {
+  const auto press = [&](ButtonNumber n) {
     screen.act([&w, n] {
       const Button& button = w->b(n);
       return Event{(button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2, Event::click};
@@ -76,7 +76,7 @@ std::optional<Cores> loaded(const std::string& file, int layout = 0) {
   };
   screen.act([] { return Event{0, 0, Event::escape}; });
   screen.look([&] { cores = cores_of(*w); });
-  if (layout != 0) {
+  if (layout != button::none) {
     press(layout);
     press(button::save_raw);
   }

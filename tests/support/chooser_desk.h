@@ -58,7 +58,7 @@ class ChooserDesk : public ::testing::Test {
   }
 
   // --- Clicks.
-  void press(int n) {
+  void press(ButtonNumber n) {
     const Button& button = w.b(n);
     screen.click((button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2);
   }
@@ -105,7 +105,7 @@ class ChooserDesk : public ::testing::Test {
 
   // --- What is so.
   std::vector<int> chosen() const { return {&w.chc(1), &w.chc(1) + w.chs}; }
-  std::string line(int i) const { return std::string(w.mtext(i).trimmed()); }
+  std::string line(MessageNumber i) const { return std::string(w.mtext(i).trimmed()); }
   std::string names() const {
     std::string all;
     for (int i = 1; i <= w.nd; ++i) all += std::string(w.nam(i).trimmed()) + " ";

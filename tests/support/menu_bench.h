@@ -86,7 +86,7 @@ class MenuBench : public ::testing::Test {
     screen.act([x, y] { return Event{x, y, Event::click}; });
   }
   // The middle of button n as the table then stands, whether it is on or not.
-  void press(int n) {
+  void press(ButtonNumber n) {
     screen.act([this, n] {
       const Button& button = w->b(n);
       return Event{(button.x1 + button.x2) / 2, (button.y1 + button.y2) / 2, Event::click};
@@ -98,7 +98,7 @@ class MenuBench : public ::testing::Test {
   void type(const std::string& text) {
     for (const char c : text) key(static_cast<unsigned char>(c));
   }
-  void enter(int n, const std::string& keys) {
+  void enter(ButtonNumber n, const std::string& keys) {
     press(n);
     type(keys);
   }
@@ -118,13 +118,15 @@ class MenuBench : public ::testing::Test {
 
   // --- What there is to see.
 
-  // The buttons of first to last that are on: "1-20 28-33".
-  std::string on(int first, int last) const {
+  // The buttons of `range` that are on: "1-20 28-33".
+  std::string on(ButtonRange range) const {
+    const auto is_on = [this](int n) { return w->b(ButtonNumber{n}).on; };
+    const int last = plain(range.last);
     std::string all;
-    for (int n = first; n <= last; ++n) {
-      if (!w->b(n).on) continue;
+    for (int n = plain(range.first); n <= last; ++n) {
+      if (!is_on(n)) continue;
       const int start = n;
-      while (n < last && w->b(n + 1).on) ++n;
+      while (n < last && is_on(n + 1)) ++n;
       all += (all.empty() ? "" : " ") + std::to_string(start) + (n > start ? "-" + std::to_string(n) : "");
     }
     return all;
@@ -134,7 +136,7 @@ class MenuBench : public ::testing::Test {
     return std::any_of(texts.begin(), texts.end(),
                        [&part](const std::string& text) { return text.find(part) != std::string::npos; });
   }
-  std::string label(int n) const { return std::string(w->b(n).label.trimmed()); }
+  std::string label(ButtonNumber n) const { return std::string(w->b(n).label.trimmed()); }
   // What was told since the last call, one message a line.
   std::string told() {
     const std::string messages = log.str();

@@ -23,12 +23,12 @@ class WholeProgram : public MenuBench {
 
   // Plans: everything that can be written from the start menu. Escape passes over what is told.
   void write_everything() {
-    for (const int n : {button::stats_report, button::correlation_report}) act(n);
-    for (const int layout : {button::raw_heidelberg, button::raw_compact, button::raw_tucson}) {
+    for (const ButtonNumber n : {button::stats_report, button::correlation_report}) act(n);
+    for (const ButtonNumber layout : {button::raw_heidelberg, button::raw_compact, button::raw_tucson}) {
       press(layout);
       act(button::save_raw);
     }
-    for (const int layout : {button::crn_column, button::crn_index}) {
+    for (const ButtonNumber layout : {button::crn_column, button::crn_index}) {
       press(layout);
       act(button::save_crn);
     }
@@ -53,7 +53,7 @@ class WholeProgram : public MenuBench {
   bool seen_crossdating = false, last_name_seen = false;
 
  private:
-  void act(int n) {
+  void act(ButtonNumber n) {
     press(n);
     key(Event::escape);
   }

@@ -84,7 +84,7 @@ TEST_F(Threads, AUserFasterThanTheProgram) {
   while ((pages < enough_pages || titles == 0 || seen_points == 0) && !ended) {
     const NumberedPage page = painted();
     titles += mailbox.progress().size() + mailbox.subject().size();
-    const int n = 1 + up_to(max_buttons - 1);
+    const ButtonNumber n = button::all.at(up_to(max_buttons - 1));
     const Button& button = tables->b(n);
     if (n == button::quit || n == button::read_two_column) continue;
     if (up_to(4) == 0) mailbox.put_key({0, 0, 32 + up_to(94)}, page.number);

@@ -32,20 +32,20 @@ class Tour : public MenuBench {
     if (w->mous != 0) pressed.insert(w->mous);
     for (const Mark& mark : plot.page().marks()) {
       if (mark.kind != Mark::Kind::text) continue;
-      for (int i = 1; i <= max_messages; ++i) {
+      for (const MessageNumber i : message::all) {
         const bool there = mark.points[0].x == w->madd(i).x1 && mark.points[0].y == w->madd(i).y1 + 15;
-        if (there && mark.writing == w->mtext(i).trimmed()) seen.insert(i);
+        if (there && mark.writing == w->mtext(i).trimmed()) seen.insert(plain(i));
       }
     }
   }
-  void press(int n) {
+  void press(ButtonNumber n) {
     MenuBench::press(n);
     look([this] { note(); });
   }
-  void press_all(int first, int last) {
-    for (int n = first; n <= last; ++n) press(n);
+  void press_all(ButtonRange buttons) {
+    for (const ButtonNumber n : buttons) press(n);
   }
-  void enter(int n, const std::string& keys) {
+  void enter(ButtonNumber n, const std::string& keys) {
     press(n);
     type(keys);
   }
@@ -54,15 +54,15 @@ class Tour : public MenuBench {
     click(300, 240 + 46 * (k - 1) + 20);
     look([this] { note(); });
   }
-  void edit(int mode, int plot_zone, int answer) {
+  void edit(ButtonNumber mode, ButtonNumber plot_zone, ButtonNumber answer) {
     press(mode);
     press(plot_zone);
     press(answer);
   }
 
   void see_the_parameters() {
-    press_all(button::spline_on, button::log_on);
-    press_all(button::spline_on, button::log_on);
+    press_all({button::spline_on, button::log_on});
+    press_all({button::spline_on, button::log_on});
     enter(button::spline_years, "40\r");
     enter(button::ar_order, "9\r");
     enter(button::segment_length, "40\r");
@@ -74,15 +74,15 @@ class Tour : public MenuBench {
     }
   }
   void write_everything() {
-    press_all(button::raw_tucson, button::crn_column);
-    press_all(button::save_raw, button::correlation_report);
+    press_all({button::raw_tucson, button::crn_column});
+    press_all({button::save_raw, button::correlation_report});
   }
   void shift_and_scroll() {
-    press_all(button::scroll_first, button::reference_last);
+    press_all({button::scroll_minus_50, button::reference_plus_50});
     // Both series out of sight, a year to pick has none, and the Escape key leads out.
     for (int times = 0; times < 4; ++times) {
-      press(button::sample_last);
-      press(button::reference_last);
+      press(button::sample_plus_50);
+      press(button::reference_plus_50);
     }
     press(button::insert_ring);
     key(Event::escape);
@@ -115,7 +115,7 @@ class Tour : public MenuBench {
   void use_the_editor() {
     press(button::edit_core);
     press(button::chooser_do_it);
-    press_all(button::editor_scroll_first, button::editor_column_first);
+    press_all({button::editor_minus_50, button::editor_column_1});
     enter(button::editor_table, "123\r");
     press(button::editor_insert);
     press(button::editor_table);
@@ -153,11 +153,11 @@ class Tour : public MenuBench {
 
 TEST_F(Tour, PressesEveryButtonAndSeesEveryMessageLineThatTheMenusShow) {
   Numbers buttons, lines;
-  for (int n = 1; n <= max_buttons; ++n) {
-    if (w->b(n).x2 > 0) buttons.insert(n);
+  for (const ButtonNumber n : button::all) {
+    if (w->b(n).x2 > 0) buttons.insert(plain(n));
   }
-  for (int i = 1; i <= max_messages; ++i) {
-    if (w->madd(i).x2 > 0) lines.insert(i);
+  for (const MessageNumber i : message::all) {
+    if (w->madd(i).x2 > 0) lines.insert(plain(i));
   }
 
   see_the_parameters();

@@ -120,18 +120,18 @@ std::string settings(const Workspace& w) {
                    outside("sl", w.sl, 21, max_years), outside("sccc", w.sccc, 0, max_series)});
 }
 
-int lit(const Workspace& w, int first, int last) {
+int lit(const Workspace& w, ButtonRange buttons) {
   int count = 0;
-  for (int n = first; n <= last; ++n) count += w.b(n).lit;
+  for (const ButtonNumber n : buttons) count += w.b(n).lit;
   return count;
 }
 
 std::string options(const Workspace& w, const WalkState& state) {
   const bool list_shown = w.b(button::chronology_list).on;
   const int one = list_shown ? 0 : 1;
-  if (lit(w, button::raw_tucson, button::raw_compact) != one) return "not one raw output is lit";
-  if (lit(w, button::crn_index, button::crn_column) != one) return "not one chronology output is lit";
-  if (state.chooser_shown && lit(w, button::pick_cores, button::move_core) != 1) return "not one mode is lit";
+  if (lit(w, button::raw_types) != one) return "not one raw output is lit";
+  if (lit(w, button::crn_types) != one) return "not one chronology output is lit";
+  if (state.chooser_shown && lit(w, button::chooser_modes) != 1) return "not one mode is lit";
   return "";
 }
 

@@ -9,9 +9,9 @@
 namespace vorn {
 
 // The numbers, in order, of the buttons that are on the page last drawn and can be hit there.
-std::vector<int> shown_buttons(const Workspace& w);
+std::vector<ButtonNumber> shown_buttons(const Workspace& w);
 
 // Notes in `state` which screen is shown, from the buttons that are on it.
-void note_screen(WalkState& state, const std::vector<int>& shown);
+void note_screen(WalkState& state, const std::vector<ButtonNumber>& shown);
 
 }  // namespace vorn

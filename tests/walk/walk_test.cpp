@@ -62,7 +62,8 @@ TEST_P(Walk, EndsWhereverItIsStoppedWithEverythingInOrder) {
   EXPECT_EQ(walker.complaint(), "");
   std::cout << walker.hits().size() << " buttons, " << starts << " starts" << std::endl;
   // The walk came through all the screens.
-  for (const int n : {button::crossdate, button::chooser_do_it}) EXPECT_TRUE(walker.hits().contains(n)) << n;
+  for (const ButtonNumber n : {button::crossdate, button::chooser_do_it})
+    EXPECT_TRUE(walker.hits().contains(n)) << plain(n);
   EXPECT_GE(walker.hits().size(), 45u);
 }
 

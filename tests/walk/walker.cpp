@@ -27,7 +27,7 @@ bool traced() {
 }
 
 // How much a button is to be preferred; those that leave a screen less, so that there is time for its others.
-int weight(int n) {
+int weight(ButtonNumber n) {
   switch (n) {
     case button::quit:
       return 1;
@@ -97,7 +97,7 @@ Event Walker::next_event() {
   return event;
 }
 
-bool Walker::shown(int n) const {
+bool Walker::shown(ButtonNumber n) const {
   return std::find(shown_.begin(), shown_.end(), n) != shown_.end();
 }
 
@@ -134,25 +134,25 @@ Event Walker::choose() {
   return click_on(pick_button());
 }
 
-int Walker::pick_button() {
+ButtonNumber Walker::pick_button() {
   int sum = 0;
-  for (const int n : shown_) sum += weight(n);
+  for (const ButtonNumber n : shown_) sum += weight(n);
   int place = up_to(sum - 1);
-  for (const int n : shown_) {
+  for (const ButtonNumber n : shown_) {
     place -= weight(n);
     if (place < 0) return n;
   }
   return shown_.back();
 }
 
-bool Walker::is_field(int n) const {
+bool Walker::is_field(ButtonNumber n) const {
   return n == button::display_width || n == button::correlation_segment || n == button::correlation_overlap ||
          n == button::correlation_start || (n >= button::spline_years && n <= button::segment_overlap) ||
          n == button::mean_name || n == button::editor_table;
 }
 
 // What is typed into field n, mostly with Return behind it.
-void Walker::plan_entry(int n) {
+void Walker::plan_entry(ButtonNumber n) {
   std::string text;
   if (n == button::mean_name) {
     for (int left = up_to(12); left > 0; --left) text += static_cast<char>(32 + up_to(94));
@@ -165,7 +165,7 @@ void Walker::plan_entry(int n) {
   for (const char c : text) planned_.push_back(static_cast<unsigned char>(c));
 }
 
-Event Walker::click_on(int n) {
+Event Walker::click_on(ButtonNumber n) {
   if (!message_shown_) ++hits_[n];
   if (n == button::read_two_column) state_.store_replaced = true;
   if (is_field(n) && in(80)) plan_entry(n);

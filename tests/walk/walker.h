@@ -31,7 +31,7 @@ class Walker : public Screen {
   // Empty, or what did not hold and the events that led there.
   std::string complaint() const;
   // How often each button was hit.
-  const std::map<int, int>& hits() const { return hits_; }
+  const std::map<ButtonNumber, int>& hits() const { return hits_; }
 
   void show(const Page& page) override { page_ = &page; }
   void forget_pending() override { message_shown_ = true; }
@@ -42,12 +42,12 @@ class Walker : public Screen {
   void check();
   void look_for_dead_end();
   Event choose();
-  Event click_on(int n);
+  Event click_on(ButtonNumber n);
   Event click_in_list(const Rectangle& area, int columns, int names);
-  bool is_field(int n) const;
-  void plan_entry(int n);
-  int pick_button();
-  bool shown(int n) const;
+  bool is_field(ButtonNumber n) const;
+  void plan_entry(ButtonNumber n);
+  ButtonNumber pick_button();
+  bool shown(ButtonNumber n) const;
   int up_to(int most);  // 0 to most
   bool in(int percent) { return up_to(99) < percent; }
 
@@ -57,10 +57,10 @@ class Walker : public Screen {
   const Page* page_ = nullptr;
   bool message_shown_ = false;
   WalkState state_;
-  std::vector<int> shown_;   // numbers of the buttons on the page
-  std::deque<int> planned_;  // codes of keys
+  std::vector<ButtonNumber> shown_;  // numbers of the buttons on the page
+  std::deque<int> planned_;          // codes of keys
   std::deque<std::string> trail_;
-  std::map<int, int> hits_;
+  std::map<ButtonNumber, int> hits_;
   std::string complaint_;
   std::vector<Mark> page_before_;
   int steps_on_page_ = 0;  // that changed nothing to be seen
