@@ -31,21 +31,34 @@ class DeviceSink : public ByteSink {
   os::File file_;
 };
 
-// Behind the name of a file, that of the neighbour in which it is made. Nobody would give a file such a name,
-// so that one that stands there was left behind when a program was killed, and is removed. Where it cannot
-// be, another number is taken.
-constexpr const char* neighbour_ending = ".vorn-part";
+// What is made for NAME lies beside it as NAME.0123456789abcdef.vorn-part: a name that nobody can put
+// something in the way of. While it is made it is locked; one that is not was left behind by a program that
+// was killed, and goes when the file is written again.
+constexpr std::string_view neighbour_ending = ".vorn-part";
 constexpr int most_neighbours = 9;
+
+void remove_left_over(const std::string& target) {
+  const std::filesystem::path path(target);
+  const std::string beginning = path.filename().string() + ".";
+  const std::string folder = path.parent_path().string();
+  const std::size_t length = beginning.size() + os::unguessable().size() + neighbour_ending.size();
+  for (const std::string& left : os::files_named(folder, beginning, neighbour_ending)) {
+    if (std::filesystem::path(left).filename().string().size() == length) os::File::remove_unlocked(left);
+  }
+}
 
 // A file that is being made. One that goes before it is committed takes its neighbour with it.
 class NeighbourSink : public ByteSink {
  public:
   explicit NeighbourSink(std::string target) : target_(std::move(target)) {}
-  ~NeighbourSink() override;
+  ~NeighbourSink() override {
+    if (!neighbour_.empty()) file_.discard(neighbour_);
+  }
   NeighbourSink(const NeighbourSink&) = delete;
   NeighbourSink& operator=(const NeighbourSink&) = delete;
 
-  int begin();
+  // In the place of an older file, it is nobody else's to read before it has the permissions of that one.
+  int begin(bool over_older);
   // Opens the older file to be copied, and remembers how it was.
   int begin_with(os::File& older);
 
@@ -53,6 +66,7 @@ class NeighbourSink : public ByteSink {
   int commit() override;
 
  private:
+  int make_neighbour(const std::string& path, bool over_older);
   int check_copied() const;
 
   std::string target_;
@@ -61,38 +75,45 @@ class NeighbourSink : public ByteSink {
   std::optional<os::Stamp> copied_;  // the target that is added to, as it was when it was copied
 };
 
-NeighbourSink::~NeighbourSink() {
-  const bool taken_over = file_.is_open() && !file_.stands_at(neighbour_);
-  file_.close();
-  if (!neighbour_.empty() && !taken_over) os::remove(neighbour_);
-}
-
-int NeighbourSink::begin() {
-  int failed = EEXIST;
-  for (int number = 1; number <= most_neighbours && failed == EEXIST; ++number) {
-    const auto part = target_ + neighbour_ending + (number == 1 ? "" : std::to_string(number));
-    os::remove(part);  // there mostly is none; where one cannot be removed, the next line fails
-    failed = file_.make(part);
-    if (!failed) neighbour_ = part;
+int NeighbourSink::begin(bool over_older) {
+  remove_left_over(target_);
+  int failed = 0;
+  for (int tries = 0; tries < most_neighbours; ++tries) {
+    failed = make_neighbour(target_ + "." + os::unguessable() + std::string(neighbour_ending), over_older);
+    if (failed != EEXIST && failed != EBUSY) break;
   }
   return failed;
 }
 
+// Gives 16 (EBUSY) where another program took it for a left-over one before it was locked.
+int NeighbourSink::make_neighbour(const std::string& path, bool over_older) {
+  bool locked = false;
+  if (const int failed = file_.make(path, over_older)) return failed;
+  int failed = file_.lock(locked);
+  if (!failed) failed = file_.check_place(path);
+  if (failed)
+    file_.discard(path);
+  else
+    neighbour_ = path;
+  return failed;
+}
+
 int NeighbourSink::begin_with(os::File& older) {
-  if (const int failed = begin()) return failed;
+  if (const int failed = begin(true)) return failed;
   if (const int failed = older.open_to_read(target_)) return failed;
   return older.stamp(copied_.emplace());
 }
 
 int NeighbourSink::commit() {
-  auto about = FileKind::missing;
-  if (const int failed = os::kind_of(target_, about)) return failed;
-  if (about == FileKind::regular)
-    if (const int failed = os::copy_permissions(target_, neighbour_)) return failed;
   if (const int failed = file_.sync()) return failed;
-  if (!file_.stands_at(neighbour_)) return EBUSY;  // another program has begun to write the same file
-  if (const int failed = file_.close()) return failed;
+  os::File older;  // until its name is this file's, others wait
+  if (const int failed = older.hold(target_)) return failed;
+  if (older.is_open())
+    if (const int failed = file_.take_permissions(older)) return failed;
   if (const int failed = check_copied()) return failed;
+  if (const int failed = file_.check_place(neighbour_)) return failed;
+  const os::File lock = file_.twin();
+  if (const int failed = file_.close()) return failed;
   if (const int failed = os::rename(neighbour_, target_)) return failed;
   neighbour_.clear();
   return 0;
@@ -145,7 +166,7 @@ int DiskFiles::make(const std::string& name, std::unique_ptr<ByteSink>& sink) {
   if (const int failed = find_target(path, about)) return failed;
   if (about == FileKind::other) return open_device(path, sink);
   auto made = std::make_unique<NeighbourSink>(path);
-  if (const int failed = made->begin()) return failed;
+  if (const int failed = made->begin(about == FileKind::regular)) return failed;
   sink = std::move(made);
   return 0;
 }

@@ -145,6 +145,15 @@ TEST_P(EveryPlace, AFileCanBeExtended) {
   EXPECT_EQ(contents("a.txt"), "old and new");
 }
 
+TEST_P(EveryPlace, WhatSomebodyElseAddedMeanwhileIsNotLost) {
+  put("a.txt", "old");
+  ASSERT_EQ(files.extend("a.txt", source_, sink_), 0);
+  put("a.txt", "theirs");
+  EXPECT_EQ(sink_->write("mine"), 0);
+  EXPECT_EQ(sink_->commit(), EBUSY);
+  EXPECT_EQ(contents("a.txt"), "theirs");
+}
+
 TEST_P(EveryPlace, AFileThatIsNotThereIsNeitherOpenedNorExtended) {
   EXPECT_EQ(files.open("a.txt", source_), ENOENT);
   EXPECT_EQ(files.extend("a.txt", source_, sink_), ENOENT);

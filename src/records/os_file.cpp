@@ -9,23 +9,25 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <random>
 #include <system_error>
 
 #ifdef _WIN32
 #include <io.h>
 #else
 #include <poll.h>
+#include <sys/file.h>
 #endif
 
 namespace vorn::os {
 namespace {
 
 #ifdef _WIN32
-constexpr int bytes_as_they_are = O_BINARY;
+constexpr int for_this_program = O_BINARY | O_NOINHERIT;
 constexpr int without_waiting = 0;
 using ByteCount = unsigned;
 #else
-constexpr int bytes_as_they_are = 0;
+constexpr int for_this_program = O_CLOEXEC;
 constexpr int without_waiting = O_NONBLOCK | O_NOCTTY;
 using ByteCount = std::size_t;
 #endif
@@ -40,10 +42,15 @@ int answer(int result) {
   return result < 0 ? errno : 0;
 }
 
-// The same, 0 too where the file system has no such thing.
+// Whether a call failed because the file system has no such thing, or not for this user.
+bool is_unknown_here(int failed) {
+  return failed == EINVAL || failed == ENOTSUP || failed == ENOSYS || failed == EPERM;
+}
+
+// The same as answer(), 0 too where the file system has no such thing.
 int answer_where_known(int result) {
   const int failed = answer(result);
-  return failed == EINVAL || failed == ENOTSUP || failed == ENOSYS || failed == EPERM ? 0 : failed;
+  return is_unknown_here(failed) ? 0 : failed;
 }
 
 int answer(const std::error_code& error) {
@@ -61,10 +68,11 @@ auto uninterrupted(Call call) {
   return result;
 }
 
-int open_file(const std::string& path, int flags, int& handle) {
-  constexpr int readable_and_writable = 0666;  // less what the user's mask takes away
-  handle =
-      uninterrupted([&] { return ::open(path.c_str(), flags | bytes_as_they_are, readable_and_writable); });
+constexpr int for_everybody = 0666;  // less what the user's mask takes away
+constexpr int for_the_user = 0600;
+
+int open_file(const std::string& path, int flags, int& handle, int permissions = for_everybody) {
+  handle = uninterrupted([&] { return ::open(path.c_str(), flags | for_this_program, permissions); });
   return answer(handle);
 }
 
@@ -168,10 +176,10 @@ int File::open_to_read(const std::string& path) {
   return failed;
 }
 
-int File::make(const std::string& path) {
+int File::make(const std::string& path, bool is_private) {
   close();
   let_writes_fail();
-  return open_file(path, O_WRONLY | O_CREAT | O_EXCL, handle_);
+  return open_file(path, O_WRONLY | O_CREAT | O_EXCL, handle_, is_private ? for_the_user : for_everybody);
 }
 
 int File::open_device(const std::string& path) {
@@ -210,16 +218,111 @@ int File::sync() {
 #endif
 }
 
-bool File::stands_at([[maybe_unused]] const std::string& path) const {
+// On Windows an open file can be neither replaced nor removed, so that nothing needs a lock.
 #ifdef _WIN32
-  return true;  // nobody can take the place of an open file there
+
+int File::lock(bool& held) {
+  held = false;
+  return 0;
+}
+
+int File::hold(const std::string&) {
+  return 0;
+}
+
+void File::remove_unlocked(const std::string& path) {
+  os::remove(path);
+}
+
+File File::twin() const {
+  return {};
+}
+
+int File::check_place(const std::string&) const {
+  return 0;
+}
+
+int File::take_permissions(const File&) {
+  return 0;  // a file that may be written has none but those of a new one
+}
+
+void File::discard(const std::string& path) {
+  close();
+  os::remove(path);
+}
+
 #else
+
+int File::lock(bool& held) {
+  const int failed = answer(uninterrupted([&] { return ::flock(handle_, LOCK_EX | LOCK_NB); }));
+  held = failed == 0;
+  if (failed == EWOULDBLOCK) return EBUSY;
+  return failed == ENOLCK || is_unknown_here(failed) ? 0 : failed;
+}
+
+int File::open_to_lock(const std::string& path) {
+  close();
+  return open_file(path, O_WRONLY | O_NOFOLLOW | without_waiting, handle_);
+}
+
+int File::hold(const std::string& path) {
+  constexpr int most_tries = 300;
+  constexpr int pause = 10;  // ms
+  int failed = 0;
+  for (int tries = 0; tries < most_tries; ++tries) {
+    bool held = false;
+    failed = open_to_lock(path);
+    if (failed == ENOENT) return 0;
+    if (!failed) failed = lock(held);
+    if (!failed) failed = check_place(path);  // another program may just have replaced it
+    if (failed != EBUSY) return failed;
+    ::poll(nullptr, 0, pause);
+  }
+  return failed;
+}
+
+void File::remove_unlocked(const std::string& path) {
+  File file;
+  bool held = false;
+  if (file.open_to_lock(path) || file.lock(held)) return;
+  if (held && file.check_place(path) == 0) os::remove(path);
+}
+
+File File::twin() const {
+  File second;
+  second.handle_ = ::fcntl(handle_, F_DUPFD_CLOEXEC, 0);
+  return second;
+}
+
+int File::check_place(const std::string& path) const {
   struct stat mine {};
   struct stat there {};
-  return ::fstat(handle_, &mine) == 0 && ::stat(path.c_str(), &there) == 0 && mine.st_dev == there.st_dev &&
-         mine.st_ino == there.st_ino;
-#endif
+  if (const int failed = answer(::fstat(handle_, &mine))) return failed;
+  const int failed = answer(::lstat(path.c_str(), &there));
+  if (failed && failed != ENOENT) return failed;
+  return !failed && mine.st_dev == there.st_dev && mine.st_ino == there.st_ino ? 0 : EBUSY;
 }
+
+int File::take_permissions(const File& other) {
+  struct stat about {};
+  if (const int failed = answer(::fstat(other.handle_, &about))) return failed;
+  mode_t permissions = about.st_mode & 07777;
+  const int not_given = answer(::fchown(handle_, about.st_uid, about.st_gid));
+  if (not_given && !is_unknown_here(not_given)) return not_given;
+  if (not_given) {
+    constexpr auto same_owner = static_cast<uid_t>(-1);
+    permissions &= 0777;  // what ran as its owner does not run as another one
+    if (::fchown(handle_, same_owner, about.st_gid) != 0) permissions &= 0707 | permissions << 3;
+  }
+  return answer_where_known(::fchmod(handle_, permissions));
+}
+
+void File::discard(const std::string& path) {
+  if (!is_open() || check_place(path) != EBUSY) os::remove(path);
+  close();
+}
+
+#endif
 
 int File::stamp(Stamp& stamp) const {
   struct stat about {};
@@ -258,15 +361,6 @@ int may_write(const std::string& path) {
   return answer(::access(path.c_str(), W_OK));
 }
 
-int copy_permissions(const std::string& from, const std::string& to) {
-  struct stat about {};
-  if (::stat(from.c_str(), &about) != 0) return errno;
-#ifndef _WIN32
-  if (const int failed = answer_where_known(::chown(to.c_str(), about.st_uid, about.st_gid))) return failed;
-#endif
-  return answer_where_known(::chmod(to.c_str(), about.st_mode & 07777));
-}
-
 int rename(const std::string& from, const std::string& to) {
 #ifdef _WIN32
   std::error_code error;  // the C library's own refuses to take the place of a file
@@ -279,6 +373,28 @@ int rename(const std::string& from, const std::string& to) {
 
 int remove(const std::string& path) {
   return answer(::unlink(path.c_str()));
+}
+
+std::vector<std::string> files_named(const std::string& folder, std::string_view beginning,
+                                     std::string_view ending) {
+  namespace fs = std::filesystem;
+  std::vector<std::string> found;
+  std::error_code error;
+  for (fs::directory_iterator at(folder.empty() ? "." : folder, error), end; !error && at != end;
+       at.increment(error)) {
+    const std::string name = at->path().filename().string();
+    if (name.starts_with(beginning) && name.ends_with(ending))
+      found.push_back((fs::path(folder) / name).string());
+  }
+  return found;
+}
+
+std::string unguessable() {
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::random_device chance;
+  std::string text;
+  for (int k = 0; k < 16; ++k) text += digits[chance() % digits.size()];
+  return text;
 }
 
 }  // namespace vorn::os

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "records/files.h"
 
@@ -41,8 +42,9 @@ class File {
   // Opens an existing file to be read. A folder gives 21 (EISDIR); a pipe, a socket or a device, which might
   // let wait for ever or never end, 19 (ENODEV).
   int open_to_read(const std::string& path);
-  // Makes a new file to be written; gives 17 (EEXIST) when there is one.
-  int make(const std::string& path);
+  // Makes a new file to be written; gives 17 (EEXIST) when there is one, or a link. A private one is for the
+  // user alone, others are as open as the user lets new files be.
+  int make(const std::string& path, bool is_private);
   // Opens what is no regular file to be written at its end. A pipe without a reader gives 6 (ENXIO) at once.
   int open_device(const std::string& path);
 
@@ -52,12 +54,29 @@ class File {
   int write(std::string_view bytes);
   // Brings what was written to the disk.
   int sync();
-  // Whether `path` still leads to this file and not to another one that somebody put there.
-  bool stands_at(const std::string& path) const;
+  // Takes the lock of the file, which one handle of all programs can have, until it is closed. 16 (EBUSY)
+  // when another one has it. Sets whether the lock is held: it is not where the system knows none.
+  int lock(bool& held);
+  // Opens a file that is to be replaced and locks it, so that among those who do so nobody else replaces it
+  // meanwhile; waits for others, for some seconds, then gives 16. Stays closed where there is no file, and
+  // where the system needs no lock.
+  int hold(const std::string& path);
+  // Removes the file `path` unless some program has locked it. Of no use where the system knows no locks.
+  static void remove_unlocked(const std::string& path);
+  // A second handle, which keeps the lock when this one is closed; not open where there is none.
+  File twin() const;
+  // 0 when this very file has the name `path`, 16 (EBUSY) when another one or a link has it, or none.
+  int check_place(const std::string& path) const;
   int stamp(Stamp& stamp) const;
+  // Takes over the permission bits of `other`, and its owner and group where that is allowed; where it is
+  // not, nobody gets more than he had. Access control lists and other attributes are not copied.
+  int take_permissions(const File& other);
   int close();
+  // Closes a file that was made, where it is not closed yet, and removes it unless another one stands there.
+  void discard(const std::string& path);
 
  private:
+  int open_to_lock(const std::string& path);
   static constexpr int none = -1;
   int handle_ = none;
 };
@@ -69,11 +88,14 @@ int follow_links(std::string& path);
 // 0 when an existing file may be written, 13 (EACCES) or another number when not.
 int may_write(const std::string& path);
 
-// Gives the file `to` the permission bits of `from`, and its owner and group where that is allowed. Access
-// control lists and other attributes are not copied.
-int copy_permissions(const std::string& from, const std::string& to);
 // Gives the file `from` the name `to`, in one step, in place of a file that has it.
 int rename(const std::string& from, const std::string& to);
 int remove(const std::string& path);
+
+// The files of a folder ("" for the current one) whose names begin and end so. None where it cannot be read.
+std::vector<std::string> files_named(const std::string& folder, std::string_view beginning,
+                                     std::string_view ending);
+// Sixteen digits and letters that nobody can guess.
+std::string unguessable();
 
 }  // namespace vorn::os

@@ -1,10 +1,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -15,6 +17,7 @@
 #include <vector>
 
 #include "records/disk_files.h"
+#include "records/os_file.h"
 #include "records/text_file.h"
 #include "support/scratch_folder.h"
 
@@ -45,12 +48,35 @@ class TextOutputs : public testing::Test {
     EXPECT_EQ(found, names);
   }
 
+  // The neighbours of files being made, or left over.
+  static std::vector<std::string> neighbours() {
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(".")) {
+      const std::string name = entry.path().filename().string();
+      if (name.ends_with(".vorn-part")) found.push_back(name);
+    }
+    return found;
+  }
+  static mode_t mode_of(const std::string& name) {
+    struct stat about {};
+    EXPECT_EQ(stat(name.c_str(), &about), 0) << name;
+    return about.st_mode & 07777;
+  }
+
   // Writes a file of one record from start to end.
   static void write_whole(const std::string& name, const char* record) {
     TextOutput file;
     EXPECT_EQ(file.create(disk_, name), status::ok);
     EXPECT_EQ(file.write(line_, record), status::ok);
     EXPECT_EQ(file.close(), status::ok);
+  }
+
+  static int write_whole_quietly(const std::string& name, const char* record) {
+    TextOutput file;
+    const int opened = file.create(disk_, name);
+    const int written = file.write(line_, record);
+    const int closed = file.close();
+    return opened != status::ok ? opened : written != status::ok ? written : closed;
   }
 
   // What a file of `contents` holds after one record was added to it.
@@ -104,7 +130,7 @@ TEST_F(TextOutputs, AnOutputThatGoesWithoutAClosingDropsWhatWasWritten) {
     TextOutput file;
     ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
-    expect_only({"file.txt", "file.txt.vorn-part"});
+    EXPECT_EQ(neighbours().size(), 1u);
   }
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
@@ -137,10 +163,49 @@ TEST_F(TextOutputs, TheOlderFilesPermissionsAreKept) {
     ScratchFolder::write("file.txt", "old\n");
     ASSERT_EQ(chmod("file.txt", mode), 0);
     write_whole("file.txt", "new");
-    struct stat about {};
-    ASSERT_EQ(stat("file.txt", &about), 0);
-    EXPECT_EQ(about.st_mode & 07777, mode);
+    EXPECT_EQ(mode_of("file.txt"), mode);
   }
+}
+
+// However open the user lets new files be.
+TEST_F(TextOutputs, WhatIsMadeInThePlaceOfAFileIsNobodyElsesBeforeItIsThere) {
+  ScratchFolder::write("file.txt", "old\n");
+  ASSERT_EQ(chmod("file.txt", 0600), 0);
+  const mode_t before = umask(0);
+  TextOutput file, fresh;
+  EXPECT_EQ(file.create(disk_, "file.txt"), status::ok);
+  ASSERT_EQ(neighbours().size(), 1u);
+  EXPECT_EQ(mode_of(neighbours().front()), 0600u);
+  EXPECT_EQ(file.close(), status::ok);
+  EXPECT_EQ(mode_of("file.txt"), 0600u);
+  EXPECT_EQ(fresh.create(disk_, "new.txt"), status::ok);
+  EXPECT_EQ(fresh.close(), status::ok);
+  EXPECT_EQ(mode_of("new.txt"), 0666u);
+  umask(before);
+}
+
+TEST_F(TextOutputs, TheOlderFilesOwnerIsKeptWhereThatIsAllowed) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the administrator may give files away";
+  ScratchFolder::write("file.txt", "old\n");
+  ASSERT_EQ(chown("file.txt", 1234, 4321), 0);
+  ASSERT_EQ(chmod("file.txt", 04750), 0);
+  write_whole("file.txt", "new");
+  struct stat about {};
+  ASSERT_EQ(stat("file.txt", &about), 0);
+  EXPECT_EQ(about.st_uid, 1234u);
+  EXPECT_EQ(about.st_gid, 4321u);
+  EXPECT_EQ(about.st_mode & 07777, 04750u);
+}
+
+TEST_F(TextOutputs, WhereTheOwnerIsNotKeptNobodyGetsMoreThanHeHad) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the administrator may become another user";
+  ScratchFolder::write("file.txt", "old\n");
+  ASSERT_EQ(chown("file.txt", 1234, 4321), 0);
+  ASSERT_EQ(chmod("file.txt", 06762), 0);  // the group may read, everybody only write
+  chmod(".", 0777);
+  EXPECT_EQ(as_ordinary_user([] { return write_whole_quietly("./file.txt", "new"); }), 0);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
+  EXPECT_EQ(mode_of("file.txt"), 0722u);
 }
 
 TEST_F(TextOutputs, LinksAreFollowedAndStay) {
@@ -323,32 +388,137 @@ TEST_F(TextOutputs, AKilledWriterCostsNothingAndWhatItLeavesDoesNotBlock) {
   ASSERT_EQ(waitpid(child, &ended, 0), child);
   ASSERT_TRUE(WIFSIGNALED(ended));
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
-  EXPECT_GT(fs::file_size("file.txt.vorn-part"), 0u);
+  ASSERT_EQ(neighbours().size(), 1u);
+  EXPECT_GT(fs::file_size(neighbours().front()), 0u);
 
   write_whole("file.txt", "new");
   EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
   expect_only({"file.txt"});
 }
 
-TEST_F(TextOutputs, ALinkLeftWhereTheNeighbourGoesIsNotFollowed) {
+// Others who may write in the folder cannot have something waiting where the file will be made, and a link
+// that looks as if it had been left over leads nowhere.
+TEST_F(TextOutputs, PlantedLinksAreNeitherFollowedNorMinded) {
   ScratchFolder::write("precious.txt", "precious\n");
-  fs::create_symlink("precious.txt", "file.txt.vorn-part");
+  for (const char* link : {"file.txt.vorn-part", "file.txt.0123456789abcdef.vorn-part"}) {
+    fs::create_symlink("precious.txt", link);
+  }
   write_whole("file.txt", "new");
   EXPECT_EQ(ScratchFolder::read("precious.txt"), "precious\n");
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
   EXPECT_FALSE(fs::is_symlink("file.txt"));
+  EXPECT_EQ(os::File().make("file.txt.vorn-part", true), EEXIST);
 }
 
-TEST_F(TextOutputs, TwoThatWriteTheSameFileDoNotMixTheLaterOneWins) {
-  ScratchFolder::write("file.txt", "old\n");
+TEST_F(TextOutputs, NoNeighbourHasANameThatOneHadBefore) {
+  std::set<std::string> names;
+  for (int k = 0; k < 20; ++k) {
+    TextOutput file;
+    ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
+    ASSERT_EQ(neighbours().size(), 1u);
+    names.insert(neighbours().front());
+  }
+  EXPECT_EQ(names.size(), 20u);
+}
+
+TEST_F(TextOutputs, WhatOtherFilesHaveBesideThemStays) {
+  const std::set<std::string> others = {"file.txt.bak.0123456789abcdef.vorn-part", "file.txt.short.vorn-part",
+                                        "my file.txt.0123456789abcdef.vorn-part"};
+  for (const std::string& name : others) ScratchFolder::write(name, "other\n");
+  write_whole("file.txt", "new");
+  fs::remove("file.txt");
+  expect_only(others);
+}
+
+TEST_F(TextOutputs, OfTwoThatWriteTheSameFileEachIsWholeAndTheLaterOneStands) {
   TextOutput first, second;
   ASSERT_EQ(first.create(disk_, "file.txt"), status::ok);
   EXPECT_EQ(first.write(line_, "first"), status::ok);
   ASSERT_EQ(second.create(disk_, "file.txt"), status::ok);
   EXPECT_EQ(second.write(line_, "second"), status::ok);
-  EXPECT_EQ(first.close(), EBUSY);
-  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  EXPECT_EQ(first.close(), status::ok);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "first\n");
   EXPECT_EQ(second.close(), status::ok);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "second\n");
+  expect_only({"file.txt"});
+}
+
+TEST_F(TextOutputs, AFileThatAnotherProgramHasLockedForGoodIsNotReplaced) {
+  ScratchFolder::write("file.txt", "old\n");
+  const int locked = open("file.txt", O_RDWR);
+  ASSERT_EQ(flock(locked, LOCK_EX), 0);
+  EXPECT_EQ(write_whole_quietly("file.txt", "new"), EBUSY);
+  close(locked);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  expect_only({"file.txt"});
+}
+
+// Two programs that begin at the same microsecond, again and again.
+class TwoPrograms : public TextOutputs {
+ protected:
+  static constexpr int times = 300;
+
+  // Does `work` in two processes at once, each knowing its letter. Answers what they answer together, -1
+  // where one of them does not come to its end.
+  static int together(const std::function<int(char letter)>& work) {
+    pid_t children[2] = {};
+    for (int k = 0; k < 2; ++k) {
+      children[k] = fork();
+      if (children[k] == 0) _exit(work("ab"[k]));
+    }
+    int sum = 0;
+    for (const pid_t child : children) {
+      int ended = 0;
+      waitpid(child, &ended, 0);
+      if (!WIFEXITED(ended)) return -1;
+      sum += WEXITSTATUS(ended);
+    }
+    return sum;
+  }
+};
+
+TEST_F(TwoPrograms, SavingOneFileAlwaysLeaveAWholeOne) {
+  constexpr std::size_t lines = 200, length = 1000;
+  const auto is_whole = [](const std::string& text) {
+    std::string whole;
+    for (std::size_t k = 0; !text.empty() && k < lines; ++k) whole += std::string(length, text[0]) + "\n";
+    return text == whole;
+  };
+  const int failures = together([&](char letter) {
+    int failed = 0;
+    for (int k = 0; k < times && failed < 100; ++k) {
+      TextOutput file;
+      failed += file.create(disk_, "file.txt") != status::ok;
+      for (std::size_t line = 0; line < lines; ++line) {
+        failed += file.write(line_, std::string(length, letter)) != status::ok;
+      }
+      failed += file.close() != status::ok;
+      failed += !is_whole(ScratchFolder::read("file.txt"));
+    }
+    return failed;
+  });
+  EXPECT_EQ(failures, 0);
+  expect_only({"file.txt"});
+}
+
+// Of what was said to be written nothing is lost; the others are told that it was not.
+TEST_F(TwoPrograms, AddingToOneFileLoseNothingThatTheySaidWasAdded) {
+  ScratchFolder::write("file.txt", "");
+  const int refused = together([&](char letter) {
+    int busy = 0;
+    for (int k = 0; k < 100; ++k) {
+      TextOutput file;
+      int answer = file.append(disk_, "file.txt");
+      if (answer == status::ok) answer = file.write(line_, std::string(1, letter));
+      if (answer == status::ok) answer = file.close();
+      if (answer != status::ok && answer != EBUSY) return 250;
+      busy += answer == EBUSY;
+    }
+    return busy;
+  });
+  ASSERT_LE(refused, 200);
+  const std::string all = ScratchFolder::read("file.txt");
+  EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 200 - refused);
   expect_only({"file.txt"});
 }
 
@@ -439,13 +609,6 @@ TEST_F(TextOutputs, AFolderThatComesInThePlaceOfTheFileMeanwhileIsToldByTheClosi
   fs::create_directory("file.txt");
   EXPECT_EQ(file.close(), EISDIR);
   expect_only({"file.txt"});
-}
-
-TEST_F(TextOutputs, WhatStandsWhereTheNeighbourGoesDoesNotBlock) {
-  fs::create_directory("file.txt.vorn-part");
-  write_whole("file.txt", "new");
-  EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
-  expect_only({"file.txt", "file.txt.vorn-part"});
 }
 
 TEST_F(TextOutputs, AMovedOutputGoesOn) {

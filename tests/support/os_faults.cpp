@@ -27,8 +27,8 @@ bool Fault::strikes() {
 }
 
 bool Faults::any_struck() const {
-  const Fault* const all[] = {&open,  &read,   &write, &fsync, &close,  &rename,
-                              &chmod, &remove, &stat,  &fstat, &access, &chown};
+  const Fault* const all[] = {&open,   &read, &write, &fsync, &close,  &rename, &fchmod,
+                              &remove, &stat, &lstat, &fstat, &access, &fchown, &flock};
   return std::any_of(std::begin(all), std::end(all), [](const Fault* fault) { return fault->struck; });
 }
 
@@ -69,10 +69,12 @@ ssize_t __real_write(int handle, const void* bytes, size_t count);
 int __real_fsync(int handle);
 int __real_close(int handle);
 int __real_rename(const char* from, const char* to);
-int __real_chmod(const char* path, mode_t mode);
-int __real_chown(const char* path, uid_t owner, gid_t group);
+int __real_fchmod(int handle, mode_t mode);
+int __real_fchown(int handle, uid_t owner, gid_t group);
+int __real_flock(int handle, int operation);
 int __real_unlink(const char* path);
 int __real_stat(const char* path, struct stat* about);
+int __real_lstat(const char* path, struct stat* about);
 int __real_fstat(int handle, struct stat* about);
 int __real_access(const char* path, int mode);
 
@@ -125,12 +127,16 @@ int __wrap_rename(const char* from, const char* to) {
   return fails(faults.rename) ? -1 : __real_rename(from, to);
 }
 
-int __wrap_chmod(const char* path, mode_t mode) {
-  return fails(faults.chmod) ? -1 : __real_chmod(path, mode);
+int __wrap_fchmod(int handle, mode_t mode) {
+  return fails(faults.fchmod) ? -1 : __real_fchmod(handle, mode);
 }
 
-int __wrap_chown(const char* path, uid_t owner, gid_t group) {
-  return fails(faults.chown) ? -1 : __real_chown(path, owner, group);
+int __wrap_fchown(int handle, uid_t owner, gid_t group) {
+  return fails(faults.fchown) ? -1 : __real_fchown(handle, owner, group);
+}
+
+int __wrap_flock(int handle, int operation) {
+  return fails(faults.flock) ? -1 : __real_flock(handle, operation);
 }
 
 int __wrap_unlink(const char* path) {
@@ -139,6 +145,10 @@ int __wrap_unlink(const char* path) {
 
 int __wrap_stat(const char* path, struct stat* about) {
   return fails(faults.stat) ? -1 : __real_stat(path, about);
+}
+
+int __wrap_lstat(const char* path, struct stat* about) {
+  return fails(faults.lstat) ? -1 : __real_lstat(path, about);
 }
 
 int __wrap_fstat(int handle, struct stat* about) {

@@ -25,8 +25,8 @@ struct Fault {
 
 // Everything that is asked for; a new one asks for nothing.
 struct Faults {
-  Fault open, read, write, fsync, close, rename, chmod, remove;
-  Fault stat, fstat, access, chown;
+  Fault open, read, write, fsync, close, rename, fchmod, remove;
+  Fault stat, lstat, fstat, access, fchown, flock;
 
   std::size_t most_at_once = SIZE_MAX;  // bytes that a read or write moves
 
