@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <sstream>
 
 #include "records/disk_files.h"
+#include "records/memory_files.h"
 #include "support/file_bench.h"
 #include "toolkit/buttons.h"
 
@@ -114,6 +116,28 @@ TEST_F(StartUp, ListThatIsAFolderCannotBeOpened) {
   init_start(w);
   EXPECT_EQ(w.nfil, 0);
   EXPECT_EQ(log.str(), "OpenVorn.fil fail err =    21\n");
+}
+
+// What cannot be looked at may well exist: the opening tells why it cannot be read.
+TEST_F(StartUp, FilesThatCannotBeLookedAtAreNotSaidToBeMissing) {
+  MemoryFiles files;
+  files.put("Vorn.fil", "locked.rwl\ngone.rwl\n");
+  files.refuse("locked.rwl", EACCES);
+  Workspace other(plot, files);
+  other.log = &log;
+  init_start(other);
+  EXPECT_TRUE(log.str().starts_with("Openlocked.rwl fail err =    13\n")) << log.str();
+  EXPECT_TRUE(listed(1, "Format not recognised"));
+  EXPECT_TRUE(listed(2, "File does not exist"));
+}
+
+TEST_F(StartUp, AListThatCannotBeLookedAtIsNotSaidToBeMissing) {
+  MemoryFiles files;
+  files.refuse("Vorn.fil", EIO);
+  Workspace other(plot, files);
+  other.log = &log;
+  init_start(other);
+  EXPECT_EQ(log.str(), "OpenVorn.fil fail err =     5\n");
 }
 
 TEST_F(StartUp, ListOfMoreThan100LinesKeepsTheFirst100) {

@@ -219,6 +219,22 @@ INSTANTIATE_TEST_SUITE_P(Files, EveryPlace,
                                          Kind{"Memory", made<MemoryPlace>}),
                          [](const auto& place) { return std::string(place.param.name); });
 
+// What cannot be looked at is not said to be missing: its opening tells why.
+TEST(FileExists, SaysNoOnlyOfWhatIsMissing) {
+  MemoryFiles files;
+  files.put("site/a.rwl", "rings");
+  files.refuse("site/c.rwl", EACCES);
+  files.refuse("site/d.rwl", EIO);
+  EXPECT_TRUE(file_exists(files, "site/a.rwl"));
+  EXPECT_TRUE(file_exists(files, "site"));
+  EXPECT_FALSE(file_exists(files, "site/b.rwl"));
+  EXPECT_FALSE(file_exists(files, "other/b.rwl"));
+  EXPECT_FALSE(file_exists(files, "   "));
+  EXPECT_TRUE(file_exists(files, "site/c.rwl"));
+  EXPECT_TRUE(file_exists(files, "site/d.rwl"));
+  EXPECT_EQ(TextInput().open(files, "site/d.rwl"), EIO);
+}
+
 TEST(MemoryFiles, TellWhatTheyHold) {
   MemoryFiles files;
   files.put("site/a.rwl", "rings");

@@ -122,6 +122,17 @@ TEST_F(OsFaults, AFileThatCannotBeLookedAtIsAFailedOpen) {
   EXPECT_EQ(TextInput().open(disk_, "file.txt"), EIO);
 }
 
+TEST_F(OsFaults, AFileThatCannotBeLookedAtIsNotSaidToBeMissing) {
+  for (const int error : {EACCES, EIO}) {
+    faults.stat = {.error = error};
+    EXPECT_TRUE(file_exists(disk_, "file.txt"));
+  }
+  for (const int error : {ENOENT, ENOTDIR}) {
+    faults.stat = {.error = error};
+    EXPECT_FALSE(file_exists(disk_, "file.txt"));
+  }
+}
+
 TEST_F(OsFaults, WhatFailsWhenTheFileIsToBeReplacedIsToldByTheClosing) {
   for (Fault Faults::*call :
        {&Faults::open, &Faults::flock, &Faults::lstat, &Faults::fstat, &Faults::fchown}) {

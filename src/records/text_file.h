@@ -12,8 +12,9 @@
 
 namespace vorn {
 
-// Whether something of that name exists, a directory included. Trailing blanks are no part of a name, leading
-// ones are; a blank name names nothing.
+// Whether something of that name exists, a directory included. What cannot be looked at counts as existing:
+// the opening tells why it cannot. Trailing blanks are no part of a name, leading ones are; a blank name
+// names nothing.
 bool file_exists(Files& files, std::string_view name);
 
 // A file read from its start to its end.

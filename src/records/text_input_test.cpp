@@ -262,7 +262,7 @@ TEST_F(TextInputs, SocketsAreNotRead) {
 TEST_F(TextInputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
   fs::create_symlink("a", "b");
   fs::create_symlink("b", "a");
-  EXPECT_FALSE(file_exists(disk_, "a"));
+  EXPECT_TRUE(file_exists(disk_, "a"));
   EXPECT_EQ(TextInput().open(disk_, "a"), ELOOP);
 }
 

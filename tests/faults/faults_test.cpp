@@ -54,6 +54,7 @@ std::vector<Way> all_ways() {
   ways.push_back({&Faults::remove, "remove", EIO});
   ways.push_back({&Faults::read, "read", Fault::short_count});
   ways.push_back({&Faults::write, "write", Fault::short_count});
+  ways.push_back({&Faults::stat, "stat", EACCES, true});
   ways.push_back({&Faults::open, "open", EMFILE, true});
   ways.push_back({&Faults::write, "write", ENOSPC, true});
   ways.push_back({&Faults::write, "write", EINTR, true});
