@@ -43,7 +43,7 @@ class Files {
   virtual int look_at(const std::string& name, FileKind& kind) = 0;
 
   // Opens an existing file to be read. 2 (ENOENT) when there is none, 21 (EISDIR) for a folder, 19 (ENODEV)
-  // for what might let wait for ever or never end.
+  // for what might let wait for ever or never end, 27 (EFBIG) for what is larger than any table can use.
   virtual int open(const std::string& name, std::unique_ptr<ByteSource>& source) = 0;
 
   // Begins a file, whether or not one of that name exists. 2 when the folder is missing, 13 (EACCES) when the

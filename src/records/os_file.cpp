@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <random>
 #include <system_error>
+#include <utility>
 
 #ifdef _WIN32
 #include <io.h>
@@ -74,14 +75,6 @@ constexpr int for_the_user = 0600;
 int open_file(const std::string& path, int flags, int& handle, int permissions = for_everybody) {
   handle = uninterrupted([&] { return ::open(path.c_str(), flags | for_this_program, permissions); });
   return answer(handle);
-}
-
-// Lets reads of a file that was opened without waiting wait as usual.
-void wait_from_now_on([[maybe_unused]] int handle) {
-#ifndef _WIN32
-  const int flags = ::fcntl(handle, F_GETFL);
-  if (flags >= 0) ::fcntl(handle, F_SETFL, flags & ~O_NONBLOCK);
-#endif
 }
 
 // Waits until a pipe can take more.
@@ -153,8 +146,8 @@ int stamp_of(const std::string& path, Stamp& stamp) {
 File& File::operator=(File&& other) noexcept {
   if (this != &other) {
     close();
-    handle_ = other.handle_;
-    other.handle_ = none;
+    handle_ = std::exchange(other.handle_, none);
+    bytes_read_ = other.bytes_read_;
   }
   return *this;
 }
@@ -169,10 +162,8 @@ int File::open_to_read(const std::string& path) {
   struct stat about {};
   int failed = answer(::fstat(handle_, &about));
   if (!failed) failed = reason_not_to_read(kind_from(about));
-  if (failed)
-    close();
-  else
-    wait_from_now_on(handle_);
+  if (!failed && static_cast<std::uint64_t>(about.st_size) > most_bytes_read) failed = EFBIG;
+  if (failed) close();
   return failed;
 }
 
@@ -192,7 +183,12 @@ int File::read(std::span<char> buffer, std::size_t& count) {
   const auto result =
       uninterrupted([&] { return ::read(handle_, buffer.data(), for_one_call(buffer.size())); });
   count = result < 0 ? 0 : static_cast<std::size_t>(result);
-  return result < 0 ? errno : 0;
+  if (result < 0) return errno;
+  // Of some files the system makes up the contents as they are read, whatever size it says.
+  bytes_read_ += count;
+  if (bytes_read_ <= most_bytes_read) return 0;
+  count = 0;
+  return EFBIG;
 }
 
 int File::write(std::string_view bytes) {

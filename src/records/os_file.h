@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "records/files.h"
@@ -29,18 +30,22 @@ struct Stamp {
 // Answers 2 (ENOENT) for a file that is not there.
 int stamp_of(const std::string& path, Stamp& stamp);
 
+// No file is read further, and no larger one opened to be read: it is many times what fills every table, and
+// still read in seconds.
+inline constexpr std::uint64_t most_bytes_read = std::uint64_t{1} << 28;
+
 // An open file, closed when it goes. Calls that a signal interrupts are made again.
 class File {
  public:
   File() = default;
   ~File() { close(); }
-  File(File&& other) noexcept : handle_(other.handle_) { other.handle_ = none; }
+  File(File&& other) noexcept { *this = std::move(other); }
   File& operator=(File&& other) noexcept;
 
   bool is_open() const { return handle_ != none; }
 
   // Opens an existing file to be read. A folder gives 21 (EISDIR); a pipe, a socket or a device, which might
-  // let wait for ever or never end, 19 (ENODEV).
+  // let wait for ever or never end, 19 (ENODEV); a file of more than most_bytes_read 27 (EFBIG).
   int open_to_read(const std::string& path);
   // Makes a new file to be written; gives 17 (EEXIST) when there is one, or a link. A private one is for the
   // user alone, others are as open as the user lets new files be.
@@ -48,7 +53,8 @@ class File {
   // Opens what is no regular file to be written at its end. A pipe without a reader gives 6 (ENXIO) at once.
   int open_device(const std::string& path);
 
-  // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many.
+  // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many. Gives
+  // 27 where the file goes on behind most_bytes_read, 11 (EAGAIN) where it would let wait for its next byte.
   int read(std::span<char> buffer, std::size_t& count);
   // Writes all of `bytes`. A pipe that has not been read from for some seconds gives 110 (ETIMEDOUT).
   int write(std::string_view bytes);
@@ -79,6 +85,7 @@ class File {
   int open_to_lock(const std::string& path);
   static constexpr int none = -1;
   int handle_ = none;
+  std::uint64_t bytes_read_ = 0;
 };
 
 // The file that `path` leads to when all links of its last part are followed, whether or not it exists.

@@ -249,6 +249,36 @@ TEST_F(TextInputs, PipesAndDevicesAreNotRead) {
   }
 }
 
+// Many times what fills every table of the program.
+TEST_F(TextInputs, FilesOfMoreThanAQuarterOfAGibibyteAreNotRead) {
+  ScratchFolder::write("large.txt", "");
+  fs::resize_file("large.txt", 256 * mebibyte);
+  EXPECT_EQ(TextInput().open(disk_, "large.txt"), status::ok);
+  fs::resize_file("large.txt", 256 * mebibyte + 1);
+  EXPECT_EQ(TextInput().open(disk_, "large.txt"), EFBIG);
+  EXPECT_EQ(TextOutput().append(disk_, "large.txt"), EFBIG);
+}
+
+// The system says of some files that they are empty and gives bytes for as long as anybody reads.
+TEST_F(TextInputs, FilesThatTheSystemMakesUpAsTheyAreReadComeToAnEnd) {
+  const std::string endless = "/proc/self/pagemap";
+  TextInput file;
+  if (file.open(disk_, endless) != status::ok) GTEST_SKIP() << "no " << endless << " here";
+  int answer = status::ok;
+  while (answer == status::ok) answer = file.read(line_);
+  EXPECT_EQ(answer, EFBIG);
+  EXPECT_EQ(file.read(line_), status::end_of_file);
+}
+
+TEST_F(TextInputs, NoFileLetsWaitForItsNextByte) {
+  const std::string log = "/proc/kmsg";  // gives what there is, and the rest when it happens
+  TextInput file;
+  if (file.open(disk_, log) != status::ok) GTEST_SKIP() << log << " may not be read here";
+  int answer = status::ok;
+  while (answer == status::ok) answer = file.read(line_);
+  EXPECT_TRUE(answer == EAGAIN || answer == status::end_of_file) << answer;
+}
+
 TEST_F(TextInputs, SocketsAreNotRead) {
   const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
   sockaddr_un name{};
