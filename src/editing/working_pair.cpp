@@ -18,8 +18,7 @@ void place_years_shown(Workspace& w) {
   const int first = std::min(w.fy(w.tr1), w.fy(w.tr2));
   const int last = std::max(w.ly(w.tr1), w.ly(w.tr2));
   if (first - 2 <= w.fs && last + 2 - w.sl >= w.fs) return;
-  w.fs = std::min(w.ly(w.tr1), w.ly(w.tr2)) - w.sl + 1;
-  w.ls = w.sl + w.fs - 1;
+  w.show_from(std::int64_t{std::min(w.ly(w.tr1), w.ly(w.tr2))} - w.sl + 1);
 }
 
 void fill_slot(Workspace& w, int slot, int entry, int start) {

@@ -42,8 +42,7 @@ std::string_view layout_name(int layout) {
 }
 
 void set_defaults(Workspace& w) {
-  w.sl = 100;
-  w.scx = 2500.0 / w.sl;
+  w.show_width(100);
   w.scy = -140.0 / 3.0;
   w.ins = false;
   w.seg = 50;

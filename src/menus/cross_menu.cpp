@@ -163,11 +163,7 @@ class CrossMenu {
   void enter_width() {
     std::int32_t v = w.sl;
     get_int(w, button::display_width, v);
-    if (v > 20 && v < 12'001) {
-      w.sl = v;
-      w.ls = w.sl + w.fs - 1;
-      w.scx = 2500.0 / w.sl;
-    }
+    if (v > 20 && v < 12'001) w.show_width(v);
     w.b(button::display_width).label = edit(width_edit, w.sl);
   }
 

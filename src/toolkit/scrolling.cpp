@@ -2,20 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 #include "toolkit/buttons.h"
 
 namespace vorn {
 namespace {
 
-// Years come from files and may be anything that 32 bits hold; sums of them are formed in 64.
-using Years = std::int64_t;
-
-std::int32_t to_year(Years year) {
-  using Limits = std::numeric_limits<std::int32_t>;
-  return static_cast<std::int32_t>(std::clamp<Years>(year, Limits::min(), Limits::max()));
-}
+using Years = std::int64_t;  // in which sums of years are formed
 
 }  // namespace
 
@@ -32,8 +25,7 @@ void scr(Workspace& w, std::int32_t step) {
   // Deliberate: [one-year-before] back to the year before the first.
   if (w.sl + start + 1 < last) start = std::max(start, first - 1);
   if (start > first) start = std::min(start, last - w.sl);
-  w.fs = to_year(start);
-  w.ls = to_year(w.sl + start - 1);
+  w.show_from(start);
 }
 
 void topbot(Workspace& w, int k, std::int32_t step) {
@@ -46,8 +38,8 @@ void topbot(Workspace& w, int k, std::int32_t step) {
   Years first = std::max(Years{w.fy(t)} + step, latest - (max_years - 1));
   // Deliberate: [upper-limit-wins] applied last, so that this limit holds where both contradict each other.
   first = std::min(first, earliest + (max_years - 1));
-  w.ly(t) = to_year(Years{w.ly(t)} - w.fy(t) + first);
-  w.fy(t) = to_year(first);
+  w.ly(t) = held_year(Years{w.ly(t)} - w.fy(t) + first);
+  w.fy(t) = held_year(first);
   w.b(k == 1 ? button::save_sample : button::save_reference).on = true;
   // Deliberate: [last-tree-unmarked] the last tree, nc, is not.
   if (k == 1 && w.tr1 < w.nc) w.tr1ok = true;

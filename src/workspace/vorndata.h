@@ -44,7 +44,8 @@ struct Workspace : SeriesStore,
 // The names of the five kinds of output file, as the start menu shows them.
 inline constexpr std::array<std::string_view, 5> mlab = {"Tucson.prn ", "Heidel.prn ", "Compact.prn",
                                                          "Index.prn  ", "Column.prn "};
-// Scroll steps in years, in the order that the scroll buttons index them.
+// The steps of a row of scroll buttons in years: of the rightmost first, then of the others from the left
+// (see scroll_years).
 inline constexpr std::array<std::int32_t, 6> vv = {50, -50, -10, -1, 1, 10};
 
 }  // namespace vorn
