@@ -81,6 +81,18 @@ void remove_tree(Workspace& w) {
   }
 }
 
+bool would_be_too_long(const Workspace& w, int k) {
+  const int entry = k == 1 ? w.tr1 : w.tr2;
+  if (entry > w.nc) return false;
+  std::int64_t first = w.fy(w.nd + k), last = w.ly(w.nd + k);
+  for (int i = 1; i <= w.nc; ++i) {
+    if (i == entry) continue;
+    first = std::min<std::int64_t>(first, w.fy(i));
+    last = std::max<std::int64_t>(last, w.ly(i));
+  }
+  return last - first + 1 > max_years;
+}
+
 void save_tree(Workspace& w, int k) {
   (k == 1 ? w.tr1ok : w.tr2ok) = false;
   const int entry = k == 1 ? w.tr1 : w.tr2;

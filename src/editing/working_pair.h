@@ -22,6 +22,10 @@ void set_chs(Workspace& w);
 // that had the core alone becomes 1.0 and missing. Years of the core outside the chronology are passed over.
 void remove_tree(Workspace& w);
 
+// Whether saving slot `k` would leave cores that span more years than a chronology has, which would end the
+// program when that is made the next time.
+bool would_be_too_long(const Workspace& w, int k);
+
 // Writes slot `k` (1 the sample, 2 the reference) back into its entry; what lies behind it in the pool moves
 // by the change of length. The entry's name stays; chronologies are not built again.
 void save_tree(Workspace& w, int k);

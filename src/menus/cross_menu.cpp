@@ -176,6 +176,7 @@ class CrossMenu {
     const int entry = k == 1 ? w.tr1 : w.tr2;
     const int growth = w.yr(w.nd + k) - w.yr(entry);
     if (w.ad(w.nd) + w.yr(w.nd) - 1 + growth > max_pool) return out_err(w, "Would be too many rings");
+    if (would_be_too_long(w, k)) return out_err(w, "Chronology too long");
     save_tree(w, k);
     w.derived_stale = true;
     w.b(k == 1 ? button::save_sample : button::save_reference).on = false;

@@ -653,6 +653,82 @@ TEST_F(CrossMenu, ARingMoreThanThePoolHoldsIsNotSaved) {
   run();
 }
 
+// The cores end in 1999: a sample from 1900 - 10,002 on makes 12,002 years of them, one from there + 2 years
+// 12,000.
+TEST_F(CrossMenu, AMoveThatMakesTheNextChronologyTooLongIsToldAndNotSaved) {
+  const int as_far_as_it_goes = 1999 - 12'000 + 1;
+  const auto start_at = [this](int slot, int first) {
+    look([this, slot, first] {
+      w->ly(slot) += first - w->fy(slot);
+      w->fy(slot) = first;
+    });
+  };
+  press(button::sample_minus_50);
+  start_at(sample, as_far_as_it_goes - 1);
+  press(button::save_sample);
+  key(' ');
+  look([&] {
+    EXPECT_EQ(told(), "Chronology too long\n");
+    EXPECT_EQ(w->fy(1), 1900);
+    EXPECT_FALSE(w->derived_stale);
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");  // still offered
+  });
+  start_at(sample, as_far_as_it_goes);
+  press(button::save_sample);
+  look([&] {
+    EXPECT_EQ(told(), "");
+    EXPECT_EQ(w->fy(1), as_far_as_it_goes);
+    EXPECT_EQ(on(button::crossdating), browsing);
+  });
+  press(button::choose_cores);  // which makes the chronology
+  press(button::chooser_exit);
+  look([&] {
+    EXPECT_EQ(w->cyr(1), max_years);
+    EXPECT_EQ(told(), "");
+  });
+  run();
+}
+
+// Forward, of the reference, which is the earliest core; the others decide how early the years begin.
+TEST_F(CrossMenu, AReferenceMovedTooFarForwardIsNotSavedEither) {
+  const int as_far_as_it_goes = 1900 + 12'000 - 1;  // its last year
+  press(button::reference_plus_50);
+  look([&] {
+    w->fy(reference) = as_far_as_it_goes + 1 - 99;
+    w->ly(reference) = as_far_as_it_goes + 1;
+  });
+  press(button::save_reference);
+  key(' ');
+  look([&] {
+    EXPECT_EQ(told(), "Chronology too long\n");
+    EXPECT_EQ(w->ly(2), 1999);
+    --w->fy(reference);
+    --w->ly(reference);
+  });
+  press(button::save_reference);
+  look([&] {
+    EXPECT_EQ(told(), "");
+    EXPECT_EQ(w->ly(2), as_far_as_it_goes);
+  });
+  run();
+}
+
+// A chronology's entry is no part of the chronology that is made of the cores.
+TEST_F(CrossMenu, AChronologyIsSavedHoweverFarItWasMoved) {
+  pair(1, 7);
+  press(button::reference_minus_50);
+  look([&] {
+    w->fy(reference) -= 20'000;
+    w->ly(reference) -= 20'000;
+  });
+  press(button::save_reference);
+  look([&] {
+    EXPECT_EQ(told(), "");
+    EXPECT_EQ(w->fy(7), w->fy(reference));
+  });
+  run();
+}
+
 // --- The menus opened from here.
 
 TEST_F(CrossMenu, ThePairChosenElsewhereIsShown) {
