@@ -31,14 +31,14 @@ void remove_entry(Workspace& w, int gone) {
   w.nd = w.nfil + w.nc;
 }
 
-// Deletes chc(1 … count); numbers behind a deleted entry are lowered, so that chc keeps naming the same
-// series. `work` is what the user knows it by.
+// Deletes chc(1 … count); the numbers still to come are lowered behind a deleted entry, so that they keep
+// naming the same series. `work` is what the user knows it by.
 void remove_chosen(Workspace& w, int count, LongWork& work) {
   for (int m = 1; m <= count; ++m) {
     work.at(static_cast<double>(m - 1) / count);
     const int gone = w.chc(m);
     remove_entry(w, gone);
-    for (int j = 1; j <= w.chs; ++j) {
+    for (int j = m + 1; j <= count; ++j) {
       if (w.chc(j) > gone) --w.chc(j);
     }
   }
