@@ -76,6 +76,7 @@ TEST_F(WorkingPair, SampleSlotStartsOnTheLastValueOfTheLastEntry) {
   EXPECT_EQ(w.ad(5), w.ad(4) + w.yr(4) - 1);
   EXPECT_EQ(w.ad(6), w.ad(5) + w.yr(5));
   EXPECT_EQ(ax(4, 1916), first_of_sample);  // overwritten, by design
+  EXPECT_EQ(w.ad(7), w.ad(6) + w.yr(6));    // where an insertion into the reference ends
 }
 
 TEST_F(WorkingPair, LastEntryAsSampleIsCopiedWholeInSpiteOfTheOverlap) {
@@ -156,6 +157,25 @@ TEST_F(WorkingPair, YearsOfACoreOutsideItsChronologyArePassedOver) {
   EXPECT_EQ(w.ad(6), w.ad(5) + 12);
 }
 
+// A chronology lengthened by an insertion and saved has one year more than its file's column.
+TEST_F(WorkingPair, AYearBehindTheLongestChronologyIsPassedOver) {
+  w.nc = w.nd = 0;
+  store.add_tree("LAST", 13'000, {3.0, 4.0});
+  store.add_tree("OTHER", 13'000, noise(2, 4));
+  const int own = w.nc + 1;
+  put_entry(w, own, "OWN", 13'001 - max_years, std::vector<double>(max_years + 1, 2.0));
+  put_entry(w, own + 1, "NEXT", 1900, {1.0});
+  w.nd = own + 1;
+  w.nfil = 2;
+  w.num(max_years, 1) = 2;
+  w.num(1, 2) = 2;  // what lies behind the column in store
+  w.tr1 = 1;
+  w.tr2 = own;
+  set_chs(w);
+  EXPECT_EQ(ax(w.nd + 2, 13'000), 1.0);  // 2 x 2 - 3
+  EXPECT_EQ(ax(w.nd + 2, 13'001), 2.0);
+}
+
 // The second of two files is the current one; entry 4 is the chronology of the first.
 TEST_F(WorkingPair, CoreWithAnotherCoreOrAnotherChronologyGivesPlainCopies) {
   put_entry(w, 5, "OWN", 1900, noise(17, 4));
@@ -230,6 +250,8 @@ TEST_F(WorkingPair, SavingASlotShortenedByOneMovesEveryLaterEntryDownByOne) {
   std::vector<int> starts;
   for (int i = 2; i <= 6; ++i) starts.push_back(w.ad(i));
   const double second_tree = ax(2, 1910), reference = ax(6, 1910);
+  for (int p = w.ad(2); p < w.ad(5); ++p) w.tx(p) = p;
+  const double second_index = w.tx(w.ad(2) + 3), third_index = w.tx(w.ad(3) + 3);
   w.tr1ok = true;
   w.yr(5) = 11;  // the last ring dropped
   w.ly(5) = 1910;
@@ -240,6 +262,8 @@ TEST_F(WorkingPair, SavingASlotShortenedByOneMovesEveryLaterEntryDownByOne) {
   for (int i = 2; i <= 6; ++i) EXPECT_EQ(w.ad(i), starts[i - 2] - 1) << i;
   EXPECT_EQ(ax(2, 1910), second_tree);
   EXPECT_EQ(ax(6, 1910), reference);
+  EXPECT_EQ(w.tx(w.ad(2) + 3), second_index);
+  EXPECT_EQ(w.tx(w.ad(3) + 3), third_index);
 }
 
 TEST_F(WorkingPair, SavingWritesTheSlotsValuesAndYearsButNotItsName) {

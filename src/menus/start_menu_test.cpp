@@ -616,6 +616,21 @@ TEST_F(StartMenu, CrossdateReturnsWithTheCurrentChronologyAloneChosen) {
   EXPECT_TRUE(reads("Crossdate the Data"));
 }
 
+TEST_F(StartMenu, AfterCrossdatingTheListOfFilesBeginsWithTheFirstHoweverTheChooserWasScrolled) {
+  int events = 0;
+  screen_.meddle = [&] {
+    if (++events == 2) w->sccc = 1;  // on the cross-dating screen
+  };
+  press(button::crossdate);
+  press(button::exit_crossdating);
+  press(button::current_chronology);
+  run_and_quit();
+  screen_.meddle = nullptr;
+  EXPECT_EQ(w->sccc, 0);
+  EXPECT_TRUE(reads("oak.rwl"));
+  EXPECT_TRUE(reads("larch.rwl"));
+}
+
 TEST_F(StartMenu, CrossdateNeedsMoreThanOneEntry) {
   folder_.write("Vorn.fil", "");
   press(button::crossdate);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <string>
+
 #include "plot/plot.h"
 #include "records/edit_format.h"
 #include "support/desk.h"
@@ -81,12 +84,20 @@ TEST_F(Messages, IoErrOfTheEndOfAFileShowsLikeAnyOtherStatusAndIsFalse) {
 }
 
 TEST_F(Messages, IoErrIsFalseAfterEveryFailureSoThatTheProgramGoesOn) {
-  for (const int status : {1, 13, 21, 28, 5006, 5010, 5011, 1'234'567}) {
+  std::string told;
+  std::size_t boxes = 0;
+  for (const int status : {-2, status::end_of_file, 1, 13, 21, 28, 4999, 5000, status::format_unusable,
+                           status::not_a_number, status::number_too_large, 999'999}) {
     w.ios = status;
     screen_.key(' ');
     EXPECT_FALSE(io_err(w, "Write", "a.rwl")) << status;
+    char line[64];
+    std::snprintf(line, sizeof line, "Writea.rwl fail err =%6d", status);
+    told += std::string(line) + "\n";
+    EXPECT_EQ(desk_.log.str(), told) << status;
+    ASSERT_EQ(screen_.shown.size(), ++boxes) << status;
+    EXPECT_TRUE(desk_.reads(screen_.shown.back(), line)) << status;
   }
-  EXPECT_EQ(screen_.shown.size(), 8u);
 }
 
 TEST_F(Messages, AStatusThatDoesNotFitItsColumnsIsAsterisks) {

@@ -77,6 +77,27 @@ TEST_F(Scrolling, AViewWiderThanBothSeriesTogetherIsNotHeldAtTheFirstYear) {
   EXPECT_EQ(w.fs, 1600);  // behind the first year: the last year ends the view
 }
 
+// The pair spans 1800 to 2000. A view is held at 1799 only where, one year more than it begins before, it
+// would end before 2000; one that is as wide as the pair or wider may begin earlier.
+TEST_F(Scrolling, AViewAsWideAsThePairIsHeldAtTheFirstYearOnlyWhereItWouldEndBeforeTheLast) {
+  view(1807, 201);
+  scr(w, 10);
+  EXPECT_EQ(w.fs, 1799);
+  view(1808, 201);
+  scr(w, 10);
+  EXPECT_EQ(w.fs, 1798);
+}
+
+TEST_F(Scrolling, AViewWiderThanThePairMayStandAtTheFirstYearButNotBehindIt) {
+  view(1810, 400);
+  scr(w, 10);
+  EXPECT_EQ(w.fs, 1800);
+  EXPECT_EQ(w.ls, 2199);
+  view(1811, 400);
+  scr(w, 10);
+  EXPECT_EQ(w.fs, 1600);  // 2000 - 400
+}
+
 TEST_F(Scrolling, YearsOfAnyFileAreScrolledWithoutOverflow) {
   using Limits = std::numeric_limits<std::int32_t>;
   span(1, Limits::min(), Limits::min());
@@ -126,6 +147,42 @@ TEST_F(Scrolling, TheLastTreeAndChronologiesAreNotMarkedAsChanged) {
   EXPECT_FALSE(w.tr2ok);
   EXPECT_TRUE(w.b(button::save_sample).on);
   EXPECT_TRUE(w.b(button::save_reference).on);
+}
+
+TEST_F(Scrolling, TheLastTreeAsReferenceIsNotMarkedEither) {
+  w.tr1 = 1;
+  w.tr2 = 4;
+  topbot(w, sample, 10);
+  topbot(w, reference, 10);
+  EXPECT_TRUE(w.tr1ok);
+  EXPECT_FALSE(w.tr2ok);
+}
+
+// Both slots are among the entries that must span 12,000 years at most: here the other one was moved away
+// first.
+TEST_F(Scrolling, TheOtherSlotLimitsAMoveToo) {
+  for (int k = 0; k < 60; ++k) topbot(w, reference, -50);
+  EXPECT_EQ(w.fy(7), 1850 - 3000);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, 50);
+  EXPECT_EQ(w.fy(6), 1850 - 3000 + 11'999);
+  span(6, 1800, 1950);
+  span(7, 1850, 2000);
+  for (int k = 0; k < 60; ++k) topbot(w, reference, 50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, -50);
+  EXPECT_EQ(w.fy(6), 2000 + 3000 - 11'999);
+  span(6, 1800, 1950);
+  span(7, 1850, 2000);
+  for (int k = 0; k < 60; ++k) topbot(w, sample, -50);
+  for (int k = 0; k < 300; ++k) topbot(w, reference, 50);
+  EXPECT_EQ(w.fy(7), 1800 - 3000 + 11'999);
+}
+
+TEST_F(Scrolling, TheButtonsOfARowScrollFromFiftyYearsBackToFiftyOn) {
+  const int years[] = {-50, -10, -1, 1, 10, 50};
+  for (const ButtonRange row :
+       {button::scroll_row, button::sample_row, button::reference_row, button::editor_row}) {
+    for (int k = 0; k < 6; ++k) EXPECT_EQ(scroll_years(row, row.at(k)), years[k]) << k;
+  }
 }
 
 TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsForward) {
