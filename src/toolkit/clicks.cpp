@@ -29,7 +29,9 @@ ButtonNumber mouse_click(Workspace& w, ButtonRange buttons, ButtonNumber escape)
   do {
     if (event.code == Event::help) vorn_help(w);
     w.passing_over_messages = false;
+    w.offered = buttons;
     event = w.plot.csrpos();
+    w.offered = {};
     w.msx = event.x;
     w.msy = event.y;
     if (event.code == Event::escape && escape != ButtonNumber::none) return noted(w, escape);

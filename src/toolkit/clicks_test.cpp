@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <sstream>
+#include <utility>
+#include <vector>
 
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "support/desk.h"
 #include "support/scratch_folder.h"
 #include "toolkit/button_table.h"
@@ -68,6 +72,35 @@ TEST_F(Clicks, AClickOnAButtonOutsideTheRangeHitsNothing) {
 TEST_F(Clicks, AnEmptyRangeIsNeverHit) {
   w.mous = 7;
   EXPECT_EQ(hit(2300, 50, {button::quit, button::current_chronology}), button::none);
+}
+
+class AskingScreen : public QueueScreen {
+ public:
+  Event next_event() override {
+    offered.push_back({plain(w->offered.first), plain(w->offered.last)});
+    return QueueScreen::next_event();
+  }
+  const Workspace* w = nullptr;
+  std::vector<std::pair<int, int>> offered;
+};
+
+// Of the messages that a missing help file leads to, nothing is.
+TEST(ClicksOffered, WhatTheWaitTakesClicksOnIsToldWhileItLasts) {
+  const ScratchFolder folder;
+  AskingScreen screen;
+  Plot plot(screen);
+  DiskFiles disk;
+  Workspace w(plot, disk);
+  std::ostringstream log;
+  w.log = &log;
+  screen.w = &w;
+  screen.help(1, 1);
+  screen.key(Event::escape);
+  screen.click(1, 1);
+  mouse_click(w, button::correlation);
+  const std::pair menu{46, 52}, message{1, 0};
+  EXPECT_EQ(screen.offered, (std::vector{menu, message, menu}));
+  EXPECT_EQ(w.offered.size(), 0);
 }
 
 TEST_F(Clicks, ThePlaceOfTheClickIsKept) {
