@@ -1,0 +1,43 @@
+#include "toolkit/button_names.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "support/desk.h"
+#include "toolkit/button_table.h"
+
+namespace vorn {
+namespace {
+
+TEST(ButtonNames, AreTheIdentifiersOfTheCode) {
+  EXPECT_EQ(button_named("quit"), button::quit);
+  EXPECT_EQ(button_named("crossdate"), button::crossdate);
+  EXPECT_EQ(button_named("sample_minus_50"), button::sample_row.first);
+  EXPECT_EQ(button_named("reference_plus_10"), button::reference_row.at(4));
+  EXPECT_EQ(button_named("editor_plus_50"), button::editor_row.last);
+  EXPECT_EQ(button_named("editor_column_6"), button::editor_columns.last);
+}
+
+TEST(ButtonNames, ANameThatNoButtonHasIsNone) {
+  for (const char* name : {"", "Quit", "quit ", "button", "102"}) {
+    EXPECT_EQ(button_named(name), button::none) << name;
+  }
+}
+
+TEST(ButtonNames, EveryButtonOfTheTableHasOneAndNoOther) {
+  Desk desk;
+  set_up_graph(desk.w);
+  std::set<int> in_table, named;
+  for (const ButtonNumber n : button::all) {
+    if (desk.w.b(n).x2 > 0) in_table.insert(plain(n));
+  }
+  for (const NamedButton& button : named_buttons()) {
+    EXPECT_TRUE(named.insert(plain(button.number)).second) << button.name;
+    EXPECT_EQ(button_named(button.name), button.number) << button.name;
+  }
+  EXPECT_EQ(named, in_table);
+}
+
+}  // namespace
+}  // namespace vorn
