@@ -5,8 +5,8 @@
 #include <QPainter>
 #include <array>
 
-#include "platform/page_painter.h"
-#include "platform/typefaces.h"
+#include "platform/qt/page_painter.h"
+#include "platform/qt/typefaces.h"
 
 namespace vorn::bench {
 namespace {

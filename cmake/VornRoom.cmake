@@ -10,23 +10,28 @@ foreach(line IN LISTS lines)
   set(VORN_LINKS_OF_${room} ${links})
 endforeach()
 
-# vorn_room(NAME SOURCES file... [TESTS file_test.cpp...])
+# vorn_room(NAME SOURCES file... [TESTS file_test.cpp...] [NOT_LINKED room...])
 #
 # Makes the library vorn_NAME from the files of one room (a folder of src/), linked with every room that the list
-# allows it to include, and, where the room has tests, the program NAME_test, known to CTest test by test.
+# allows it to include but those NOT_LINKED, and, where the room has tests, the program NAME_test, known to CTest test
+# by test. In the names of targets "_" stands for the "/" of a room in a folder.
 function(vorn_room name)
-  cmake_parse_arguments(room "" "" "SOURCES;TESTS" ${ARGN})
+  cmake_parse_arguments(room "" "" "SOURCES;TESTS;NOT_LINKED" ${ARGN})
   if(NOT name IN_LIST VORN_ROOMS)
     message(FATAL_ERROR "${name} is no room of ${VORN_ROOMS_FILE}")
   endif()
-  add_library(vorn_${name} STATIC ${room_SOURCES})
-  target_include_directories(vorn_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(vorn_${name} PUBLIC vorn_settings)
-  foreach(link IN LISTS VORN_LINKS_OF_${name})
-    target_link_libraries(vorn_${name} PUBLIC vorn_${link})
+  string(REPLACE / _ target ${name})
+  add_library(vorn_${target} STATIC ${room_SOURCES})
+  target_include_directories(vorn_${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(vorn_${target} PUBLIC vorn_settings)
+  set(links ${VORN_LINKS_OF_${name}})
+  list(REMOVE_ITEM links "" ${room_NOT_LINKED})
+  list(TRANSFORM links REPLACE / _)
+  foreach(link IN LISTS links)
+    target_link_libraries(vorn_${target} PUBLIC vorn_${link})
   endforeach()
   if(room_TESTS AND BUILD_TESTING)
-    vorn_test(${name}_test SOURCES ${room_TESTS} LINKS vorn_${name})
+    vorn_test(${target}_test SOURCES ${room_TESTS} LINKS vorn_${target})
   endif()
 endfunction()
 

@@ -5,9 +5,10 @@
 #include <iostream>
 #include <string>
 
+#include "apps/picture_module.h"
 #include "apps/whole_program.h"
-#include "platform/scripted_screen.h"
 #include "records/disk_files.h"
+#include "sessions/scripted_screen.h"
 #include "workspace/vorndata.h"
 
 namespace {
@@ -25,9 +26,13 @@ vorn::PageSpot middle(const vorn::Rectangle& place) {
 
 int play(const vorn::Script& script, const std::string& name) {
   const vorn::Workspace* w = nullptr;
-  vorn::ScriptedScreen screen(script.statements, name,
-                              [&](int number) { return middle(w->b(vorn::ButtonNumber{number})); });
   vorn::DiskFiles files;
+  vorn::PictureModule pictures;
+  vorn::ScriptedScreen screen(
+      script.statements, name, [&](int number) { return middle(w->b(vorn::ButtonNumber{number})); },
+      [&](const vorn::Page& page, const std::string& file) {
+        return vorn::write_page(page, file, pictures);
+      });
   const int status =
       vorn::run_whole_program(screen, files, [&](const vorn::Workspace& started) { w = &started; });
   if (const int line = screen.first_line_not_reached(); line != 0) {

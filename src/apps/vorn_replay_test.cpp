@@ -97,6 +97,53 @@ TEST_F(Replay, PagesAreWrittenAlongTheWay) {
   EXPECT_EQ(printed, "");
 }
 
+// A picture takes longer to begin with than all the rest: without one the window system is not even loaded.
+TEST_F(Replay, OnlyPicturesLoadTheWindowSystem) {
+  const auto names_loaded = [&](const char* script) {
+    folder.write("session.vrs", script);
+    EXPECT_EQ(run("LD_DEBUG=files " VORN_REPLAY " session.vrs"), 0);
+    return said;
+  };
+  EXPECT_EQ(names_loaded("page start.txt\npress 102\n").find("Qt"), std::string::npos);
+  EXPECT_NE(names_loaded("page start.png\npress 102\n").find("libQt6Gui"), std::string::npos);
+}
+
+// A copy of the program, in a folder where things are missing.
+struct CopiedReplay : Replay {
+  CopiedReplay() { std::filesystem::copy(VORN_REPLAY, "vorn_replay"); }
+  int replay_copy() {
+    folder.write("session.vrs", "page start.txt\npage start.png\n");
+    return run("./vorn_replay session.vrs");
+  }
+};
+
+TEST_F(CopiedReplay, WithoutTheModuleAPictureIsStatus1AndTheReasonOneLine) {
+  EXPECT_EQ(replay_copy(), 1);
+  EXPECT_TRUE(said.starts_with("session.vrs:2: start.png: what paints pictures cannot be loaded: ")) << said;
+  EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+  EXPECT_TRUE(folder.exists("start.txt"));
+}
+
+TEST_F(CopiedReplay, FindsTheModuleWhereItIsInstalled) {
+  std::filesystem::create_directories("tree/bin");
+  std::filesystem::create_directories("tree/" VORN_MODULE_DIR);
+  std::filesystem::rename("vorn_replay", "tree/bin/vorn_replay");
+  std::filesystem::copy(VORN_PICTURE_MODULE, "tree/" VORN_MODULE_DIR);
+  folder.write("session.vrs", "page start.png\npress 102\n");
+  EXPECT_EQ(run("tree/bin/vorn_replay session.vrs"), 0) << said;
+  EXPECT_TRUE(folder.read("start.png").starts_with("\x89PNG"));
+}
+
+// The file qt.conf beside a program tells the window system where its plug-ins lie.
+TEST_F(CopiedReplay, WithoutThePlugInThatPaintsAPictureIsStatus1AndNoAbort) {
+  std::filesystem::copy(VORN_PICTURE_MODULE, ".");
+  folder.write("qt.conf", "[Paths]\nPlugins=nowhere\n");
+  EXPECT_EQ(replay_copy(), 1) << said;
+  EXPECT_EQ(
+      said,
+      "session.vrs:2: start.png: pictures need the plug-in \"offscreen\" of Qt, which cannot be loaded\n");
+}
+
 TEST_F(Replay, SaysWhatItIs) {
   EXPECT_EQ(run(VORN_REPLAY " --version"), 0);
   EXPECT_EQ(printed, "vorn_replay " VORN_VERSION "\n");

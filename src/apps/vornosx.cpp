@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "apps/whole_program.h"
-#include "platform/desktop.h"
+#include "platform/qt/desktop.h"
 #include "records/disk_files.h"
 
 namespace {

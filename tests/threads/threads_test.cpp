@@ -11,9 +11,9 @@
 #include <thread>
 
 #include "menus/main_program.h"
-#include "platform/event_mailbox.h"
 #include "plot/plot.h"
 #include "records/disk_files.h"
+#include "sessions/event_mailbox.h"
 #include "support/places.h"
 #include "support/queue_screen.h"
 #include "support/scratch_folder.h"

@@ -1,0 +1,292 @@
+#include "platform/qt/desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QTest>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include "platform/qt/page_window.h"
+#include "platform/qt/settings.h"
+#include "platform/qt/window_system_for_tests.h"
+#include "plot/plot.h"
+
+namespace vorn {
+namespace {
+
+// Each of these runs in a process of its own, because there is one application object in a process.
+struct Desktop : testing::Test {
+  Desktop() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+  static QWidget& page_window() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (dynamic_cast<PageWindow*>(window) != nullptr) return *window;
+    }
+    std::abort();
+  }
+  // Lets the user act, on the window's thread, as soon as the page shown last is painted.
+  static void user(const std::function<void(QWidget&)>& acts) {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(),
+        [acts] {
+          QWidget& window = page_window();
+          window.repaint();
+          acts(window);
+        },
+        Qt::QueuedConnection);
+  }
+  [[noreturn]] static void run(const std::function<int(Screen&)>& program) {
+    prepare_offscreen();
+    std::exit(run_in_window(program));
+  }
+};
+
+TEST_F(Desktop, AProgramThatEndsTakesItsWindowAlong) {
+  EXPECT_EXIT(run([](Screen&) { return 4; }), testing::ExitedWithCode(4), "");
+}
+
+TEST_F(Desktop, TheProgramGetsWhatTheUserDoes) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                Plot plot(screen);
+                plot.messag("Quit", 100, 100);
+                plot.show();
+                user([](QWidget& window) { QTest::keyClick(&window, 'q'); });
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('q'), "");
+}
+
+TEST_F(Desktop, ClosingWhileTheProgramWaitsUnwindsIt) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                screen.show(Page());
+                user([](QWidget& window) { window.close(); });
+                try {
+                  screen.next_event();
+                } catch (const ProgramEnd& end) {
+                  return end.reason() == EndReason::closed ? 33 : 1;
+                }
+                return 2;
+              }),
+              testing::ExitedWithCode(33), "");
+}
+
+TEST_F(Desktop, ClosingWhileTheProgramComputesEndsItWhenItWaits) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                user([](QWidget& window) { window.close(); });
+                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+                screen.show(Page());  // long work reports its progress and is not cut off
+                try {
+                  screen.next_event();
+                } catch (const ProgramEnd&) {
+                  return 34;
+                }
+                return 2;
+              }),
+              testing::ExitedWithCode(34), "");
+}
+
+// What the program's thread sees when the window is closed while one of its dialogs is open.
+int closed_with_dialog(Screen& screen, Qt::Key key) {
+  screen.show(Page());
+  Desktop::user([key](QWidget& window) {
+    QTest::keyClick(&window, key, Qt::ControlModifier);
+    if (window.findChildren<QDialog*>().isEmpty()) std::_Exit(3);
+    window.close();
+  });
+  try {
+    screen.next_event();
+  } catch (const ProgramEnd& end) {
+    return end.reason() == EndReason::closed ? 33 : 1;
+  }
+  return 2;
+}
+
+TEST_F(Desktop, ClosingWhileADialogIsOpenEndsTheProgramToo) {
+  EXPECT_EXIT(run([](Screen& screen) { return closed_with_dialog(screen, Qt::Key_S); }),
+              testing::ExitedWithCode(33), "");
+  EXPECT_EXIT(run([](Screen& screen) { return closed_with_dialog(screen, Qt::Key_P); }),
+              testing::ExitedWithCode(33), "");
+}
+
+TEST_F(Desktop, AProgramThatEndsTakesDialogAndGuideAlong) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                screen.show(Page());
+                user([](QWidget& window) {
+                  QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
+                  QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+                  QTest::keyClick(&window, 'q');
+                });
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('q'), "");
+}
+
+// Moves the window of one session, and tells how the window of the next would stand.
+QRect place_in_next_session(const QRect& place) {
+  run_in_window([&](Screen&) {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { Desktop::page_window().setGeometry(place); },
+        Qt::BlockingQueuedConnection);
+    return 0;
+  });
+  int count = 1;
+  std::string name = "next";
+  std::array<char*, 2> arguments = {name.data(), nullptr};
+  const QApplication application(count, arguments.data());
+  QWidget next;
+  restore_place(next, QSize(100, 100));
+  return next.geometry();
+}
+
+TEST_F(Desktop, TheNextSessionsWindowStandsWhereTheLastOneStood) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        const QRect place(40, 50, 600, 420);
+        std::exit(place_in_next_session(place) == place ? 55 : 1);
+      },
+      testing::ExitedWithCode(55), "");
+}
+
+TEST_F(Desktop, WhoWantsNoFolderGetsNoWindow) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        // The question is on the screen before there is anything else to post to.
+        std::thread user([] {
+          while (QCoreApplication::instance() == nullptr) std::this_thread::yield();
+          const auto leave = [] {
+            QWidget* question = QApplication::activeModalWidget();
+            if (question != nullptr) question->close();
+            return question != nullptr;
+          };
+          for (bool left = false; !left;) {
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(), [&] { left = leave(); }, Qt::BlockingQueuedConnection);
+          }
+        });
+        const int result = run_in_window([](Screen&) { return 9; }, Folder::asked_for);
+        user.join();
+        std::exit(result);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Desktop, TheTitleNamesTheFileWorkedOn) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                screen.subject("nowhere.rwl");
+                screen.show(Page());
+                user([](QWidget& window) {
+                  QTest::keyClick(&window, window.windowTitle() == "nowhere.rwl - Vorn" ? 'y' : 'n');
+                });
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('y'), "");
+}
+
+TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                Plot plot(screen);
+                plot.setclr(colour::light_red);
+                plot.rectangle(0, 0, Page::width, Page::height);
+                plot.show();
+                int colour = 0;
+                // The program is busy in this loop; the window answers all the same.
+                for (int i = 0; i < 500 && colour != 0x55; ++i) {
+                  QMetaObject::invokeMethod(
+                      QCoreApplication::instance(),
+                      [&] {
+                        QWidget& window = page_window();
+                        colour = window.grab().toImage().pixelColor(window.rect().center()).green();
+                      },
+                      Qt::BlockingQueuedConnection);
+                }
+                return colour;
+              }),
+              testing::ExitedWithCode(0x55), "");
+}
+
+TEST_F(Desktop, TheTitleOfTheWindowFollowsLongWork) {
+  EXPECT_EXIT(run([](Screen& screen) {
+                const auto title = [] {
+                  QString text;
+                  QMetaObject::invokeMethod(
+                      QCoreApplication::instance(), [&] { text = page_window().windowTitle(); },
+                      Qt::BlockingQueuedConnection);
+                  return text;
+                };
+                screen.show(Page());
+                std::this_thread::sleep_for(EventMailbox::worth_telling);
+                screen.progress("Corr.prn", 0.7);
+                if (title() != "Corr.prn 70 % - Vorn") return 1;
+                // While the program waits the user sees the plain title, and leaves.
+                QMetaObject::invokeMethod(
+                    QCoreApplication::instance(),
+                    [] {
+                      QWidget& window = page_window();
+                      const int key =
+                          QTest::qWaitFor([&] { return window.windowTitle() == "Vorn"; }) ? 'y' : 'n';
+                      window.repaint();
+                      QTest::keyClick(&window, static_cast<char>(key));
+                    },
+                    Qt::QueuedConnection);
+                return screen.next_event().code;
+              }),
+              testing::ExitedWithCode('y'), "");
+}
+
+TEST_F(Desktop, ADenseScreenGetsAsManyPixelsAsItHas) {
+  EXPECT_EXIT(
+      {
+        setenv("QT_SCALE_FACTOR", "2", 1);
+        run([](Screen& screen) {
+          screen.show(Page());
+          int pixels_a_point = 0, thinnest = 0;
+          QMetaObject::invokeMethod(
+              QCoreApplication::instance(),
+              [&] {
+                QWidget& window = page_window();
+                window.resize(297, 210);
+                Plot plot(screen);
+                plot.setclr(colour::ink);
+                plot.line(0, 1000, Page::width, 1000);
+                plot.show();
+                const QImage image = window.grab().toImage();
+                pixels_a_point = image.width() / window.width();
+                for (int y = 0; y < image.height(); ++y) thinnest += qGray(image.pixel(100, y)) == 0;
+              },
+              Qt::BlockingQueuedConnection);
+          return 10 * pixels_a_point + thinnest;  // the line is one of the screen's own pixels thin
+        });
+      },
+      testing::ExitedWithCode(21), "");
+}
+
+TEST_F(Desktop, WithoutADisplayOneLineSaysWhatToDo) {
+  EXPECT_EXIT(
+      {
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+        unsetenv("QT_QPA_PLATFORM");
+        std::exit(run_in_window([](Screen&) { return 0; }));
+      },
+      testing::ExitedWithCode(no_display), "^VORNosx: there is no display [^\n]*vorn_replay SCRIPT\n$");
+}
+
+TEST_F(Desktop, ADisplayThatDoesNotAnswerIsToldInTheSameWay) {
+  EXPECT_EXIT(
+      {
+        unsetenv("WAYLAND_DISPLAY");
+        unsetenv("QT_QPA_PLATFORM");
+        setenv("DISPLAY", "localhost:4711", 1);
+        std::exit(run_in_window([](Screen&) { return 0; }));
+      },
+      testing::ExitedWithCode(no_display), "there is no display");
+}
+
+}  // namespace
+}  // namespace vorn

@@ -1,0 +1,203 @@
+#include "platform/qt/page_painter.h"
+
+#include <QFontMetricsF>
+#include <QPen>
+#include <QPolygonF>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "plot/colour.h"
+#include "plot/font_metrics.h"
+
+namespace vorn {
+namespace {
+
+constexpr double pen_width = 2;        // page units: 0.2 mm on paper
+constexpr double reference_width = 4;  // of the reference's curve on paper
+constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be lost in print
+
+constexpr std::array<QRgb, 16> palette = {
+    0xFFFFFF,  // 0 the paper
+    0x0000AA, 0x00AA00, 0x00AAAA, 0xAA0000, 0xAA00AA, 0xAA5500,
+    0xAAAAAA,  // 7 light grey
+    0x555555, 0x5555FF, 0x55FF55, 0x55FFFF, 0xFF5555, 0xFF55FF, 0xFFFF55,
+    0x000000,  // 15 ink
+};
+
+QPolygonF polygon(const Mark& mark) {
+  QPolygonF result;
+  for (const PagePoint& point : mark.points) result << QPointF(point.x, point.y);
+  return result;
+}
+
+// Whether all its sides run across or up: such marks come out sharp on whole pixels.
+bool is_upright(const Mark& mark) {
+  const auto& points = mark.points;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    if (points[i].x != points[i - 1].x && points[i].y != points[i - 1].y) return false;
+  }
+  return true;
+}
+
+class PagePainter {
+ public:
+  PagePainter(QPainter& painter, const Typefaces& typefaces, Device device)
+      : painter_(painter), typefaces_(typefaces), device_(device) {
+    // Pixels of the device to a page unit.
+    const QTransform& transform = painter.deviceTransform();
+    scale_ = std::sqrt(std::abs(transform.determinant()));
+  }
+
+  void paint(const Mark& mark) {
+    switch (mark.kind) {
+      case Mark::Kind::fill:
+        return fill(mark);
+      case Mark::Kind::outline:
+        return outline(mark);
+      case Mark::Kind::line:
+        return line(mark);
+      case Mark::Kind::text:
+      case Mark::Kind::label:
+        return write(mark);
+    }
+  }
+
+ private:
+  // Writing, and how many fills had been painted before it.
+  struct Written {
+    const Mark* mark;
+    std::size_t fills;
+  };
+
+  void fill(const Mark& mark) {
+    const QPolygonF area = polygon(mark);
+    const QRectF around = area.boundingRect();
+    fills_.push_back(around);
+    const bool thin = std::min(around.width(), around.height()) < thinnest();
+    painter_.setRenderHint(QPainter::Antialiasing, thin || !sharp(mark));
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(palette_colour(mark.colour));
+    if (!thin) return painter_.drawPolygon(area);
+    // As thin as a line, or without any width at all: it is to be seen all the same.
+    const double more_x = std::max(0.0, thinnest() - around.width()) / 2;
+    const double more_y = std::max(0.0, thinnest() - around.height()) / 2;
+    painter_.drawRect(around.adjusted(-more_x, -more_y, more_x, more_y));
+  }
+
+  void outline(const Mark& mark) {
+    prepare_pen(mark, pen_width);
+    painter_.drawPolygon(polygon(mark));
+  }
+
+  // One by one: a polyline as a single antialiased stroke is many times slower on pixels. Where the segments
+  // meet, their square ends overlap.
+  void line(const Mark& mark) {
+    prepare_pen(mark, line_width(mark));
+    const QPolygonF points = polygon(mark);
+    if (device_ == Device::vectors) return painter_.drawPolyline(points);
+    std::vector<QLineF> segments;
+    for (qsizetype i = 1; i < points.size(); ++i) segments.emplace_back(points[i - 1], points[i]);
+    painter_.drawLines(segments.data(), static_cast<int>(segments.size()));
+  }
+
+  void write(const Mark& mark) {
+    if (!is_new(mark)) return;
+    const QString text = shown_characters(mark.writing);
+    const Typeface& face = typefaces_.of(mark.font);
+    const double width = QFontMetricsF(face.font).horizontalAdvance(text);
+    const double shift = mark.align == Align::left ? 0 : mark.align == Align::centre ? width / 2 : width;
+    painter_.save();
+    painter_.translate(mark.points.front().x, mark.points.front().y);
+    painter_.rotate(-mark.angle);
+    painter_.scale(mark.height / face.capital, mark.height / face.capital);
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.setFont(face.font);
+    painter_.setPen(palette_colour(mark.colour));
+    painter_.drawText(QPointF(-shift, face.capital), text);
+    painter_.restore();
+  }
+
+  // A text written again over itself would come out bolder, because its edges are antialiased. What a fill
+  // may have covered since, if only in part, counts as new.
+  bool is_new(const Mark& mark) {
+    const auto same = [&](const Written& earlier) { return *earlier.mark == mark; };
+    const auto earlier = std::find_if(written_.begin(), written_.end(), same);
+    if (earlier == written_.end()) {
+      written_.push_back({&mark, fills_.size()});
+      return true;
+    }
+    const auto first_since = fills_.begin() + static_cast<std::ptrdiff_t>(earlier->fills);
+    const QRectF around = room_of(mark);
+    earlier->fills = fills_.size();
+    return std::any_of(first_since, fills_.end(),
+                       [&](const QRectF& area) { return area.intersects(around); });
+  }
+
+  // All the room that the letters may take. They reach below their line; turned writing, or writing that ends
+  // at its place, lies elsewhere around it.
+  static QRectF room_of(const Mark& mark) {
+    const Box box = text_extent(mark);
+    const bool plain = mark.angle == 0 && mark.align == Align::left;
+    const double reach = plain ? mark.height : mark.height + box.right - box.left;
+    const QRectF letters(QPointF(box.left, box.top), QPointF(box.right, box.bottom));
+    return letters.adjusted(-reach, -reach, reach, reach);
+  }
+
+  double thinnest() const {
+    return device_ == Device::pixels ? std::max(thinnest_fill, 1 / scale_) : thinnest_fill;
+  }
+
+  bool sharp(const Mark& mark) const { return device_ == Device::pixels && is_upright(mark); }
+
+  // Printed in greys, the blue of the sample and the red of the reference are nearly the same: there the
+  // curves are told apart by their width.
+  double line_width(const Mark& mark) const {
+    return device_ == Device::vectors && mark.colour == colour::light_red ? reference_width : pen_width;
+  }
+
+  void prepare_pen(const Mark& mark, double width) {
+    const bool whole_pixels = sharp(mark);
+    if (device_ == Device::pixels) {
+      const double pixels = std::max(1.0, width * scale_);
+      width = (whole_pixels ? std::round(pixels) : pixels) / scale_;
+    }
+    painter_.setRenderHint(QPainter::Antialiasing, !whole_pixels);
+    painter_.setBrush(Qt::NoBrush);
+    const Qt::PenCapStyle ends = device_ == Device::pixels ? Qt::SquareCap : Qt::RoundCap;
+    painter_.setPen(QPen(palette_colour(mark.colour), width, Qt::SolidLine, ends, Qt::RoundJoin));
+  }
+
+  QPainter& painter_;
+  const Typefaces& typefaces_;
+  Device device_;
+  double scale_ = 1;
+  std::vector<Written> written_;
+  std::vector<QRectF> fills_;  // where areas were filled
+};
+
+}  // namespace
+
+QColor palette_colour(int index) {
+  return QColor(palette[static_cast<std::size_t>(index) % palette.size()]);
+}
+
+QTransform page_to_area(QSizeF area) {
+  const double scale = std::min(area.width() / Page::width, area.height() / Page::height);
+  return QTransform::fromTranslate((area.width() - scale * Page::width) / 2,
+                                   (area.height() - scale * Page::height) / 2)
+      .scale(scale, scale);
+}
+
+void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces, Device device) {
+  const QRectF paper(0, 0, Page::width, Page::height);
+  painter.save();
+  painter.setClipRect(paper, Qt::IntersectClip);
+  painter.fillRect(paper, palette_colour(0));
+  PagePainter page_painter(painter, typefaces, device);
+  for (const Mark& mark : page.marks()) page_painter.paint(mark);
+  painter.restore();
+}
+
+}  // namespace vorn

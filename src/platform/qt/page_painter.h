@@ -1,0 +1,27 @@
+// Plays a page on any paint device.
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QTransform>
+
+#include "platform/qt/typefaces.h"
+#include "plot/page.h"
+
+namespace vorn {
+
+// The colour of a palette index, 0 to 15: the sixteen colours of a VGA screen with black and white exchanged.
+QColor palette_colour(int index);
+
+// What is painted on: on pixels nothing may be thinner than one of them, and lines are painted in pieces.
+enum class Device { pixels, vectors };
+
+// Page units to the units of an area whose corner is the origin: the page keeps its proportions, fills as
+// much of the area as it can and stands in the middle.
+QTransform page_to_area(QSizeF area);
+
+// Paints the white paper and every mark of the page. The painter must map page units to the device, x and y
+// alike. What lies off the page is not painted.
+void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces, Device device);
+
+}  // namespace vorn

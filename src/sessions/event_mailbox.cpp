@@ -1,0 +1,106 @@
+#include "sessions/event_mailbox.h"
+
+#include <algorithm>
+
+namespace vorn {
+
+void EventMailbox::show(const Page& page) {
+  auto copy = std::make_shared<const Page>(page);
+  {
+    const std::lock_guard lock(mutex_);
+    page_ = {std::move(copy), page_.number + 1};
+  }
+  page_came_();
+}
+
+// Deliberate: [stale-clicks] a click on a page that was replaced is dropped, a key is kept.
+bool EventMailbox::counts(const Action& action) const {
+  return action.seen >= fresh_from_ && (!action.by_mouse || action.seen == page_.number);
+}
+
+Event EventMailbox::next_event() {
+  say(progress_, {});
+  const Event event = wait_for_event();
+  busy_since_ = now_();
+  return event;
+}
+
+Event EventMailbox::wait_for_event() {
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    something_came_.wait(lock, [&] { return closed_ || !actions_.empty(); });
+    if (closed_) throw ProgramEnd(EndReason::closed);
+    const Action action = actions_.front();
+    actions_.pop_front();
+    if (counts(action)) return action.event;
+  }
+}
+
+void EventMailbox::forget_pending() {
+  const std::lock_guard lock(mutex_);
+  fresh_from_ = page_.number;
+  actions_.clear();
+}
+
+void EventMailbox::progress(std::string_view what, double share) {
+  const Clock::time_point now = now_();
+  if (now - busy_since_ < worth_telling || now - told_ < between_tellings) return;
+  told_ = now;
+  say(progress_,
+      std::string(what) + ' ' + std::to_string(static_cast<int>(100 * std::clamp(share, 0.0, 1.0))) + " %");
+}
+
+void EventMailbox::subject(std::string_view file) {
+  say(subject_, file);
+}
+
+// Keeps what is to be said in one of the two lines, and tells the window when that is something new.
+void EventMailbox::say(std::string& line, std::string_view news) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (line == news) return;
+    line = news;
+  }
+  news_came_();
+}
+
+std::string EventMailbox::progress() const {
+  const std::lock_guard lock(mutex_);
+  return progress_;
+}
+
+std::string EventMailbox::subject() const {
+  const std::lock_guard lock(mutex_);
+  return subject_;
+}
+
+NumberedPage EventMailbox::page() const {
+  const std::lock_guard lock(mutex_);
+  return page_;
+}
+
+void EventMailbox::put(const Action& action) {
+  {
+    const std::lock_guard lock(mutex_);
+    actions_.push_back(action);
+  }
+  something_came_.notify_one();
+}
+
+void EventMailbox::put_click(const Event& event, unsigned long seen) {
+  put({event, seen, true});
+}
+
+void EventMailbox::put_key(const Event& event, unsigned long seen) {
+  put({event, seen, false});
+}
+
+void EventMailbox::close() {
+  {
+    const std::lock_guard lock(mutex_);
+    closed_ = true;
+  }
+  something_came_.notify_one();
+}
+
+}  // namespace vorn

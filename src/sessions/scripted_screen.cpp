@@ -1,0 +1,101 @@
+#include "sessions/scripted_screen.h"
+
+#include <algorithm>
+
+#include "plot/visible_text.h"
+#include "sessions/key_codes.h"
+
+namespace vorn {
+namespace {
+
+// The texts, one a line, each once.
+std::string listed(const std::vector<std::string>& texts) {
+  std::string result;
+  for (auto text = texts.begin(); text != texts.end(); ++text) {
+    if (std::find(texts.begin(), text, *text) == text) result += "\n    " + *text;
+  }
+  return texts.empty() ? " nothing" : result;
+}
+
+}  // namespace
+
+ScriptedScreen::ScriptedScreen(std::vector<Statement> statements, std::string script_name,
+                               std::function<PageSpot(int)> middle_of_button, PageWriter write_page)
+    : statements_(std::move(statements)),
+      script_name_(std::move(script_name)),
+      middle_of_button_(std::move(middle_of_button)),
+      write_page_(std::move(write_page)) {}
+
+Event ScriptedScreen::next_event() {
+  while (pending_.empty()) {
+    if (next_ == statements_.size()) stop_at_the_end();
+    act(statements_[next_++]);
+  }
+  message_waits_ = false;
+  const Event event = pending_.front();
+  pending_.pop_front();
+  return event;
+}
+
+void ScriptedScreen::click(PageSpot spot, int code) {
+  mouse_ = spot;
+  pending_.push_back({spot.x, spot.y, code});
+}
+
+void ScriptedScreen::act(const Statement& statement) {
+  switch (statement.kind) {
+    case Statement::Kind::click:
+      return click({statement.x, statement.y}, Event::click);
+    case Statement::Kind::help:
+      return click({statement.x, statement.y}, Event::help);
+    case Statement::Kind::press:
+      return click(middle_of_button_(statement.number), Event::click);
+    case Statement::Kind::key:
+      // Keys beyond the printable ones are dropped, as the window drops them.
+      if (statement.number <= 126) press_key(statement.number);
+      return;
+    case Statement::Kind::enter:
+      return press_key(Event::enter);
+    case Statement::Kind::type:
+      for (const char letter : statement.text) {
+        if (const int code = static_cast<unsigned char>(letter); is_printable_key(code)) press_key(code);
+      }
+      return;
+    case Statement::Kind::page:
+      if (const auto wrong = write_page_(page_, statement.text)) stop(statement, *wrong);
+      return;
+    case Statement::Kind::expect:
+    case Statement::Kind::refuse:
+      return check(statement);
+  }
+}
+
+void ScriptedScreen::check(const Statement& statement) const {
+  const bool wanted = statement.kind == Statement::Kind::expect;
+  const std::vector<std::string> texts = visible_texts(page_);
+  const bool found = std::any_of(texts.begin(), texts.end(), [&](const std::string& text) {
+    return text.find(statement.text) != std::string::npos;
+  });
+  if (found == wanted) return;
+  stop(statement,
+       (wanted ? "expected \"" : "refused \"") + statement.text + "\"; on the page:" + listed(texts));
+}
+
+void ScriptedScreen::stop(const Statement& statement, const std::string& why) const {
+  throw ScriptStop(ScriptStop::failed, script_name_ + ":" + std::to_string(statement.line) + ": " + why);
+}
+
+void ScriptedScreen::stop_at_the_end() const {
+  const std::vector<std::string> texts = visible_texts(page_);
+  const std::string wait = message_waits_ ? "a key or click that dismisses the message \"" +
+                                                (texts.empty() ? "" : texts.back()) + "\""
+                                          : "a click or key; on the page:" + listed(texts);
+  throw ScriptStop(ScriptStop::ended,
+                   script_name_ + ": the script ended while the program was waiting for " + wait);
+}
+
+int ScriptedScreen::first_line_not_reached() const {
+  return next_ < statements_.size() ? statements_[next_].line : 0;
+}
+
+}  // namespace vorn
