@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <thread>
 
+#include "platform/qt/page_painter.h"
 #include "platform/qt/page_window.h"
 #include "platform/qt/settings.h"
 #include "platform/qt/window_system_for_tests.h"
@@ -194,20 +195,20 @@ TEST_F(Desktop, TheWindowIsPaintedAgainWhileTheProgramComputes) {
                 plot.setclr(colour::light_red);
                 plot.rectangle(0, 0, Page::width, Page::height);
                 plot.show();
-                int colour = 0;
+                QColor seen;
                 // The program is busy in this loop; the window answers all the same.
-                for (int i = 0; i < 500 && colour != 0x55; ++i) {
+                for (int i = 0; i < 500 && seen != area_shade(colour::light_red); ++i) {
                   QMetaObject::invokeMethod(
                       QCoreApplication::instance(),
                       [&] {
                         QWidget& window = page_window();
-                        colour = window.grab().toImage().pixelColor(window.rect().center()).green();
+                        seen = window.grab().toImage().pixelColor(window.rect().center());
                       },
                       Qt::BlockingQueuedConnection);
                 }
-                return colour;
+                return seen == area_shade(colour::light_red) ? 7 : 1;
               }),
-              testing::ExitedWithCode(0x55), "");
+              testing::ExitedWithCode(7), "");
 }
 
 TEST_F(Desktop, TheTitleOfTheWindowFollowsLongWork) {

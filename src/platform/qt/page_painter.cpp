@@ -18,13 +18,15 @@ constexpr double pen_width = 2;        // page units: 0.2 mm on paper
 constexpr double reference_width = 4;  // of the reference's curve on paper
 constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be lost in print
 
-constexpr std::array<QRgb, 16> palette = {
-    0xFFFFFF,  // 0 the paper
-    0x0000AA, 0x00AA00, 0x00AAAA, 0xAA0000, 0xAA00AA, 0xAA5500,
-    0xAAAAAA,  // 7 light grey
-    0x555555, 0x5555FF, 0x55FF55, 0x55FFFF, 0xFF5555, 0xFF55FF, 0xFFFF55,
-    0x000000,  // 15 ink
-};
+using Palette = std::array<QRgb, 16>;  // 0 the paper, 15 the ink
+constexpr Palette areas = {0xFFFFFF, 0x4F74D9, 0x00AA00, 0x00AAAA, 0xE04030, 0xD070D0, 0xC08040, 0xAAAAAA,
+                           0x848484, 0x8494FF, 0x55FF55, 0x55FFFF, 0xFF6A5E, 0xFF9CFF, 0xFFFF55, 0x000000};
+constexpr Palette pens = {0xFFFFFF, 0x0000AA, 0x007A00, 0x007878, 0x8E0000, 0x8800AA, 0x8A4B00, 0x6C6C6C,
+                          0x444444, 0x4848FF, 0x4E7A00, 0x0079A8, 0xD80000, 0xC800A0, 0x7C6C00, 0x000000};
+
+QColor shade(const Palette& palette, int index) {
+  return {palette[static_cast<std::size_t>(index) % palette.size()]};
+}
 
 QPolygonF polygon(const Mark& mark) {
   QPolygonF result;
@@ -78,7 +80,7 @@ class PagePainter {
     const bool thin = std::min(around.width(), around.height()) < thinnest();
     painter_.setRenderHint(QPainter::Antialiasing, thin || !sharp(mark));
     painter_.setPen(Qt::NoPen);
-    painter_.setBrush(palette_colour(mark.colour));
+    painter_.setBrush(area_shade(mark.colour));
     if (!thin) return painter_.drawPolygon(area);
     // As thin as a line, or without any width at all: it is to be seen all the same.
     const double more_x = std::max(0.0, thinnest() - around.width()) / 2;
@@ -114,7 +116,7 @@ class PagePainter {
     painter_.scale(mark.height / face.capital, mark.height / face.capital);
     painter_.setRenderHint(QPainter::Antialiasing, true);
     painter_.setFont(face.font);
-    painter_.setPen(palette_colour(mark.colour));
+    painter_.setPen(pen_shade(mark.colour));
     painter_.drawText(QPointF(-shift, face.capital), text);
     painter_.restore();
   }
@@ -166,7 +168,7 @@ class PagePainter {
     painter_.setRenderHint(QPainter::Antialiasing, !whole_pixels);
     painter_.setBrush(Qt::NoBrush);
     const Qt::PenCapStyle ends = device_ == Device::pixels ? Qt::SquareCap : Qt::RoundCap;
-    painter_.setPen(QPen(palette_colour(mark.colour), width, Qt::SolidLine, ends, Qt::RoundJoin));
+    painter_.setPen(QPen(pen_shade(mark.colour), width, Qt::SolidLine, ends, Qt::RoundJoin));
   }
 
   QPainter& painter_;
@@ -179,8 +181,12 @@ class PagePainter {
 
 }  // namespace
 
-QColor palette_colour(int index) {
-  return QColor(palette[static_cast<std::size_t>(index) % palette.size()]);
+QColor area_shade(int index) {
+  return shade(areas, index);
+}
+
+QColor pen_shade(int index) {
+  return shade(pens, index);
 }
 
 QTransform page_to_area(QSizeF area) {
@@ -194,7 +200,7 @@ void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces,
   const QRectF paper(0, 0, Page::width, Page::height);
   painter.save();
   painter.setClipRect(paper, Qt::IntersectClip);
-  painter.fillRect(paper, palette_colour(0));
+  painter.fillRect(paper, area_shade(0));
   PagePainter page_painter(painter, typefaces, device);
   for (const Mark& mark : page.marks()) page_painter.paint(mark);
   painter.restore();

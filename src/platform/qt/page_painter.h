@@ -10,8 +10,11 @@
 
 namespace vorn {
 
-// The colour of a palette index, 0 to 15: the sixteen colours of a VGA screen with black and white exchanged.
-QColor palette_colour(int index);
+// The shades of a palette index, 0 to 15: the sixteen colours of a VGA screen with black and white exchanged,
+// made lighter in areas, so that black text on them can be read, and darker in lines and letters, so that
+// these can be read on the paper: the contrast is 4.5 : 1 at least (WCAG 2.1, 1.4.3).
+QColor area_shade(int index);
+QColor pen_shade(int index);
 
 // What is painted on: on pixels nothing may be thinner than one of them, and lines are painted in pieces.
 enum class Device { pixels, vectors };

@@ -250,7 +250,7 @@ TEST_F(WindowOfPages, PaintsThePageShownLast) {
   plot.setclr(colour::light_red);
   plot.rectangle(1000, 1000, 1200, 1200);
   show_page();
-  EXPECT_EQ(window.grab().toImage().pixelColor(550, 550), palette_colour(colour::light_red));
+  EXPECT_EQ(window.grab().toImage().pixelColor(550, 550), area_shade(colour::light_red));
 }
 
 }  // namespace

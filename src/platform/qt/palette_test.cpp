@@ -1,5 +1,5 @@
 // Colours that mean different things, as people see them whose eyes lack one kind of cone, and as a printer
-// without colours shows them.
+// without colours shows them; and whether what is written in them can be read.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -42,9 +42,8 @@ Triple times(const Matrix& matrix, const Triple& v) {
   return result;
 }
 
-// CIE 1976 L*, a*, b* of a colour of the palette as such eyes see it.
-Triple seen(int index, const Matrix& eye) {
-  const QColor colour = palette_colour(index);
+// CIE 1976 L*, a*, b* of a colour as such eyes see it.
+Triple seen(const QColor& colour, const Matrix& eye) {
   Triple xyz =
       times(to_xyz, times(eye, {light(colour.redF()), light(colour.greenF()), light(colour.blueF())}));
   for (double& v : xyz) v = v > 216.0 / 24389 ? std::cbrt(v) : (24389.0 / 27 * v + 16) / 116;
@@ -52,36 +51,75 @@ Triple seen(int index, const Matrix& eye) {
 }
 
 // A difference of 2 is just seen side by side; 20 is another colour.
-double difference(int a, int b, const Matrix& eye) {
+double difference(const QColor& a, const QColor& b, const Matrix& eye) {
   const Triple one = seen(a, eye), other = seen(b, eye);
   return std::hypot(one[0] - other[0], one[1] - other[1], one[2] - other[2]);
 }
 
-TEST(ColourVision, WhatMeansDifferentThingsDiffersToAllEyes) {
+void expect_another_colour(const QColor& a, const QColor& b) {
+  for (const Matrix& eye : eyes) {
+    EXPECT_GT(difference(a, b, eye), 20) << a.name().toStdString() << ' ' << b.name().toStdString();
+  }
+}
+
+// Relative luminances, a twentieth added for the light of the room (WCAG 2.1).
+double contrast(const QColor& a, const QColor& b) {
+  const auto bright = [](const QColor& c) {
+    return 0.2126 * light(c.redF()) + 0.7152 * light(c.greenF()) + 0.0722 * light(c.blueF()) + 0.05;
+  };
+  return std::max(bright(a), bright(b)) / std::min(bright(a), bright(b));
+}
+
+TEST(ColourVision, AreasThatMeanDifferentThingsDifferToAllEyes) {
   const std::array pairs = {
-      std::pair{colour::light_blue, colour::light_red},  // sample and reference
-      std::pair{colour::yellow, colour::light_grey},     // a button lit and not
-      std::pair{colour::light_red, colour::light_grey},  // the best lag and lag 0
-      std::pair{colour::light_cyan, colour::red},        // the first and the last core chosen
-      std::pair{colour::light_blue, colour::paper},     std::pair{colour::light_red, colour::paper},
-      std::pair{colour::light_grey, colour::paper},     std::pair{colour::green, colour::paper}};
-  for (const auto& [a, b] : pairs) {
-    for (const Matrix& eye : eyes) EXPECT_GT(difference(a, b, eye), 20) << a << ' ' << b;
+      std::pair{colour::yellow, colour::light_grey},      // a button lit and not
+      std::pair{colour::light_red, colour::light_grey},   // the best lag and lag 0
+      std::pair{colour::light_cyan, colour::red},         // the first and the last core chosen
+      std::pair{colour::light_blue, colour::light_red}};  // the years of sample and reference
+  for (const auto& [a, b] : pairs) expect_another_colour(area_shade(a), area_shade(b));
+}
+
+TEST(ColourVision, LinesThatMeanDifferentThingsDifferToAllEyes) {
+  expect_another_colour(pen_shade(colour::light_blue), pen_shade(colour::light_red));
+  for (const int line : {colour::light_blue, colour::light_red, colour::light_grey, colour::green}) {
+    expect_another_colour(pen_shade(line), area_shade(colour::paper));
   }
 }
 
 // The guide says so: the year is written beside the mark.
 TEST(ColourVision, OnlyTheMarkOfThePickedYearIsFaintToSome) {
-  EXPECT_LT(difference(colour::light_cyan, colour::paper, eyes[0]), 20);
-  EXPECT_GT(difference(colour::light_cyan, colour::paper, eyes[3]), 20);
+  const QColor mark = area_shade(colour::light_cyan), paper = area_shade(colour::paper);
+  EXPECT_LT(difference(mark, paper, eyes[0]), 20);
+  EXPECT_GT(difference(mark, paper, eyes[3]), 20);
 }
 
 TEST(ColourVision, InGreysTheFillsDifferAndTheCurvesHardly) {
-  const auto grey = [](int index) { return seen(index, eyes[3])[0]; };
-  EXPECT_GT(grey(colour::yellow) - grey(colour::light_grey), 20);
-  EXPECT_GT(grey(colour::light_cyan) - grey(colour::red), 20);
+  const auto grey = [](const QColor& colour) { return seen(colour, eyes[3])[0]; };
+  EXPECT_GT(grey(area_shade(colour::yellow)) - grey(area_shade(colour::light_grey)), 20);
+  EXPECT_GT(grey(area_shade(colour::light_cyan)) - grey(area_shade(colour::red)), 20);
   // Why the reference's curve is wider on paper.
-  EXPECT_LT(std::abs(grey(colour::light_blue) - grey(colour::light_red)), 20);
+  EXPECT_LT(std::abs(grey(pen_shade(colour::light_blue)) - grey(pen_shade(colour::light_red))), 20);
+}
+
+TEST(Shades, BlackIsReadOnEveryAreaAndEveryPenOnPaper) {
+  EXPECT_DOUBLE_EQ(contrast(Qt::black, Qt::white), 21);
+  for (int i = 0; i < 16; ++i) {
+    if (i != colour::ink) {
+      EXPECT_GE(contrast(area_shade(i), pen_shade(colour::ink)), 4.5) << i;
+    }
+    if (i != colour::paper) {
+      EXPECT_GE(contrast(pen_shade(i), area_shade(colour::paper)), 4.5) << i;
+    }
+  }
+}
+
+TEST(Shades, AreSixteenOfEachKind) {
+  for (int i = 0; i < 16; ++i) {
+    for (int j = 0; j < i; ++j) {
+      EXPECT_GT(difference(area_shade(i), area_shade(j), eyes[3]), 13) << i << ' ' << j;
+      EXPECT_GT(difference(pen_shade(i), pen_shade(j), eyes[3]), 13) << i << ' ' << j;
+    }
+  }
 }
 
 }  // namespace

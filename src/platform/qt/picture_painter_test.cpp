@@ -59,19 +59,20 @@ TEST_F(Pictures, PngIsHalfAPixelToAPageUnitOnAnA4Sheet) {
   EXPECT_EQ(image.size(), QSize(1485, 1050));
   EXPECT_EQ(image.dotsPerMeterX(), 5000);  // 1485 pixels are 297 mm
   EXPECT_EQ(image.pixelColor(5, 5), QColor(Qt::white));
-  EXPECT_EQ(image.pixelColor(290, 190), palette_colour(colour::yellow));
+  EXPECT_EQ(image.pixelColor(290, 190), area_shade(colour::yellow));
 }
 
-TEST_F(Pictures, ColoursAreThoseOfAVgaScreenWithBlackAndWhiteExchanged) {
+TEST_F(Pictures, AnAreaHasTheLightShadeOfItsColourAndALineTheDarkOne) {
   for (int i = 0; i < 16; ++i) {
     plot.setclr(i);
     plot.rectangle(100 * i, 0, 100 * i + 100, 100);
+    plot.line(100 * i + 10, 300, 100 * i + 90, 300);
   }
   const QImage image = painted();
-  const std::array<QRgb, 16> vga = {0xFFFFFFFF, 0xFF0000AA, 0xFF00AA00, 0xFF00AAAA, 0xFFAA0000, 0xFFAA00AA,
-                                    0xFFAA5500, 0xFFAAAAAA, 0xFF555555, 0xFF5555FF, 0xFF55FF55, 0xFF55FFFF,
-                                    0xFFFF5555, 0xFFFF55FF, 0xFFFFFF55, 0xFF000000};
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(image.pixel(50 * i + 25, 25), vga[static_cast<std::size_t>(i)]) << i;
+  for (int i = 0; i < 16; ++i) {
+    EXPECT_EQ(image.pixelColor(50 * i + 25, 25), area_shade(i)) << i;
+    EXPECT_EQ(image.pixelColor(50 * i + 25, 150), pen_shade(i)) << i;
+  }
 }
 
 TEST_F(Pictures, CapitalsAreAsHighAsAskedAndStandBelowTheirPlace) {

@@ -120,7 +120,7 @@ TEST_F(Comforts, CtrlSSavesThePageUnderTheFilesName) {
   ASSERT_NE(dialog, nullptr);
   EXPECT_EQ(QFileInfo(dialog->selectedFiles().first()).fileName(), "nowhere.png");
   QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
-  EXPECT_EQ(colour_in_file("nowhere.png"), palette_colour(colour::light_red));
+  EXPECT_EQ(colour_in_file("nowhere.png"), area_shade(colour::light_red));
 }
 
 TEST_F(Comforts, TheEndingSaysWhichKindOfPictureIsSaved) {
@@ -150,7 +150,7 @@ TEST_F(Comforts, ThePageSavedIsTheOneSeenWhenTheKeyWasPressed) {
   press(Qt::Key_S);
   show_page(colour::light_blue);
   save_as("seen.png");
-  EXPECT_EQ(colour_in_file("seen.png"), palette_colour(colour::light_red));
+  EXPECT_EQ(colour_in_file("seen.png"), area_shade(colour::light_red));
 }
 
 TEST_F(Comforts, APageThatCannotBeSavedIsToldAndTheProgramGoesOn) {
@@ -209,7 +209,7 @@ TEST_F(Comforts, CtrlCCopiesThePageAsAPictureWhateverTheWindowsSize) {
   press(Qt::Key_C);
   const QImage copied = QGuiApplication::clipboard()->image();
   EXPECT_EQ(copied.size(), QSize(Page::width, Page::height));
-  EXPECT_EQ(copied.pixelColor(1000, 1000), palette_colour(colour::light_red));
+  EXPECT_EQ(copied.pixelColor(1000, 1000), area_shade(colour::light_red));
 }
 
 TEST_F(Comforts, CtrlHOpensTheGuideOnce) {

@@ -1,0 +1,162 @@
+// Whether everything that real pages show can be read: the sessions of the guides are played, and of every
+// page each text is held against what it stands on, each line against the paper.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "apps/whole_program.h"
+#include "platform/qt/page_painter.h"
+#include "plot/colour.h"
+#include "plot/font_metrics.h"
+#include "records/disk_files.h"
+#include "sessions/scripted_screen.h"
+#include "support/places.h"
+#include "support/scratch_folder.h"
+#include "workspace/vorndata.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Palette indices: that of a text or line, and that of the area below it.
+using Pair = std::pair<int, int>;
+struct Seen {
+  std::set<Pair> texts;
+  std::set<int> lines;  // on paper
+};
+
+struct Area {
+  int colour;
+  Box box;
+};
+
+bool covers(const Box& a, const Box& b) {
+  return a.left <= b.left && a.top <= b.top && a.right >= b.right && a.bottom >= b.bottom;
+}
+
+bool meet(const Box& a, const Box& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+Box around(const std::vector<PagePoint>& points) {
+  Box box{points[0].x, points[0].y, points[0].x, points[0].y};
+  for (const PagePoint& p : points) {
+    box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x),
+           std::max(box.bottom, p.y)};
+  }
+  return box;
+}
+
+// The areas that are seen around the letters of a text, the paper among them.
+std::set<int> below(const Box& letters, const std::vector<Area>& areas) {
+  std::set<int> colours;
+  for (auto area = areas.rbegin(); area != areas.rend(); ++area) {
+    if (!meet(area->box, letters)) continue;
+    colours.insert(area->colour);
+    if (covers(area->box, letters)) return colours;
+  }
+  colours.insert(colour::paper);
+  return colours;
+}
+
+void look_at(const Page& page, Seen& seen) {
+  std::vector<Area> areas;
+  for (const Mark& mark : page.marks()) {
+    switch (mark.kind) {
+      case Mark::Kind::fill:
+        areas.push_back({mark.colour, around(mark.points)});
+        break;
+      case Mark::Kind::text:
+        for (const int area : below(text_extent(mark), areas)) seen.texts.insert({mark.colour, area});
+        break;
+      case Mark::Kind::label:  // of the axes, which stand on paper
+        seen.texts.insert({mark.colour, colour::paper});
+        break;
+      case Mark::Kind::line:
+      case Mark::Kind::outline:
+        seen.lines.insert(mark.colour);
+    }
+  }
+}
+
+class WatchedScreen : public ScriptedScreen {
+ public:
+  WatchedScreen(const Script& script, Seen& seen, const std::function<PageSpot(int)>& middle)
+      : ScriptedScreen(script.statements, "session", middle,
+                       [](const Page&, const std::string&) { return std::optional<std::string>(); }),
+        seen_(seen) {}
+  Event next_event() override {
+    look_at(page_, seen_);
+    return ScriptedScreen::next_event();
+  }
+  void show(const Page& page) override {
+    page_ = page;
+    ScriptedScreen::show(page);
+  }
+
+ private:
+  Seen& seen_;
+  Page page_;
+};
+
+void play(const fs::path& session, Seen& seen) {
+  const ScratchFolder folder;
+  fs::copy(source_folder() / "examples", ".", fs::copy_options::recursive);
+  std::ifstream file(session);
+  const Workspace* w = nullptr;
+  WatchedScreen screen(read_script(file), seen, [&w](int n) {
+    const auto& place = w->b(ButtonNumber{n});
+    return PageSpot{(place.x1 + place.x2) / 2, (place.y1 + place.y2) / 2};
+  });
+  try {
+    DiskFiles files;
+    run_whole_program(screen, files, [&w](const Workspace& started) { w = &started; });
+  } catch (const ScriptStop& stop) {
+    ASSERT_EQ(stop.exit_status(), ScriptStop::ended) << session << ": " << stop.what();
+  }
+}
+
+double contrast(const QColor& a, const QColor& b) {
+  const auto light = [](double stored) {
+    return stored <= 0.04045 ? stored / 12.92 : std::pow((stored + 0.055) / 1.055, 2.4);
+  };
+  const auto bright = [&](const QColor& c) {
+    return 0.2126 * light(c.redF()) + 0.7152 * light(c.greenF()) + 0.0722 * light(c.blueF()) + 0.05;
+  };
+  return std::max(bright(a), bright(b)) / std::min(bright(a), bright(b));
+}
+
+TEST(Colours, EverythingOnThePagesOfTheGuidesCanBeRead) {
+  Seen seen;
+  const fs::path docs = source_folder() / "docs";
+  for (const fs::path& session :
+       {docs / "guide.vrs", docs / "first-crossdating.vrs", docs / "pictures" / "pictures.vrs",
+        source_folder() / "examples" / "demo.vrs"}) {
+    play(session, seen);
+  }
+  for (const auto& [text, area] : seen.texts) {
+    EXPECT_GE(contrast(pen_shade(text), area_shade(area)), 4.5) << text << " on " << area;
+  }
+  for (const int line : seen.lines) {
+    EXPECT_GE(contrast(pen_shade(line), area_shade(colour::paper)), 3) << line;
+  }
+  // What must be among them: captions, names and axes, and the labels of every kind of button and cell.
+  for (const int text : {colour::ink, colour::light_blue, colour::light_red, colour::light_grey}) {
+    EXPECT_TRUE(seen.texts.contains({text, colour::paper})) << text;
+  }
+  for (const int area :
+       {colour::light_grey, colour::yellow, colour::light_cyan, colour::red, colour::light_red}) {
+    EXPECT_TRUE(seen.texts.contains({colour::ink, area})) << area;
+  }
+}
+
+}  // namespace
+}  // namespace vorn
