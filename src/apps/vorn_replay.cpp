@@ -31,7 +31,7 @@ int play(const vorn::Script& script, const std::string& name) {
   vorn::ScriptedScreen screen(
       script.statements, name, [&](int number) { return middle(w->b(vorn::ButtonNumber{number})); },
       [&](const vorn::Page& page, const std::string& file) {
-        return vorn::write_page(page, file, pictures);
+        return vorn::write_page(page, file, files, pictures);
       });
   const int status =
       vorn::run_whole_program(screen, files, [&](const vorn::Workspace& started) { w = &started; });

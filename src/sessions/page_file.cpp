@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <system_error>
 #include <utility>
@@ -28,27 +26,6 @@ std::string as_text(const Page& page) {
   return out.str();
 }
 
-std::optional<std::string> save(const std::string& name, const std::string& contents) {
-  const std::filesystem::path path(std::u8string(name.begin(), name.end()));
-  const std::filesystem::path part = path.native() + std::filesystem::path(".vorn-part").native();
-  const auto failure = [&name, &part](const std::error_code& why) {
-    std::error_code ignored;
-    std::filesystem::remove(part, ignored);
-    return name + ": " + why.message();
-  };
-  errno = 0;
-  std::ofstream file(part, std::ios::binary);
-  file.write(contents.data(), static_cast<std::streamsize>(contents.size())).flush();
-  if (!file) return failure(std::error_code(errno == 0 ? EIO : errno, std::generic_category()));
-  file.close();
-  std::error_code failed;
-  std::filesystem::path target =
-      std::filesystem::canonical(path, failed);  // where links lead to, if there is one
-  std::filesystem::rename(part, failed ? path : target, failed);
-  if (failed) return failure(failed);
-  return {};
-}
-
 }  // namespace
 
 std::optional<PageKind> page_kind(std::string_view file_name) {
@@ -59,13 +36,19 @@ std::optional<PageKind> page_kind(std::string_view file_name) {
   return found->second;
 }
 
-std::optional<std::string> write_page(const Page& page, const std::string& file_name, Painter& painter) {
+std::optional<std::string> write_page(const Page& page, const std::string& file_name, Files& files,
+                                      Painter& painter) {
   const auto kind = page_kind(file_name);
   if (!kind) return file_name + ": no kind of picture, use .txt, .png, .svg or .pdf";
-  if (*kind == PageKind::text) return save(file_name, as_text(page));
   std::string bytes;
-  if (const auto wrong = painter.paint(page, *kind, bytes)) return file_name + ": " + *wrong;
-  return save(file_name, bytes);
+  if (*kind == PageKind::text) {
+    bytes = as_text(page);
+  } else if (const auto wrong = painter.paint(page, *kind, bytes)) {
+    return file_name + ": " + *wrong;
+  }
+  const int failed = write_whole(files, file_name, bytes);
+  if (failed == 0) return {};
+  return file_name + ": " + std::generic_category().message(failed);
 }
 
 }  // namespace vorn

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "plot/page.h"
+#include "records/files.h"
 
 namespace vorn {
 
@@ -28,6 +29,7 @@ class Painter {
 // Writes the page in the form that the name's ending asks for: .txt its marks, one a line (see
 // Page::write_text), else the picture that `painter` makes. An older file is replaced only when the new one
 // is complete. Returns what went wrong, the name first; nothing when the file is written.
-std::optional<std::string> write_page(const Page& page, const std::string& file_name, Painter& painter);
+std::optional<std::string> write_page(const Page& page, const std::string& file_name, Files& files,
+                                      Painter& painter);
 
 }  // namespace vorn

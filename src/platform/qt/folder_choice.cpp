@@ -8,16 +8,18 @@
 #include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QStandardPaths>
+#include <system_error>
 
 #include "platform/qt/installed_files.h"
 #include "platform/qt/settings.h"
+#include "records/disk_files.h"
 
 namespace vorn {
 namespace {
 
-const QString folder_key = QStringLiteral("folder"), list_name = QStringLiteral("Vorn.fil");
+constexpr const char* folder_key = "folder";
+const QString list_name = QStringLiteral("Vorn.fil");
 constexpr int most_names = 100, longest_name = 60;  // of a list, in bytes
 
 bool has_list(const QString& folder) {
@@ -38,6 +40,14 @@ int ask(const QString& text, const QString& more, const QStringList& answers) {
   box.setEscapeButton(buttons.last());
   box.exec();
   return static_cast<int>(buttons.indexOf(box.clickedButton()));
+}
+
+// Returns what went wrong.
+std::optional<QString> write(const QString& path, const QByteArray& bytes) {
+  DiskFiles files;
+  const int failed = write_whole(files, QFile::encodeName(path).toStdString(), bytes.toStdString());
+  if (failed == 0) return {};
+  return path + ": " + QString::fromStdString(std::generic_category().message(failed));
 }
 
 void tell(const QString& failure) {
@@ -89,8 +99,8 @@ std::optional<QString> copy_examples(const QString& examples, const QString& cop
     const QString to = QDir(copy).filePath(name);
     if (QFile::exists(to)) continue;
     QFile file(QDir(examples).filePath(name));
-    if (!file.copy(to)) return to + ": " + file.errorString();
-    QFile::setPermissions(to, file.permissions() | QFile::WriteOwner);
+    if (!file.open(QIODevice::ReadOnly)) return file.fileName() + ": " + file.errorString();
+    if (const auto failure = write(to, file.readAll())) return failure;
   }
   return {};
 }
@@ -108,17 +118,14 @@ QStringList names_for_list(const QString& folder) {
 }
 
 std::optional<QString> write_list(const QString& folder, const QStringList& names) {
-  QSaveFile file(QDir(folder).filePath(list_name));
-  const QByteArray lines = QFile::encodeName(names.join('\n') + '\n');
-  if (file.open(QIODevice::WriteOnly) && file.write(lines) == lines.size() && file.commit()) return {};
-  return file.fileName() + ": " + file.errorString();
+  return write(QDir(folder).filePath(list_name), QFile::encodeName(names.join('\n') + '\n'));
 }
 
 std::optional<QString> choose_folder(const QStringList& data_places) {
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   const QString copy = QDir(documents).filePath("Vorn examples");
   for (;;) {
-    const QString last = program_settings().value(folder_key).toString();
+    const QString last = QString::fromUtf8(remembered(folder_key));
     QStringList answers{"Choose a Folder...", "Try the Examples", "Quit"};
     if (has_list(last)) answers.prepend("Open " + QDir(last).dirName());
     const int answer = ask("Which folder do you want to work in?",
@@ -133,7 +140,7 @@ std::optional<QString> choose_folder(const QStringList& data_places) {
     if (answer == 2) folder = examples_to_work_on(data_places, copy);
     if (answer >= 3) return {};
     if (!folder) continue;
-    program_settings().setValue(folder_key, *folder);
+    remember(folder_key, folder->toUtf8());
     return folder;
   }
 }

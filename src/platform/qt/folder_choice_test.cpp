@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -24,7 +25,7 @@ struct FolderChoice : testing::Test {
   QStringList asked;  // what the questions said
 
   FolderChoice() {
-    program_settings().clear();
+    QFile::remove(settings_file());
     qputenv("HOME", QDir::currentPath().toUtf8());  // where the documents are
     std::filesystem::create_directories("installed/examples");
     ScratchFolder::write("installed/examples/Vorn.fil", "a.rwl\n");
@@ -33,7 +34,7 @@ struct FolderChoice : testing::Test {
     ScratchFolder::write("site/Vorn.fil", "b.rwl\n");
     std::filesystem::create_directories("unlisted");
   }
-  ~FolderChoice() override { program_settings().clear(); }
+  ~FolderChoice() override { QFile::remove(settings_file()); }
 
   static QString path(const char* name) { return QDir::current().filePath(name); }
   // The user answers each question by a button that begins so; "folder:NAME" picks that folder in a dialog.

@@ -13,6 +13,7 @@
 #include "platform/qt/window_system_for_tests.h"
 #include "plot/font_metrics.h"
 #include "plot/plot.h"
+#include "records/disk_files.h"
 #include "support/queue_screen.h"
 #include "support/scratch_folder.h"
 
@@ -32,7 +33,7 @@ struct Pictures : testing::Test {
     plot.line(1000, 1000, 2000, 1500);
   }
   QImage painted() {
-    EXPECT_EQ(write_page(plot.page(), "page.png", pictures), std::nullopt);
+    EXPECT_EQ(write_page(plot.page(), "page.png", files, pictures), std::nullopt);
     return QImage("page.png");
   }
   // The smallest rectangle, in page units, around all that is not white.
@@ -51,6 +52,7 @@ struct Pictures : testing::Test {
   QueueScreen screen;
   Plot plot{screen};
   PicturePainter pictures;
+  DiskFiles files;
 };
 
 TEST_F(Pictures, PngIsHalfAPixelToAPageUnitOnAnA4Sheet) {
@@ -143,7 +145,9 @@ TEST(PicturesWithoutFonts, SayWhichFontsAreMissingAndArePaintedAllTheSame) {
     Page page;
     page.add({.kind = Mark::Kind::text, .points = {{9, 9}}, .writing = "Quit", .height = 25});
     PicturePainter pictures;
-    return write_page(page, "one.png", pictures) || write_page(page, "two.png", pictures) ? 1 : 7;
+    DiskFiles files;
+    return write_page(page, "one.png", files, pictures) || write_page(page, "two.png", files, pictures) ? 1
+                                                                                                        : 7;
   };
   EXPECT_EXIT(std::exit(write_two()), testing::ExitedWithCode(7),
               "the font Liberation Sans is missing[^\n]*\nvorn: the font Liberation Serif is missing");
@@ -152,7 +156,7 @@ TEST(PicturesWithoutFonts, SayWhichFontsAreMissingAndArePaintedAllTheSame) {
 TEST_F(Pictures, SvgIsWellFormedAndKeepsTexts) {
   draw_something();
   plot.messag("M\xFChle \x01\x08", 205, 512);
-  ASSERT_EQ(write_page(plot.page(), "page.svg", pictures), std::nullopt);
+  ASSERT_EQ(write_page(plot.page(), "page.svg", files, pictures), std::nullopt);
   const std::string svg = folder.read("page.svg");
   QXmlStreamReader xml(QByteArray::fromStdString(svg));
   QString texts;
@@ -172,7 +176,7 @@ TEST_F(Pictures, OnPaperTheReferencesCurveIsWiderThanTheSamples) {
     plot.setclr(colour);
     plot.line(100, 100, 2000, 1500);
     plot.rectangle(300, 300, 400, 400);
-    EXPECT_EQ(write_page(plot.page(), "page.svg", pictures), std::nullopt);
+    EXPECT_EQ(write_page(plot.page(), "page.svg", files, pictures), std::nullopt);
     return folder.read("page.svg").find("stroke-width=\"4\"") != std::string::npos ? 4 : 2;
   };
   EXPECT_EQ(width_of(colour::light_blue), 2);
@@ -182,7 +186,7 @@ TEST_F(Pictures, OnPaperTheReferencesCurveIsWiderThanTheSamples) {
 TEST_F(Pictures, SvgShowsWhatPngShows) {
   draw_something();
   const QImage png = painted();
-  ASSERT_EQ(write_page(plot.page(), "page.svg", pictures), std::nullopt);
+  ASSERT_EQ(write_page(plot.page(), "page.svg", files, pictures), std::nullopt);
   QImage image(1485, 1050, QImage::Format_RGB32);
   image.fill(Qt::red);
   QSvgRenderer renderer(QString("page.svg"));
@@ -201,7 +205,7 @@ TEST_F(Pictures, SvgShowsWhatPngShows) {
 
 TEST_F(Pictures, PdfIsAnA4SheetAcross) {
   draw_something();
-  ASSERT_EQ(write_page(plot.page(), "page.pdf", pictures), std::nullopt);
+  ASSERT_EQ(write_page(plot.page(), "page.pdf", files, pictures), std::nullopt);
   const std::string pdf = folder.read("page.pdf");
   EXPECT_TRUE(pdf.starts_with("%PDF-"));
   EXPECT_NE(pdf.find("/MediaBox [0 0 842"), std::string::npos);

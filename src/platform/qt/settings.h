@@ -2,14 +2,20 @@
 // same without it, and vorn_replay never looks at it.
 #pragma once
 
-#include <QSettings>
+#include <QByteArray>
+#include <QSize>
+#include <QString>
 #include <QWidget>
 
 namespace vorn {
 
-// A text file in the user's own folder for settings, on Linux ~/.config/Vorn/Vorn.ini. One that cannot be
-// read or written counts as empty.
-QSettings program_settings();
+// A text file in the user's own folder for settings, on Linux ~/.config/Vorn/Vorn.ini: lines KEY=VALUE, in
+// the values %XX for what is no plain character. One that cannot be read or written counts as empty.
+QString settings_file();
+// What was remembered last under a key of plain letters; empty when nothing is.
+QByteArray remembered(const QByteArray& key);
+// Writes the whole file anew, as every file is written: the older one stays until the new one is complete.
+void remember(const QByteArray& key, const QByteArray& value);
 
 // Keeps where the window stands, how large it is and whether it is maximised.
 void remember_place(const QWidget& window);

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QScreen>
 
 #include "platform/qt/window_system_for_tests.h"
@@ -15,8 +17,8 @@ constexpr QSize first_size(400, 300);
 // The offscreen system has one screen of 800 x 800.
 struct RememberedPlace : testing::Test {
   QApplication& application = application_for_tests();
-  RememberedPlace() { program_settings().clear(); }
-  ~RememberedPlace() override { program_settings().clear(); }
+  RememberedPlace() { QFile::remove(settings_file()); }
+  ~RememberedPlace() override { QFile::remove(settings_file()); }
 
   static QRect place_of(QWidget& window) {
     window.show();
@@ -24,8 +26,8 @@ struct RememberedPlace : testing::Test {
     return window.geometry();
   }
   // The size that a window gets from settings that hold this.
-  static QSize size_from(const QVariant& remembered) {
-    program_settings().setValue("window/place", remembered);
+  static QSize size_from(const QByteArray& place) {
+    remember("place", place);
     QWidget window;
     restore_place(window, first_size);
     return place_of(window).size();
@@ -74,7 +76,7 @@ TEST_F(RememberedPlace, AWindowOnAScreenThatIsGoneComesBackToOneThatIsThere) {
 
 TEST_F(RememberedPlace, NonsenseInTheSettingsGivesTheFirstSize) {
   EXPECT_EQ(size_from("wide"), first_size);
-  EXPECT_EQ(size_from(42), first_size);
+  EXPECT_EQ(size_from(""), first_size);
   EXPECT_EQ(size_from(QByteArray("\x01\xD9\xD0\xCB", 4)), first_size);
 }
 
@@ -88,7 +90,7 @@ TEST_F(RememberedPlace, EveryDamageToWhatWasRememberedLeavesAWindowWithinReach) 
     for (const char damage : {'\x00', '\x7F', '\xFF'}) {
       QByteArray damaged = sound;
       damaged[i] = damage;
-      program_settings().setValue("window/place", damaged);
+      remember("place", damaged);
       QWidget window;
       restore_place(window, first_size);
       const QRect seen = window.geometry() & screen;
@@ -100,17 +102,46 @@ TEST_F(RememberedPlace, EveryDamageToWhatWasRememberedLeavesAWindowWithinReach) 
 }
 
 TEST_F(RememberedPlace, AFileThatIsNoSettingsFileCountsAsEmpty) {
-  const QString name = program_settings().fileName();
-  EXPECT_TRUE(name.endsWith("/Vorn/Vorn.ini")) << name.toStdString();
-  program_settings().setValue("folder", "x");
-  QFile file(name);
+  EXPECT_TRUE(settings_file().endsWith("/Vorn/Vorn.ini")) << settings_file().toStdString();
+  remember("folder", "x");
+  QFile file(settings_file());
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write(QByteArray(3000, '\xFE'));
   file.close();
-  EXPECT_EQ(program_settings().value("folder"), QVariant());
+  EXPECT_EQ(remembered("folder"), "");
   QWidget window;
   restore_place(window, first_size);
   EXPECT_EQ(place_of(window).size(), first_size);
+}
+
+TEST_F(RememberedPlace, AnyBytesAreRememberedAmongOthers) {
+  const QByteArray bytes("a=b\n\0\xFF%41", 11);
+  remember("first", bytes);
+  remember("second", "/home/M\xC3\xBChle");
+  remember("third", "");
+  EXPECT_EQ(remembered("first"), bytes);
+  EXPECT_EQ(remembered("second"), "/home/M\xC3\xBChle");
+  EXPECT_EQ(remembered("third"), "");
+  EXPECT_EQ(remembered("fourth"), "");
+}
+
+// Some keep their settings elsewhere and link to them.
+TEST_F(RememberedPlace, AFileThatIsALinkStaysOne) {
+  const QString kept = settings_file() + ".kept";
+  remember("folder", "x");
+  ASSERT_TRUE(QFile::rename(settings_file(), kept));
+  ASSERT_TRUE(QFile::link(kept, settings_file()));
+  remember("folder", "y");
+  EXPECT_EQ(remembered("folder"), "y");
+  EXPECT_TRUE(QFileInfo(settings_file()).isSymLink());
+  QFile::remove(kept);
+}
+
+TEST_F(RememberedPlace, WhatCannotBeKeptIsNotRemembered) {
+  QDir().mkpath(settings_file());  // a folder stands in its place
+  remember("folder", "x");
+  EXPECT_EQ(remembered("folder"), "");
+  QDir().rmdir(settings_file());
 }
 
 }  // namespace

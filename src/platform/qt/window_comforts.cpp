@@ -102,7 +102,7 @@ void WindowComforts::save(const SharedPage& page, const QString& subject) {
   });
   QObject::connect(dialog, &QFileDialog::fileSelected, &window_, [this, page](const QString& path) {
     folder_ = QFileInfo(path).path();
-    if (const auto failure = write_page(*page, QFile::encodeName(path).toStdString(), pictures_))
+    if (const auto failure = write_page(*page, QFile::encodeName(path).toStdString(), files_, pictures_))
       tell(QString::fromStdString(*failure));
   });
   dialog->open();

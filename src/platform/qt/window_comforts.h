@@ -12,6 +12,7 @@
 #include "platform/qt/picture_painter.h"
 #include "platform/qt/typefaces.h"
 #include "plot/page.h"
+#include "records/disk_files.h"
 
 namespace vorn {
 
@@ -53,6 +54,7 @@ class WindowComforts {
   QString folder_;  // where a page was saved last
   const Typefaces& typefaces_;
   PicturePainter pictures_;
+  DiskFiles files_;          // where pictures go
   QPointer<QWidget> guide_;  // a window of its own, while it is open
 };
 
