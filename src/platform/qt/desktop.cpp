@@ -14,6 +14,7 @@
 #include "platform/qt/folder_choice.h"
 #include "platform/qt/installed_files.h"
 #include "platform/qt/page_window.h"
+#include "platform/qt/plain_labels.h"
 #include "platform/qt/program_icon.h"
 #include "platform/qt/settings.h"
 
@@ -67,6 +68,7 @@ int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
   std::array<char*, 2> arguments = {name.data(), nullptr};
   const auto usual = qInstallMessageHandler(on_start_message);
   QApplication application(argument_count, arguments.data());
+  new PlainLabels(&application);
   qInstallMessageHandler(usual);
   std::setlocale(LC_NUMERIC, "C");  // which the application object changed: numbers in files have points
   QGuiApplication::setQuitOnLastWindowClosed(false);
