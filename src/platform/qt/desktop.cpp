@@ -16,6 +16,7 @@
 #include "platform/qt/page_window.h"
 #include "platform/qt/plain_labels.h"
 #include "platform/qt/program_icon.h"
+#include "platform/qt/scale.h"
 #include "platform/qt/settings.h"
 
 namespace vorn {
@@ -67,6 +68,7 @@ int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
   std::string name = "VORNosx";
   std::array<char*, 2> arguments = {name.data(), nullptr};
   const auto usual = qInstallMessageHandler(on_start_message);
+  raise_scales_below_one();
   QApplication application(argument_count, arguments.data());
   new PlainLabels(&application);
   qInstallMessageHandler(usual);
