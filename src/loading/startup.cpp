@@ -69,10 +69,15 @@ void look_at_file(Workspace& w, int f) {
   if (w.fileok) find_rftyp(w);
 }
 
+// What file f of the list is, in the words of the listing.
+std::string_view what_it_is(Workspace& w, int f) {
+  return w.rawok(f) ? layout_name(w.rftype(f)) : "File does not exist ";
+}
+
 void show_file(Workspace& w, int f) {
   const int row = first_row + (f - 1) * row_height;
   w.plot.messag(w.cnam(f).view(), name_column, row);
-  w.plot.messag(w.rawok(f) ? layout_name(w.rftype(f)) : "File does not exist ", layout_column, row);
+  w.plot.messag(what_it_is(w, f), layout_column, row);
   w.plot.show();
 }
 
@@ -81,14 +86,26 @@ bool holds_ring_widths(int layout) {
          layout == file_format::tucson_raw;
 }
 
+bool is_usable(Workspace& w, int f) {
+  return w.rawok(f) && (holds_ring_widths(w.rftype(f)) || w.rftype(f) == file_format::tucson_index);
+}
+
+// The listing is gone as soon as the files are loaded. Lines of blanks name no file.
+void tell_what_is_left_out(Workspace& w) {
+  for (int f = 1; f <= w.nfil; ++f) {
+    if (is_usable(w, f) || w.cnam(f).blank()) continue;
+    notice(w, std::string(w.cnam(f).trimmed()) + ": " + std::string(trimmed(what_it_is(w, f))));
+  }
+}
+
 // Closes the gaps that missing and unrecognised files leave in the file table. Returns how many files are
 // kept.
 int keep_usable(Workspace& w) {
   int kept = 0;
   w.nraw = 0;
   for (int f = 1; f <= w.nfil; ++f) {
+    if (!is_usable(w, f)) continue;
     const int layout = w.rftype(f);
-    if (!w.rawok(f) || (!holds_ring_widths(layout) && layout != file_format::tucson_index)) continue;
     ++kept;
     // Deliberate: [first-name-stays] where none is kept, the first listed name stays.
     w.cnam(kept) = w.cnam(f);
@@ -133,6 +150,7 @@ void read_list(Workspace& w) {
 }
 
 void check_files(Workspace& w) {
+  tell_what_is_left_out(w);
   const int kept = keep_usable(w);
   LongWork work(w.plot, "Loading");
   // Deliberate: [last-to-first] the store ends with the cores of the first ring-width file.

@@ -24,7 +24,8 @@ class RememberingScreen : public Screen {
   }
   Event next_event() override { return {0, 0, Event::enter}; }
   void progress(std::string_view what, double share) override { told.emplace_back(what, share); }
-  std::vector<std::string> pages;
+  void notice(std::string_view text) override { notices.emplace_back(text); }
+  std::vector<std::string> pages, notices;
   std::vector<std::pair<std::string, double>> told;
 };
 
@@ -256,7 +257,20 @@ TEST_F(StartUp, FoldersAndEmptyFilesAreToldAndDropped) {
   init_start(w);
   EXPECT_EQ(w.nfil, 0);
   EXPECT_EQ(log.str(),
-            "Openfolder fail err =    21\nReadfolder fail err =    -1\nReadempty.rwl fail err =    -1\n");
+            "Openfolder fail err =    21\nReadfolder fail err =    -1\nReadempty.rwl fail err =    -1\n"
+            "folder: Format not recognised\nempty.rwl: Format not recognised\n");
+}
+
+// The listing on the page is gone as soon as the files are loaded.
+TEST_F(StartUp, FilesThatAreLeftOutAreToldForReadingOutsideThePage) {
+  ScratchFolder::write("one.rwl", core("ONE", 1900, 60));
+  ScratchFolder::write("notes.txt", "not a\nlayout\n");
+  ScratchFolder::write("Vorn.fil", "gone.rwl\none.rwl\n\nnotes.txt\n");
+  init_start(w);
+  EXPECT_EQ(w.nfil, 1);
+  EXPECT_EQ(screen.notices,
+            (std::vector<std::string>{"gone.rwl: File does not exist", "notes.txt: Format not recognised"}));
+  EXPECT_EQ(log.str(), "gone.rwl: File does not exist\nnotes.txt: Format not recognised\n");
 }
 
 TEST_F(StartUp, UnknownCodeLoadsNothing) {

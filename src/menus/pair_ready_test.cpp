@@ -352,10 +352,10 @@ class PairNotReady : public PairReady {
     press(button::chooser_do_it);
     look([this] { EXPECT_EQ(w->nc, 0); });
   }
-  void expect_message() {
-    look([this] {
+  void expect_message(const std::string& told_before = "") {
+    look([this, told_before] {
       EXPECT_TRUE(reads("Need more than one core - hit key to continue"));
-      EXPECT_EQ(told(), "Need more than one core\n");
+      EXPECT_EQ(told(), told_before + "Need more than one core\n");
     });
     key(' ');
   }
@@ -400,7 +400,7 @@ TEST_F(PairNotReady, AListOfOneChronologyHasNoPair) {
 TEST_F(PairNotReady, AListOfNoFileHasNoPair) {
   folder.write("Vorn.fil", "nothere.rwl\n");
   press(button::crossdate);
-  expect_message();
+  expect_message("nothere.rwl: File does not exist\n");
   run();
 }
 

@@ -71,6 +71,7 @@ class Plot {
   // --- The screen. What these wait for ends with ProgramEnd when the screen is closed.
   void show() { screen_.show(page_); }                            // shows the page now and does not wait
   void subject(std::string_view file) { screen_.subject(file); }  // what the user now works on
+  void notice(std::string_view text) { screen_.notice(text); }    // something to read outside the page
   Event csrpos();        // shows the page and waits for the next event
   Event csrpos_fresh();  // the same, but what was typed or clicked before now is forgotten
 

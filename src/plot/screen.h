@@ -57,6 +57,9 @@ class Screen {
   virtual void progress(std::string_view /*what*/, double /*share*/) {}
   // The file that the user now works on, by its name in the list; empty for none. A window's title tells it.
   virtual void subject(std::string_view /*file*/) {}
+  // Something that the user should be able to read outside the page, for as long as he likes. Nothing waits
+  // for it.
+  virtual void notice(std::string_view /*text*/) {}
 };
 
 }  // namespace vorn

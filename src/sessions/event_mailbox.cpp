@@ -54,6 +54,14 @@ void EventMailbox::subject(std::string_view file) {
   say(subject_, file);
 }
 
+void EventMailbox::notice(std::string_view text) {
+  {
+    const std::lock_guard lock(mutex_);
+    notices_.emplace_back(text);
+  }
+  news_came_();
+}
+
 // Keeps what is to be said in one of the two lines, and tells the window when that is something new.
 void EventMailbox::say(std::string& line, std::string_view news) {
   {
@@ -72,6 +80,11 @@ std::string EventMailbox::progress() const {
 std::string EventMailbox::subject() const {
   const std::lock_guard lock(mutex_);
   return subject_;
+}
+
+std::vector<std::string> EventMailbox::notices() const {
+  const std::lock_guard lock(mutex_);
+  return notices_;
 }
 
 NumberedPage EventMailbox::page() const {

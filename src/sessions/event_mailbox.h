@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "plot/page.h"
 #include "plot/screen.h"
@@ -33,7 +34,7 @@ class EventMailbox : public Screen {
   static constexpr std::chrono::milliseconds worth_telling{300}, between_tellings{50};
 
   // Both are called by the program's thread: `page_came` after each new page, `news_came` when there is
-  // something new to be said of long work or of the file worked on. `now` tells the time.
+  // something new to be said of long work, of the file worked on, or besides. `now` tells the time.
   explicit EventMailbox(
       std::function<void()> page_came, std::function<void()> news_came = [] {},
       std::function<Clock::time_point()> now = Clock::now)
@@ -49,6 +50,7 @@ class EventMailbox : public Screen {
   void forget_pending() override;
   void progress(std::string_view what, double share) override;
   void subject(std::string_view file) override;
+  void notice(std::string_view text) override;
 
   // --- The window's side.
   NumberedPage page() const;
@@ -56,6 +58,8 @@ class EventMailbox : public Screen {
   std::string progress() const;
   // The file that the user now works on; nothing for none.
   std::string subject() const;
+  // All that the program had to tell besides its pages, in its order.
+  std::vector<std::string> notices() const;
   // Something done with the mouse, or a key, on the page with the number `seen`.
   void put_click(const Event& event, unsigned long seen);
   void put_key(const Event& event, unsigned long seen);
@@ -81,6 +85,7 @@ class EventMailbox : public Screen {
   std::condition_variable something_came_;
   NumberedPage page_;
   std::string progress_, subject_;
+  std::vector<std::string> notices_;
   std::deque<Action> actions_;
   unsigned long fresh_from_ = 0;  // what was done on pages before this one is forgotten
   bool closed_ = false;

@@ -143,5 +143,15 @@ TEST_F(MailboxDuringWork, NothingIsSaidAnyLongerWhenTheProgramWaits) {
   EXPECT_EQ(progress_came, 2);
 }
 
+TEST(EventMailbox, KeepsEveryNoticeAndTellsTheWindow) {
+  int news = 0;
+  EventMailbox mailbox([] {}, [&news] { ++news; });
+  EXPECT_TRUE(mailbox.notices().empty());
+  mailbox.notice("gone.rwl: File does not exist");
+  mailbox.notice("gone.rwl: File does not exist");
+  EXPECT_EQ(mailbox.notices(), std::vector<std::string>(2, "gone.rwl: File does not exist"));
+  EXPECT_EQ(news, 2);
+}
+
 }  // namespace
 }  // namespace vorn

@@ -69,4 +69,9 @@ bool io_err(Workspace& w, std::string_view label, std::string_view file) {
   return false;
 }
 
+void notice(Workspace& w, std::string_view text) {
+  *w.log << harmless(text) << std::endl;
+  w.plot.notice(text);
+}
+
 }  // namespace vorn

@@ -18,4 +18,8 @@ void out_err(Workspace& w, std::string_view text);
 // branches that a true answer would take.
 bool io_err(Workspace& w, std::string_view label, std::string_view file);
 
+// Tells what the user should be able to read besides the page, and waits for nothing. It is logged as
+// messages are.
+void notice(Workspace& w, std::string_view text);
+
 }  // namespace vorn

@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "menus/main_program.h"
@@ -63,6 +65,16 @@ class Trials::UserScreen : public Screen {
 
   void show(const Page&) override {}
   void forget_pending() override { message_shown_ = true; }
+  void notice(std::string_view text) override { notices_ += std::string(text) + "\n"; }
+  // What of a log is messages, which wait; notices are shown beside the page.
+  std::string messages_of(const std::string& log) const {
+    std::istringstream lines(log);
+    std::string messages;
+    for (std::string line; std::getline(lines, line);) {
+      if (notices_.find(line + "\n") == std::string::npos) messages += line + "\n";
+    }
+    return messages;
+  }
   Event next_event() override {
     if (std::exchange(message_shown_, false)) return {0, 0, Event::enter};
     if (at_ == begins_ && !std::exchange(begun_, true)) owner_.begin();
@@ -76,6 +88,7 @@ class Trials::UserScreen : public Screen {
   Steps steps_;
   std::size_t at_ = 0, begins_ = 0, ends_ = 0;
   bool begun_ = false, message_shown_ = false;
+  std::string notices_;
 };
 
 Trials::Trials(const Action& action) : action_(action) {
@@ -105,14 +118,14 @@ void Trials::run(const std::function<void()>& tries) {
     reason = end.reason();
   }
   if (in_trial_) {
-    put(report_->told, log.str());
+    put(report_->told, screen_->messages_of(log.str()));
     std::string complaint = report_->complaint;
     if (reason != EndReason::quit) complaint += "; the program did not end by \"Quit\"";
     if (w_->logon) complaint += "; the button pressed afterwards had no effect";
     put(report_->complaint, complaint);
     leave_trial();
   }
-  EXPECT_EQ(log.str(), "") << "on the way to the action";
+  EXPECT_EQ(screen_->messages_of(log.str()), "") << "on the way to the action";
 }
 
 // The program is where the action begins. Comes back in trials alone.

@@ -86,7 +86,12 @@ int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
   };
   const auto news_came = [&] {
     QMetaObject::invokeMethod(
-        shown, [&] { shown->show_title(); }, Qt::QueuedConnection);
+        shown,
+        [&] {
+          shown->show_title();
+          shown->show_notices();
+        },
+        Qt::QueuedConnection);
   };
   EventMailbox mailbox(page_came, news_came);
   PageWindow window(mailbox);

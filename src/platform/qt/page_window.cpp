@@ -46,7 +46,8 @@ int whole_unit(double place, int last) {
 }  // namespace
 
 PageWindow::PageWindow(EventMailbox& mailbox, const QString& program_folder)
-    : mailbox_(mailbox), comforts_(*this, typefaces_, program_folder) {
+    : mailbox_(mailbox), comforts_(*this, typefaces_, program_folder), notices_(new NoticeStrip(*this)) {
+  notices_->installEventFilter(this);
   setWindowTitle(program_title);
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -62,7 +63,7 @@ void PageWindow::paintEvent(QPaintEvent*) {
   const NumberedPage latest = mailbox_.page();
   QPainter painter(this);
   painter.fillRect(rect(), QColor(surround));
-  painter.setTransform(page_to_area(size()), true);
+  painter.setTransform(page_to_area(page_area()), true);
   paint_page(painter, latest.page ? *latest.page : Page(), typefaces_, Device::pixels);
   seen_ = latest;
 }
@@ -73,12 +74,34 @@ void PageWindow::show_title() {
   setWindowTitle(parts.join(" - "));
 }
 
+// From the upper left corner of the window.
+QSize PageWindow::page_area() const {
+  return notices_->isVisible() ? QSize(width(), notices_->y()) : size();
+}
+
+// At the lower edge, without covering more than half of the window.
+void PageWindow::place_notices() {
+  const int high = std::min(notices_->sizeHint().height(), height() / 2);
+  notices_->setGeometry(0, height() - high, width(), high);
+  update();
+}
+
+void PageWindow::resizeEvent(QResizeEvent*) {
+  place_notices();
+}
+
+// The page makes room for the strip when it comes and takes it back when it goes.
+bool PageWindow::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::Show || event->type() == QEvent::Hide) place_notices();
+  return false;
+}
+
 QString PageWindow::subject() const {
   return shown_characters(mailbox_.subject());
 }
 
 Event PageWindow::event_at(QPointF place, int code) const {
-  const QPointF on_page = page_to_area(size()).inverted().map(place);
+  const QPointF on_page = page_to_area(page_area()).inverted().map(place);
   return {whole_unit(on_page.x(), Page::width), whole_unit(on_page.y(), Page::height), code};
 }
 
@@ -94,6 +117,7 @@ void PageWindow::mousePressEvent(QMouseEvent* event) {
 }
 
 void PageWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F6 && event->modifiers() == Qt::NoModifier) return notices_->toggle();
   if (const auto comfort = comfort_of(*event)) {
     if (!event->isAutoRepeat()) comforts_.start(*comfort, seen_.page, subject());
     return;

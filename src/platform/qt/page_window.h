@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QWidget>
 
+#include "platform/qt/notice_strip.h"
 #include "platform/qt/typefaces.h"
 #include "platform/qt/window_comforts.h"
 #include "plot/screen.h"
@@ -13,8 +14,8 @@
 
 namespace vorn {
 
-// One widget, which has no children but dialogs. The page keeps its proportions and stands in the middle of
-// the window.
+// The page keeps its proportions and stands in the middle of the window, above the strip with the program's
+// notices while there is one.
 //
 // A left click is a click, a right click or F1 a request for help; Return and the Enter of the keypad are 13,
 // Backspace 8, Escape 27, the characters 32 to 126 their own code; all other keys are dropped. Keys carry the
@@ -29,6 +30,8 @@ class PageWindow : public QWidget {
   // Puts into the title what the mailbox says of long work and of the file worked on: "nowhere.rwl - Vorn",
   // during long work "Stats.prn 45 % - nowhere.rwl - Vorn".
   void show_title();
+  // Shows what the mailbox has to tell besides the page.
+  void show_notices() { notices_->show_notices(mailbox_.notices()); }
   // The program has ended: from now on the window may close.
   void let_close() { may_close_ = true; }
 
@@ -41,15 +44,20 @@ class PageWindow : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   bool focusNextPrevChild(bool) override { return false; }  // Tab is a key like others
 
  private:
   QString subject() const;
+  QSize page_area() const;
+  void place_notices();
   Event event_at(QPointF place, int code) const;
 
   EventMailbox& mailbox_;
   Typefaces typefaces_;
   WindowComforts comforts_;
+  NoticeStrip* notices_;
   NumberedPage seen_;  // the page painted last
   QPointF mouse_;      // where the mouse was last, in the window
   bool may_close_ = false;
