@@ -8,7 +8,9 @@
 
 #include "apps/whole_program.h"
 #include "platform/qt/desktop.h"
+#include "platform/qt/installed_files.h"
 #include "records/disk_files.h"
+#include "sessions/help_files.h"
 
 namespace {
 
@@ -19,7 +21,8 @@ constexpr int wrong_usage = 2;
 
 int run_or_tell(vorn::Screen& screen) {
   try {
-    vorn::DiskFiles files;
+    vorn::DiskFiles disk;
+    vorn::HelpFiles files(disk, vorn::installed_with_program("examples/Help.prn"));
     return vorn::run_whole_program(screen, files);
   } catch (const std::exception& failure) {
     std::cerr << "VORNosx: cannot go on: " << failure.what() << '\n';

@@ -1,6 +1,8 @@
 #include "platform/qt/installed_files.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace vorn {
@@ -22,6 +24,11 @@ std::optional<QString> find_installed(const QString& name, const QStringList& pl
     if (QFileInfo::exists(path)) return path;
   }
   return {};
+}
+
+std::string installed_with_program(const char* name) {
+  const auto found = find_installed(name, places_of_installed_files(QCoreApplication::applicationDirPath()));
+  return found ? QFile::encodeName(*found).toStdString() : std::string();
 }
 
 }  // namespace vorn

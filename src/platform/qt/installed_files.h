@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <string>
 
 namespace vorn {
 
@@ -14,5 +15,9 @@ QStringList places_of_installed_files(const QString& program_folder);
 
 // The file or folder of this name ("docs/guide.md") in the first of these places that has it.
 std::optional<QString> find_installed(const QString& name, const QStringList& places);
+
+// The same for the program that runs, which has an application object, as a name for the file system; empty
+// when there is none.
+std::string installed_with_program(const char* name);
 
 }  // namespace vorn
