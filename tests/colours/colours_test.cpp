@@ -143,10 +143,10 @@ TEST(Colours, EverythingOnThePagesOfTheGuidesCanBeRead) {
     play(session, seen);
   }
   for (const auto& [text, area] : seen.texts) {
-    EXPECT_GE(contrast(pen_shade(text), area_shade(area)), 4.5) << text << " on " << area;
+    EXPECT_GE(contrast(letter_shade(text), area_shade(area)), 4.5) << text << " on " << area;
   }
   for (const int line : seen.lines) {
-    EXPECT_GE(contrast(pen_shade(line), area_shade(colour::paper)), 3) << line;
+    EXPECT_GE(contrast(line_shade(line), area_shade(colour::paper)), 3) << line;
   }
   // What must be among them: captions, names and axes, and the labels of every kind of button and cell.
   for (const int text : {colour::ink, colour::light_blue, colour::light_red, colour::light_grey}) {

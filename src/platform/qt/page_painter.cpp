@@ -21,8 +21,9 @@ constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be l
 using Palette = std::array<QRgb, 16>;  // 0 the paper, 15 the ink
 constexpr Palette areas = {0xFFFFFF, 0x4F74D9, 0x00AA00, 0x00AAAA, 0xE04030, 0xD070D0, 0xC08040, 0xAAAAAA,
                            0x848484, 0x8494FF, 0x55FF55, 0x55FFFF, 0xFF6A5E, 0xFF9CFF, 0xFFFF55, 0x000000};
-constexpr Palette pens = {0xFFFFFF, 0x0000AA, 0x007A00, 0x007878, 0x8E0000, 0x8800AA, 0x8A4B00, 0x6C6C6C,
-                          0x444444, 0x4848FF, 0x4E7A00, 0x0079A8, 0xD80000, 0xC800A0, 0x7C6C00, 0x000000};
+constexpr QRgb grey_lines = 0x8C8C8C;
+constexpr Palette letters = {0xFFFFFF, 0x0000AA, 0x007A00, 0x007878, 0x8E0000, 0x8800AA, 0x8A4B00, 0x6C6C6C,
+                             0x444444, 0x4848FF, 0x4E7A00, 0x0079A8, 0xD80000, 0xC800A0, 0x7C6C00, 0x000000};
 
 QColor shade(const Palette& palette, int index) {
   return {palette[static_cast<std::size_t>(index) % palette.size()]};
@@ -116,7 +117,7 @@ class PagePainter {
     painter_.scale(mark.height / face.capital, mark.height / face.capital);
     painter_.setRenderHint(QPainter::Antialiasing, true);
     painter_.setFont(face.font);
-    painter_.setPen(pen_shade(mark.colour));
+    painter_.setPen(letter_shade(mark.colour));
     painter_.drawText(QPointF(-shift, face.capital), text);
     painter_.restore();
   }
@@ -143,8 +144,8 @@ class PagePainter {
     const Box box = text_extent(mark);
     const bool plain = mark.angle == 0 && mark.align == Align::left;
     const double reach = plain ? mark.height : mark.height + box.right - box.left;
-    const QRectF letters(QPointF(box.left, box.top), QPointF(box.right, box.bottom));
-    return letters.adjusted(-reach, -reach, reach, reach);
+    const QRectF writing(QPointF(box.left, box.top), QPointF(box.right, box.bottom));
+    return writing.adjusted(-reach, -reach, reach, reach);
   }
 
   double thinnest() const {
@@ -168,7 +169,7 @@ class PagePainter {
     painter_.setRenderHint(QPainter::Antialiasing, !whole_pixels);
     painter_.setBrush(Qt::NoBrush);
     const Qt::PenCapStyle ends = device_ == Device::pixels ? Qt::SquareCap : Qt::RoundCap;
-    painter_.setPen(QPen(pen_shade(mark.colour), width, Qt::SolidLine, ends, Qt::RoundJoin));
+    painter_.setPen(QPen(line_shade(mark.colour), width, Qt::SolidLine, ends, Qt::RoundJoin));
   }
 
   QPainter& painter_;
@@ -185,8 +186,12 @@ QColor area_shade(int index) {
   return shade(areas, index);
 }
 
-QColor pen_shade(int index) {
-  return shade(pens, index);
+QColor letter_shade(int index) {
+  return shade(letters, index);
+}
+
+QColor line_shade(int index) {
+  return index == colour::light_grey ? QColor(grey_lines) : letter_shade(index);
 }
 
 QTransform page_to_area(QSizeF area) {

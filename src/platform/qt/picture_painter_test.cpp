@@ -73,7 +73,7 @@ TEST_F(Pictures, AnAreaHasTheLightShadeOfItsColourAndALineTheDarkOne) {
   const QImage image = painted();
   for (int i = 0; i < 16; ++i) {
     EXPECT_EQ(image.pixelColor(50 * i + 25, 25), area_shade(i)) << i;
-    EXPECT_EQ(image.pixelColor(50 * i + 25, 150), pen_shade(i)) << i;
+    EXPECT_EQ(image.pixelColor(50 * i + 25, 150), line_shade(i)) << i;
   }
 }
 
