@@ -23,6 +23,7 @@ NoticeStrip::NoticeStrip(QWidget& window)
   lines_->setTabChangesFocus(true);
   lines_->setLineWrapMode(QPlainTextEdit::NoWrap);
   lines_->setFrameShape(QFrame::NoFrame);
+  lines_->viewport()->setAutoFillBackground(false);  // as grey as the strip, unlike the page
   lines_->setAccessibleName("Notices");
   close_->setText("Close");
   close_->setAutoRaise(true);
@@ -52,9 +53,10 @@ void NoticeStrip::toggle() {
 
 QSize NoticeStrip::sizeHint() const {
   const int lines = std::clamp<int>(static_cast<int>(shown_), 1, most_lines);
-  const int text = lines * lines_->fontMetrics().lineSpacing() +
-                   2 * static_cast<int>(lines_->document()->documentMargin());
-  return {width(), std::max(text, close_->sizeHint().height())};
+  const int line = lines_->fontMetrics().lineSpacing();
+  const int margins = 2 * static_cast<int>(lines_->document()->documentMargin());
+  // Half a line more: to the field a last line at its very edge is not seen as a whole.
+  return {width(), std::max(lines * line + line / 2 + margins, close_->sizeHint().height())};
 }
 
 // All keys end here: none of them is meant for the program.

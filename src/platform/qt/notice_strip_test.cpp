@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QScrollBar>
 #include <QTest>
 
 #include "platform/qt/page_painter.h"
@@ -67,6 +68,7 @@ TEST_F(Notices, StandBelowThePageALineEachAsPlainText) {
   EXPECT_EQ(lines->toPlainText(), "gone.rwl: File does not exist\n<b>no</b>tes.txt: Format not recognised");
   EXPECT_EQ(lines->accessibleName(), "Notices");
   EXPECT_EQ(strip->geometry().bottom(), window.rect().bottom());
+  EXPECT_EQ(lines->verticalScrollBar()->maximum(), 0);  // nothing is hidden
 }
 
 TEST_F(Notices, LeaveThePageWholeAndItsProportionsAsTheyAre) {

@@ -96,6 +96,11 @@ bool PageWindow::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
+void PageWindow::show_notices() {
+  notices_->show_notices(mailbox_.notices());
+  place_notices();
+}
+
 QString PageWindow::subject() const {
   return shown_characters(mailbox_.subject());
 }

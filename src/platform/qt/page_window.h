@@ -31,7 +31,7 @@ class PageWindow : public QWidget {
   // during long work "Stats.prn 45 % - nowhere.rwl - Vorn".
   void show_title();
   // Shows what the mailbox has to tell besides the page.
-  void show_notices() { notices_->show_notices(mailbox_.notices()); }
+  void show_notices();
   // The program has ended: from now on the window may close.
   void let_close() { may_close_ = true; }
 
