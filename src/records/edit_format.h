@@ -97,12 +97,14 @@ enum class Commas { end_a_field, are_no_digits };
 //
 // Short records are padded with blanks. A bad field, or a descriptor that does not suit its item, leaves its
 // item and those after it as they were and uses up its record. At the end of the records the items not yet
-// read stay as they were.
-int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items,
-               Commas commas);
+// read stay as they were. `bad_column`, where wanted, becomes the column, from 1, in which the bad field
+// begins, or 0 if there is none.
+int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items, Commas commas,
+               int* bad_column = nullptr);
 
 // Reads from the one record `text`, the blanks at the end of which are no part of it.
-int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items);
+int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items,
+               int* bad_column = nullptr);
 
 // Makes as many records as `items` need (one, when there are none), joined by line feeds without one at the
 // end, and puts them into `records` in place of what it held. A failure leaves `records` empty.

@@ -37,26 +37,30 @@ class Columns {
 
   // The next `width` columns, fewer where the record ends.
   std::string_view take(std::size_t width) {
+    taken_from_ = column_;
     const auto field = record_.substr(std::min(column_, record_.size()), width);
     column_ += width;
     return field;
   }
   // The next `width` columns, or those before a comma among them.
   std::string_view take_number(int width) {
-    const auto start = column_;
     const auto field = take(static_cast<std::size_t>(width));
     if (commas_ == Commas::are_no_digits) return field;
     const auto comma = field.find(',');
     if (comma == std::string_view::npos) return field;
-    column_ = start + comma + 1;
+    column_ = taken_from_ + comma + 1;
     return field.substr(0, comma);
   }
+
+  // The column, from 1, in which the field taken last begins.
+  int field_begins() const { return static_cast<int>(taken_from_) + 1; }
 
  private:
   RecordSource& source_;
   Commas commas_;
   std::string_view record_;
   std::size_t column_ = 0;
+  std::size_t taken_from_ = 0;
 };
 
 // Of a field wider than the item its last characters count, of a narrower one all, blanks behind them.
@@ -110,27 +114,8 @@ int read_repeats(Columns& columns, const EditStep& step, EditWalk& walk, ItemLis
   return status::ok;
 }
 
-class OneRecord : public RecordSource {
- public:
-  explicit OneRecord(std::string_view text) : text_(text) {}
-  int next(std::string_view& record) override {
-    if (read_) return status::end_of_file;
-    read_ = true;
-    record = text_;
-    return status::ok;
-  }
-
- private:
-  std::string_view text_;
-  bool read_ = false;
-};
-
-}  // namespace
-
-int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items,
-               Commas commas) {
-  if (!format.usable()) return status::format_unusable;
-  Columns columns(source, commas);
+// Does what read_items() says, with the records that `columns` has.
+int read_by(Columns& columns, const EditFormat& format, std::span<const ReadItem> items) {
   ItemList<ReadItem> list(items);
   EditWalk walk(format);
   if (const int ended = columns.next_record()) return ended;
@@ -153,12 +138,41 @@ int read_items(RecordSource& source, const EditFormat& format, std::span<const R
   }
 }
 
-int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items) {
+class OneRecord : public RecordSource {
+ public:
+  explicit OneRecord(std::string_view text) : text_(text) {}
+  int next(std::string_view& record) override {
+    if (read_) return status::end_of_file;
+    read_ = true;
+    record = text_;
+    return status::ok;
+  }
+
+ private:
+  std::string_view text_;
+  bool read_ = false;
+};
+
+}  // namespace
+
+int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items, Commas commas,
+               int* bad_column) {
+  if (bad_column) *bad_column = 0;
+  if (!format.usable()) return status::format_unusable;
+  Columns columns(source, commas);
+  const int answer = read_by(columns, format, items);
+  const bool bad = answer == status::not_a_number || answer == status::number_too_large;
+  if (bad && bad_column) *bad_column = columns.field_begins();
+  return answer;
+}
+
+int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items,
+               int* bad_column) {
   // Deliberate: [sign-and-blanks] blanks at the end of a text are no part of it: a sign with nothing else
   // behind it is no number here, though it is 0 in a file, where only the end of the record can make it a bad
   // one.
   OneRecord record(trimmed(text));
-  return read_items(record, format, items, Commas::are_no_digits);
+  return read_items(record, format, items, Commas::are_no_digits, bad_column);
 }
 
 }  // namespace vorn

@@ -32,6 +32,12 @@ RecordReader::RecordReader(std::unique_ptr<ByteSource> source)
     : source_(std::move(source)), buffer_(std::make_unique_for_overwrite<char[]>(buffer_size)) {}
 
 int RecordReader::next(std::string_view& record) {
+  const int answer = find_next(record);
+  if (answer == status::ok) ++records_;
+  return answer;
+}
+
+int RecordReader::find_next(std::string_view& record) {
   record = {};
   if (empty_records_ > 0) {
     --empty_records_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -42,6 +43,11 @@ class TextInput {
     const std::array<ReadItem, sizeof...(Items)> list{as_read_item(items)...};
     return read_list(format, list);
   }
+
+  // The number, from 1, of the record that was read last; 0 before the first and while no file is open.
+  std::int64_t line() const;
+  // The column, from 1, in which the field begins that the last read could not take; 0 when there was none.
+  int bad_column() const;
 
   // Closes the file; without one, or a second time, does nothing.
   int close();

@@ -10,6 +10,7 @@ namespace vorn {
 
 struct TextInput::State {
   RecordReader records;
+  int bad_column = 0;  // of the last read
 };
 
 TextInput::TextInput() = default;
@@ -23,13 +24,21 @@ int TextInput::open(Files& files, std::string_view name) {
   if (!path) return ENOENT;
   std::unique_ptr<ByteSource> source;
   if (const int failed = files.open(*path, source)) return failed;
-  state_ = std::make_unique<State>(State{RecordReader(std::move(source))});
+  state_ = std::make_unique<State>(State{RecordReader(std::move(source)), 0});
   return status::ok;
 }
 
 int TextInput::read_list(const EditFormat& format, std::span<const ReadItem> items) {
   if (!state_) return status::end_of_file;
-  return read_items(state_->records, format, items, Commas::end_a_field);
+  return read_items(state_->records, format, items, Commas::end_a_field, &state_->bad_column);
+}
+
+std::int64_t TextInput::line() const {
+  return state_ ? state_->records.records() : 0;
+}
+
+int TextInput::bad_column() const {
+  return state_ ? state_->bad_column : 0;
 }
 
 int TextInput::close() {

@@ -296,5 +296,37 @@ TEST_F(TextInputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
   EXPECT_EQ(TextInput().open(disk_, "a"), ELOOP);
 }
 
+TEST_F(TextInputs, SayWhichLineWasReadLastAndWhereItsBadFieldBegins) {
+  ScratchFolder::write("widths", "CORE01  1950   101   102\r\n\nCORE01  1960   101   1x2   103\n");
+  TextInput file;
+  EXPECT_EQ(file.line(), 0);
+  ASSERT_EQ(file.open(disk_, "widths"), 0);
+  const EditFormat line("(A8,I4,3I6)");
+  Text<8> name;
+  std::int32_t year = 0;
+  std::array<std::int32_t, 3> values{};
+  EXPECT_EQ(file.read(line, name, year, std::span(values)), status::ok);
+  EXPECT_EQ(file.line(), 1);
+  EXPECT_EQ(file.bad_column(), 0);
+  file.read(line, name, year, std::span(values));  // the empty line is one, too
+  EXPECT_EQ(file.line(), 2);
+  EXPECT_EQ(file.read(line, name, year, std::span(values)), status::not_a_number);
+  EXPECT_EQ(file.line(), 3);
+  EXPECT_EQ(file.bad_column(), 19);  // name 1-8, year 9-12, the second value 19-24
+  EXPECT_EQ(file.read(line, name, year, std::span(values)), status::end_of_file);
+  EXPECT_EQ(file.line(), 3);
+  EXPECT_EQ(file.bad_column(), 0);
+}
+
+TEST_F(TextInputs, CountEachRecordOfARead) {
+  ScratchFolder::write("block", "     1     2\n     3    x4\n");
+  TextInput file;
+  ASSERT_EQ(file.open(disk_, "block"), 0);
+  std::array<double, 4> values{};
+  EXPECT_EQ(file.read(EditFormat("(2F6.0)"), std::span(values)), status::not_a_number);
+  EXPECT_EQ(file.line(), 2);
+  EXPECT_EQ(file.bad_column(), 7);
+}
+
 }  // namespace
 }  // namespace vorn
