@@ -65,9 +65,9 @@ Event click_on(const Workspace& w, ButtonNumber n) {
 
 void read_all(Workspace& w) {
   for (w.cf = w.nfil; w.cf >= 1; --w.cf) {
-    if (w.rftype(w.cf) == file_format::tucson_raw) read_raw(w);
-    if (w.rftype(w.cf) == file_format::heidelberg) read_heidel(w);
-    if (w.rftype(w.cf) == file_format::compact) read_compact(w);
+    if (w.rftype(w.cf) == Layout::tucson_raw) read_raw(w);
+    if (w.rftype(w.cf) == Layout::heidelberg) read_heidel(w);
+    if (w.rftype(w.cf) == Layout::compact) read_compact(w);
   }
   w.cf = 1;
 }

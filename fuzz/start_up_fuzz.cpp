@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const ProgramEnd& end) {
     if (end.reason() != EndReason::closed) return 0;
   }
-  if (parts.size() > list_part || w.nraw < 1 || w.rftype(1) == file_format::tucson_index) return 0;
+  if (parts.size() > list_part || w.nraw < 1 || w.rftype(1) == Layout::tucson_index) return 0;
 
   ConfirmingScreen screen;
   Workspace& again = bench.fresh.start(screen);

@@ -79,10 +79,10 @@ TEST_F(Fresh, HasTheFilesLoaded) {
   Workspace& w = workspace().start(screen);
   EXPECT_EQ(w.nfil, 4);
   EXPECT_EQ(w.nraw, 3);
-  EXPECT_EQ(w.rftype(1), file_format::tucson_raw);
-  EXPECT_EQ(w.rftype(2), file_format::heidelberg);
-  EXPECT_EQ(w.rftype(3), file_format::compact);
-  EXPECT_EQ(w.rftype(4), file_format::tucson_index);
+  EXPECT_EQ(w.rftype(1), Layout::tucson_raw);
+  EXPECT_EQ(w.rftype(2), Layout::heidelberg);
+  EXPECT_EQ(w.rftype(3), Layout::compact);
+  EXPECT_EQ(w.rftype(4), Layout::tucson_index);
   for (int f = 1; f <= 4; ++f) EXPECT_GE(w.cyr(f), 60) << f;
 }
 

@@ -102,9 +102,8 @@ TEST_F(ExamplesInUse, AllSixFilesAreRecognisedAndLoadWithoutAMessage) {
   EXPECT_EQ(log.str(), "");
   ASSERT_EQ(w.nfil, 6);
   EXPECT_EQ(w.nraw, 5);
-  const std::vector<int> layouts = {file_format::tucson_raw, file_format::heidelberg,
-                                    file_format::compact,    file_format::tucson_raw,
-                                    file_format::tucson_raw, file_format::tucson_index};
+  const std::vector<Layout> layouts = {Layout::tucson_raw, Layout::heidelberg, Layout::compact,
+                                       Layout::tucson_raw, Layout::tucson_raw, Layout::tucson_index};
   const std::vector<int> first_years = {1715, 1768, 1668, -1047, 1, 1601};
   const std::vector<int> last_years = {2014, 2012, 1998, -790, 139, 2014};
   for (int f = 1; f <= 6; ++f) {

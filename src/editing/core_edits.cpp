@@ -49,20 +49,20 @@ void remove_chosen(Workspace& w, int count, LongWork& work) {
 }
 
 // Deliberate: [index-destination] to an index file nothing is written, and the core is gone all the same.
-void write_core(Workspace& w, TextOutput& file, int format, int i) {
-  if (format == file_format::compact) write_crec(w, file, i);
-  if (format == file_format::tucson_raw) write_rrec(w, file, i);
-  if (format == file_format::heidelberg) write_hrec(w, file, i);
+void write_core(Workspace& w, TextOutput& file, Layout layout, int i) {
+  if (layout == Layout::compact) write_crec(w, file, i);
+  if (layout == Layout::tucson_raw) write_rrec(w, file, i);
+  if (layout == Layout::heidelberg) write_hrec(w, file, i);
 }
 
 // Appends the cores chc(1 … count) to the file; answers whether all of it was written.
-bool append_cores(Workspace& w, const FileName& name, int format, int count) {
+bool append_cores(Workspace& w, const FileName& name, Layout layout, int count) {
   TextOutput file;
   w.ios = file.append(w.files, name.view());
   const bool opened = w.ios == status::ok;
   // io_err answers that there was no error; but cores that cannot be written must stay in the store.
   if (io_err(w, "Open", name.view()) || !opened) return false;
-  for (int m = 1; m <= count; ++m) write_core(w, file, format, w.chc(m));
+  for (int m = 1; m <= count; ++m) write_core(w, file, layout, w.chc(m));
   const bool written = file.is_open();
   w.ios = file.close();
   const bool closed = w.ios == status::ok;

@@ -22,7 +22,7 @@ struct CoreEdits : ::testing::Test {
     w.cf = 1;
     w.cnam(1) = "first.rwl";
     w.cnam(2) = "second.rwl";
-    w.rftype(1) = w.rftype(2) = file_format::tucson_raw;
+    w.rftype(1) = w.rftype(2) = Layout::tucson_raw;
     store.screen.presses = 2;
   }
   void select(std::initializer_list<int> entries) {
@@ -153,12 +153,12 @@ TEST_F(CoreEdits, ALastLineWithoutEndIsEndedFirst) {
 }
 
 TEST_F(CoreEdits, EachLayoutIsWrittenAsItsFileHasIt) {
-  w.rftype(2) = file_format::heidelberg;
+  w.rftype(2) = Layout::heidelberg;
   ScratchFolder::write("second.rwl", "");
   select({1, 7});
   EXPECT_TRUE(move_core(w));
   EXPECT_EQ(ScratchFolder::read("second.rwl").rfind("HEADER:\nKeyCode=    CORE1", 0), 0u);
-  w.rftype(2) = file_format::compact;
+  w.rftype(2) = Layout::compact;
   ScratchFolder::write("second.rwl", "");
   select({1, 6});
   EXPECT_TRUE(move_core(w));
@@ -167,7 +167,7 @@ TEST_F(CoreEdits, EachLayoutIsWrittenAsItsFileHasIt) {
 
 // Cores that go to an index file are gone without being written anywhere.
 TEST_F(CoreEdits, MovingToAnIndexFileRemovesWithoutWriting) {
-  w.rftype(2) = file_format::tucson_index;
+  w.rftype(2) = Layout::tucson_index;
   ScratchFolder::write("second.rwl", "an index file\n");
   select({1, 7});
   EXPECT_TRUE(move_core(w));

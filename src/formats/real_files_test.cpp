@@ -21,7 +21,8 @@ namespace {
 // What a file gives when it is loaded alone. Cores and missing rings of an index file are 0.
 struct RealFile {
   const char* name;
-  int layout, header_lines;
+  Layout layout;
+  int header_lines;
   int cores, first_year, last_year, missing_rings, messages;
 };
 
@@ -29,7 +30,7 @@ void PrintTo(const RealFile& file, std::ostream* out) {
   *out << file.name;
 }
 
-using namespace file_format;
+using enum Layout;
 
 const RealFile real_files[] = {
     {"alge001.rwl", tucson_raw, 3, 33, 1697, 2005, 0, 0},
@@ -72,6 +73,8 @@ class RealFiles : public SpecimenStore, public ::testing::WithParamInterface<Rea
         return read_raw(w);
       case tucson_index:
         return read_ind(w);
+      default:
+        return;
     }
   }
   ScratchFolder scratch;

@@ -57,21 +57,21 @@ bool is_index_decade(const Line& line) {
 }
 
 // The Tucson layout that the line is data of, or not_recognised.
-int tucson_layout(const Line& line) {
+Layout tucson_layout(const Line& line) {
   const std::size_t length = line.trimmed().size();
-  if (length < shortest_decade) return file_format::not_recognised;
+  if (length < shortest_decade) return Layout::not_recognised;
   // Deliberate: [length-decides] the length alone tells the two layouts apart.
   if (length >= shortest_index_line) {
-    return is_index_decade(line) ? file_format::tucson_index : file_format::not_recognised;
+    return is_index_decade(line) ? Layout::tucson_index : Layout::not_recognised;
   }
-  return starts_raw_series(line) ? file_format::tucson_raw : file_format::not_recognised;
+  return starts_raw_series(line) ? Layout::tucson_raw : Layout::not_recognised;
 }
 
 // Looks for the first line of data, from the line read already. Returns the status of the last read.
 int find_tucson(Workspace& w, TextInput& file, Line line) {
   for (int number = 1; number <= lines_examined; ++number) {
-    const int layout = tucson_layout(line);
-    if (layout != file_format::not_recognised) {
+    const Layout layout = tucson_layout(line);
+    if (layout != Layout::not_recognised) {
       w.rftype(w.cf) = layout;
       w.rfhead(w.cf) = number - 1;
       break;
@@ -86,7 +86,7 @@ int find_tucson(Workspace& w, TextInput& file, Line line) {
 
 void find_rftyp(Workspace& w) {
   const FileName name = w.cnam(w.cf);
-  w.rftype(w.cf) = file_format::not_recognised;
+  w.rftype(w.cf) = Layout::not_recognised;
   w.rfhead(w.cf) = 0;
   TextInput file;
   told_or_end(w, file.open(w.files, name.view()), "Open", name.view());
@@ -94,9 +94,9 @@ void find_rftyp(Workspace& w) {
   Line line;  // stays blank where it cannot be read
   told_or_end(w, file.read(line_edit, line), "Read", name.view());
   if (is_heidelberg(line)) {
-    w.rftype(w.cf) = file_format::heidelberg;
+    w.rftype(w.cf) = Layout::heidelberg;
   } else if (is_compact(line)) {
-    w.rftype(w.cf) = file_format::compact;
+    w.rftype(w.cf) = Layout::compact;
   } else {
     untold = find_tucson(w, file, line);
   }

@@ -26,15 +26,15 @@ constexpr int name_column = 200, layout_column = 920;
 constexpr int first_row = 260, row_height = 39;
 
 // Deliberate: [tuscon] "Tuscon" is what this program has always called it.
-std::string_view layout_name(int layout) {
+std::string_view layout_name(Layout layout) {
   switch (layout) {
-    case file_format::heidelberg:
+    case Layout::heidelberg:
       return "Heidelberg";
-    case file_format::compact:
+    case Layout::compact:
       return "Compact";
-    case file_format::tucson_raw:
+    case Layout::tucson_raw:
       return "Tuscon Raw";
-    case file_format::tucson_index:
+    case Layout::tucson_index:
       return "Tuscon Indices";
     default:
       return "Format not recognised";
@@ -81,13 +81,12 @@ void show_file(Workspace& w, int f) {
   w.plot.show();
 }
 
-bool holds_ring_widths(int layout) {
-  return layout == file_format::heidelberg || layout == file_format::compact ||
-         layout == file_format::tucson_raw;
+bool holds_ring_widths(Layout layout) {
+  return layout == Layout::heidelberg || layout == Layout::compact || layout == Layout::tucson_raw;
 }
 
 bool is_usable(Workspace& w, int f) {
-  return w.rawok(f) && (holds_ring_widths(w.rftype(f)) || w.rftype(f) == file_format::tucson_index);
+  return w.rawok(f) && (holds_ring_widths(w.rftype(f)) || w.rftype(f) == Layout::tucson_index);
 }
 
 // The listing is gone as soon as the files are loaded. Lines of blanks name no file.
@@ -105,7 +104,7 @@ int keep_usable(Workspace& w) {
   w.nraw = 0;
   for (int f = 1; f <= w.nfil; ++f) {
     if (!is_usable(w, f)) continue;
-    const int layout = w.rftype(f);
+    const Layout layout = w.rftype(f);
     ++kept;
     // Deliberate: [first-name-stays] where none is kept, the first listed name stays.
     w.cnam(kept) = w.cnam(f);
@@ -162,18 +161,18 @@ void check_files(Workspace& w) {
   w.cf = 1;
 }
 
-void init_raw(Workspace& w, std::int32_t code) {
-  switch (code) {
-    case file_format::heidelberg:
+void init_raw(Workspace& w, Layout layout) {
+  switch (layout) {
+    case Layout::heidelberg:
       read_heidel(w);
       break;
-    case file_format::compact:
+    case Layout::compact:
       read_compact(w);
       break;
-    case file_format::tucson_raw:
+    case Layout::tucson_raw:
       read_raw(w);
       break;
-    case file_format::tucson_index:
+    case Layout::tucson_index:
       read_ind(w);
       return;
     default:

@@ -1,8 +1,6 @@
 // Start-up: the defaults, the list of files and the loading of each.
 #pragma once
 
-#include <cstdint>
-
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -24,8 +22,8 @@ void read_list(Workspace& w);
 // name listed.
 void check_files(Workspace& w);
 
-// Loads the current file, cf, with the reader of the layout `code` (see file_format), computes the indices of
-// its cores and builds its chronology. An index file leaves the store alone. Any other code does nothing.
-void init_raw(Workspace& w, std::int32_t code);
+// Loads the current file, cf, with the reader of that `layout`, computes the indices of
+// its cores and builds its chronology. An index file leaves the store alone. Any other layout does nothing.
+void init_raw(Workspace& w, Layout layout);
 
 }  // namespace vorn

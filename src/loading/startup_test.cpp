@@ -276,7 +276,7 @@ TEST_F(StartUp, FilesThatAreLeftOutAreToldForReadingOutsideThePage) {
 TEST_F(StartUp, UnknownCodeLoadsNothing) {
   w.cf = 1;
   w.nc = 3;
-  init_raw(w, file_format::not_recognised);
+  init_raw(w, Layout::not_recognised);
   EXPECT_EQ(w.nc, 3);
   EXPECT_EQ(log.str(), "");
 }

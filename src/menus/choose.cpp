@@ -53,7 +53,7 @@ class Chooser {
   bool is_chronology(int k) const { return k > w.nc && k <= w.nd && k - w.nc <= w.nfil; }
   // Cores can be moved to a ring-width file other than their own.
   bool is_destination(int k) const {
-    return is_chronology(k) && k != w.nc + w.cf && w.rftype(k - w.nc) < file_format::tucson_index;
+    return is_chronology(k) && k != w.nc + w.cf && w.rftype(k - w.nc) < Layout::tucson_index;
   }
 
   void light_mode(ButtonNumber n) {

@@ -12,11 +12,11 @@ class ChooserActions : public ChooserDesk {
   // Six cores of oak.rwl, and a file of every other layout.
   ChooserActions() { make_six(); }
   void make_six() {
-    make_store(6, {{"oak.rwl", file_format::tucson_raw},
-                   {"pine.hdb", file_format::heidelberg},
-                   {"ash.rwm", file_format::compact},
-                   {"elm.rwl", file_format::tucson_raw},
-                   {"ref.crn", file_format::tucson_index}});
+    make_store(6, {{"oak.rwl", Layout::tucson_raw},
+                   {"pine.hdb", Layout::heidelberg},
+                   {"ash.rwm", Layout::compact},
+                   {"elm.rwl", Layout::tucson_raw},
+                   {"ref.crn", Layout::tucson_index}});
   }
   void do_it() { press(button::chooser_do_it); }
   void key() { screen.key(' '); }
@@ -478,7 +478,7 @@ TEST_F(ChooserActions, AMoveOfNoCoreToAFileThatIsGoneSaysSo) {
 }
 
 TEST_F(ChooserActions, AMoveWithoutADestinationDoesNothing) {
-  for (int f = 2; f <= 4; ++f) w.rftype(f) = file_format::tucson_index;
+  for (int f = 2; f <= 4; ++f) w.rftype(f) = Layout::tucson_index;
   press(button::move_core);
   do_it();
   play();

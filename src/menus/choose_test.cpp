@@ -10,9 +10,9 @@ class Chooser : public ChooserDesk {
  protected:
   // Two raw files and an index file behind `cores` cores; the first is the current one.
   void three_files(int cores) {
-    make_store(cores, {{"oak.rwl", file_format::tucson_raw},
-                       {"pine.hdb", file_format::heidelberg},
-                       {"ref.crn", file_format::tucson_index}});
+    make_store(cores, {{"oak.rwl", Layout::tucson_raw},
+                       {"pine.hdb", Layout::heidelberg},
+                       {"ref.crn", Layout::tucson_index}});
   }
 };
 
@@ -154,7 +154,7 @@ TEST_F(Chooser, With300EntriesPageForwardGoesTo90AndNeverPast) {
 }
 
 TEST_F(Chooser, TenThousandCoresArePagedThroughBy180) {
-  make_store(10'000, {{"oak.rwl", file_format::tucson_raw}, {"pine.hdb", file_format::heidelberg}}, 12);
+  make_store(10'000, {{"oak.rwl", Layout::tucson_raw}, {"pine.hdb", Layout::heidelberg}}, 12);
   for (int k = 0; k < 60; ++k) press(button::page_forward);
   play();
   EXPECT_EQ(w.sccc, 10'002 - 210);
@@ -458,10 +458,10 @@ TEST_F(Chooser, MoveModeKeepsTheLeadingCoresAndFindsTheFirstDestination) {
 }
 
 TEST_F(Chooser, MoveModeKeepsAMarkedDestination) {
-  make_store(9, {{"oak.rwl", file_format::tucson_raw},
-                 {"pine.hdb", file_format::heidelberg},
-                 {"ref.crn", file_format::tucson_index},
-                 {"ash.rwm", file_format::compact}});
+  make_store(9, {{"oak.rwl", Layout::tucson_raw},
+                 {"pine.hdb", Layout::heidelberg},
+                 {"ref.crn", Layout::tucson_index},
+                 {"ash.rwm", Layout::compact}});
   w.tr1 = 3;
   w.tr2 = 13;
   press(button::move_core);
@@ -496,12 +496,12 @@ TEST_F(Chooser, TheCurrentChronologyAndIndexFilesAreNeverTheDestination) {
   picks({10, 12});
   play();
   EXPECT_EQ(chosen(), (Picked{1, 2, 11}));
-  w.rftype(3) = file_format::not_recognised;
+  w.rftype(3) = Layout::not_recognised;
   press(button::move_core);
   pick(12);
   play();
   EXPECT_EQ(chosen(), (Picked{1, 2, 11}));
-  w.rftype(3) = file_format::tucson_raw;
+  w.rftype(3) = Layout::tucson_raw;
   press(button::move_core);
   pick(12);
   play();

@@ -3,26 +3,18 @@
 
 #include <cstdint>
 
+#include "workspace/layout.h"
 #include "workspace/names.h"
 #include "workspace/table.h"
 
 namespace vorn {
-
-// What rftype says of a file.
-namespace file_format {
-inline constexpr int heidelberg = 1;
-inline constexpr int compact = 2;
-inline constexpr int tucson_raw = 3;
-inline constexpr int tucson_index = 4;
-inline constexpr int not_recognised = 5;
-}  // namespace file_format
 
 struct FileTable {
   FileTable();
 
   Table<FileName> cnam;        // name as the list has it
   Table<bool> rawok;           // the file exists
-  Table<std::int32_t> rftype;  // its layout, see file_format
+  Table<Layout> rftype;        // its layout
   Table<std::int32_t> rfhead;  // header lines before its first data line (Tucson layouts)
   Table<std::int32_t> cfy;     // first year of its chronology
   Table<std::int32_t> cly;     // last year of its chronology

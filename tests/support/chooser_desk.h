@@ -31,7 +31,7 @@ class ChooserDesk : public ::testing::Test {
   }
   // `cores` cores C1, C2, … of `years` years from 1900 on, then the chronologies of the files: names and
   // layouts as given, the first file the current one. The pair 1 and 2 is set.
-  void make_store(int cores, std::initializer_list<std::pair<const char*, int>> files, int years = 20) {
+  void make_store(int cores, std::initializer_list<std::pair<const char*, Layout>> files, int years = 20) {
     for (int i = 1; i <= cores; ++i) {
       add_entry("C" + std::to_string(i), 1900, noise(years, static_cast<unsigned>(i)));
     }
@@ -41,7 +41,7 @@ class ChooserDesk : public ::testing::Test {
       const int f = ++w.nfil;
       w.cnam(f) = name;
       w.rftype(f) = layout;
-      w.nraw += layout < file_format::tucson_index;
+      w.nraw += layout < Layout::tucson_index;
       w.cfy(f) = 1900;
       w.cyr(f) = years;
       w.cly(f) = 1900 + years - 1;

@@ -98,7 +98,7 @@ std::string chronologies(const Workspace& w, const WalkState& state) {
   if (w.derived_stale || state.store_replaced || w.nfil < 1) return "";
   const int end = w.ad(w.nd) + w.yr(w.nd) - 1;
   for (int c = 1; c <= w.nfil; ++c) {
-    if (c == w.cf && w.rftype(c) == file_format::tucson_index) continue;
+    if (c == w.cf && w.rftype(c) == Layout::tucson_index) continue;
     const int i = w.nc + c;
     for (int k = 1; k <= w.yr(i); ++k) {
       const int p = w.ad(i) + k - 1;
