@@ -16,10 +16,7 @@
 #include "editing/ring_edits.h"
 #include "editing/working_pair.h"
 #include "floors.h"
-#include "formats/compact.h"
-#include "formats/heidelberg.h"
-#include "formats/recognition.h"
-#include "formats/tucson_raw.h"
+#include "formats/layouts.h"
 #include "graphs/series_graph.h"
 #include "loading/startup.h"
 #include "measured_table.h"
@@ -40,6 +37,7 @@
 #include "statistics/statistics_report.h"
 #include "statistics/tree_correlations.h"
 #include "toolkit/buttons.h"
+#include "toolkit/page_troubles.h"
 #include "toolkit/scrolling.h"
 
 namespace vorn::bench {
@@ -64,10 +62,11 @@ Event click_on(const Workspace& w, ButtonNumber n) {
 }
 
 void read_all(Workspace& w) {
+  PageTroubles troubles(w);
   for (w.cf = w.nfil; w.cf >= 1; --w.cf) {
-    if (w.rftype(w.cf) == Layout::tucson_raw) read_raw(w);
-    if (w.rftype(w.cf) == Layout::heidelberg) read_heidel(w);
-    if (w.rftype(w.cf) == Layout::compact) read_compact(w);
+    if (!holds_ring_widths(w.rftype(w.cf))) continue;
+    const FileName name = w.cnam(w.cf);
+    row_of(w.rftype(w.cf))->read_cores(w, {w.files, name.view(), w.rfhead(w.cf), troubles});
   }
   w.cf = 1;
 }

@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/recognition.h"
-#include "formats/ring_width_writer.h"
+#include "loading/saving.h"
 #include "loading/startup.h"
 #include "plot/screen.h"
 #include "target.h"
@@ -94,7 +93,7 @@ bool read_back(Workspace& w) {
 
 void write_and_read_again(Workspace& w, std::size_t number) {
   const ButtonNumber layout = button::raw_types.at(static_cast<int>(number % 3));
-  for (const ButtonNumber n : button::raw_types) w.b(n).lit = n == layout;
+  choose_output(w, layout);
   const std::vector<Core> written = cores_of(w);
   w.cf = 1;
   w.cnam(1) = "again.rwl";

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "workspace/capacity.h"
+
 namespace vorn {
 namespace {
 
@@ -46,7 +48,7 @@ struct Growth {
   MeanWidths by_ring_number;  // place 1 is each series' first ring
 
   // The place in by_year before that of entry i's first ring.
-  std::int64_t before(const Workspace& w, int i) const { return w.fy(i) - first_year; }
+  std::int64_t before(const SeriesStore& w, int i) const { return w.fy(i) - first_year; }
 };
 
 // First and last year of entries i1 to i2, and the length of the longest.
@@ -55,7 +57,7 @@ struct Extent {
   std::int32_t longest;
 };
 
-Extent extent_of(const Workspace& w, int i1, int i2) {
+Extent extent_of(const SeriesStore& w, int i1, int i2) {
   Extent extent = {w.fy(i1), w.ly(i1), w.yr(i1)};
   for (int i = i1 + 1; i <= i2; ++i) {
     extent.first_year = std::min<std::int64_t>(extent.first_year, w.fy(i));
@@ -65,7 +67,7 @@ Extent extent_of(const Workspace& w, int i1, int i2) {
   return extent;
 }
 
-Growth growth_of(const Workspace& w, int i1, int i2, const Extent& extent) {
+Growth growth_of(const SeriesStore& w, int i1, int i2, const Extent& extent) {
   Growth growth = {extent.first_year, MeanWidths(max_years), MeanWidths(std::max(extent.longest, 0))};
   for (int i = i1; i <= i2; ++i) {
     for (int j = 1; j <= w.yr(i); ++j) {
@@ -81,7 +83,7 @@ Growth growth_of(const Workspace& w, int i1, int i2, const Extent& extent) {
 }
 
 // How wide entry i grows against the group's growth curve; not a number for a series without a present ring.
-double level_of(const Workspace& w, int i, const Growth& growth) {
+double level_of(const SeriesStore& w, int i, const Growth& growth) {
   double widths = 0, curve = 0;
   for (int j = 1; j <= w.yr(i); ++j) {
     const int p = w.ad(i) + j - 1;
@@ -92,7 +94,7 @@ double level_of(const Workspace& w, int i, const Growth& growth) {
   return widths / curve;
 }
 
-void estimate(Workspace& w, int i, const Growth& growth) {
+void estimate(SeriesStore& w, int i, const Growth& growth) {
   const double level = level_of(w, i, growth);
   for (int j = 1; j <= w.yr(i); ++j) {
     const int p = w.ad(i) + j - 1;
@@ -102,7 +104,7 @@ void estimate(Workspace& w, int i, const Growth& growth) {
 
 }  // namespace
 
-void mdet_miss(Workspace& w, int i1, int i2) {
+void mdet_miss(SeriesStore& w, int i1, int i2) {
   if (i1 > i2) return;
   const Extent extent = extent_of(w, i1, i2);
   // Deliberate: [long-group] nothing is estimated.

@@ -1,7 +1,7 @@
 // Plausible widths for rings that a file marks as missing.
 #pragma once
 
-#include "workspace/vorndata.h"
+#include "workspace/series_store.h"
 
 namespace vorn {
 
@@ -14,6 +14,6 @@ namespace vorn {
 //
 // Nothing is estimated when the group spans more than 12,000 years (max_years); its chronology is refused
 // later. Entries without missing rings are left alone; an empty group is none.
-void mdet_miss(Workspace& w, int i1, int i2);
+void mdet_miss(SeriesStore& w, int i1, int i2);
 
 }  // namespace vorn

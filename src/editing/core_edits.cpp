@@ -1,12 +1,11 @@
 #include "editing/core_edits.h"
 
 #include "chronology/index_pipeline.h"
-#include "formats/compact.h"
-#include "formats/heidelberg.h"
-#include "formats/tucson_raw.h"
+#include "formats/layouts.h"
 #include "plot/long_work.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
+#include "toolkit/page_troubles.h"
 
 namespace vorn {
 namespace {
@@ -48,25 +47,23 @@ void remove_chosen(Workspace& w, int count, LongWork& work) {
   data_man2(w);
 }
 
-// Deliberate: [index-destination] to an index file nothing is written, and the core is gone all the same.
-void write_core(Workspace& w, TextOutput& file, Layout layout, int i) {
-  if (layout == Layout::compact) write_crec(w, file, i);
-  if (layout == Layout::tucson_raw) write_rrec(w, file, i);
-  if (layout == Layout::heidelberg) write_hrec(w, file, i);
-}
-
 // Appends the cores chc(1 … count) to the file; answers whether all of it was written.
 bool append_cores(Workspace& w, const FileName& name, Layout layout, int count) {
   TextOutput file;
-  w.ios = file.append(w.files, name.view());
-  const bool opened = w.ios == status::ok;
-  // io_err answers that there was no error; but cores that cannot be written must stay in the store.
-  if (io_err(w, "Open", name.view()) || !opened) return false;
-  for (int m = 1; m <= count; ++m) write_core(w, file, layout, w.chc(m));
+  const int opened = file.append(w.files, name.view());
+  told_or_end(w, opened, "Open", name.view());
+  // Cores that cannot be written must stay in the store.
+  if (opened != status::ok) return false;
+  PageTroubles troubles(w);
+  // Deliberate: [index-destination] to an index file nothing is written, and the core is gone all the same.
+  const LayoutRow* row = row_of(layout);
+  for (int m = 1; m <= count; ++m) {
+    if (row && row->write_core) row->write_core(w, {name.view(), file, troubles}, w.chc(m));
+  }
   const bool written = file.is_open();
-  w.ios = file.close();
-  const bool closed = w.ios == status::ok;
-  return !io_err(w, "Close", name.view()) && written && closed;
+  const int closed = file.close();
+  told_or_end(w, closed, "Close", name.view());
+  return written && closed == status::ok;
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "editing/raw_editor.h"
-#include "formats/file_status.h"
 #include "formats/tucson_raw_layout.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
@@ -35,7 +34,7 @@ class ExchangeReader {
   ExchangedSeries next_series();
   std::int32_t value(int k) const { return values_(k); }
   bool ended() const { return ended_; }
-  void close() { close_told(w, file_, exchange_name); }
+  void close() { told_or_end(w, file_.close(), "Close", exchange_name); }
 
  private:
   bool read_line(int position);
@@ -57,13 +56,12 @@ std::int32_t whole_number(double value) {
 
 // Opens the file and reads its first line. Returns: there was one.
 bool ExchangeReader::begin() {
-  w.ios = file_.open(w.files, exchange_name);
-  if (io_err(w, "Open", exchange_name)) return false;
+  told_or_end(w, file_.open(w.files, exchange_name), "Open", exchange_name);
   std::array<double, values_a_line> values{};
-  w.ios = file_.read(first_line_edit, name_, year_, std::span<double>(values));
-  ended_ = w.ios == status::end_of_file;
+  const int answer = file_.read(first_line_edit, name_, year_, std::span<double>(values));
+  ended_ = answer == status::end_of_file;
   // Deliberate: [bad-first-line] told, and read on.
-  if (io_err(w, "Read", exchange_name)) return false;
+  told_or_end(w, answer, "Read", exchange_name);
   for (int k = 1; k <= values_a_line; ++k) {
     values_(k) = whole_number(values[static_cast<std::size_t>(k - 1)]);
   }
@@ -146,10 +144,8 @@ bool acceptable(Workspace& w, const ExchangedSeries& series, int e) {
 // undoes nothing.
 void edit_write(Workspace& w) {
   TextOutput file;
-  w.ios = file.create(w.files, exchange_name);
-  if (io_err(w, "Open", exchange_name)) return;
-  w.ios = file.close();
-  io_err(w, "Close", exchange_name);
+  told_or_end(w, file.create(w.files, exchange_name), "Open", exchange_name);
+  told_or_end(w, file.close(), "Close", exchange_name);
 }
 
 void edit_read(Workspace& w) {

@@ -1,25 +1,32 @@
 #include "formats/chronology_writer.h"
 
 #include "formats/column_table.h"
-#include "formats/file_status.h"
+#include "formats/file_work.h"
 #include "formats/tucson_index.h"
-#include "toolkit/buttons.h"
+#include "workspace/vorndata.h"
 
 namespace vorn {
 
-void write_ind(Workspace& w) {
-  const bool decades = w.b(button::crn_index).lit;
-  if (!decades && !w.b(button::crn_column).lit) return;
-  const std::string_view name = trimmed(decades ? mlab[3] : mlab[4]);
-  w.mtext(message::crn_written) = name;
-  TextOutput out;
-  told_or_end(w, out.create(w.files, name), "Open", name);
-  if (decades) {
-    write_indcrn(w, out);
-  } else {
-    write_colcrn(w, out);
+std::string_view output_name(ChronologyOutput output) {
+  switch (output) {
+    case ChronologyOutput::index:
+      return trimmed(mlab[3]);
+    case ChronologyOutput::column:
+      return trimmed(mlab[4]);
+    case ChronologyOutput::none:
+      break;
   }
-  told_or_end(w, out.close(), "Close", name);
+  return {};
+}
+
+int write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles) {
+  if (output == ChronologyOutput::none) return status::ok;
+  const std::string_view name = output_name(output);
+  TextOutput out;
+  told(troubles, name, out.create(files, name), "Open");
+  const auto write = output == ChronologyOutput::index ? write_indcrn : write_colcrn;
+  write(w, f, {name, out, troubles});
+  return told(troubles, name, out.close(), "Close");
 }
 
 }  // namespace vorn

@@ -1,13 +1,23 @@
-// The chronology of the current file as a file.
+// A chronology as a file.
 #pragma once
 
-#include "workspace/vorndata.h"
+#include <string_view>
+
+#include "records/files.h"
+#include "records/troubles.h"
+#include "workspace/file_table.h"
+#include "workspace/settings.h"
 
 namespace vorn {
 
-// Writes the chronology of the current file, cf, in the layout that is lit on the start menu: "Index.prn"
-// (button 114, write_indcrn) or else "Column.prn" (button 115, write_colcrn). The name is shown as message
-// line 52. With neither lit nothing is written. Failures are told as "Open", "Write" and "Close".
-void write_ind(Workspace& w);
+// The name of the file that a chronology is written to: "Index.prn" or "Column.prn"; empty where none is
+// chosen.
+std::string_view output_name(ChronologyOutput output);
+
+// Writes the chronology of file f: its decades (write_indcrn) or a table (write_colcrn). With none chosen
+// nothing is written. Failures are told as "Open", "Write" and "Close".
+//
+// Returns the status of the closing.
+int write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles);
 
 }  // namespace vorn

@@ -5,13 +5,12 @@
 #include <filesystem>
 #include <limits>
 
-#include "support/file_bench.h"
-#include "toolkit/buttons.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class ChronologyWriter : public FileBench {
+class ChronologyWriter : public FormatBench {
  protected:
   ChronologyWriter() { w.cnam(1) = "site01.rwl"; }
 
@@ -25,18 +24,17 @@ class ChronologyWriter : public FileBench {
   }
 
   // The lines of the file that a choice of layout makes, without the first.
-  std::vector<std::string> lines(ButtonNumber choice, const std::string& name) {
-    w.b(choice).lit = true;
+  std::vector<std::string> lines(ChronologyOutput choice, const std::string& name) {
+    w.crn_output = choice;
     write_ind(w);
-    w.b(choice).lit = false;
     std::istringstream file(ScratchFolder::read(name));
     std::vector<std::string> all;
     for (std::string line; std::getline(file, line);) all.push_back(line);
     if (!all.empty()) all.erase(all.begin());
     return all;
   }
-  std::vector<std::string> index_lines() { return lines(button::crn_index, "Index.prn"); }
-  std::vector<std::string> column_lines() { return lines(button::crn_column, "Column.prn"); }
+  std::vector<std::string> index_lines() { return lines(ChronologyOutput::index, "Index.prn"); }
+  std::vector<std::string> column_lines() { return lines(ChronologyOutput::column, "Column.prn"); }
 
   // The years that the lines of Index.prn are labelled with.
   std::vector<std::string> labels() {
@@ -118,39 +116,28 @@ TEST_F(ChronologyWriter, ChronologyWithoutYearsIsALineOfFillersOrAHeadingAlone) 
   EXPECT_EQ(column_lines(), std::vector<std::string>{});
 }
 
-TEST_F(ChronologyWriter, ChosenNameIsShownAsMessageLine52) {
-  chronology(1950, {average});
-  index_lines();
-  EXPECT_EQ(w.mtext(MessageNumber{52}).trimmed(), "Index.prn");
-  column_lines();
-  EXPECT_EQ(w.mtext(MessageNumber{52}).trimmed(), "Column.prn");
-}
-
-TEST_F(ChronologyWriter, WithBothChoicesIndexPrnIsWritten) {
-  chronology(1950, {average});
-  w.b(button::crn_column).lit = true;
-  index_lines();
-  EXPECT_TRUE(ScratchFolder::exists("Index.prn"));
-  EXPECT_FALSE(ScratchFolder::exists("Column.prn"));
+TEST_F(ChronologyWriter, OutputsGoByTheirNames) {
+  EXPECT_EQ(output_name(ChronologyOutput::index), "Index.prn");
+  EXPECT_EQ(output_name(ChronologyOutput::column), "Column.prn");
+  EXPECT_EQ(output_name(ChronologyOutput::none), "");
 }
 
 TEST_F(ChronologyWriter, WithNeitherChoiceNothingIsWritten) {
   chronology(1950, {average});
+  w.crn_output = ChronologyOutput::none;
   write_ind(w);
   EXPECT_FALSE(ScratchFolder::exists("Index.prn"));
   EXPECT_FALSE(ScratchFolder::exists("Column.prn"));
-  EXPECT_TRUE(w.mtext(MessageNumber{52}).blank());
 }
 
 TEST_F(ChronologyWriter, AfterAFailedOpenItsOneMessageIsAll) {
   chronology(1950, std::vector(50, average));
   std::filesystem::create_directory("Index.prn");
   std::filesystem::create_directory("Column.prn");
-  w.b(button::crn_index).lit = true;
+  w.crn_output = ChronologyOutput::index;
   write_ind(w);
   EXPECT_EQ(messages(), Messages{"OpenIndex.prn fail err =    21"});
-  w.b(button::crn_index).lit = false;
-  w.b(button::crn_column).lit = true;
+  w.crn_output = ChronologyOutput::column;
   write_ind(w);
   EXPECT_EQ(messages(), Messages{"OpenColumn.prn fail err =    21"});
 }
@@ -159,7 +146,7 @@ TEST_F(ChronologyWriter, AfterAFailedOpenItsOneMessageIsAll) {
 TEST_F(ChronologyWriter, FullDiskIsToldOnceWhenTheFileIsClosed) {
   chronology(1950, {average});
   std::filesystem::create_symlink("/dev/full", "Index.prn");
-  w.b(button::crn_index).lit = true;
+  w.crn_output = ChronologyOutput::index;
   write_ind(w);
   EXPECT_EQ(messages(), Messages{"CloseIndex.prn fail err =    28"});
 }
@@ -167,7 +154,7 @@ TEST_F(ChronologyWriter, FullDiskIsToldOnceWhenTheFileIsClosed) {
 TEST_F(ChronologyWriter, FullDiskIsToldOnceAsWriteWhereItShowsEarlier) {
   chronology(1950, std::vector(12'000, average));
   std::filesystem::create_symlink("/dev/full", "Column.prn");
-  w.b(button::crn_column).lit = true;
+  w.crn_output = ChronologyOutput::column;
   write_ind(w);
   EXPECT_EQ(messages(), Messages{"WriteColumn.prn fail err =    28"});
 }

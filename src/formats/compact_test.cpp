@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/file_bench.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class Compact : public FileBench {
+class Compact : public FormatBench {
  protected:
   void read(const std::string& contents) {
     current_file("site.rwm", contents);
@@ -24,8 +24,8 @@ class Compact : public FileBench {
 
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create(w.files, "out.rwm"), 0);
-    EXPECT_TRUE(write_crec(w, out, i));
+    EXPECT_EQ(out.create(disk, "out.rwm"), 0);
+    EXPECT_TRUE(write_crec(w, writing(out), i));
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("out.rwm");
   }
@@ -208,6 +208,8 @@ TEST_F(Compact, ReadingStopsBehindThe10000thSeriesWithoutAMessage) {
   read(file);
   EXPECT_EQ(w.nc, 10'000);
   EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(limits_passed(read_compact(w), "site.rwm"),
+            std::vector<std::string>{"site.rwm: series behind the 10,000th were not read"});
 }
 
 // --- The writer.
@@ -237,8 +239,8 @@ TEST_F(Compact, FailureIsToldOnceAsWriteD) {
   add_core(1950, std::vector<double>(50'000, 1.0));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
-  EXPECT_FALSE(write_crec(w, out, 1));
+  ASSERT_EQ(out.create(disk, "/dev/full"), 0);
+  EXPECT_FALSE(write_crec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"writeDCORE01 fail err =    28"});
 }
 
@@ -249,7 +251,7 @@ TEST_F(Compact, FailureOfTheHeaderIsToldOnceAsWriteH) {
   TextOutput out;
   ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
-  EXPECT_FALSE(write_crec(w, out, 1));
+  EXPECT_FALSE(write_crec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"writeHCORE01 fail err =    28"});
 }
 

@@ -2,10 +2,9 @@
 #include <string>
 
 #include "formats/core_loading.h"
-#include "formats/file_status.h"
 #include "formats/heidelberg.h"
 #include "formats/heidelberg_layout.h"
-#include "toolkit/messages.h"
+#include "workspace/capacity.h"
 
 namespace vorn {
 namespace {
@@ -21,13 +20,13 @@ using Line = Text<32>;
 // Reads one record after the other; entry i is the one at hand.
 class HeidelbergReader {
  public:
-  HeidelbergReader(Workspace& workspace, TextInput& file, std::string_view file_name)
-      : w(workspace), file_(file), file_name_(file_name) {}
+  HeidelbergReader(SeriesStore& store, TextInput& file, const Reading& reading, ReadDecisions& decided)
+      : w(store), file_(file), reading_(reading), decided_(decided) {}
 
   void read_records();
 
  private:
-  bool next_line(std::string_view label);
+  bool next_line(std::string_view label, const Name& series = {});
   bool at(const KeyedLine& keyed) const { return keyed.begins(line_.view()); }
   void start_record(int i);
   bool read_header(int i, bool& has_data);
@@ -36,22 +35,26 @@ class HeidelbergReader {
   void read_first_year(int i);
   void read_length(int i);
   void read_unit();
-  std::int32_t value(const KeyedLine& keyed, const EditFormat& edit, std::int32_t before);
+  std::int32_t value(int i, const KeyedLine& keyed, const EditFormat& edit, std::int32_t before);
   void read_values(int i);
   void scale(int i);
+  void keep_decisions(int i, std::int64_t first_line);
+  void look_behind_the_limit();
 
-  Workspace& w;
+  SeriesStore& w;
   TextInput& file_;
-  std::string_view file_name_;
+  const Reading& reading_;
+  ReadDecisions& decided_;
   Line line_;
   bool length_seen_ = false;
   double unit_ = 0;  // values a millimetre; 0 where the record does not say
+  UnitBy unit_by_ = UnitBy::mean;
 };
 
 // Reads the next line; its failure is told, the end of the file too. Returns: there may be more.
-bool HeidelbergReader::next_line(std::string_view label) {
+bool HeidelbergReader::next_line(std::string_view label, const Name& series) {
   const int answer = file_.read(line_edit, line_);
-  told_or_end(w, answer, label, file_name_);
+  told_read(reading_, file_, answer, label, series);
   return answer != status::end_of_file;
 }
 
@@ -60,31 +63,39 @@ void HeidelbergReader::start_record(int i) {
   w.fy(i) = w.ly(i) = w.yr(i) = 0;
   length_seen_ = false;
   unit_ = 0;
+  unit_by_ = UnitBy::mean;
 }
 
 // The number that the line carries; what was there before when it is none, which is told.
-std::int32_t HeidelbergReader::value(const KeyedLine& keyed, const EditFormat& edit, std::int32_t before) {
+std::int32_t HeidelbergReader::value(int i, const KeyedLine& keyed, const EditFormat& edit,
+                                     std::int32_t before) {
   std::int32_t number = before;
   const int answer = edit_read(keyed.columns(line_.view()), edit, number);
-  told_or_end(w, answer, "Read ", line_.view());
+  if (answer != status::ok) {
+    Trouble trouble{"Read ", std::string(line_.view()), answer, std::string(trimmed(reading_.file))};
+    trouble.line = file_.line();
+    trouble.column = keyed.first;
+    trouble.series = w.nam(i).trimmed();
+    reading_.troubles.tell(trouble);
+  }
   return number;
 }
 
 void HeidelbergReader::read_last_year(int i) {
-  w.ly(i) = value(last_year_key, year_edit, w.ly(i));
+  w.ly(i) = value(i, last_year_key, year_edit, w.ly(i));
   // Deliberate: [later-date] without a length the year of an earlier line is forgotten; of two dates the
   // later line counts.
   w.fy(i) = length_seen_ ? w.ly(i) - w.yr(i) + 1 : pending;
 }
 
 void HeidelbergReader::read_first_year(int i) {
-  w.fy(i) = value(first_year_key, year_edit, w.fy(i));
+  w.fy(i) = value(i, first_year_key, year_edit, w.fy(i));
   w.ly(i) = length_seen_ ? w.fy(i) + w.yr(i) - 1 : pending;
 }
 
 void HeidelbergReader::read_length(int i) {
   // Deliberate: [negative-length] none, so that no series before it is overwritten.
-  w.yr(i) = std::max(value(length_key, length_edit, w.yr(i)), 0);
+  w.yr(i) = std::max(value(i, length_key, length_edit, w.yr(i)), 0);
   length_seen_ = true;
   // Deliberate: [pending-year] only a pending year follows. The years of a record without dates stay 0, both
   // of them.
@@ -96,6 +107,7 @@ void HeidelbergReader::read_unit() {
   const std::string_view unit = unit_key.columns(line_.view());
   if (unit == "1000") unit_ = 1000.0;
   if (unit == "100 ") unit_ = 100.0;
+  if (unit_ != 0) unit_by_ = UnitBy::unit_line;
 }
 
 void HeidelbergReader::read_key(int i) {
@@ -104,6 +116,8 @@ void HeidelbergReader::read_key(int i) {
   if (at(name_key)) w.nam(i) = Name(name_key.columns(line_.view()));
   if (at(length_key)) read_length(i);
   if (at(unit_key)) read_unit();
+  if (std::ranges::none_of(lines, [this](const KeyedLine& keyed) { return at(keyed); }))
+    decided_.leave_out(file_.line(), file_.line(), NotTaken::unknown_key);
 }
 
 // Reads the header of entry i up to its DATA line. Returns: the file did not end in it.
@@ -114,14 +128,15 @@ bool HeidelbergReader::read_header(int i, bool& has_data) {
     has_data = at(data_key);
     if (has_data) return true;
     read_key(i);
-    if (!next_line("Read3 ")) return false;
+    if (!next_line("Read3 ", w.nam(i))) return false;
   }
+  decided_.leave_out(file_.line(), file_.line(), NotTaken::long_header);
   return true;
 }
 
 // What the file does not hold stays 0.
 void HeidelbergReader::read_values(int i) {
-  told_or_end(w, file_.read(values_edit, w.widths(i)), "Read2 ", file_name_);
+  told_read(reading_, file_, file_.read(values_edit, w.widths(i)), "Read2 ", w.nam(i));
 }
 
 // Turns the values of entry i into mm.
@@ -136,44 +151,67 @@ void HeidelbergReader::scale(int i) {
   for (double& value : values) value /= unit_;
 }
 
+void HeidelbergReader::keep_decisions(int i, std::int64_t first_line) {
+  SeriesRead series{w.nam(i), first_line, file_.line(), w.yr(i), unit_};
+  series.unit_by = unit_by_;
+  decided_.series.push_back(series);
+}
+
+// Whether there would be another record; `line_` is the one behind the last that was read.
+void HeidelbergReader::look_behind_the_limit() {
+  for (int examined = 1; examined <= most_header_lines; ++examined) {
+    if (at(header_key) || at(data_key))
+      return decided_.leave_out(file_.line(), LinesNotTaken::to_the_end, NotTaken::series_limit);
+    if (file_.read(line_edit, line_) != status::ok) return;
+  }
+}
+
 void HeidelbergReader::read_records() {
   if (!next_line("Read1 ")) return;
-  // Deliberate: [silent-limits] what lies behind is not read, and nobody is told.
+  // Deliberate: [silent-limits] what lies behind is not read, and no message tells it.
   for (int i = 1; i <= max_heidelberg_records; ++i) {
     start_record(i);
+    const std::int64_t first_line = file_.line();
     bool has_data = false;
-    if (!read_header(i, has_data)) return;
-    if (!take_places(w, i, w.yr(i))) return;
+    if (!read_header(i, has_data)) return decided_.leave_out(first_line, file_.line(), NotTaken::cut_header);
+    if (!take_places(w, i, w.yr(i), reading_, file_.line()))
+      return decided_.leave_out(first_line, LinesNotTaken::to_the_end, NotTaken::no_room);
     std::ranges::fill(w.widths(i), 0.0);
     if (has_data) read_values(i);
     scale(i);
+    keep_decisions(i, first_line);
     w.nc = i;
-    w.ios = file_.read(line_edit, line_);
-    if (w.ios == status::end_of_file) return;
-    told_or_end(w, w.ios, "Read4", file_name_);
+    const int answer = file_.read(line_edit, line_);
+    if (answer == status::end_of_file) return;
+    told_read(reading_, file_, answer, "Read4");
   }
+  look_behind_the_limit();
 }
 
 }  // namespace
 
-void read_open(Workspace& w, TextInput& file, std::string_view name) {
-  w.fileok = file_exists(w.files, name);
-  if (w.fileok) {
-    told_or_end(w, file.open(w.files, name), "Open", name);
-  } else if (!trimmed(name).ends_with("pth")) {
+bool is_heidelberg(const FirstLine& line) {
+  return header_key.begins(line.view());
+}
+
+void read_open(TextInput& input, const Reading& reading) {
+  if (file_exists(reading.files, reading.file)) {
+    told(reading.troubles, reading.file, input.open(reading.files, reading.file), "Open");
+  } else if (!trimmed(reading.file).ends_with("pth")) {
     // Deliberate: [pth] one that ends so is passed over in silence.
-    out_err(w, std::string(trimmed(name)) + " - Does not exist");
+    tell_words(reading, std::string(trimmed(reading.file)) + " - Does not exist");
   }
 }
 
-void read_heidel(Workspace& w) {
-  const FileName name = w.cnam(w.cf);
+ReadDecisions read_heidel(SeriesStore& w, const Reading& reading) {
+  ReadDecisions decided{Layout::heidelberg};
   TextInput file;
-  read_open(w, file, name.view());
+  read_open(file, reading);
   start_store(w);
-  HeidelbergReader(w, file, name.view()).read_records();
-  close_told(w, file, name.view());
-  finish_cores(w);
+  HeidelbergReader(w, file, reading, decided).read_records();
+  decided.status = close_told(reading, file);
+  decided.missing_rings = finish_cores(w);
+  return decided;
 }
 
 }  // namespace vorn

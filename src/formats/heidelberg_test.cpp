@@ -4,12 +4,12 @@
 
 #include <numeric>
 
-#include "support/file_bench.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class Heidelberg : public FileBench {
+class Heidelberg : public FormatBench {
  protected:
   void read(const std::string& contents) {
     current_file("site.fh", contents);
@@ -27,8 +27,8 @@ class Heidelberg : public FileBench {
 
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create(w.files, "out.fh"), 0);
-    EXPECT_TRUE(write_hrec(w, out, i));
+    EXPECT_EQ(out.create(disk, "out.fh"), 0);
+    EXPECT_TRUE(write_hrec(w, writing(out), i));
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("out.fh");
   }
@@ -256,6 +256,11 @@ TEST_F(Heidelberg, ReadingStopsAt5000RecordsWithoutAMessage) {
   EXPECT_EQ(w.nc, 5000);
   EXPECT_EQ(w.ad(5001), 5001);
   EXPECT_EQ(messages(), Messages{});
+  const ReadDecisions decided = read_heidel(w);
+  ASSERT_EQ(decided.not_taken.size(), 1u);
+  EXPECT_EQ(decided.not_taken[0].first, 30'001);
+  EXPECT_EQ(limits_passed(decided, "site.fh"),
+            std::vector<std::string>{"site.fh: series behind the 5,000th were not read"});
 }
 
 // 121 x 9,999 = 1,209,879 values: the 121st has no room.
@@ -278,19 +283,18 @@ TEST_F(Heidelberg, MissingFileIsToldAsNotExistingAndReadsAsAtItsEnd) {
   read_heidel(w);
   EXPECT_EQ(messages(), (Messages{"gone.fh - Does not exist", "Read1 gone.fh fail err =    -1"}));
   EXPECT_EQ(w.nc, 0);
-  EXPECT_FALSE(w.fileok);
 }
 
 TEST_F(Heidelberg, MissingFileWhoseNameEndsInPthIsPassedOverInSilence) {
   TextInput file;
-  read_open(w, file, "gone.pth   ");
+  read_open(file, {disk, "gone.pth   ", 0, troubles});
   EXPECT_EQ(messages(), Messages{});
   EXPECT_EQ(file.read(EditFormat("(A8)")), status::end_of_file);
 }
 
 TEST_F(Heidelberg, FolderIsToldAsOpen) {
   TextInput file;
-  read_open(w, file, ".");
+  read_open(file, {disk, ".", 0, troubles});
   EXPECT_EQ(messages(), Messages{"Open. fail err =    21"});
 }
 
@@ -342,8 +346,8 @@ TEST_F(Heidelberg, FailureIsToldOnceAsWriteBehindTheData) {
   add_core(1950, std::vector<double>(50'000, 1.0));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
-  EXPECT_FALSE(write_hrec(w, out, 1));
+  ASSERT_EQ(out.create(disk, "/dev/full"), 0);
+  EXPECT_FALSE(write_hrec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
 }
 
@@ -354,7 +358,7 @@ TEST_F(Heidelberg, FailureOfTheHeaderIsToldOnceAsWriteBehindTheData) {
   TextOutput out;
   ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
   for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
-  EXPECT_FALSE(write_hrec(w, out, 1));
+  EXPECT_FALSE(write_hrec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
 }
 

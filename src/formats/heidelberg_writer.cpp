@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "formats/file_status.h"
 #include "formats/heidelberg.h"
 #include "formats/heidelberg_layout.h"
 #include "formats/width_fields.h"
@@ -21,7 +20,7 @@ std::string to_the_left(std::int32_t number) {
 }
 
 // Returns the status of the first line that could not be written.
-int write_header(const Workspace& w, TextOutput& out, int i) {
+int write_header(const SeriesStore& w, TextOutput& out, int i) {
   // Deliberate: [name-to-the-right] the name stands in twelve columns, so that a reader meets four blanks.
   const std::array<int, 6> answers = {out.write(header_line),
                                       out.write(name_line, w.nam(i)),
@@ -36,7 +35,7 @@ int write_header(const Workspace& w, TextOutput& out, int i) {
 }
 
 // The widths of entry i, thousandths, filled up with zeros to whole lines.
-std::vector<Integer> filled_values(const Workspace& w, int i) {
+std::vector<Integer> filled_values(const SeriesStore& w, int i) {
   std::vector<Integer> values = width_fields(w, i, missing_ring);
   while (values.size() % values_a_line != 0) values.emplace_back(0);
   return values;
@@ -44,13 +43,13 @@ std::vector<Integer> filled_values(const Workspace& w, int i) {
 
 }  // namespace
 
-bool write_hrec(Workspace& w, TextOutput& out, int i) {
+bool write_hrec(const SeriesStore& w, const Writing& writing, int i) {
   const Name name = w.nam(i);
-  const int header = write_header(w, out, i);
+  const int header = write_header(w, writing.out, i);
   const std::vector<Integer> values = filled_values(w, i);
-  const int data = out.write(values_line, std::span(values));
+  const int data = writing.out.write(values_line, std::span(values));
   const int answer = header != status::ok ? header : data;  // told once, behind the data
-  told_or_end(w, answer, "Write ", name.view());
+  told_write(writing, answer, "Write ", name);
   return answer == status::ok;
 }
 

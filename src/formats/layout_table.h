@@ -5,7 +5,12 @@
 #include <cstddef>
 #include <string_view>
 
+#include "records/text.h"
+
 namespace vorn {
+
+// As much of each of a file's first lines as is looked at to recognise its layout.
+using FirstLine = Text<85>;
 
 // What stands in the columns `first` to `last` of a line, counted from 1.
 struct LayoutField {

@@ -6,14 +6,8 @@
 #include <filesystem>
 #include <ostream>
 
-#include "formats/compact.h"
-#include "formats/heidelberg.h"
-#include "formats/recognition.h"
-#include "formats/tucson_index.h"
-#include "formats/tucson_raw.h"
+#include "support/format_bench.h"
 #include "support/places.h"
-#include "support/scratch_folder.h"
-#include "support/specimen_store.h"
 
 namespace vorn {
 namespace {
@@ -59,35 +53,22 @@ const RealFile real_files[] = {
     {"wwr.rwl", tucson_raw, 0, 20, 946, 1186, 0, 0},
 };
 
-class RealFiles : public SpecimenStore, public ::testing::WithParamInterface<RealFile> {
+class RealFiles : public FormatBench, public ::testing::WithParamInterface<RealFile> {
  protected:
   void load(const std::string& path) {
     w.cnam(1) = path;
     find_rftyp(w);
-    switch (w.rftype(1)) {
-      case heidelberg:
-        return read_heidel(w);
-      case compact:
-        return read_compact(w);
-      case tucson_raw:
-        return read_raw(w);
-      case tucson_index:
-        return read_ind(w);
-      default:
-        return;
-    }
+    if (row_of(w.rftype(1))) read_as(w.rftype(1));
   }
-  ScratchFolder scratch;
   std::span<const std::int32_t> of_cores(const Table<std::int32_t>& table) { return table.range(1, w.nc); }
 };
 
 TEST_P(RealFiles, LoadAsTheirFiguresSay) {
   const RealFile expected = GetParam();
-  const std::filesystem::path folder = real_files_folder();
-  if (!std::filesystem::exists(folder / expected.name))
-    GTEST_SKIP() << expected.name << " is not at " << folder;
+  const std::filesystem::path real = real_files_folder();
+  if (!std::filesystem::exists(real / expected.name)) GTEST_SKIP() << expected.name << " is not at " << real;
   // Its own path may be longer than the 60 characters of a file name.
-  std::filesystem::copy_file(folder / expected.name, expected.name);
+  std::filesystem::copy_file(real / expected.name, expected.name);
   load(expected.name);
 
   EXPECT_EQ(w.rftype(1), expected.layout);

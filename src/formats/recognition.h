@@ -1,24 +1,29 @@
-// Which of the four layouts a file is read with, decided from its first lines.
+// Which of the layouts a file is read with, decided from its first lines.
 #pragma once
 
-#include "workspace/vorndata.h"
+#include <cstdint>
+#include <string_view>
+
+#include "records/edit_format.h"
+#include "records/files.h"
+#include "records/troubles.h"
+#include "workspace/layout.h"
 
 namespace vorn {
 
-// Sets rftype and rfhead of the current file, cf, from the first lines of the file cnam(cf).
-//
-//   Heidelberg     its first line begins "HEADER:"
-//   compact        its first line has "(" in column 72 and ")" in column 79
-//   Tucson raw     one of its first four lines is the first line of a series: 18 to 79
-//                  columns long, as long as the last digit of the year in columns 9-12
-//                  asks for, and all numbers
-//   Tucson index   one of its first four lines has 80 columns or more and reads as a decade of indices
-//   not recognised otherwise
-//
-// The tests come in this order; between raw and index the length of the line alone decides. rfhead is the
-// number of lines before the one that passed, 0 to 3 (Tucson layouts; otherwise 0).
+// What was decided about a file, and why.
+struct Recognition {
+  Layout layout = Layout::not_recognised;
+  int header_lines = 0;     // before the line that decided, 0 to 3 (Tucson layouts; otherwise 0)
+  std::int64_t line = 0;    // the line that decided, from 1; 0 where none did
+  std::string_view test;    // the test that it passed, in words
+  int status = status::ok;  // of the last operation on the file
+};
+
+// Recognises the layout of a file by its first four lines, each of which is put to the tests of the layouts
+// in the order of their list (layouts.h); the first test that a line passes decides.
 //
 // A file that cannot be opened or read is told as "Open" or "Read" and is not recognised.
-void find_rftyp(Workspace& w);
+Recognition find_rftyp(Files& files, std::string_view file, Troubles& troubles);
 
 }  // namespace vorn

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/file_bench.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class Recognition : public FileBench {
+class Recognition : public FormatBench {
  protected:
   // The layout found in a file of these contents.
   Layout layout_of(std::string_view contents) {

@@ -2,29 +2,14 @@
 
 #include <string>
 
-#include "formats/compact.h"
-#include "formats/file_status.h"
-#include "formats/heidelberg.h"
-#include "formats/tucson_raw.h"
-#include "plot/long_work.h"
-#include "toolkit/buttons.h"
+#include "formats/file_work.h"
+#include "formats/layouts.h"
 
 namespace vorn {
 namespace {
 
 constexpr std::string_view extension = "RWW";
 constexpr int cores_between_reports = 64;
-
-void write_record(Workspace& w, TextOutput& out, int i) {
-  // Deliberate: [no-layout] with none of them lit the file stays empty.
-  if (w.b(button::raw_tucson).lit) {
-    write_rrec(w, out, i);
-  } else if (w.b(button::raw_heidelberg).lit) {
-    write_hrec(w, out, i);
-  } else if (w.b(button::raw_compact).lit) {
-    write_crec(w, out, i);
-  }
-}
 
 }  // namespace
 
@@ -40,17 +25,18 @@ FileName output_name(const FileName& file) {
   return FileName(std::string(name.substr(0, kept)) + std::string(extension));
 }
 
-void write_raw(Workspace& w) {
-  const FileName name = output_name(w.cnam(w.cf));
-  w.mtext(message::raw_name) = name.view();
+int write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
+              const std::function<void(double)>& progress) {
   TextOutput out;
-  told_or_end(w, out.create(w.files, name.view()), "Open", name.view());
-  LongWork work(w.plot, name.trimmed());
+  told(troubles, name.view(), out.create(files, name.view()), "Open");
+  const Writing writing{name.view(), out, troubles};
+  // Deliberate: [no-layout] with none chosen the file stays empty.
+  const LayoutRow* row = row_of(layout);
   for (int i = 1; i <= w.nc; ++i) {
-    write_record(w, out, i);
-    if (i % cores_between_reports == 0) work.at(static_cast<double>(i) / w.nc);
+    if (row && row->write_core) row->write_core(w, writing, i);
+    if (i % cores_between_reports == 0) progress(static_cast<double>(i) / w.nc);
   }
-  told_or_end(w, out.close(), "Close", name.view());
+  return told(troubles, name.view(), out.close(), "Close");
 }
 
 }  // namespace vorn

@@ -1,8 +1,14 @@
 // The cores of the store as a file of ring widths.
 #pragma once
 
-#include "records/text.h"
-#include "workspace/vorndata.h"
+#include <functional>
+#include <string_view>
+
+#include "records/files.h"
+#include "records/troubles.h"
+#include "workspace/layout.h"
+#include "workspace/names.h"
+#include "workspace/series_store.h"
 
 namespace vorn {
 
@@ -11,9 +17,12 @@ namespace vorn {
 // that nothing but "RWW" is left. Cut to 60 characters.
 FileName output_name(const FileName& file);
 
-// Writes cores 1 to nc in the layout that is lit on the start menu (button 111 Tucson raw, 112 Heidelberg,
-// 113 compact) to output_name() of the current file, shown as message line 21. With none lit the file is
-// created empty. Failures are told as "Open", "Close" and by the record writers.
-void write_raw(Workspace& w);
+// Writes cores 1 to nc in a layout to the file `name`. With none chosen (Layout::none) the file is created
+// empty. Failures are told as "Open", "Close" and by the record writers. `progress` is told now and then what
+// share is done, 0 to 1.
+//
+// Returns the status of the closing.
+int write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
+              const std::function<void(double)>& progress);
 
 }  // namespace vorn

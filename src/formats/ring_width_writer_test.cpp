@@ -4,13 +4,12 @@
 
 #include <filesystem>
 
-#include "support/file_bench.h"
-#include "toolkit/buttons.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class RingWidthWriter : public FileBench {
+class RingWidthWriter : public FormatBench {
  protected:
   RingWidthWriter() {
     add_core(1953, {0.1, 0.2});
@@ -34,7 +33,7 @@ TEST_F(RingWidthWriter, ExtensionBecomesRWW) {
 TEST_F(RingWidthWriter, HowFarItIsIsToldOfManyCores) {
   while (w.nc < 128) add_core(1953, {0.1, 0.2});
   write_raw(w);
-  EXPECT_EQ(screen.told, (std::vector<std::pair<std::string, double>>{{"site.RWW", 0.5}, {"site.RWW", 1}}));
+  EXPECT_EQ(shares, (std::vector<double>{0.5, 1}));
 }
 
 TEST_F(RingWidthWriter, PointIsLookedForFromTheEnd) {
@@ -59,25 +58,21 @@ TEST_F(RingWidthWriter, NameIsCutTo60Characters) {
   EXPECT_EQ(name_for(stem + ".rw"), stem + ".RW");
 }
 
-TEST_F(RingWidthWriter, LitButtonChoosesTheLayoutInTheOrderTucsonHeidelbergCompact) {
-  w.b(button::raw_compact).lit = true;
+TEST_F(RingWidthWriter, CoresAreWrittenInTheLayoutChosen) {
+  w.raw_output = Layout::compact;
   write_raw(w);
   EXPECT_EQ(ScratchFolder::read("site.RWW").substr(0, 19), "       2=N    1953=");
-  w.b(button::raw_heidelberg).lit = true;
+  w.raw_output = Layout::heidelberg;
   write_raw(w);
   EXPECT_EQ(ScratchFolder::read("site.RWW").substr(0, 8), "HEADER:\n");
-  w.b(button::raw_tucson).lit = true;
+  w.raw_output = Layout::tucson_raw;
   write_raw(w);
   EXPECT_EQ(ScratchFolder::read("site.RWW"), "CORE01  1953   100   200 -9999\nCORE02  1960   300 -9999\n");
   EXPECT_EQ(messages(), Messages{});
 }
 
-TEST_F(RingWidthWriter, OutputNameIsShownAsMessageLine21) {
-  write_raw(w);
-  EXPECT_EQ(w.mtext(MessageNumber{21}).trimmed(), "site.RWW");
-}
-
-TEST_F(RingWidthWriter, WithNoLayoutLitTheFileIsCreatedEmpty) {
+TEST_F(RingWidthWriter, WithNoLayoutChosenTheFileIsCreatedEmpty) {
+  w.raw_output = Layout::none;
   ScratchFolder::write("site.RWW", "older");
   write_raw(w);
   EXPECT_TRUE(ScratchFolder::exists("site.RWW"));
@@ -86,7 +81,7 @@ TEST_F(RingWidthWriter, WithNoLayoutLitTheFileIsCreatedEmpty) {
 
 TEST_F(RingWidthWriter, AfterAFailedOpenItsOneMessageIsAll) {
   std::filesystem::create_directory("site.RWW");
-  w.b(button::raw_tucson).lit = true;
+  w.raw_output = Layout::tucson_raw;
   write_raw(w);
   EXPECT_EQ(messages(), Messages{"Opensite.RWW fail err =    21"});
   w.cnam(1) = "nowhere/site.rwl";
@@ -96,7 +91,7 @@ TEST_F(RingWidthWriter, AfterAFailedOpenItsOneMessageIsAll) {
 
 TEST_F(RingWidthWriter, FailureAtTheClosingIsToldAsClose) {
   std::filesystem::create_symlink("/dev/full", "site.RWW");
-  w.b(button::raw_tucson).lit = true;
+  w.raw_output = Layout::tucson_raw;
   write_raw(w);
   EXPECT_EQ(messages(), Messages{"Closesite.RWW fail err =    28"});
 }

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <array>
 
-#include "formats/file_status.h"
 #include "formats/tucson_index.h"
 #include "formats/tucson_index_layout.h"
+#include "workspace/capacity.h"
 
 namespace vorn {
 namespace {
@@ -14,7 +14,10 @@ constexpr int last_position_read = max_years + 20;  // a little beyond what a co
 // Deliberate: [eleven-years] no more of them are cut off, though a file may end in more.
 constexpr int longest_walk_back = 11;
 
+constexpr std::size_t shortest_line = 80;  // of one that is recognised
+
 const EditFormat header_edit("(A140)");
+const EditFormat recognition_edit("(6X,I4,10(I4,I3),A5)");
 
 // The ten years of a line: index, depth, index, …
 using Decade = std::array<std::int32_t, fields_a_line>;
@@ -27,61 +30,104 @@ int decade_start(std::int32_t first_year) {
   return (first_year / 10 - 1) * 10 - first_year;
 }
 
-// Puts the years of a line that begins at `position` into the column, as far as they lie in it. Returns the
-// last position that is filled.
-int store_decade(Workspace& w, const Decade& decade, int position) {
+class IndexReader {
+ public:
+  IndexReader(FileTable& files, int f, TextInput& file, const Reading& reading, ReadDecisions& decided)
+      : w(files), f_(f), file_(file), reading_(reading), decided_(decided) {}
+
+  void read_headers();
+  // Returns the last position filled.
+  int read_decades();
+  int last_year_with_data(int filled) const;
+
+ private:
+  int store_decade(int position);
+  void keep_decisions(int position);
+
+  FileTable& w;
+  int f_;
+  TextInput& file_;
+  const Reading& reading_;
+  ReadDecisions& decided_;
+  Decade decade_{};  // the one read last
+};
+
+void IndexReader::read_headers() {
+  Text<140> line;
+  for (int k = 1; k <= reading_.header_lines; ++k) {
+    told_read(reading_, file_, file_.read(header_edit, line), "Read1");
+    decided_.leave_out(file_.line(), file_.line(), NotTaken::header);
+  }
+}
+
+// Puts the years of the line read last, which begins at `position`, into the column, as far as they lie in
+// it. Returns the last position that is filled.
+int IndexReader::store_decade(int position) {
   const int last = std::min(position + years_a_line - 1, max_years);
   for (int k = std::max(position, 1); k <= last; ++k) {
     const std::size_t pair = 2 * static_cast<std::size_t>(k - position);
-    w.crn(k, w.cf) = decade[pair];
-    w.num(k, w.cf) = decade[pair + 1];
+    w.crn(k, f_) = decade_[pair];
+    w.num(k, f_) = decade_[pair + 1];
   }
+  keep_decisions(position);
   return last;
+}
+
+// Whether the line has years with data for which there is no place.
+void IndexReader::keep_decisions(int position) {
+  for (int k = std::max(max_years + 1, position); k < position + years_a_line; ++k) {
+    if (decade_[2 * static_cast<std::size_t>(k - position)] == no_data) continue;
+    return decided_.leave_out(file_.line(), LinesNotTaken::to_the_end, NotTaken::year_limit);
+  }
 }
 
 // The last of the `filled` positions that is a year with data, at most eleven back and not before 0.
-int last_year_with_data(const Workspace& w, int filled) {
+int IndexReader::last_year_with_data(int filled) const {
   const int lowest = std::max(filled - longest_walk_back, 0);
   int last = filled;
-  while (last > lowest && w.crn(last, w.cf) == no_data) --last;
+  while (last > lowest && w.crn(last, f_) == no_data) --last;
   return last;
 }
 
-// Reads the decades. Returns the last position filled.
-int read_decades(Workspace& w, TextInput& file, std::string_view name) {
+int IndexReader::read_decades() {
   Text<6> site;
-  Decade decade{};
-  w.cfy(w.cf) = 0;
-  told_or_end(w, file.read(first_line_edit, site, w.cfy(w.cf), std::span(decade)), "Read2", name);
-  if (site(6) == '-') w.cfy(w.cf) = -w.cfy(w.cf);
-  const int start = decade_start(w.cfy(w.cf)) + 1;
-  int filled = store_decade(w, decade, start);
+  w.cfy(f_) = 0;
+  told_read(reading_, file_, file_.read(first_line_edit, site, w.cfy(f_), std::span(decade_)), "Read2");
+  if (site(6) == '-') w.cfy(f_) = -w.cfy(f_);
+  const int start = decade_start(w.cfy(f_)) + 1;
+  int filled = store_decade(start);
   for (int position = start + years_a_line; position <= last_position_read; position += years_a_line) {
     // Deliberate: [later-labels] their years are not looked at.
-    const int answer = file.read(line_edit, std::span(decade));
-    w.ios = answer;
+    const int answer = file_.read(line_edit, std::span(decade_));
     if (answer == status::end_of_file) break;
     // Deliberate: [statistics-line] a line that is no decade is told and gives ten years.
-    told_or_end(w, answer, "Read3", name);
-    filled = store_decade(w, decade, position);
+    told_read(reading_, file_, answer, "Read3");
+    filled = store_decade(position);
   }
   return filled;
 }
 
 }  // namespace
 
-void read_ind(Workspace& w) {
-  const FileName name = w.cnam(w.cf);
+bool is_index_decade(const FirstLine& line) {
+  if (line.trimmed().size() < shortest_line) return false;
+  std::int32_t year = 0;
+  Decade decade{};
+  Text<5> label;
+  return edit_read(line.view(), recognition_edit, year, std::span(decade), label) == status::ok;
+}
+
+ReadDecisions read_ind(FileTable& w, int f, const Reading& reading) {
+  ReadDecisions decided{Layout::tucson_index, reading.header_lines};
   TextInput file;
-  told_or_end(w, file.open(w.files, name.view()), "Open", name.view());
-  for (int k = 1; k <= w.rfhead(w.cf); ++k) {
-    w.ios = file.read(header_edit, w.mess);
-    if (io_err(w, "Read1", name.view())) return;  // never: see io_err
-  }
-  const int filled = read_decades(w, file, name.view());
-  close_told(w, file, name.view());
-  w.cyr(w.cf) = last_year_with_data(w, filled);
-  w.cly(w.cf) = w.cfy(w.cf) + w.cyr(w.cf) - 1;
+  told(reading.troubles, reading.file, file.open(reading.files, reading.file), "Open");
+  IndexReader reader(w, f, file, reading, decided);
+  reader.read_headers();
+  const int filled = reader.read_decades();
+  decided.status = close_told(reading, file);
+  w.cyr(f) = reader.last_year_with_data(filled);
+  w.cly(f) = w.cfy(f) + w.cyr(f) - 1;
+  return decided;
 }
 
 }  // namespace vorn

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/file_bench.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 // Index and depth of one year.
 using Year = std::pair<int, int>;
 
-class TucsonIndex : public FileBench {
+class TucsonIndex : public FormatBench {
  protected:
   void read(const std::string& contents) {
     current_file("site.crn", contents);
@@ -38,8 +38,8 @@ class TucsonIndex : public FileBench {
 
   std::string written() {
     TextOutput out;
-    EXPECT_EQ(out.create(w.files, "Index.prn"), 0);
-    write_indcrn(w, out);
+    EXPECT_EQ(out.create(disk, "Index.prn"), 0);
+    write_indcrn(w, w.cf, {"Index.prn", out, troubles});
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("Index.prn");
   }
@@ -204,10 +204,28 @@ TEST_F(TucsonIndex, MissingHeaderLinesAreToldAsRead1AndAMissingFirstLineAsRead2)
   EXPECT_EQ(w.cly(1), -1);
 }
 
-TEST_F(TucsonIndex, HeaderLinesPassThroughTheMessageBuffer) {
-  w.rfhead(1) = 1;
-  read("SITE of interest\n" + decade("SITE", 1950, ten(100)));
-  EXPECT_EQ(w.mess.trimmed(), "SITE of interest");
+TEST_F(TucsonIndex, HeaderLinesAreKeptAsLinesNotTaken) {
+  w.rfhead(1) = 2;
+  current_file("site.crn", "SITE of interest\nOak\n" + decade("SITE", 1950, ten(100)));
+  const ReadDecisions decided = read_ind(w);
+  ASSERT_EQ(decided.not_taken.size(), 1u);
+  EXPECT_EQ(decided.not_taken[0].first, 1);
+  EXPECT_EQ(decided.not_taken[0].last, 2);
+  EXPECT_EQ(decided.not_taken[0].why, NotTaken::header);
+}
+
+TEST_F(TucsonIndex, YearsBehindThe12000thAreLeftOutAndThatIsKept) {
+  std::string file;
+  for (int k = 0; k < 1200; ++k) file += decade("SITE", 0, ten(100));
+  current_file("site.crn", decade("SITE", 1950, ten(100)) + file);
+  const ReadDecisions decided = read_ind(w);
+  EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(w.cyr(1), max_years);
+  ASSERT_EQ(decided.not_taken.size(), 1u);
+  EXPECT_EQ(decided.not_taken[0].first, 1201);
+  EXPECT_EQ(decided.not_taken[0].last, LinesNotTaken::to_the_end);
+  EXPECT_EQ(limits_passed(decided, "site.crn"),
+            std::vector<std::string>{"site.crn: years behind the 12,000th were not read"});
 }
 
 TEST_F(TucsonIndex, MissingFileIsToldAsOpen) {

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "formats/file_status.h"
 #include "formats/tucson_index.h"
 #include "formats/tucson_index_layout.h"
 
@@ -9,8 +8,6 @@ namespace vorn {
 namespace {
 
 using namespace tucson_index;
-
-constexpr std::string_view output_name = "Index.prn";
 
 // Years of the first decade before the chronology's first year.
 // Deliberate: [early-labels] of years 0, -10, -20 … it is 10, a whole line of fillers.
@@ -21,7 +18,7 @@ int leading_years(std::int32_t first_year) {
 
 // Index and depth of each year, with fillers before the first and behind the last: `leading` + `years` + 10
 // pairs.
-std::vector<Integer> filled_decades(const Workspace& w, int leading, int years) {
+std::vector<Integer> filled_decades(const FileTable& w, int f, int leading, int years) {
   std::vector<Integer> pairs;
   const auto add = [&pairs](Integer index, std::int32_t depth) {
     pairs.push_back(index);
@@ -29,9 +26,9 @@ std::vector<Integer> filled_decades(const Workspace& w, int leading, int years) 
   };
   for (int k = 1; k <= leading; ++k) add(no_data, 0);
   for (int k = 1; k <= years; ++k) {
-    const std::int32_t depth = w.num(k, w.cf);
+    const std::int32_t depth = w.num(k, f);
     // Deliberate: [negative-depth] without data here, with it in the table of three columns.
-    add(depth > 0 ? thousandths(w.crn(k, w.cf)) : Integer(no_data), depth);
+    add(depth > 0 ? thousandths(w.crn(k, f)) : Integer(no_data), depth);
   }
   for (int k = 1; k <= years_a_line; ++k) add(no_data, 0);
   return pairs;
@@ -39,13 +36,13 @@ std::vector<Integer> filled_decades(const Workspace& w, int leading, int years) 
 
 }  // namespace
 
-void write_indcrn(Workspace& w, TextOutput& out) {
-  const FileName name = w.cnam(w.cf);
-  told_or_end(w, out.write(title_line, name), "Write", output_name);
+void write_indcrn(const FileTable& w, int f, const Writing& writing) {
+  const FileName name = w.cnam(f);
+  told(writing.troubles, writing.file, writing.out.write(title_line, name), "Write");
 
-  const std::int32_t first_year = w.cfy(w.cf);
-  const int years = w.cyr(w.cf), leading = leading_years(first_year);
-  const std::vector<Integer> pairs = filled_decades(w, leading, years);
+  const std::int32_t first_year = w.cfy(f);
+  const int years = w.cyr(f), leading = leading_years(first_year);
+  const std::vector<Integer> pairs = filled_decades(w, f, leading, years);
   const int lines = (years + leading) / 10 + 1;  // none where a record without a length left years below 0
   for (int line = 1; line <= lines; ++line) {
     // The first line is labelled with the first year by this rule where that is positive; the labels of years
@@ -53,7 +50,8 @@ void write_indcrn(Workspace& w, TextOutput& out) {
     const std::int32_t label = first_year / 10 * 10 + 10 * (line - 1) + (line == 1 ? leading : 0);
     const auto decade =
         std::span(pairs).subspan(static_cast<std::size_t>(line - 1) * fields_a_line, fields_a_line);
-    told_or_end(w, out.write(decade_line, name.view().substr(0, 6), label, decade), "Write", output_name);
+    const int answer = writing.out.write(decade_line, name.view().substr(0, 6), label, decade);
+    told(writing.troubles, writing.file, answer, "Write");
   }
 }
 

@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 #include "formats/core_loading.h"
-#include "formats/file_status.h"
 #include "formats/tucson_raw.h"
 #include "formats/tucson_raw_layout.h"
+#include "workspace/capacity.h"
+#include "workspace/table.h"
 
 namespace vorn {
 namespace {
@@ -13,29 +16,45 @@ using namespace tucson_raw;
 constexpr int most_further_lines = 1'003;  // of one series, behind its first
 constexpr int value_places = (most_further_lines + 1) * values_a_line;
 
+// Of a line that is recognised; one of 80 columns may be indices.
+constexpr std::size_t shortest_decade = 18;  // name, year and one value
+constexpr std::size_t full_decade = 72, value_width = 6, first_index_length = 80;
+
 const EditFormat header_edit("(A8)");
+const EditFormat year_edit("(I4)");
+const EditFormat digit_edit("(I1)");
+const EditFormat recognition_edit("(8X,I4,10I6)");
+
+// What ended the lines of a series.
+enum class Ending { end_of_file, blank_name, broken_off, next_series, split };
+
+bool ends_the_file(Ending ending) {
+  return ending != Ending::next_series && ending != Ending::split;
+}
 
 class RawReader {
  public:
-  RawReader(Workspace& workspace, TextInput& file, std::string_view file_name)
-      : w(workspace), file_(file), file_name_(file_name) {}
+  RawReader(SeriesStore& store, TextInput& file, const Reading& reading, ReadDecisions& decided)
+      : w(store), file_(file), reading_(reading), decided_(decided) {}
 
+  void read_headers();
   void read_series();
   // Of the first line, which is not told.
   int first_status() const { return first_status_; }
 
  private:
   void read_first_line();
-  void read_line();
+  int read_line();
   void start_series(int i);
-  bool file_ended_behind(int i);
+  Ending read_further_lines(int i);
   bool continues(int i);
   int find_end_mark() const;
-  bool store_series(int i);
+  bool store_series(int i, std::int64_t first_line, Ending ending);
 
-  Workspace& w;
+  SeriesStore& w;
   TextInput& file_;
-  std::string_view file_name_;
+  const Reading& reading_;
+  ReadDecisions& decided_;
   // The line read last. Deliberate: [older-values] a field that is no number leaves what the line before had
   // there.
   Name name_;
@@ -45,20 +64,27 @@ class RawReader {
   int first_status_ = status::ok;
 };
 
+void RawReader::read_headers() {
+  for (int k = 1; k <= reading_.header_lines; ++k) {
+    told_read(reading_, file_, file_.read(header_edit), "Read Headers ");
+    decided_.leave_out(file_.line(), file_.line(), NotTaken::header);
+  }
+}
+
 // Deliberate: [first-line-untold] a first line that cannot be read is not told; what was read of it is kept.
 void RawReader::read_first_line() {
   w.nam(1) = Name();
   w.fy(1) = 0;
   first_status_ = file_.read(line_edit, w.nam(1), w.fy(1), values_.range(1, values_a_line));
-  w.ios = first_status_;
   if (w.nam(1)(8) == '-') w.fy(1) = -w.fy(1);
 }
 
 // Its values go to position_ on. That moves on even when there was no further line, so that the search for
 // the end mark always finds the last one of the series in the same place.
-void RawReader::read_line() {
-  w.ios = file_.read(line_edit, name_, year_, values_.range(position_, values_a_line));
+int RawReader::read_line() {
+  const int answer = file_.read(line_edit, name_, year_, values_.range(position_, values_a_line));
   position_ += values_a_line;
+  return answer;
 }
 
 // Makes the line read last the first one of entry i.
@@ -71,21 +97,21 @@ void RawReader::start_series(int i) {
   w.fy(i) = name_(8) == '-' ? -year_ : year_;
 }
 
-// Reads the further lines of entry i and the line that ends it. Returns: the file ended.
-bool RawReader::file_ended_behind(int i) {
+// Reads the further lines of entry i and the line that ends it.
+Ending RawReader::read_further_lines(int i) {
   position_ = first_decade_end(w.fy(i)) + 1;
   for (int line = 1; line <= most_further_lines; ++line) {
-    read_line();
-    if (w.ios == status::end_of_file) return true;
+    const int answer = read_line();
+    if (answer == status::end_of_file) return Ending::end_of_file;
     // Deliberate: [blank-name] it ends the file without a message, even if the rest of its line is bad.
-    const bool broken_off = status::of_system(w.ios);
-    if (name_.blank() && !broken_off) return true;
-    told_or_end(w, w.ios, "Read2", file_name_);
-    if (broken_off) return true;
-    if (!continues(i)) return false;
+    const bool broken_off = status::of_system(answer);
+    if (name_.blank() && !broken_off) return Ending::blank_name;
+    told_read(reading_, file_, answer, "Read2", w.nam(i));
+    if (broken_off) return Ending::broken_off;
+    if (!continues(i)) return Ending::next_series;
   }
   // Deliberate: [silent-limits] a series too long is split; its last line starts the next one.
-  return false;
+  return Ending::split;
 }
 
 // Whether the line read last goes on with entry i.
@@ -112,44 +138,84 @@ int RawReader::find_end_mark() const {
 }
 
 // Puts the values of entry i into the pool, mm. Returns: it had room for them.
-bool RawReader::store_series(int i) {
+bool RawReader::store_series(int i, std::int64_t first_line, Ending ending) {
   const int mark = find_end_mark();
   // Deliberate: [no-end-mark] without a mark the whole line is lost and the value before it too.
   const int end = mark > 0 ? mark : std::max(position_ - 2 * values_a_line - 1, 1);
-  if (!take_places(w, i, end - 1)) return false;
+  if (!take_places(w, i, end - 1, reading_, file_.line())) {
+    decided_.leave_out(first_line, LinesNotTaken::to_the_end, NotTaken::no_room);
+    return false;
+  }
   w.ly(i) = w.fy(i) + w.yr(i) - 1;
   // Deliberate: [no-end-mark] hundredths, too.
   const double unit = mark > 0 && values_(mark) == end_of_thousandths ? 1000.0 : 100.0;
   for (int k = 1; k <= w.yr(i); ++k) w.x(w.ad(i) + k - 1) = values_(k) / unit;
+
+  const bool no_further_line = ending == Ending::end_of_file || ending == Ending::broken_off;
+  SeriesRead series{w.nam(i), first_line, file_.line() - (no_further_line ? 0 : 1), w.yr(i), unit};
+  series.end_mark = mark > 0;
+  if (mark > 0) series.unit_by = unit == 1000.0 ? UnitBy::thousandths_mark : UnitBy::hundredths_mark;
+  series.split = ending == Ending::split;
+  if (mark == 0) decided_.leave_out(series.last_line, series.last_line, NotTaken::no_end_mark);
+  decided_.series.push_back(series);
   return true;
 }
 
 void RawReader::read_series() {
   read_first_line();
-  // Deliberate: [silent-limits] what lies behind is not read, and nobody is told.
-  for (int i = 1; i <= max_series; ++i) {
-    const bool ended = file_ended_behind(i);
-    if (!store_series(i)) return;
+  for (int i = 1;; ++i) {
+    // The first line of a series was read before; of a split one it is the last of the part before, too.
+    const std::int64_t first_line = file_.line();
+    const Ending ending = read_further_lines(i);
+    if (!store_series(i, first_line, ending)) return;
     w.nc = i;
-    if (ended) return;
+    if (ends_the_file(ending)) {
+      if (ending == Ending::blank_name)
+        decided_.leave_out(file_.line(), LinesNotTaken::to_the_end, NotTaken::behind_end);
+      return;
+    }
+    // Deliberate: [silent-limits] what lies behind is not read, and no message tells it.
+    if (i == max_series)
+      return decided_.leave_out(file_.line(), LinesNotTaken::to_the_end, NotTaken::series_limit);
     start_series(i + 1);
   }
 }
 
+// Years of the first decade before the one that the line begins with.
+bool decade_offset(const FirstLine& line, std::int32_t& offset) {
+  std::int32_t year = 0;
+  if (edit_read(line.view().substr(8, 4), year_edit, year) != status::ok) return false;
+  if (edit_read(line.view().substr(11, 1), digit_edit, offset) != status::ok) return false;
+  // Years before 0 run towards 0: the first line holds the other part of its decade.
+  const bool backwards = year < 0 || (year > 999 && line(8) == '-');
+  if (offset != 0 && backwards) offset = 10 - offset;
+  return true;
+}
+
 }  // namespace
 
-void read_raw(Workspace& w) {
-  const FileName name = w.cnam(w.cf);
+bool starts_raw_series(const FirstLine& line) {
+  const std::size_t length = line.trimmed().size();
+  // Deliberate: [length-decides] the length alone tells widths from indices.
+  if (length < shortest_decade || length >= first_index_length) return false;
+  std::int32_t offset = 0, year = 0;
+  if (!decade_offset(line, offset)) return false;
+  if (length != full_decade - value_width * static_cast<std::size_t>(offset)) return false;
+  std::array<std::int32_t, values_a_line> values{};
+  return edit_read(line.view(), recognition_edit, year, std::span(values)) == status::ok;
+}
+
+ReadDecisions read_raw(SeriesStore& w, const Reading& reading) {
+  ReadDecisions decided{Layout::tucson_raw, reading.header_lines};
   TextInput file;
-  told_or_end(w, file.open(w.files, name.view()), "Open", name.view());
-  for (int k = 1; k <= w.rfhead(w.cf); ++k) {
-    told_or_end(w, file.read(header_edit), "Read Headers ", name.view());
-  }
+  told(reading.troubles, reading.file, file.open(reading.files, reading.file), "Open");
   start_store(w);
-  RawReader reader(w, file, name.view());
+  RawReader reader(w, file, reading, decided);
+  reader.read_headers();
   reader.read_series();
-  close_told(w, file, name.view(), reader.first_status());
-  finish_cores(w);
+  decided.status = close_told(reading, file, reader.first_status());
+  decided.missing_rings = finish_cores(w);
+  return decided;
 }
 
 }  // namespace vorn

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "formats/tucson_raw.h"
-#include "support/file_bench.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class TucsonRawReader : public FileBench {
+class TucsonRawReader : public FormatBench {
  protected:
   void read(const std::string& contents) {
     current_file("site.rwl", contents);
@@ -261,6 +261,11 @@ TEST_F(TucsonRawReader, SeriesOfMoreThan1003FurtherLinesIsSplitAtThe1003rd) {
   EXPECT_EQ(w.fy(2), 9030);
   EXPECT_EQ(w.yr(2), 11);
   EXPECT_EQ(messages(), Messages{});
+  const ReadDecisions decided = read_raw(w);
+  EXPECT_TRUE(decided.series[0].split);
+  EXPECT_FALSE(decided.series[1].split);
+  EXPECT_EQ(limits_passed(decided, "site.rwl"),
+            std::vector<std::string>{"site.rwl: CORE01 is too long for one series and was split"});
 }
 
 TEST_F(TucsonRawReader, ReadingStopsBehindThe10000thSeriesWithoutAMessage) {
@@ -271,6 +276,8 @@ TEST_F(TucsonRawReader, ReadingStopsBehindThe10000thSeriesWithoutAMessage) {
   EXPECT_EQ(w.nam(10'000).trimmed(), "10000");
   EXPECT_EQ(w.ad(10'001), 10'001);
   EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(limits_passed(read_raw(w), "site.rwl"),
+            std::vector<std::string>{"site.rwl: series behind the 10,000th were not read"});
 }
 
 // 300 series of 4,001 rings would be 1,200,300: the 300th has no room.

@@ -4,7 +4,6 @@
 #include "formats/tucson_raw.h"
 #include "formats/tucson_raw_layout.h"
 #include "formats/width_fields.h"
-#include "toolkit/messages.h"
 
 namespace vorn {
 namespace {
@@ -12,7 +11,7 @@ namespace {
 using namespace tucson_raw;
 
 // The widths of entry i, thousandths, with the end mark behind them.
-std::vector<Integer> marked_values(const Workspace& w, int i) {
+std::vector<Integer> marked_values(const SeriesStore& w, int i) {
   std::vector<Integer> values = width_fields(w, i, missing_ring);
   values.emplace_back(end_of_thousandths);
   return values;
@@ -27,16 +26,15 @@ int write_line(TextOutput& out, const Name& name, std::int32_t year, std::span<c
 
 }  // namespace
 
-bool write_rrec(Workspace& w, TextOutput& out, int i) {
+bool write_rrec(const SeriesStore& w, const Writing& writing, int i) {
   const Name name = w.nam(i);
   const std::vector<Integer> values = marked_values(w, i);
   bool whole = true;
   auto room = static_cast<std::size_t>(first_decade_end(w.fy(i)));
   for (std::size_t first = 0; first < values.size(); room = values_a_line) {
     const auto line = std::span(values).subspan(first, std::min(room, values.size() - first));
-    w.ios = write_line(out, name, w.fy(i) + static_cast<std::int32_t>(first), line);
-    whole = whole && w.ios == status::ok;
-    if (io_err(w, "Write", name.view())) return false;  // never: see io_err
+    const int answer = write_line(writing.out, name, w.fy(i) + static_cast<std::int32_t>(first), line);
+    whole = told_write(writing, answer, "Write", name) == status::ok && whole;
     first += line.size();
   }
   return whole;

@@ -3,18 +3,18 @@
 #include <limits>
 
 #include "formats/tucson_raw.h"
-#include "support/file_bench.h"
+#include "support/format_bench.h"
 
 namespace vorn {
 namespace {
 
-class TucsonRawWriter : public FileBench {
+class TucsonRawWriter : public FormatBench {
  protected:
   // What entry i looks like as a file.
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create(w.files, "out.rwl"), 0);
-    EXPECT_TRUE(write_rrec(w, out, i));
+    EXPECT_EQ(out.create(disk, "out.rwl"), 0);
+    EXPECT_TRUE(write_rrec(w, writing(out), i));
     EXPECT_EQ(out.close(), 0);
     return ScratchFolder::read("out.rwl");
   }
@@ -132,8 +132,8 @@ TEST_F(TucsonRawWriter, FailureIsToldOnceAsWriteWithTheNameOfTheSeries) {
   add_core(1950, widths_up_to(50'000));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
-  EXPECT_FALSE(write_rrec(w, out, 1));
+  ASSERT_EQ(out.create(disk, "/dev/full"), 0);
+  EXPECT_FALSE(write_rrec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"WriteCORE01 fail err =    28"});
 }
 

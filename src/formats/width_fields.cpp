@@ -2,7 +2,7 @@
 
 namespace vorn {
 
-std::vector<Integer> width_fields(const Workspace& w, int i, std::int32_t missing_ring) {
+std::vector<Integer> width_fields(const SeriesStore& w, int i, std::int32_t missing_ring) {
   std::vector<Integer> fields;
   for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
     fields.push_back(w.xok(p) ? thousandths(w.x(p)) : Integer(missing_ring));

@@ -1,18 +1,16 @@
 #include "loading/startup.h"
 
 #include "chronology/index_pipeline.h"
-#include "formats/compact.h"
-#include "formats/file_status.h"
-#include "formats/heidelberg.h"
+#include "formats/layouts.h"
 #include "formats/recognition.h"
-#include "formats/tucson_index.h"
-#include "formats/tucson_raw.h"
+#include "loading/saving.h"
 #include "plot/long_work.h"
 #include "plot/plot.h"
 #include "records/text_file.h"
 #include "statistics/chronology_summary.h"
 #include "toolkit/buttons.h"
 #include "toolkit/messages.h"
+#include "toolkit/page_troubles.h"
 
 namespace vorn {
 namespace {
@@ -25,22 +23,6 @@ const EditFormat setting_edit("(I5)");
 constexpr int name_column = 200, layout_column = 920;
 constexpr int first_row = 260, row_height = 39;
 
-// Deliberate: [tuscon] "Tuscon" is what this program has always called it.
-std::string_view layout_name(Layout layout) {
-  switch (layout) {
-    case Layout::heidelberg:
-      return "Heidelberg";
-    case Layout::compact:
-      return "Compact";
-    case Layout::tucson_raw:
-      return "Tuscon Raw";
-    case Layout::tucson_index:
-      return "Tuscon Indices";
-    default:
-      return "Format not recognised";
-  }
-}
-
 void set_defaults(Workspace& w) {
   w.show_width(100);
   w.scy = -140.0 / 3.0;
@@ -51,6 +33,8 @@ void set_defaults(Workspace& w) {
   w.jpr = 11;
   w.ss = 32;
   w.chok = w.logon = w.aron = w.splineon = w.lineon = w.indon = true;
+  w.raw_output = Layout::tucson_raw;
+  w.crn_output = ChronologyOutput::index;
 }
 
 void show_settings(Workspace& w) {
@@ -59,6 +43,7 @@ void show_settings(Workspace& w) {
   w.b(button::display_width).label = edit(setting_edit, w.sl);
   w.b(button::segment_length).label = edit(setting_edit, w.seg);
   w.b(button::segment_overlap).label = edit(setting_edit, w.olap);
+  show_outputs(w);
 }
 
 // Recognises file f of the list, as the current file, if it exists.
@@ -71,7 +56,7 @@ void look_at_file(Workspace& w, int f) {
 
 // What file f of the list is, in the words of the listing.
 std::string_view what_it_is(Workspace& w, int f) {
-  return w.rawok(f) ? layout_name(w.rftype(f)) : "File does not exist ";
+  return w.rawok(f) ? name_of(w.rftype(f)) : "File does not exist ";
 }
 
 void show_file(Workspace& w, int f) {
@@ -81,12 +66,8 @@ void show_file(Workspace& w, int f) {
   w.plot.show();
 }
 
-bool holds_ring_widths(Layout layout) {
-  return layout == Layout::heidelberg || layout == Layout::compact || layout == Layout::tucson_raw;
-}
-
 bool is_usable(Workspace& w, int f) {
-  return w.rawok(f) && (holds_ring_widths(w.rftype(f)) || w.rftype(f) == Layout::tucson_index);
+  return w.rawok(f) && row_of(w.rftype(f));
 }
 
 // The listing is gone as soon as the files are loaded. Lines of blanks name no file.
@@ -145,7 +126,7 @@ void read_list(Workspace& w) {
     show_file(w, f);
     w.nfil = f;
   }
-  close_told(w, list, list_name);
+  told_or_end(w, list.close(), "Close", list_name);
 }
 
 void check_files(Workspace& w) {
@@ -161,24 +142,25 @@ void check_files(Workspace& w) {
   w.cf = 1;
 }
 
+void find_rftyp(Workspace& w) {
+  PageTroubles troubles(w);
+  const FileName name = w.cnam(w.cf);
+  const Recognition found = find_rftyp(w.files, name.view(), troubles);
+  w.ios = found.status;
+  w.rftype(w.cf) = found.layout;
+  w.rfhead(w.cf) = found.header_lines;
+}
+
 void init_raw(Workspace& w, Layout layout) {
-  switch (layout) {
-    case Layout::heidelberg:
-      read_heidel(w);
-      break;
-    case Layout::compact:
-      read_compact(w);
-      break;
-    case Layout::tucson_raw:
-      read_raw(w);
-      break;
-    case Layout::tucson_index:
-      read_ind(w);
-      return;
-    default:
-      return;
-  }
-  data_man2(w);
+  const LayoutRow* row = row_of(layout);
+  if (!row) return;
+  PageTroubles troubles(w);
+  const FileName name = w.cnam(w.cf);
+  const Reading reading{w.files, name.view(), w.rfhead(w.cf), troubles};
+  const ReadDecisions decided =
+      row->read_cores ? row->read_cores(w, reading) : row->read_chronology(w, w.cf, reading);
+  w.ios = decided.status;
+  if (row->read_cores) data_man2(w);
 }
 
 }  // namespace vorn

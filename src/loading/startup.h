@@ -10,7 +10,8 @@ namespace vorn {
 void init_start(Workspace& w);
 
 // Reads the names of up to 100 files from the list file "Vorn.fil", one a line of up to 60 characters; lines
-// behind the 100th are ignored. Each file that exists is recognised, and listed on the page as it comes up.
+// behind the 100th are ignored. Each file that exists is recognised, and
+// listed on the page as it comes up.
 //
 // Without a list file: throws ProgramEnd(EndReason::cannot_go_on) after a message. Failures to open or read
 // it are told as "Open" and "Read".
@@ -22,8 +23,13 @@ void read_list(Workspace& w);
 // name listed.
 void check_files(Workspace& w);
 
+// Sets rftype and rfhead of the current file, cf, from the first lines of the file cnam(cf); troubles are
+// told on the page.
+void find_rftyp(Workspace& w);
+
 // Loads the current file, cf, with the reader of that `layout`, computes the indices of
 // its cores and builds its chronology. An index file leaves the store alone. Any other layout does nothing.
+// Troubles are told on the page.
 void init_raw(Workspace& w, Layout layout);
 
 }  // namespace vorn

@@ -273,7 +273,7 @@ TEST_F(StartUp, FilesThatAreLeftOutAreToldForReadingOutsideThePage) {
   EXPECT_EQ(log.str(), "gone.rwl: File does not exist\nnotes.txt: Format not recognised\n");
 }
 
-TEST_F(StartUp, UnknownCodeLoadsNothing) {
+TEST_F(StartUp, UnknownLayoutLoadsNothing) {
   w.cf = 1;
   w.nc = 3;
   init_raw(w, Layout::not_recognised);

@@ -5,13 +5,14 @@
 #include <vector>
 
 #include "formats/core_loading.h"
-#include "formats/file_status.h"
+#include "formats/file_work.h"
 #include "formats/tucson_raw.h"
 #include "formats/two_column_layout.h"
 #include "plot/long_work.h"
 #include "plot/screen.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
+#include "toolkit/page_troubles.h"
 
 namespace vorn {
 namespace {
@@ -36,6 +37,10 @@ Name core_name(const InputName& input) {
   return Name(name);
 }
 
+void tell_that_it_is_missing(Workspace& w, const InputName& input) {
+  out_err(w, std::string(input.trimmed()) + " does not exist");
+}
+
 // Makes entry i one without years; the next one starts where it starts.
 void start_entry(Workspace& w, int i, const InputName& input) {
   w.nam(i) = core_name(input);
@@ -57,113 +62,115 @@ void date(Workspace& w, int i) {
 // Reads what the list names into the store, and writes it.
 class Conversion {
  public:
-  explicit Conversion(Workspace& workspace) : w(workspace) {}
+  explicit Conversion(Workspace& workspace) : w(workspace), troubles_(workspace) {}
 
-  // Each of the first three returns: the conversion is not to be given up.
-  bool read_output_name(TextInput& list);
-  bool read_input_names(TextInput& list);
-  bool read_inputs();
+  // Returns: there is an output.
+  bool read_list(TextInput& list);
+  void read_inputs();
   void write_cores();
 
  private:
-  // How the reading of an input ended.
-  enum class Outcome { read, pool_full, given_up };
-
-  bool tell(std::string_view label, std::string_view file);
-  Outcome read_listed(int i, const InputName& input);
-  Outcome read_input(int i, const InputName& input);
-  Outcome read_rings(TextInput& file, int i, const InputName& input, int& years);
+  // Tells what a read or opening answered.
+  void tell(const TextInput& input, int status, std::string_view label, std::string_view file);
+  bool read_output_name(TextInput& list);
+  void read_input_names(TextInput& list);
+  // Each returns: there is room for further ones.
+  bool read_listed(int i, const InputName& input);
+  bool read_input(int i, const InputName& input);
+  int read_rings(TextInput& file, int i, const InputName& input);
 
   Workspace& w;
+  PageTroubles troubles_;
+  FileName output_;
   std::vector<InputName> inputs_;
   bool broken_off_ = false;  // something was not read, because the operating system failed
 };
 
-// Tells the status of the last read or opening. Returns what io_err does: never that there was an error.
-bool Conversion::tell(std::string_view label, std::string_view file) {
-  broken_off_ = broken_off_ || status::of_system(w.ios);
-  return io_err(w, label, file);
+void Conversion::tell(const TextInput& input, int status, std::string_view label, std::string_view file) {
+  broken_off_ = broken_off_ || status::of_system(status);
+  w.ios = told_read({w.files, file, 0, troubles_}, input, status, label);
 }
 
-bool Conversion::read_output_name(TextInput& list) {
-  FileName output;
-  w.ios = list.read(output_line, output);
-  const bool named = w.ios == status::ok;
-  if (tell("Read1", list_name)) return false;
-  // Deliberate: [no-output-name] without one the output would take the place of the first file of the list.
-  if (named) w.cnam(1) = output;
-  return named;
-}
-
-bool Conversion::read_input_names(TextInput& list) {
-  while (inputs_.size() < max_series) {
-    InputName input;
-    w.ios = list.read(input_line, input);
-    if (w.ios == status::end_of_file) break;
-    if (tell("Read2", list_name)) return false;
-    if (broken_off_) break;
-    inputs_.push_back(input);
-  }
+bool Conversion::read_list(TextInput& list) {
+  const bool named = read_output_name(list);
+  if (named) read_input_names(list);
+  told_or_end(w, list.close(), "Close", list_name);
+  if (!named) return false;
+  w.cnam(1) = output_;
   return true;
 }
 
-bool Conversion::read_inputs() {
+bool Conversion::read_output_name(TextInput& list) {
+  const int answer = list.read(output_line, output_);
+  tell(list, answer, "Read1", list_name);
+  // Deliberate: [no-output-name] without one the output would take the place of the first file of the list.
+  return answer == status::ok;
+}
+
+void Conversion::read_input_names(TextInput& list) {
+  while (inputs_.size() < max_series) {
+    InputName input;
+    const int answer = list.read(input_line, input);
+    w.ios = answer;
+    if (answer == status::end_of_file) return;
+    tell(list, answer, "Read2", list_name);
+    if (broken_off_) return;
+    inputs_.push_back(input);
+  }
+}
+
+void Conversion::read_inputs() {
   start_store(w);
   w.derived_stale = true;
   LongWork work(w.plot, list_name);
   const int count = static_cast<int>(inputs_.size());
   for (int i = 1; i <= count; ++i) {
     work.at((i - 1.0) / count);
-    const Outcome outcome = read_listed(i, inputs_[static_cast<std::size_t>(i - 1)]);
-    if (outcome != Outcome::read) return outcome != Outcome::given_up;
+    if (!read_listed(i, inputs_[static_cast<std::size_t>(i - 1)])) return;
   }
   work.at(1);
-  return true;
 }
 
-Conversion::Outcome Conversion::read_listed(int i, const InputName& input) {
+bool Conversion::read_listed(int i, const InputName& input) {
   // Deliberate: [missing-input] an input that does not exist uses up its number all the same.
   start_entry(w, i, input);
   w.fileok = file_exists(w.files, input.view());
   if (w.fileok) return read_input(i, input);
-  out_err(w, std::string(input.trimmed()) + " does not exist");
-  return Outcome::read;
+  tell_that_it_is_missing(w, input);
+  return true;
 }
 
 // Reads an input that exists into entry i.
-Conversion::Outcome Conversion::read_input(int i, const InputName& input) {
+bool Conversion::read_input(int i, const InputName& input) {
   TextInput file;
-  w.ios = file.open(w.files, input.view());
-  if (tell("Open", input.view())) return Outcome::given_up;
-  int years = 0;
-  if (read_rings(file, i, input, years) == Outcome::given_up) return Outcome::given_up;
-  close_told(w, file, input.view());
-  if (!take_places(w, i, years)) {
+  tell(file, file.open(w.files, input.view()), "Open", input.view());
+  const int years = read_rings(file, i, input);
+  const std::int64_t line = file.line();
+  const Reading reading{w.files, input.view(), 0, troubles_};
+  w.ios = close_told(reading, file);
+  if (!take_places(w, i, years, reading, line)) {
     start_entry(w, i, input);
-    return Outcome::pool_full;
+    return false;
   }
   date(w, i);
   ++w.nc;
-  return Outcome::read;
+  return true;
 }
 
-// Reads the widths of entry i; `years` is how many there are, or one more than the pool has room for.
-Conversion::Outcome Conversion::read_rings(TextInput& file, int i, const InputName& input, int& years) {
+// Reads the widths of entry i. Returns how many there are, or one more than the pool has room for.
+int Conversion::read_rings(TextInput& file, int i, const InputName& input) {
   std::int32_t year = 0;
-  for (years = 0;; ++years) {
+  for (int years = 0;; ++years) {
     // Deliberate: [bad-ring] also of a line that is not all numbers.
     double width = 0;
     const int answer = file.read(two_column::ring_line, year, width);
     w.ios = answer;
-    if (answer == status::end_of_file) return Outcome::read;
-    if (tell("Read2", input.view())) return Outcome::given_up;
-    if (status::of_system(answer)) return Outcome::read;
+    if (answer == status::end_of_file) return years;
+    tell(file, answer, "Read2", input.view());
+    if (status::of_system(answer)) return years;
     if (years == 0) w.fy(i) = year;
     const int p = w.ad(i) + years;
-    if (p > max_pool) {
-      ++years;
-      return Outcome::read;
-    }
+    if (p > max_pool) return years + 1;
     w.xok(p) = width >= 0;
     w.x(p) = w.xok(p) ? width : missing_ring;
   }
@@ -178,7 +185,7 @@ void Conversion::write_cores() {
     return out_err(w, std::string(name.trimmed()) + " is kept");
   TextOutput out;
   told_or_end(w, out.create(w.files, name.view()), "OpenW", name.view());
-  for (int i = 1; i <= w.nc; ++i) write_rrec(w, out, i);
+  for (int i = 1; i <= w.nc; ++i) write_rrec(w, {name.view(), out, troubles_}, i);
   told_or_end(w, out.close(), "Close", name.view());
 }
 
@@ -191,12 +198,11 @@ void read_trw(Workspace& w) {
     throw ProgramEnd(EndReason::cannot_go_on);
   }
   TextInput list;
-  w.ios = list.open(w.files, list_name);
-  if (io_err(w, "Open", list_name)) return;  // never: see io_err
+  told_or_end(w, list.open(w.files, list_name), "Open", list_name);
   Conversion conversion(w);
-  const bool read = conversion.read_output_name(list) && conversion.read_input_names(list);
-  close_told(w, list, list_name);
-  if (read && conversion.read_inputs()) conversion.write_cores();
+  if (!conversion.read_list(list)) return;
+  conversion.read_inputs();
+  conversion.write_cores();
 }
 
 }  // namespace vorn

@@ -7,6 +7,7 @@
 #include "editing/core_edits.h"
 #include "editing/mean_tree.h"
 #include "editing/raw_editor.h"
+#include "formats/layouts.h"
 #include "menus/pair_ready.h"
 #include "plot/plot.h"
 #include "toolkit/buttons.h"
@@ -53,7 +54,7 @@ class Chooser {
   bool is_chronology(int k) const { return k > w.nc && k <= w.nd && k - w.nc <= w.nfil; }
   // Cores can be moved to a ring-width file other than their own.
   bool is_destination(int k) const {
-    return is_chronology(k) && k != w.nc + w.cf && w.rftype(k - w.nc) < Layout::tucson_index;
+    return is_chronology(k) && k != w.nc + w.cf && holds_ring_widths(w.rftype(k - w.nc));
   }
 
   void light_mode(ButtonNumber n) {

@@ -3,8 +3,7 @@
 #include <array>
 
 #include "chronology/index_pipeline.h"
-#include "formats/chronology_writer.h"
-#include "formats/ring_width_writer.h"
+#include "loading/saving.h"
 #include "loading/startup.h"
 #include "loading/two_column_conversion.h"
 #include "menus/cross_menu.h"
@@ -123,10 +122,9 @@ class StartMenu {
       case button::raw_tucson:
       case button::raw_heidelberg:
       case button::raw_compact:
-        return choose_output(n, button::raw_types, message::raw_name);
       case button::crn_index:
       case button::crn_column:
-        return choose_output(n, button::crn_types, message::crn_name);
+        return choose_output(w, n);
       default:
         return;  // nothing hit
     }
@@ -207,12 +205,6 @@ class StartMenu {
   void with_fresh_indices(void (*action)(Workspace&)) {
     data_man2(w);
     action(w);
-  }
-
-  void choose_output(ButtonNumber n, ButtonRange types, MessageNumber name_line) {
-    for (const ButtonNumber other : types) w.b(other).lit = other == n;
-    // mlab names the raw types first and the chronology types behind them, as the buttons stand.
-    w.mtext(name_line) = mlab[static_cast<std::size_t>(button::raw_types.place(n))];
   }
 
   Workspace& w;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "plot/plot.h"
+#include "plot/screen.h"
 #include "records/edit_format.h"
 
 namespace vorn {
@@ -67,6 +68,11 @@ bool io_err(Workspace& w, std::string_view label, std::string_view file) {
        "");
   // Deliberate: [goes-on] also after a failure: the program goes on with whatever the failed operation left.
   return false;
+}
+
+void told_or_end(Workspace& w, int status, std::string_view label, std::string_view file) {
+  w.ios = status;
+  if (io_err(w, label, file)) throw ProgramEnd(EndReason::cannot_go_on);
 }
 
 void notice(Workspace& w, std::string_view text) {

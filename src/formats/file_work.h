@@ -1,0 +1,46 @@
+// What readers and writers are given beside the store, and how they tell what becomes of each operation.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "records/text_file.h"
+#include "records/troubles.h"
+#include "workspace/names.h"
+
+namespace vorn {
+
+// A file to be read.
+struct Reading {
+  Files& files;           // where it lies
+  std::string_view file;  // its name
+  int header_lines;       // before its first line of data (Tucson layouts)
+  Troubles& troubles;
+};
+
+// A file that is being written.
+struct Writing {
+  std::string_view file;  // its name
+  TextOutput& out;
+  Troubles& troubles;
+};
+
+// Each tells `status` under `label` unless it is ok, and answers it. Deliberate: [goes-on] whatever a failed
+// operation left is gone on with.
+//
+// Of the file as a whole: its opening, its closing.
+int told(Troubles& troubles, std::string_view file, int status, std::string_view label);
+// Of a read, with line and column; `series` is the one at hand.
+int told_read(const Reading& reading, const TextInput& input, int status, std::string_view label,
+              const Name& series = {});
+// Of a line written, under the name of its series.
+int told_write(const Writing& writing, int status, std::string_view label, const Name& series);
+
+// Tells plain words; `line` is where the reader is.
+void tell_words(const Reading& reading, std::string_view words, std::int64_t line = 0);
+
+// Closes an input. Its failure is told under "Close"; so is that of the operating system in `untold`, the
+// status of a read that has no message of its own. Answers what there was to tell.
+int close_told(const Reading& reading, TextInput& input, int untold = status::ok);
+
+}  // namespace vorn

@@ -1,0 +1,64 @@
+#include "loading/saving.h"
+
+#include <array>
+
+#include "formats/chronology_writer.h"
+#include "formats/ring_width_writer.h"
+#include "plot/long_work.h"
+#include "toolkit/buttons.h"
+#include "toolkit/page_troubles.h"
+
+namespace vorn {
+namespace {
+
+// The outputs, by their buttons; mlab has their names in the same order.
+struct RawButton {
+  ButtonNumber number;
+  Layout layout;
+};
+constexpr std::array raw_buttons = {RawButton{button::raw_tucson, Layout::tucson_raw},
+                                    RawButton{button::raw_heidelberg, Layout::heidelberg},
+                                    RawButton{button::raw_compact, Layout::compact}};
+struct ChronologyButton {
+  ButtonNumber number;
+  ChronologyOutput output;
+};
+constexpr std::array crn_buttons = {ChronologyButton{button::crn_index, ChronologyOutput::index},
+                                    ChronologyButton{button::crn_column, ChronologyOutput::column}};
+
+}  // namespace
+
+void show_outputs(Workspace& w) {
+  for (const RawButton& raw : raw_buttons) w.b(raw.number).lit = raw.layout == w.raw_output;
+  for (const ChronologyButton& crn : crn_buttons) w.b(crn.number).lit = crn.output == w.crn_output;
+}
+
+void choose_output(Workspace& w, ButtonNumber n) {
+  for (const RawButton& raw : raw_buttons) {
+    if (raw.number == n) w.raw_output = raw.layout;
+  }
+  for (const ChronologyButton& crn : crn_buttons) {
+    if (crn.number == n) w.crn_output = crn.output;
+  }
+  show_outputs(w);
+  const MessageNumber name_line = button::raw_types.contains(n) ? message::raw_name : message::crn_name;
+  // mlab names the raw types first and the chronology types behind them, as the buttons stand.
+  w.mtext(name_line) = mlab[static_cast<std::size_t>(button::raw_types.place(n))];
+}
+
+void write_raw(Workspace& w) {
+  const FileName name = output_name(w.cnam(w.cf));
+  w.mtext(message::raw_name) = name.view();
+  LongWork work(w.plot, name.trimmed());
+  PageTroubles troubles(w);
+  w.ios = write_raw(w, w.files, name, w.raw_output, troubles, [&work](double share) { work.at(share); });
+}
+
+void write_ind(Workspace& w) {
+  if (w.crn_output == ChronologyOutput::none) return;
+  w.mtext(message::crn_written) = output_name(w.crn_output);
+  PageTroubles troubles(w);
+  w.ios = write_ind(w, w.cf, w.crn_output, w.files, troubles);
+}
+
+}  // namespace vorn

@@ -1,0 +1,40 @@
+#include "toolkit/page_troubles.h"
+
+#include <gtest/gtest.h>
+
+#include "support/desk.h"
+#include "toolkit/messages.h"
+
+namespace vorn {
+namespace {
+
+class PageTroublesTest : public ::testing::Test {
+ protected:
+  Desk desk_;
+  PageTroubles troubles_{desk_.w};
+};
+
+TEST_F(PageTroublesTest, AFailedOperationIsAMessageAndItsStatusStays) {
+  desk_.screen.key(' ');
+  Trouble trouble{"Read2 ", "site.fh   ", 5010};
+  trouble.line = 3;  // no message shows it
+  trouble.column = 7;
+  troubles_.tell(trouble);
+  EXPECT_EQ(desk_.log.str(), "Read2 site.fh fail err =  5010\n");
+  EXPECT_EQ(marks_of(desk_.screen.shown.at(0)), "text 15 25 310 1560 \"Read2 site.fh fail err =  5010\"\n");
+  EXPECT_EQ(desk_.w.ios, 5010);
+  EXPECT_EQ(desk_.screen.events_left(), 0u);
+}
+
+TEST_F(PageTroublesTest, PlainWordsAreShownAsTheyAre) {
+  desk_.screen.key(' ');
+  Trouble trouble;
+  trouble.words = "gone.fh - Does not exist";
+  troubles_.tell(trouble);
+  EXPECT_EQ(marks_of(desk_.screen.shown.at(0)),
+            "text 15 25 310 1560 \"gone.fh - Does not exist - hit key to continue\"\n");
+  EXPECT_EQ(desk_.w.ios, 0);
+}
+
+}  // namespace
+}  // namespace vorn
