@@ -28,4 +28,7 @@ ReadDecisions read_compact(SeriesStore& w, const Reading& reading);
 // Returns: every line was written.
 bool write_crec(const SeriesStore& w, const Writing& writing, int i);
 
+// Whether every ring of entry i is narrow enough to be written so.
+bool fits_compact(const SeriesStore& w, int i);
+
 }  // namespace vorn

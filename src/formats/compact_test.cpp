@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "support/format_bench.h"
 
 namespace vorn {
@@ -227,6 +229,16 @@ TEST_F(Compact, HeaderLineNamesCountFirstYearSeriesAndFormatInTheirColumns) {
 TEST_F(Compact, WidthOf10mmOrMoreIsAsterisks) {
   add_core(1953, {9.9994, 9.9995, 10.0, 12.5, 0.001});
   EXPECT_EQ(written(1).substr(80), "9999************   1\n");
+}
+
+TEST_F(Compact, WidthsFitUpToWhatIsRoundedTo9999Thousandths) {
+  add_core(1953, {9.9994, -1, 0});  // a missing ring is written as its own value
+  add_core(1953, {1, 9.9995});
+  add_core(1953, {std::numeric_limits<double>::quiet_NaN()});
+  w.xok(w.ad(3)) = true;
+  EXPECT_TRUE(fits_compact(w, 1));
+  EXPECT_FALSE(fits_compact(w, 2));
+  EXPECT_FALSE(fits_compact(w, 3));
 }
 
 TEST_F(Compact, SeriesWithoutYearsIsWrittenWithOneEmptyLine) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <vector>
 
 #include "formats/compact.h"
@@ -16,6 +17,13 @@ bool write_crec(const SeriesStore& w, const Writing& writing, int i) {
   const int data = writing.out.write(compact::values_line, std::span(values));
   told_write(writing, data, "writeD", name);
   return header == status::ok && data == status::ok;
+}
+
+bool fits_compact(const SeriesStore& w, int i) {
+  const std::vector<Integer> values = width_fields(w, i, compact::missing_ring);
+  return std::ranges::all_of(values, [](Integer value) {
+    return value && *value >= compact::least_value && *value <= compact::largest_value;
+  });
 }
 
 }  // namespace vorn

@@ -7,6 +7,7 @@
 #include "editing/core_edits.h"
 #include "editing/mean_tree.h"
 #include "editing/raw_editor.h"
+#include "formats/compact.h"
 #include "formats/layouts.h"
 #include "menus/pair_ready.h"
 #include "plot/plot.h"
@@ -14,6 +15,7 @@
 #include "toolkit/clicks.h"
 #include "toolkit/drawing.h"
 #include "toolkit/lists.h"
+#include "toolkit/messages.h"
 #include "toolkit/prompts.h"
 
 namespace vorn {
@@ -315,6 +317,7 @@ class Chooser {
     if (w.chs < 1 || !is_chronology(w.chc(w.chs))) return;
     const Selection before = chosen();
     Selection moved = each_once(cores_among({before.begin(), before.end() - 1}));
+    if (is_too_wide_for(w.rftype(before.back() - w.nc), moved)) return out_err(w, "Width too large");
     moved.push_back(before.back());
     forget_chosen();
     choose_these(moved);
@@ -351,6 +354,12 @@ class Chooser {
       if (std::find(once.begin(), once.end(), k) == once.end()) once.push_back(k);
     }
     return once;
+  }
+
+  // Whether a core would be asterisks where it is moved to, and so be lost.
+  bool is_too_wide_for(Layout layout, const Selection& cores) const {
+    return layout == Layout::compact &&
+           !std::ranges::all_of(cores, [this](int i) { return fits_compact(w, i); });
   }
 
   Workspace& w;

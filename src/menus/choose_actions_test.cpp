@@ -419,6 +419,32 @@ TEST_F(ChooserActions, AMoveToAFileThatCannotBeOpenedChangesNothing) {
   EXPECT_FALSE(w.derived_stale);
 }
 
+TEST_F(ChooserActions, AMoveOfRingsTooWideForTheCompactLayoutIsRefused) {
+  folder.write("ash.rwm", "as it was\n");
+  w.x(w.ad(1) + 3) = 10.0;
+  const auto cores = all_cores();
+  press(button::move_core);
+  pick(9);  // to ash
+  do_it();
+  key();
+  play();
+  EXPECT_EQ(told(), "Width too large\n");
+  EXPECT_EQ(folder.read("ash.rwm"), "as it was\n");
+  EXPECT_EQ(all_cores(), cores);
+  EXPECT_EQ(line(message::move_caption), "Move C1 to ash.rwm");  // still at it
+  EXPECT_FALSE(w.derived_stale);
+}
+
+TEST_F(ChooserActions, RingsOf10mmCanBeMovedToTheOtherLayouts) {
+  folder.write("pine.hdb", "");
+  w.x(w.ad(1) + 3) = 10.0;
+  press(button::move_core);
+  do_it();
+  play();
+  EXPECT_EQ(told(), "");
+  EXPECT_NE(folder.read("pine.hdb").find(" 10000"), std::string::npos);
+}
+
 TEST_F(ChooserActions, AMoveOntoAFullDiskChangesNothing) {
   std::filesystem::create_symlink("/dev/full", "pine.hdb");
   const auto cores = all_cores();
