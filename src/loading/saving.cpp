@@ -1,11 +1,15 @@
 #include "loading/saving.h"
 
 #include <array>
+#include <string>
 
 #include "formats/chronology_writer.h"
+#include "formats/compact.h"
 #include "formats/ring_width_writer.h"
 #include "plot/long_work.h"
+#include "records/text_file.h"
 #include "toolkit/buttons.h"
+#include "toolkit/messages.h"
 #include "toolkit/page_troubles.h"
 
 namespace vorn {
@@ -25,6 +29,21 @@ struct ChronologyButton {
 };
 constexpr std::array crn_buttons = {ChronologyButton{button::crn_index, ChronologyOutput::index},
                                     ChronologyButton{button::crn_column, ChronologyOutput::column}};
+
+constexpr int most_named = 10;  // cores in one notice
+
+// Says which cores come out with asterisks.
+void say_what_is_too_wide(Workspace& w, const FileName& name) {
+  std::string cores;
+  int count = 0;
+  for (int i = 1; i <= w.nc; ++i) {
+    if (fits_compact(w, i)) continue;
+    if (++count <= most_named) cores += " " + std::string(w.nam(i).trimmed());
+  }
+  if (count == 0) return;
+  if (count > most_named) cores += " and " + std::to_string(count - most_named) + " more";
+  notice(w, std::string(name.trimmed()) + ": widths of 10 mm or more do not fit and are lost, in" + cores);
+}
 
 }  // namespace
 
@@ -48,7 +67,9 @@ void choose_output(Workspace& w, ButtonNumber n) {
 
 void write_raw(Workspace& w) {
   const FileName name = output_name(w.cnam(w.cf));
+  if (w.nc == 0 && file_exists(w.files, name.view())) return out_err(w, "No cores to save");
   w.mtext(message::raw_name) = name.view();
+  if (w.raw_output == Layout::compact) say_what_is_too_wide(w, name);
   LongWork work(w.plot, name.trimmed());
   PageTroubles troubles(w);
   w.ios = write_raw(w, w.files, name, w.raw_output, troubles, [&work](double share) { work.at(share); });

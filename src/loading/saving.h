@@ -15,6 +15,9 @@ void choose_output(Workspace& w, ButtonNumber n);
 
 // Writes the cores of the store in the layout w.raw_output (vorn::write_raw of formats/) to output_name() of
 // the current file, shown as message line 21. Troubles are told on the page.
+//
+// Without a core an older file stays, and "No cores to save" is told; where none stands an empty one is made.
+// Which cores have rings too wide for the compact layout is said outside the page.
 void write_raw(Workspace& w);
 
 // Writes the chronology of the current file, cf, as w.crn_output says. The name is shown as message line 52.

@@ -86,6 +86,44 @@ TEST_F(Saving, TroublesAreToldOnThePageAndTheStatusStays) {
   EXPECT_EQ(w.ios, 28);
 }
 
+TEST_F(Saving, WithoutACoreAnOlderFileStays) {
+  ScratchFolder::write("site.RWW", "older");
+  write_raw(w);
+  EXPECT_EQ(messages(), Messages{"No cores to save"});
+  EXPECT_EQ(ScratchFolder::read("site.RWW"), "older");
+}
+
+TEST_F(Saving, WithoutACoreOrAnOlderFileAnEmptyOneIsMade) {
+  write_raw(w);
+  EXPECT_EQ(messages(), Messages{});
+  EXPECT_TRUE(ScratchFolder::exists("site.RWW"));
+  EXPECT_EQ(ScratchFolder::read("site.RWW"), "");
+}
+
+TEST_F(Saving, CoresTooWideForTheCompactLayoutAreSaidOutsideThePage) {
+  two_cores();
+  add_core(1953, {9.9994, -1, 0.5});
+  add_core(1953, {9.9995});  // rounded, 10 mm
+  w.nam(3) = "FITS";
+  w.nam(4) = "WIDE";
+  write_raw(w);
+  EXPECT_EQ(messages(), Messages{});  // nothing is too wide for the Tucson layout
+  w.raw_output = Layout::compact;
+  write_raw(w);
+  EXPECT_EQ(messages(), Messages{"site.RWW: widths of 10 mm or more do not fit and are lost, in WIDE"});
+  EXPECT_EQ(plot.page().marks().size(), 0u);
+}
+
+TEST_F(Saving, OfManySuchCoresTenAreNamed) {
+  for (int k = 0; k < 12; ++k) add_core(1953, {10.0});
+  for (int i = 1; i <= 12; ++i) w.nam(i) = "C" + std::to_string(i);
+  w.raw_output = Layout::compact;
+  write_raw(w);
+  EXPECT_EQ(messages(),
+            Messages{"site.RWW: widths of 10 mm or more do not fit and are lost, in C1 C2 C3 C4 C5 "
+                     "C6 C7 C8 C9 C10 and 2 more"});
+}
+
 TEST_F(Saving, TheNameOfTheChronologyIsShownAsMessageLine52) {
   chronology();
   write_ind(w);

@@ -1,5 +1,7 @@
 #include "loading/startup.h"
 
+#include <string>
+
 #include "chronology/index_pipeline.h"
 #include "formats/layouts.h"
 #include "formats/recognition.h"
@@ -78,6 +80,14 @@ void tell_what_is_left_out(Workspace& w) {
   }
 }
 
+// Deliberate: [silent-limits] what is listed behind the last file that there is room for is not read, and no
+// message tells it.
+void look_behind_the_list(Workspace& w, TextInput& list) {
+  FileName name;
+  if (list.read(list_line, name) == status::ok && !name.blank())
+    notice(w, std::string(list_name) + ": files behind " + the_nth(max_files) + " were not read");
+}
+
 // Closes the gaps that missing and unrecognised files leave in the file table. Returns how many files are
 // kept.
 int keep_usable(Workspace& w) {
@@ -126,6 +136,7 @@ void read_list(Workspace& w) {
     show_file(w, f);
     w.nfil = f;
   }
+  if (w.nfil == max_files) look_behind_the_list(w, list);
   told_or_end(w, list.close(), "Close", list_name);
 }
 
@@ -160,6 +171,7 @@ void init_raw(Workspace& w, Layout layout) {
   const ReadDecisions decided =
       row->read_cores ? row->read_cores(w, reading) : row->read_chronology(w, w.cf, reading);
   w.ios = decided.status;
+  for (const std::string& words : limits_passed(decided, name.view())) notice(w, words);
   if (row->read_cores) data_man2(w);
 }
 

@@ -10,7 +10,7 @@ namespace vorn {
 void init_start(Workspace& w);
 
 // Reads the names of up to 100 files from the list file "Vorn.fil", one a line of up to 60 characters; lines
-// behind the 100th are ignored. Each file that exists is recognised, and
+// behind the 100th are ignored, which is told outside the page. Each file that exists is recognised, and
 // listed on the page as it comes up.
 //
 // Without a list file: throws ProgramEnd(EndReason::cannot_go_on) after a message. Failures to open or read
@@ -29,7 +29,7 @@ void find_rftyp(Workspace& w);
 
 // Loads the current file, cf, with the reader of that `layout`, computes the indices of
 // its cores and builds its chronology. An index file leaves the store alone. Any other layout does nothing.
-// Troubles are told on the page.
+// Troubles are told on the page; a limit that was passed without a message is told outside it.
 void init_raw(Workspace& w, Layout layout);
 
 }  // namespace vorn

@@ -64,7 +64,7 @@ class Conversion {
  public:
   explicit Conversion(Workspace& workspace) : w(workspace), troubles_(workspace) {}
 
-  // Returns: there is an output.
+  // Returns: there is an output, and something to be converted.
   bool read_list(TextInput& list);
   void read_inputs();
   void write_cores();
@@ -74,6 +74,7 @@ class Conversion {
   void tell(const TextInput& input, int status, std::string_view label, std::string_view file);
   bool read_output_name(TextInput& list);
   void read_input_names(TextInput& list);
+  bool any_input_exists() const;
   // Each returns: there is room for further ones.
   bool read_listed(int i, const InputName& input);
   bool read_input(int i, const InputName& input);
@@ -96,6 +97,11 @@ bool Conversion::read_list(TextInput& list) {
   if (named) read_input_names(list);
   told_or_end(w, list.close(), "Close", list_name);
   if (!named) return false;
+  // What does not exist is told; the cores in the store and an older output are worth more than nothing.
+  if (!any_input_exists()) {
+    for (const InputName& input : inputs_) tell_that_it_is_missing(w, input);
+    return false;
+  }
   w.cnam(1) = output_;
   return true;
 }
@@ -108,15 +114,26 @@ bool Conversion::read_output_name(TextInput& list) {
 }
 
 void Conversion::read_input_names(TextInput& list) {
-  while (inputs_.size() < max_series) {
+  for (;;) {
     InputName input;
     const int answer = list.read(input_line, input);
     w.ios = answer;
     if (answer == status::end_of_file) return;
+    // Deliberate: [silent-limits] no message tells that there are more.
+    if (inputs_.size() == max_series) {
+      if (!input.blank())
+        notice(w, std::string(list_name) + ": inputs behind " + the_nth(max_series) + " were not read");
+      return;
+    }
     tell(list, answer, "Read2", list_name);
     if (broken_off_) return;
     inputs_.push_back(input);
   }
+}
+
+bool Conversion::any_input_exists() const {
+  return std::ranges::any_of(inputs_,
+                             [this](const InputName& input) { return file_exists(w.files, input.view()); });
 }
 
 void Conversion::read_inputs() {

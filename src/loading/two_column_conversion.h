@@ -16,7 +16,7 @@ namespace vorn {
 // The cores replace those of the store (their indices are not computed: derived_stale is set); cnam(1)
 // becomes the name of the output. An input that does not exist is told and uses up its number, which stays an
 // entry without years. The first nc entries are written, nc being the number of inputs that exist: behind a
-// missing one the last are not.
+// missing one the last are not. Where no input exists at all, that is told and nothing is changed.
 //
 // Without TRW.fil: throws ProgramEnd(EndReason::cannot_go_on) after a message. Told, and gone on after:
 // "Open", "Read2" and, for the output, "OpenW", "Write" and "Close"; when there is no first line, "Read1",

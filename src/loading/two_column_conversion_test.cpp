@@ -76,8 +76,9 @@ TEST_F(TwoColumnConversion, CoreIsNamedAfterItsFileWithoutPathAndLastFourCharact
       {"VERYLONGNAME.trw", "VERYLONG"}, {"dir/abc", "        "},       {"noextension", "noexten "}};
   std::string list = "out.rwl\n";
   for (const auto& [file, core] : names) list += file + "\n";
-  ScratchFolder::write("TRW.fil", list);
-  read_trw(w);  // none exists; each has its entry all the same
+  ScratchFolder::write("TRW.fil", list + "a.trw\n");
+  ScratchFolder::write("a.trw", ring(1990, "1.0"));
+  read_trw(w);  // the others do not exist; each has its entry all the same
   for (int i = 1; i <= static_cast<int>(names.size()); ++i) {
     EXPECT_EQ(w.nam(i).view(), names[static_cast<std::size_t>(i - 1)].second);
   }
@@ -201,8 +202,33 @@ TEST_F(TwoColumnConversion, TakesUpTo10000Names) {
   ScratchFolder::write("TRW.fil", list);
   ScratchFolder::write("a.trw", ring(1990, "1.0"));
   read_trw(w);
-  EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(messages(), Messages{"TRW.fil: inputs behind the 10,000th were not read"});
   EXPECT_EQ(w.nc, 10'000);
+}
+
+// What is in the store and in an older output is worth more than nothing.
+TEST_F(TwoColumnConversion, WithoutAnyInputStoreAndOlderOutputStay) {
+  add_core(1953, {0.1, 0.2});
+  w.nam(1) = "CORE01";
+  w.cnam(1) = "site.rwl";
+  ScratchFolder::write("out.rwl", "older");
+  ScratchFolder::write("TRW.fil", "out.rwl\ngone.trw\nlost.trw\n");
+  read_trw(w);
+  EXPECT_EQ(messages(), (Messages{"gone.trw does not exist", "lost.trw does not exist"}));
+  EXPECT_EQ(ScratchFolder::read("out.rwl"), "older");
+  EXPECT_EQ(w.nc, 1);
+  EXPECT_EQ(w.nam(1), Name("CORE01"));
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.1, 0.2}));
+  EXPECT_EQ(w.cnam(1).trimmed(), "site.rwl");
+  EXPECT_FALSE(w.derived_stale);
+}
+
+TEST_F(TwoColumnConversion, WithAnOutputAndNoInputListedNothingIsChanged) {
+  ScratchFolder::write("out.rwl", "older");
+  ScratchFolder::write("TRW.fil", "out.rwl\n");
+  read_trw(w);
+  EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(ScratchFolder::read("out.rwl"), "older");
 }
 
 }  // namespace

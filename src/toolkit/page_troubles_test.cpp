@@ -36,5 +36,12 @@ TEST_F(PageTroublesTest, PlainWordsAreShownAsTheyAre) {
   EXPECT_EQ(desk_.w.ios, 0);
 }
 
+TEST_F(PageTroublesTest, ANoticeWaitsForNobodyAndLeavesThePageAlone) {
+  notice(desk_.w, "site.fh: series behind the 5,000th were not read");
+  EXPECT_EQ(desk_.log.str(), "site.fh: series behind the 5,000th were not read\n");
+  EXPECT_EQ(desk_.marks(), "");
+  EXPECT_TRUE(desk_.screen.shown.empty());
+}
+
 }  // namespace
 }  // namespace vorn

@@ -1,6 +1,6 @@
 // The whole program at each of its capacities: one below, at the limit and one above. Each case starts on
 // files of that size, writes every output, goes through every screen and must come out with the counts
-// expected and not a message more.
+// expected and not a message more; what lies beyond a limit is said outside the page.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -105,6 +105,15 @@ class Limits : public WholeProgram {
     EXPECT_TRUE(seen_crossdating);
     EXPECT_TRUE(last_name_seen);
   }
+  // What was told, but for cores with rings too wide for the compact layout.
+  std::string told_besides() {
+    std::istringstream text(told());
+    std::string rest;
+    for (std::string line; std::getline(text, line);) {
+      if (line.find("do not fit") == std::string::npos) rest += line + "\n";
+    }
+    return rest;
+  }
   int lines_with(const std::string& file, const std::string& part) const {
     std::istringstream text(ScratchFolder::read(file));
     int count = 0;
@@ -141,7 +150,7 @@ TEST_P(SeriesLimit, OfACompactFile) {
   ScratchFolder::write("many.rwm", text);
   go_round_and_quit("many.rwm\n");
   EXPECT_EQ(w->nc, GetParam().kept());
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told(), GetParam().by > 0 ? "many.rwm: series behind the 10,000th were not read\n" : "");
   EXPECT_EQ(lines_with("many.RWW", " 1900 "), GetParam().kept());
 }
 
@@ -156,7 +165,7 @@ TEST_P(RecordLimit, OfAHeidelbergFile) {
   ScratchFolder::write("many.fh", text);
   go_round_and_quit("many.fh\n");
   EXPECT_EQ(w->nc, GetParam().kept());
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told(), GetParam().by > 0 ? "many.fh: series behind the 5,000th were not read\n" : "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Near, RecordLimit, ::testing::ValuesIn(around(max_heidelberg_records)), name_of);
@@ -197,7 +206,7 @@ TEST_P(FilesLimit, OfTheList) {
     list += name + "\n";
   }
   go_round_and_quit(list);
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told_besides(), GetParam().by > 0 ? "Vorn.fil: files behind the 100th were not read\n" : "");
   EXPECT_EQ(w->nfil, GetParam().kept());
   EXPECT_EQ(w->nd, 1 + GetParam().kept());
 }
@@ -228,7 +237,7 @@ TEST_P(YearsLimit, OfAnIndexFile) {
   ScratchFolder::write("core.rwl", raw_core_text("CORE", 1900, 40, 1));
   ScratchFolder::write("long.crn", index_file(GetParam().number()));
   go_round_and_quit("core.rwl\nlong.crn\n");
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told_besides(), GetParam().by > 0 ? "long.crn: years behind the 12,000th were not read\n" : "");
   EXPECT_EQ(w->cfy(2), 1);
   EXPECT_EQ(w->cyr(2), GetParam().kept());
 }
@@ -243,7 +252,8 @@ TEST_P(LinesLimit, OfATucsonRawSeries) {
   ScratchFolder::write("long.rwl",
                        raw_core(GetParam().number(), widths) + raw_core_text("CORE", 1900, 40, 1));
   go_round_and_quit("long.rwl\n");
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told_besides(),
+            GetParam().by < 0 ? "" : "long.rwl: LONG is too long for one series and was split\n");
   EXPECT_EQ(w->nc, GetParam().by < 0 ? 2 : 3);
 }
 
@@ -260,7 +270,7 @@ TEST_P(NameLimit, OfAFile) {
   ScratchFolder::write(name, raw_core_text("CORE", 1900, 40, 1));
   ScratchFolder::write("core.rwl", raw_core_text("CORE", 1900, 40, 1));
   go_round_and_quit(name + "\ncore.rwl\n");
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told_besides(), GetParam().by > 0 ? name.substr(0, 60) + ": File does not exist\n" : "");
   EXPECT_EQ(w->nfil, GetParam().by > 0 ? 1 : 2);
   const std::string output = GetParam().by > 0 ? "core.RWW" : name.substr(0, name.size() - 3) + "RWW";
   EXPECT_EQ(lines_with(output, "CORE    1900"), 1);
