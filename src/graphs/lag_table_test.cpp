@@ -40,7 +40,7 @@ class LagTableDisplay : public testing::Test {
   Lines values(int k) const {
     Lines found;
     for (const Mark& mark : bench.page().marks()) {
-      const bool value = mark.kind == Mark::Kind::text && mark.colour == 15;
+      const bool value = mark.kind == Mark::Kind::text && mark.colour == colour::ink;
       if (value && mark.points[0].y == 350 + 44 * k - 25) found.push_back(mark.writing);
     }
     return found;
@@ -49,7 +49,8 @@ class LagTableDisplay : public testing::Test {
   int shaded_lag(int k) const {
     int lag = -99, cells = 0;
     for (const Mark& mark : bench.page().marks()) {
-      if (mark.kind != Mark::Kind::fill || mark.colour != 12 || mark.points[0].y != 350 + 44 * (k - 1))
+      if (mark.kind != Mark::Kind::fill || mark.colour != colour::light_red ||
+          mark.points[0].y != 350 + 44 * (k - 1))
         continue;
       lag = static_cast<int>(mark.points[0].x - 300) / 110 - 10;
       ++cells;

@@ -90,7 +90,9 @@ Box around(const std::vector<double>& xy) {
 Writing read_writing(const std::string& kind, std::istringstream& line) {
   Mark mark{.kind = Mark::Kind::text, .points = {{}}};
   char align = 'l';
-  line >> mark.colour >> mark.height;
+  int colour = 0;
+  line >> colour >> mark.height;
+  mark.colour = Colour{colour};
   if (kind == "label") line >> align >> mark.angle;
   line >> mark.points[0].x >> mark.points[0].y >> std::ws;
   std::getline(line, mark.writing);

@@ -46,7 +46,7 @@ void draw_picked_year(Workspace& w) {
 }
 
 // Every second year marked in a strip, so that years can be counted with the mouse in hand.
-void draw_year_marks(Workspace& w, ButtonNumber zone, int colour, double top) {
+void draw_year_marks(Workspace& w, ButtonNumber zone, Colour colour, double top) {
   if (!w.b(zone).on) return;
   w.plot.setclr(colour);
   for (Years year = w.fs; year <= w.ls; year += 2) {

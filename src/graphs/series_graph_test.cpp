@@ -357,7 +357,9 @@ TEST_F(SeriesGraph, EveryWidthFrom21To12000KeepsTheCurvesInTheBox) {
     bench.set_pair(1890, noise(12'000, 1), 1880, noise(12'000, 2));
     plot_graph(w);
     for (const Mark& mark : bench.page().marks()) {
-      if (mark.kind != Mark::Kind::line || (mark.colour != 9 && mark.colour != 12)) continue;
+      if (mark.kind != Mark::Kind::line ||
+          (mark.colour != colour::light_blue && mark.colour != colour::light_red))
+        continue;
       for (const PagePoint& point : mark.points) {
         EXPECT_TRUE((Box{200, 450, 2700, 1300}).contains(point)) << years;
       }

@@ -328,7 +328,7 @@ TEST_F(StartMenu, EveryButtonStandsOnThePageInTheColourOfItsState) {
   run_and_quit();
   std::string faces;
   for (const Mark& mark : screen_.shown.back().marks()) {
-    if (mark.kind == Mark::Kind::fill) faces += std::to_string(mark.colour) + " ";
+    if (mark.kind == Mark::Kind::fill) faces += std::to_string(number_of(mark.colour)) + " ";
   }
   // 94 to 102 and 105 to 110; then Tucson, Heidel, Compact and Tucson, Column.
   EXPECT_EQ(faces, "14 14 14 14 14 14 14 14 14 14 14 14 14 14 14 14 7 7 14 7 ");

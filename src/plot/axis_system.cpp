@@ -61,7 +61,7 @@ std::string label_text(double value, int decimals) {
   return {digits.data(), end.ptr};
 }
 
-void add_line(Page& page, int colour, std::vector<PagePoint> points) {
+void add_line(Page& page, Colour colour, std::vector<PagePoint> points) {
   page.add({.kind = Mark::Kind::line, .colour = colour, .points = std::move(points)});
 }
 
@@ -114,7 +114,7 @@ void AxisSystem::draw(Page& page, const AxisWriting& writing) const {
   draw_y_labels(page, writing);
 }
 
-void AxisSystem::draw_ticks(Page& page, int colour) const {
+void AxisSystem::draw_ticks(Page& page, Colour colour) const {
   const auto length = [](const Stop& stop, bool inside) {
     return (stop.labelled ? long_tick : short_tick) * (inside ? 1 : -1);
   };
@@ -155,7 +155,7 @@ void AxisSystem::draw_y_labels(Page& page, const AxisWriting& writing) const {
             {std::round(right - widest - gap - writing.title_height), (box_.top + box_.bottom) / 2});
 }
 
-void AxisSystem::draw_grid(Page& page, int x_lines, int y_lines, int colour) const {
+void AxisSystem::draw_grid(Page& page, int x_lines, int y_lines, Colour colour) const {
   for (const Stop& stop : stops(x_, x_lines)) {
     const double x = place(stop.value, y_.first).x;
     if (x > box_.left && x < box_.right) add_line(page, colour, {{x, box_.bottom}, {x, box_.top}});

@@ -32,7 +32,7 @@ struct AxisFrame {
 
 // How its labels and titles are written.
 struct AxisWriting {
-  int colour = 15;
+  Colour colour = colour::ink;
   double label_height = 25, title_height = 20;
   Font font = Font::arial;
 };
@@ -51,10 +51,10 @@ class AxisSystem {
   // The border, the ticks on all four sides, the labels of both axes and their titles.
   void draw(Page& page, const AxisWriting& writing) const;
   // `x_lines` lines up and `y_lines` lines across to a label interval, where there is no border yet.
-  void draw_grid(Page& page, int x_lines, int y_lines, int colour) const;
+  void draw_grid(Page& page, int x_lines, int y_lines, Colour colour) const;
 
  private:
-  void draw_ticks(Page& page, int colour) const;
+  void draw_ticks(Page& page, Colour colour) const;
   void draw_x_labels(Page& page, const AxisWriting& writing) const;
   void draw_y_labels(Page& page, const AxisWriting& writing) const;
 

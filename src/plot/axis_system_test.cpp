@@ -21,7 +21,7 @@ struct SeriesAxes : testing::Test {
     plot.axspos(200, 1300);
     plot.axslen(2500, 850);
     plot.height(20);
-    plot.setclr(7);
+    plot.setclr(colour::light_grey);
     plot.labdig(-1, 'X');
     plot.labdig(1, 'Y');
     plot.ticks(10, 'X');

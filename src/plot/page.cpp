@@ -42,7 +42,7 @@ std::string quoted(std::string_view text) {
 void write_mark(std::ostream& out, const Mark& mark) {
   const bool label = mark.kind == Mark::Kind::label;
   const bool writing = label || mark.kind == Mark::Kind::text;
-  out << kind_names[static_cast<std::size_t>(mark.kind)] << ' ' << mark.colour;
+  out << kind_names[static_cast<std::size_t>(mark.kind)] << ' ' << number_of(mark.colour);
   if (writing) out << ' ' << number(mark.height);
   if (label) out << ' ' << align_letters[static_cast<std::size_t>(mark.align)] << ' ' << mark.angle;
   for (const PagePoint& point : mark.points) out << ' ' << number(point.x) << ' ' << number(point.y);

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "plot/colour.h"
+
 namespace vorn {
 
 // A place on the page in page units: x from the left edge, y from the top edge downwards.
@@ -28,7 +30,7 @@ struct Mark {
     label,    // a label or the title of an axis
   };
   Kind kind = Kind::line;
-  int colour = 0;                      // palette index, see colour.h
+  Colour colour = colour::paper;
   std::vector<PagePoint> points = {};  // the corners; of writing, its one place
 
   // Of text and label only.

@@ -15,7 +15,7 @@ std::string as_text(const Page& page) {
 
 Mark text_mark(std::string writing) {
   return {.kind = Mark::Kind::text,
-          .colour = 15,
+          .colour = colour::ink,
           .points = {{310, 1560}},
           .writing = std::move(writing),
           .height = 25};
@@ -23,12 +23,14 @@ Mark text_mark(std::string writing) {
 
 TEST(PageText, WritesEveryKindOfMarkOnALineInDrawingOrder) {
   Page page;
-  page.add({.kind = Mark::Kind::fill, .colour = 14, .points = {{10, 20}, {30, 20}, {30, 40}, {10, 40}}});
-  page.add({.kind = Mark::Kind::outline, .colour = 12, .points = {{1, 2}, {3, 2}, {3, 4}}});
-  page.add({.kind = Mark::Kind::line, .colour = 9, .points = {{0, 0}, {2970, 2100}}});
+  page.add({.kind = Mark::Kind::fill,
+            .colour = colour::yellow,
+            .points = {{10, 20}, {30, 20}, {30, 40}, {10, 40}}});
+  page.add({.kind = Mark::Kind::outline, .colour = colour::light_red, .points = {{1, 2}, {3, 2}, {3, 4}}});
+  page.add({.kind = Mark::Kind::line, .colour = colour::light_blue, .points = {{0, 0}, {2970, 2100}}});
   page.add(text_mark("Open"));
   page.add({.kind = Mark::Kind::label,
-            .colour = 7,
+            .colour = colour::light_grey,
             .points = {{90, 875}},
             .writing = "S.Dev",
             .height = 20,
@@ -56,7 +58,7 @@ TEST(PageText, LettersOfAlignment) {
 TEST(PageText, NumbersCarryAtMostTwoDecimalsAndNeverAMinusZero) {
   Page page;
   page.add({.kind = Mark::Kind::line,
-            .colour = 9,
+            .colour = colour::light_blue,
             .points = {{1.5, 2.25}, {3.999, 100}, {-0.001, 0.004}, {-0.25, 1200.10}, {-12, 1e9}}});
   EXPECT_EQ(as_text(page), "line 9 1.5 2.25 4 100 0 0 -0.25 1200.1 -12 1000000000\n");
 }

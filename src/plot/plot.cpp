@@ -8,8 +8,8 @@
 
 namespace vorn {
 
-void Plot::setclr(int colour) {
-  VORN_PLOT_ASSERT(colour >= 0 && colour <= 15);
+void Plot::setclr(Colour colour) {
+  VORN_PLOT_ASSERT(number_of(colour) >= 0 && number_of(colour) < palette_size);
   colour_ = colour;
 }
 

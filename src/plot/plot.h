@@ -27,10 +27,10 @@ class Plot {
   const Page& page() const { return page_; }
 
   // --- How the marks that follow look. At first: ink, solid, height 25, axis titles 20, the Arial kind.
-  void setclr(int colour);   // palette index 0 to 15, see colour.h
-  void shdpat(int pattern);  // 0: areas are drawn as their border only; otherwise (16) filled
-  void height(int units);    // of a capital letter of texts and axis labels; more than 0
-  void hname(int units);     // of a capital letter of axis titles; more than 0
+  void setclr(Colour colour);  // one of the palette, see colour.h
+  void shdpat(int pattern);    // 0: areas are drawn as their border only; otherwise (16) filled
+  void height(int units);      // of a capital letter of texts and axis labels; more than 0
+  void hname(int units);       // of a capital letter of axis titles; more than 0
   // "Times New Roman" for the Times kind; "Arial" (and any other) for Arial's.
   void winfnt(std::string_view name);
   void simplx() {}  // the simple lettering: texts always look so, nothing changes
@@ -83,7 +83,7 @@ class Plot {
 
   Screen& screen_;
   Page page_;
-  int colour_ = colour::ink;
+  Colour colour_ = colour::ink;
   bool solid_ = true;
   int height_ = 25;
   int title_height_ = 20;

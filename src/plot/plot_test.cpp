@@ -183,7 +183,7 @@ TEST_F(PlotCalls, AxesThatCannotBeDrawnDrawNothing) {
 
 using PlotMistakes = PlotCalls;
 TEST_F(PlotMistakes, StopTheProgramLoudly) {
-  EXPECT_DEATH(plot.setclr(16), "violated");
+  EXPECT_DEATH(plot.setclr(Colour{16}), "violated");
   EXPECT_DEATH(plot.height(0), "violated");
   EXPECT_DEATH(plot.areaf(std::array{1, 2, 3}, std::array{1, 2}), "violated");
   EXPECT_DEATH(plot.ticks(1, 'Z'), "violated");

@@ -19,7 +19,7 @@ struct Mailbox : testing::Test {
 TEST_F(Mailbox, ThePageShownLastIsTheOneToPaint) {
   EXPECT_EQ(mailbox.page().number, 0u);
   mailbox.show(page);
-  page.add({.kind = Mark::Kind::line, .colour = 9, .points = {{0, 0}, {1, 1}}});
+  page.add({.kind = Mark::Kind::line, .colour = colour::light_blue, .points = {{0, 0}, {1, 1}}});
   mailbox.show(page);
   EXPECT_EQ(mailbox.page().number, 2u);
   EXPECT_EQ(mailbox.page().page->marks().size(), 1u);

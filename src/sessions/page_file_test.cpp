@@ -23,8 +23,11 @@ class NamesOfKinds : public Painter {
 
 struct PageFiles : testing::Test {
   PageFiles() {
-    page.add(
-        {.kind = Mark::Kind::text, .colour = 15, .points = {{2245, 42}}, .writing = "Quit", .height = 25});
+    page.add({.kind = Mark::Kind::text,
+              .colour = colour::ink,
+              .points = {{2245, 42}},
+              .writing = "Quit",
+              .height = 25});
   }
   std::string contents(const std::string& name) const {
     return std::string(files.contents(name).value_or(""));

@@ -33,11 +33,11 @@ void draw_scroll_captions(Workspace& w) {
 
 }  // namespace
 
-void but_draw(Workspace& w, ButtonNumber n, std::string_view text, int colour) {
+void but_draw(Workspace& w, ButtonNumber n, std::string_view text, std::optional<Colour> colour) {
   const Button& button = w.b(n);
   if (!button.on) return;
-  const int by_state = button.lit ? colour::yellow : colour::light_grey;
-  w.plot.setclr(colour != 0 ? colour : by_state);
+  const Colour by_state = button.lit ? colour::yellow : colour::light_grey;
+  w.plot.setclr(colour.value_or(by_state));
   paint(w, button);
   w.plot.setclr(colour::light_red);
   w.plot.shdpat(empty_pattern);

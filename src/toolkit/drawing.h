@@ -1,8 +1,10 @@
 // Buttons, message lines and the controls of the cross-dating screen as marks on the page.
 #pragma once
 
+#include <optional>
 #include <string_view>
 
+#include "plot/colour.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -11,8 +13,8 @@ namespace vorn {
 // even the border, when it is off.
 //
 // Given: text    shown instead of the button's label unless it is blank
-//        colour  of the face; 0: by state, yellow when the button is lit and grey when it is not
-void but_draw(Workspace& w, ButtonNumber n, std::string_view text = {}, int colour = 0);
+//        colour  of the face; none: by state, yellow when the button is lit and grey when it is not
+void but_draw(Workspace& w, ButtonNumber n, std::string_view text = {}, std::optional<Colour> colour = {});
 
 // Draws message line i, 15 units below the upper edge of its rectangle.
 void mwrite(Workspace& w, MessageNumber i);

@@ -23,7 +23,7 @@ void highlight(Workspace& w, const List& list) {
   for (int j = 1; j <= w.chs; ++j) {
     const int p = w.chc(j) - list.scrolled - 1;
     if (p < 0 || p >= list.shown) continue;
-    const int by_order = j == w.chs ? colour::red : colour::light_cyan;
+    const Colour by_order = j == w.chs ? colour::red : colour::light_cyan;
     w.plot.setclr(w.chok ? colour::yellow : by_order);
     w.plot.rectangle(list.x(p), List::y(p), list.x(p) + list.column_width, List::y(p) + row_height);
   }

@@ -27,14 +27,14 @@ namespace {
 namespace fs = std::filesystem;
 
 // Palette indices: that of a text or line, and that of the area below it.
-using Pair = std::pair<int, int>;
+using Pair = std::pair<Colour, Colour>;
 struct Seen {
   std::set<Pair> texts;
-  std::set<int> lines;  // on paper
+  std::set<Colour> lines;  // on paper
 };
 
 struct Area {
-  int colour;
+  Colour colour;
   Box box;
 };
 
@@ -56,8 +56,8 @@ Box around(const std::vector<PagePoint>& points) {
 }
 
 // The areas that are seen around the letters of a text, the paper among them.
-std::set<int> below(const Box& letters, const std::vector<Area>& areas) {
-  std::set<int> colours;
+std::set<Colour> below(const Box& letters, const std::vector<Area>& areas) {
+  std::set<Colour> colours;
   for (auto area = areas.rbegin(); area != areas.rend(); ++area) {
     if (!meet(area->box, letters)) continue;
     colours.insert(area->colour);
@@ -75,7 +75,7 @@ void look_at(const Page& page, Seen& seen) {
         areas.push_back({mark.colour, around(mark.points)});
         break;
       case Mark::Kind::text:
-        for (const int area : below(text_extent(mark), areas)) seen.texts.insert({mark.colour, area});
+        for (const Colour area : below(text_extent(mark), areas)) seen.texts.insert({mark.colour, area});
         break;
       case Mark::Kind::label:  // of the axes, which stand on paper
         seen.texts.insert({mark.colour, colour::paper});
@@ -143,18 +143,19 @@ TEST(Colours, EverythingOnThePagesOfTheGuidesCanBeRead) {
     play(session, seen);
   }
   for (const auto& [text, area] : seen.texts) {
-    EXPECT_GE(contrast(letter_shade(text), area_shade(area)), 4.5) << text << " on " << area;
+    EXPECT_GE(contrast(letter_shade(text), area_shade(area)), 4.5)
+        << number_of(text) << " on " << number_of(area);
   }
-  for (const int line : seen.lines) {
-    EXPECT_GE(contrast(line_shade(line), area_shade(colour::paper)), 3) << line;
+  for (const Colour line : seen.lines) {
+    EXPECT_GE(contrast(line_shade(line), area_shade(colour::paper)), 3) << number_of(line);
   }
   // What must be among them: captions, names and axes, and the labels of every kind of button and cell.
-  for (const int text : {colour::ink, colour::light_blue, colour::light_red, colour::light_grey}) {
-    EXPECT_TRUE(seen.texts.contains({text, colour::paper})) << text;
+  for (const Colour text : {colour::ink, colour::light_blue, colour::light_red, colour::light_grey}) {
+    EXPECT_TRUE(seen.texts.contains({text, colour::paper})) << number_of(text);
   }
-  for (const int area :
+  for (const Colour area :
        {colour::light_grey, colour::yellow, colour::light_cyan, colour::red, colour::light_red}) {
-    EXPECT_TRUE(seen.texts.contains({colour::ink, area})) << area;
+    EXPECT_TRUE(seen.texts.contains({colour::ink, area})) << number_of(area);
   }
 }
 

@@ -18,15 +18,15 @@ constexpr double pen_width = 2;        // page units: 0.2 mm on paper
 constexpr double reference_width = 4;  // of the reference's curve on paper
 constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be lost in print
 
-using Palette = std::array<QRgb, 16>;  // 0 the paper, 15 the ink
+using Palette = std::array<QRgb, palette_size>;  // 0 the paper, 15 the ink
 constexpr Palette areas = {0xFFFFFF, 0x4F74D9, 0x00AA00, 0x00AAAA, 0xE04030, 0xD070D0, 0xC08040, 0xAAAAAA,
                            0x848484, 0x8494FF, 0x55FF55, 0x55FFFF, 0xFF6A5E, 0xFF9CFF, 0xFFFF55, 0x000000};
 constexpr QRgb grey_lines = 0x8C8C8C;
 constexpr Palette letters = {0xFFFFFF, 0x0000AA, 0x007A00, 0x007878, 0x8E0000, 0x8800AA, 0x8A4B00, 0x6C6C6C,
                              0x444444, 0x4848FF, 0x4E7A00, 0x0079A8, 0xD80000, 0xC800A0, 0x7C6C00, 0x000000};
 
-QColor shade(const Palette& palette, int index) {
-  return {palette[static_cast<std::size_t>(index) % palette.size()]};
+QColor shade(const Palette& palette, Colour colour) {
+  return {palette[static_cast<std::size_t>(number_of(colour)) % palette.size()]};
 }
 
 QPolygonF polygon(const Mark& mark) {
@@ -182,16 +182,16 @@ class PagePainter {
 
 }  // namespace
 
-QColor area_shade(int index) {
-  return shade(areas, index);
+QColor area_shade(Colour colour) {
+  return shade(areas, colour);
 }
 
-QColor letter_shade(int index) {
-  return shade(letters, index);
+QColor letter_shade(Colour colour) {
+  return shade(letters, colour);
 }
 
-QColor line_shade(int index) {
-  return index == colour::light_grey ? QColor(grey_lines) : letter_shade(index);
+QColor line_shade(Colour colour) {
+  return colour == colour::light_grey ? QColor(grey_lines) : letter_shade(colour);
 }
 
 QTransform page_to_area(QSizeF area) {
@@ -205,7 +205,7 @@ void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces,
   const QRectF paper(0, 0, Page::width, Page::height);
   painter.save();
   painter.setClipRect(paper, Qt::IntersectClip);
-  painter.fillRect(paper, area_shade(0));
+  painter.fillRect(paper, area_shade(colour::paper));
   PagePainter page_painter(painter, typefaces, device);
   for (const Mark& mark : page.marks()) page_painter.paint(mark);
   painter.restore();

@@ -10,13 +10,13 @@
 
 namespace vorn {
 
-// The shades of a palette index, 0 to 15: the sixteen colours of a VGA screen with black and white exchanged,
+// The shades of a colour of the palette: the sixteen colours of a VGA screen with black and white exchanged,
 // made lighter in areas, so that black text on them can be read, and darker in letters and lines, so that
 // these can be read on the paper: the contrast is 4.5 : 1 at least (WCAG 2.1, 1.4.3). Lines in grey, the axes
 // and grids, are lighter than letters, 3 : 1 (1.4.11), so that the curves stand out.
-QColor area_shade(int index);
-QColor letter_shade(int index);
-QColor line_shade(int index);
+QColor area_shade(Colour colour);
+QColor letter_shade(Colour colour);
+QColor line_shade(Colour colour);
 
 // What is painted on: on pixels nothing may be thinner than one of them, and lines are painted in pieces.
 enum class Device { pixels, vectors };

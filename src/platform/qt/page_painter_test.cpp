@@ -18,7 +18,7 @@ constexpr std::array windows = {900, 1485, 2970};
 struct PagePainting : testing::Test {
   PagePainting() { application_for_tests(); }
 
-  void add(Mark::Kind kind, int colour, std::vector<PagePoint> points) {
+  void add(Mark::Kind kind, Colour colour, std::vector<PagePoint> points) {
     page.add({.kind = kind, .colour = colour, .points = std::move(points)});
   }
   QImage painted(int pixels_across) {
@@ -40,7 +40,7 @@ struct PagePainting : testing::Test {
 };
 
 TEST_F(PagePainting, AnAreaWithoutWidthIsSeenAsALineOfOnePixel) {
-  add(Mark::Kind::fill, 15, {{1450, 1400}, {1450, 1400}, {1450, 1580}, {1450, 1580}});
+  add(Mark::Kind::fill, colour::ink, {{1450, 1400}, {1450, 1400}, {1450, 1580}, {1450, 1580}});
   for (const int pixels : windows) {
     EXPECT_NEAR(ink_across(painted(pixels), pixels / 2), 1, 0.05) << pixels;
   }
@@ -49,7 +49,7 @@ TEST_F(PagePainting, AnAreaWithoutWidthIsSeenAsALineOfOnePixel) {
 TEST_F(PagePainting, AnAreaThinnerThanAPixelIsNeverLost) {
   for (const double x : {1450.0, 1450.3, 1450.9, 1451.7}) {
     page.clear();
-    add(Mark::Kind::fill, 15, {{x, 1400}, {x + 0.3, 1400}, {x + 0.3, 1580}, {x, 1580}});
+    add(Mark::Kind::fill, colour::ink, {{x, 1400}, {x + 0.3, 1400}, {x + 0.3, 1580}, {x, 1580}});
     for (const int pixels : windows) {
       EXPECT_NEAR(ink_across(painted(pixels), pixels / 2), 1, 0.05) << x << ' ' << pixels;
     }
@@ -57,7 +57,7 @@ TEST_F(PagePainting, AnAreaThinnerThanAPixelIsNeverLost) {
 }
 
 TEST_F(PagePainting, AreasOfSomeWidthHaveSharpEdges) {
-  add(Mark::Kind::fill, 15, {{1450, 1400}, {1475, 1400}, {1475, 1580}, {1450, 1580}});
+  add(Mark::Kind::fill, colour::ink, {{1450, 1400}, {1475, 1400}, {1475, 1580}, {1450, 1580}});
   for (const int pixels : windows) {
     const QImage image = painted(pixels);
     for (int x = 0; x < image.width(); ++x) {
@@ -69,7 +69,7 @@ TEST_F(PagePainting, AreasOfSomeWidthHaveSharpEdges) {
 
 TEST_F(PagePainting, ACurveHasNoGapsWhereItsLinesMeet) {
   const std::vector<PagePoint> zigzag = {{500, 1000}, {525, 600}, {550, 1100}, {575, 1090}, {600, 700}};
-  add(Mark::Kind::line, 15, zigzag);
+  add(Mark::Kind::line, colour::ink, zigzag);
   for (const int pixels : windows) {
     const QImage image = painted(pixels);
     const double scale = static_cast<double>(pixels) / Page::width;
@@ -85,7 +85,7 @@ TEST_F(PagePainting, ACurveHasNoGapsWhereItsLinesMeet) {
 }
 
 TEST_F(PagePainting, LinesAreTwoPageUnitsWideAndNeverThinnerThanAPixel) {
-  add(Mark::Kind::line, 15, {{1000, 1000}, {1000, 2000}});
+  add(Mark::Kind::line, colour::ink, {{1000, 1000}, {1000, 2000}});
   EXPECT_NEAR(ink_across(painted(900), 450), 1, 0.01);
   EXPECT_NEAR(ink_across(painted(1485), 742), 1, 0.01);
   EXPECT_NEAR(ink_across(painted(2970), 1485), 2, 0.01);

@@ -81,7 +81,7 @@ TEST(ColourVision, AreasThatMeanDifferentThingsDifferToAllEyes) {
 
 TEST(ColourVision, LinesThatMeanDifferentThingsDifferToAllEyes) {
   expect_another_colour(line_shade(colour::light_blue), line_shade(colour::light_red));
-  for (const int line : {colour::light_blue, colour::light_red, colour::light_grey, colour::green}) {
+  for (const Colour line : {colour::light_blue, colour::light_red, colour::light_grey, colour::green}) {
     expect_another_colour(line_shade(line), area_shade(colour::paper));
   }
 }
@@ -104,12 +104,13 @@ TEST(ColourVision, InGreysTheFillsDifferAndTheCurvesHardly) {
 TEST(Shades, BlackIsReadOnEveryAreaAndEveryLetterOnPaper) {
   EXPECT_DOUBLE_EQ(contrast(Qt::black, Qt::white), 21);
   for (int i = 0; i < 16; ++i) {
-    if (i != colour::ink) {
-      EXPECT_GE(contrast(area_shade(i), letter_shade(colour::ink)), 4.5) << i;
+    const Colour of_palette{i};
+    if (of_palette != colour::ink) {
+      EXPECT_GE(contrast(area_shade(of_palette), letter_shade(colour::ink)), 4.5) << i;
     }
-    if (i != colour::paper) {
-      EXPECT_GE(contrast(letter_shade(i), area_shade(colour::paper)), 4.5) << i;
-      EXPECT_GE(contrast(line_shade(i), area_shade(colour::paper)), 3) << i;
+    if (of_palette != colour::paper) {
+      EXPECT_GE(contrast(letter_shade(of_palette), area_shade(colour::paper)), 4.5) << i;
+      EXPECT_GE(contrast(line_shade(of_palette), area_shade(colour::paper)), 3) << i;
     }
   }
 }
@@ -117,9 +118,9 @@ TEST(Shades, BlackIsReadOnEveryAreaAndEveryLetterOnPaper) {
 TEST(Shades, AreSixteenOfEachKind) {
   for (int i = 0; i < 16; ++i) {
     for (int j = 0; j < i; ++j) {
-      EXPECT_GT(difference(area_shade(i), area_shade(j), eyes[3]), 13) << i << ' ' << j;
-      EXPECT_GT(difference(letter_shade(i), letter_shade(j), eyes[3]), 13) << i << ' ' << j;
-      EXPECT_GT(difference(line_shade(i), line_shade(j), eyes[3]), 13) << i << ' ' << j;
+      EXPECT_GT(difference(area_shade(Colour{i}), area_shade(Colour{j}), eyes[3]), 13) << i << ' ' << j;
+      EXPECT_GT(difference(letter_shade(Colour{i}), letter_shade(Colour{j}), eyes[3]), 13) << i << ' ' << j;
+      EXPECT_GT(difference(line_shade(Colour{i}), line_shade(Colour{j}), eyes[3]), 13) << i << ' ' << j;
     }
   }
 }

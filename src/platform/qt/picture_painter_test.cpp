@@ -66,14 +66,14 @@ TEST_F(Pictures, PngIsHalfAPixelToAPageUnitOnAnA4Sheet) {
 
 TEST_F(Pictures, AnAreaHasTheLightShadeOfItsColourAndALineTheDarkOne) {
   for (int i = 0; i < 16; ++i) {
-    plot.setclr(i);
+    plot.setclr(Colour{i});
     plot.rectangle(100 * i, 0, 100 * i + 100, 100);
     plot.line(100 * i + 10, 300, 100 * i + 90, 300);
   }
   const QImage image = painted();
   for (int i = 0; i < 16; ++i) {
-    EXPECT_EQ(image.pixelColor(50 * i + 25, 25), area_shade(i)) << i;
-    EXPECT_EQ(image.pixelColor(50 * i + 25, 150), line_shade(i)) << i;
+    EXPECT_EQ(image.pixelColor(50 * i + 25, 25), area_shade(Colour{i})) << i;
+    EXPECT_EQ(image.pixelColor(50 * i + 25, 150), line_shade(Colour{i})) << i;
   }
 }
 
@@ -171,7 +171,7 @@ TEST_F(Pictures, SvgIsWellFormedAndKeepsTexts) {
 }
 
 TEST_F(Pictures, OnPaperTheReferencesCurveIsWiderThanTheSamples) {
-  const auto width_of = [&](int colour) {
+  const auto width_of = [&](Colour colour) {
     plot.erase();
     plot.setclr(colour);
     plot.line(100, 100, 2000, 1500);

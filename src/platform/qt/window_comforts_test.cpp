@@ -38,7 +38,7 @@ struct Comforts : testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     show_red_page();
   }
-  void show_page(int colour) {
+  void show_page(Colour colour) {
     plot.erase();
     plot.setclr(colour);
     plot.rectangle(0, 0, Page::width, Page::height);
