@@ -77,7 +77,8 @@ void recognise_all(Workspace& w) {
 }
 
 void splines(Workspace& w) {
-  for (int i = 1; i <= w.nc; ++i) spline(w.widths(i), w.ss, w.wk1.range(1, w.yr(i)));
+  SplineFactor factor(w.ss);
+  for (int i = 1; i <= w.nc; ++i) spline(w.widths(i), factor, w.wk1.range(1, w.yr(i)));
 }
 
 void models(Workspace& w) {

@@ -35,11 +35,11 @@ double at_least_lowest(double curve) {
 
 // Deliberate: [estimates-detrended] whether a ring is missing is not asked; its estimate counts like any
 // width.
-void detrend(Workspace& w, int i) {
+void detrend(Workspace& w, int i, SplineFactor& factor) {
   std::vector<double> values = values_of(w, w.x, i);
   if (w.splineon) {
     std::vector<double> curve(values.size());
-    spline(values, w.ss, curve);
+    spline(values, factor, curve);
     for (std::size_t k = 0; k < values.size(); ++k) values[k] = values[k] / at_least_lowest(curve[k]);
   }
   store(w, w.tx, i, values);
@@ -65,19 +65,25 @@ void take_logarithms(Workspace& w, int i) {
   store(w, w.ax, i, values);
 }
 
-}  // namespace
-
-void data_man(Workspace& w, int i) {
+void derive(Workspace& w, int i, SplineFactor& factor) {
   if (w.yr(i) < 1) return;
-  detrend(w, i);
+  detrend(w, i, factor);
   prewhiten(w, i);
   if (w.logon) take_logarithms(w, i);
 }
 
+}  // namespace
+
+void data_man(Workspace& w, int i) {
+  SplineFactor factor(w.ss);
+  derive(w, i, factor);
+}
+
 void data_man2(Workspace& w) {
   LongWork work(w.plot, "Indices");
+  SplineFactor factor(w.ss);
   for (int i = 1; i <= w.nc; ++i) {
-    data_man(w, i);
+    derive(w, i, factor);
     if (i % cores_between_reports == 0) work.at(static_cast<double>(i) / w.nc);
   }
   std_crn(w);

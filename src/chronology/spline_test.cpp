@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <numbers>
 #include <vector>
@@ -164,6 +165,21 @@ TEST(Spline, AgreesToTheLastBitWithTheBandsWrittenOut) {
     const Series y = random_widths(n, static_cast<std::uint32_t>(n));
     for (const int ss : {3, 4, 5, 10, 32, 100, 999}) {
       EXPECT_EQ(curve_of(y, ss), BandsWrittenOut(y, ss).curve(y)) << n << " values, ss " << ss;
+    }
+  }
+}
+
+// To the last bit, whichever lengths came before: one factor serves all series of a file.
+TEST(Spline, OfAFactorThatServedOthersIsTheCurveOfItsOwn) {
+  for (const int ss : {3, 4, 5, 17, 32, 67, 100, 400, 999}) {
+    SplineFactor factor(ss);
+    for (const std::size_t n : {5u, 1u, 4u, 700u, 3u, 2u, 0u, 699u, 64u, 1500u, 12u, 12000u, 701u}) {
+      Series y = random_widths(n, static_cast<std::uint32_t>(n) + static_cast<std::uint32_t>(ss));
+      for (std::size_t t = 0; t < n; t += 7) y[t] = t % 2 == 0 ? 0.0 : -0.0;
+      Series f(n);
+      spline(y, factor, f);
+      const Series own = curve_of(y, ss);
+      ASSERT_EQ(n == 0 ? 0 : std::memcmp(f.data(), own.data(), n * sizeof(double)), 0) << ss << " " << n;
     }
   }
 }
