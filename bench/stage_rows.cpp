@@ -17,7 +17,9 @@
 #include "editing/working_pair.h"
 #include "floors.h"
 #include "formats/layouts.h"
+#include "graphs/best_match.h"
 #include "graphs/series_graph.h"
+#include "loading/chronology_summary.h"
 #include "loading/startup.h"
 #include "measured_table.h"
 #include "menus/choose.h"
@@ -29,7 +31,6 @@
 #include "records/text_file.h"
 #include "stage.h"
 #include "statistics/best_match.h"
-#include "statistics/chronology_summary.h"
 #include "statistics/correlation.h"
 #include "statistics/correlation_report.h"
 #include "statistics/lag_table.h"
@@ -100,11 +101,16 @@ void usual_state(Desk& desk) {
   data_man2(*desk.w);
 }
 
+// Nothing fails here.
+bool goes_on(std::string_view, std::string_view) {
+  return false;
+}
+
 // What a user does who tries another spline: a number typed, "Stats Rep" pressed.
 void other_spline_and_report(Workspace& w) {
   w.ss = w.ss == 32 ? 40 : 32;
   data_man2(w);
-  stats_rep(w);
+  stats_rep(w, goes_on);
 }
 
 // A core against the chronology of its file; the first two series where there are no more.
@@ -265,7 +271,7 @@ std::vector<Stage> statistics_stages() {
   const auto cbar_of = [](Desk& desk) { cbar(*desk.w, desk.w->wk1.range(1, max_series)); };
   const auto corr_prn = [](Desk& desk) {
     data_man2(*desk.w);
-    cor_report(*desk.w);
+    cor_report(*desk.w, goes_on);
   };
   const auto stats_prn = [](Desk& desk) { other_spline_and_report(*desk.w); };
   const auto lags = [](Desk& desk) { cor_tab(*desk.w, desk.w->fy(desk.w->nd + 1)); };

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "graphs/best_match.h"
 #include "graphs/lag_table.h"
 #include "menus/choose.h"
 #include "plot/plot.h"
-#include "statistics/best_match.h"
 #include "statistics/lag_table.h"
 #include "toolkit/buttons.h"
 #include "toolkit/clicks.h"

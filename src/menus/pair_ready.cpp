@@ -2,7 +2,7 @@
 
 #include "chronology/index_pipeline.h"
 #include "editing/working_pair.h"
-#include "statistics/chronology_summary.h"
+#include "loading/chronology_summary.h"
 #include "toolkit/messages.h"
 
 namespace vorn {

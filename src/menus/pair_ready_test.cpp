@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "chronology/index_pipeline.h"
+#include "loading/chronology_summary.h"
 #include "loading/startup.h"
 #include "menus/start_menu.h"
-#include "statistics/chronology_summary.h"
 #include "support/menu_bench.h"
 
 namespace vorn {

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "chronology/index_pipeline.h"
+#include "loading/chronology_summary.h"
 #include "loading/saving.h"
 #include "loading/startup.h"
 #include "loading/two_column_conversion.h"
@@ -10,7 +11,6 @@
 #include "menus/pair_ready.h"
 #include "plot/plot.h"
 #include "records/edit_format.h"
-#include "statistics/chronology_summary.h"
 #include "statistics/correlation_report.h"
 #include "statistics/statistics_report.h"
 #include "toolkit/buttons.h"
@@ -114,9 +114,9 @@ class StartMenu {
       case button::save_crn:
         return with_fresh_indices(write_ind);
       case button::stats_report:
-        return with_fresh_indices(stats_rep);
+        return write_report(stats_rep);
       case button::correlation_report:
-        return with_fresh_indices(cor_report);
+        return write_report(cor_report);
       case button::read_two_column:
         return read_trw(w);
       case button::raw_tucson:
@@ -205,6 +205,11 @@ class StartMenu {
   void with_fresh_indices(void (*action)(Workspace&)) {
     data_man2(w);
     action(w);
+  }
+
+  void write_report(void (*report)(Workspace&, const TellStatus&)) {
+    data_man2(w);
+    report(w, [this](std::string_view label, std::string_view file) { return io_err(w, label, file); });
   }
 
   Workspace& w;

@@ -1,5 +1,7 @@
 #include "plot/long_work.h"
 
+#include "plot/plot.h"
+
 namespace vorn {
 
 LongWork::LongWork(Plot& plot, std::string_view what) : plot_(plot), whole_(plot.work_), what_(what) {

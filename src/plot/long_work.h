@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "plot/plot.h"
-
 namespace vorn {
+
+class Plot;
 
 // Lives as long as the work does. What it tells costs some nanoseconds and changes nothing on the page, so it
 // may be told often; a few hundred times in all is plenty.

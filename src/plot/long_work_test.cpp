@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "plot/plot.h"
+
 namespace vorn {
 namespace {
 

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 
-#include "plot/colour.h"
 #include "plot/long_work.h"
-#include "plot/plot.h"
-#include "records/edit_format.h"
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
 #include "statistics/sliding_correlations.h"
@@ -76,25 +73,6 @@ std::vector<MatchedStretch> best_matches(const Workspace& w) {
     stretches.push_back(match(sample, reference, sample.first + k * (length - 1), length));
   }
   return stretches;
-}
-
-void cor_best(Workspace& w) {
-  int x = 200;
-  for (const MatchedStretch& stretch : best_matches(w)) {
-    w.plot.setclr(colour::light_blue);
-    w.plot.messag(edit(EditFormat("(2I5)"), stretch.first, stretch.last), x - 32, 370);
-    int y = 445;
-    // Deliberate: [empty-ranks] ranks that were not filled show asterisks and 0.
-    for (const Match& match : stretch.matches) {
-      w.plot.setclr(colour::ink);
-      w.plot.messag(edit(EditFormat("(F4.2)"), match.r), x, y);
-      w.plot.setclr(colour::light_red);
-      w.plot.messag(edit(EditFormat("(I5)"), match.offset), x + 80, y);
-      y += 45;
-    }
-    x += 225;
-  }
-  w.plot.setclr(colour::ink);
 }
 
 }  // namespace vorn

@@ -26,7 +26,4 @@ struct MatchedStretch {
 // sample is shorter. Among equal correlations the earlier place in the reference ranks first.
 std::vector<MatchedStretch> best_matches(const Workspace& w);
 
-// Draws best_matches in columns: years, then correlation and offset of each rank. Leaves the colour at ink.
-void cor_best(Workspace& w);
-
 }  // namespace vorn

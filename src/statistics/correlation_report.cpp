@@ -8,7 +8,6 @@
 #include "statistics/correlation_lines.h"
 #include "statistics/report_file.h"
 #include "statistics/segment_grid.h"
-#include "toolkit/messages.h"
 
 namespace vorn {
 namespace {
@@ -109,13 +108,13 @@ void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
 
 }  // namespace
 
-void cor_report(Workspace& w) {
+void cor_report(Workspace& w, const TellStatus& tell) {
   LongWork work(w.plot, report_name);
   ReportFile file;
   w.ios = file.create(w.files, report_name);
-  if (io_err(w, "Open ", report_name)) return;
+  if (tell("Open ", report_name)) return;
   w.ios = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
-  if (io_err(w, "WRITE", report_name)) return;
+  if (tell("WRITE", report_name)) return;
 
   const YearSpan used = use_well_covered_years(w);
   prepare_sums(w);
@@ -127,7 +126,7 @@ void cor_report(Workspace& w) {
     write_block(w, block, file);
   }
   w.ios = file.close();
-  io_err(w, "Close", report_name);
+  tell("Close", report_name);
 }
 
 }  // namespace vorn

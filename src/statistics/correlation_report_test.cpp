@@ -21,7 +21,7 @@ std::string blanks(int n) {
 // The report as a file, written in a folder of its own.
 std::string report(Workspace& w) {
   const ScratchFolder folder;
-  cor_report(w);
+  cor_report(w, [](auto, auto) { return false; });
   return ScratchFolder::read("Corr.prn");
 }
 
@@ -448,24 +448,20 @@ TEST(CorrReport, OfAStepOfNoneIsATitleAlone) {
 
 TEST(CorrReport, TellsOnceThatItsFileCannotBeOpened) {
   TwoTrees store;
-  store.screen.presses = 1;
   const ScratchFolder folder;
   std::filesystem::create_directory("Corr.prn");
-  cor_report(store.w);
-  EXPECT_EQ(store.messages.str(), "Open Corr.prn fail err =    21\n");
-  EXPECT_EQ(store.screen.presses, 0);
+  cor_report(store.w, store.tells_status());
+  EXPECT_EQ(store.messages.str(), "Open Corr.prn 21\n");
   // The report itself was made all the same.
   EXPECT_NEAR(store.w.corr_tables.mean_sum(1), 3.0, 1e-12);
 }
 
 TEST(CorrReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
   ThirtySegments store;
-  store.screen.presses = 1;
   const ScratchFolder folder;
   std::filesystem::create_symlink("/dev/full", "Corr.prn");  // a device that takes no byte
-  cor_report(store.w);
-  EXPECT_EQ(store.messages.str(), "CloseCorr.prn fail err =    28\n");
-  EXPECT_EQ(store.screen.presses, 0);
+  cor_report(store.w, store.tells_status());
+  EXPECT_EQ(store.messages.str(), "CloseCorr.prn 28\n");
 }
 
 }  // namespace

@@ -71,8 +71,8 @@ void cor_tab(Workspace& w, std::int32_t ystart) {
   fill_table(w, ystart, [](auto a, auto b, auto ok) { return covmiss(a, b, ok).r; });
 }
 
-void cor_abs(Workspace& w, std::int32_t ystart) {
-  fill_table(w, ystart, [&w](auto a, auto b, auto ok) { return absmiss(w, a, b, ok).d; });
+void cor_abs(Workspace& w, std::int32_t ystart, const Tell& tell) {
+  fill_table(w, ystart, [&tell](auto a, auto b, auto ok) { return absmiss(a, b, ok, tell).d; });
 }
 
 }  // namespace vorn

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "statistics/telling.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -22,8 +23,8 @@ namespace vorn {
 void cor_tab(Workspace& w, std::int32_t ystart);
 
 // The same table with the mean absolute difference of standardised values (absmiss) instead of the
-// correlation; -1.0 with fewer than eleven pairs. Shows the five numbers of absmiss for every cell without a
-// missing ring.
-void cor_abs(Workspace& w, std::int32_t ystart);
+// correlation; -1.0 with fewer than eleven pairs. Tells the five numbers of absmiss for every cell without a
+// missing ring. No menu offers it: it is there to look at a pair by another measure, from a test or debugger.
+void cor_abs(Workspace& w, std::int32_t ystart, const Tell& tell);
 
 }  // namespace vorn

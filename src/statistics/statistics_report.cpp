@@ -7,7 +7,6 @@
 #include "plot/long_work.h"
 #include "statistics/report_file.h"
 #include "statistics/tree_correlations.h"
-#include "toolkit/messages.h"
 
 namespace vorn {
 namespace {
@@ -63,11 +62,11 @@ void write_totals(const Workspace& w, ReportFile& file, const Rings& rings, doub
 
 }  // namespace
 
-void stats_rep(Workspace& w) {
+void stats_rep(Workspace& w, const TellStatus& tell) {
   LongWork work(w.plot, report_name);
   ReportFile file;
   w.ios = file.create(w.files, report_name);
-  if (io_err(w, "Open", report_name)) return;
+  if (tell("Open", report_name)) return;
   file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
   const double mean_cbar = cbar(w, w.tree_to_chronology.range(1, max_series));
   work.part(0, share_of_pairs);
@@ -79,7 +78,7 @@ void stats_rep(Workspace& w) {
   }
   write_totals(w, file, rings, mean_cbar, mean_rbar);
   w.ios = file.close();
-  io_err(w, "Close", report_name);
+  tell("Close", report_name);
 }
 
 }  // namespace vorn

@@ -53,6 +53,17 @@ class TestStore {
     put_entry(w, w.nd + 2, "REFER", reference_first, reference, reference_mask);
   }
 
+  // Keeps what is told: texts, and outcomes of file operations other than 0.
+  auto tells() {
+    return [this](std::string_view text) { messages << text << '\n'; };
+  }
+  auto tells_status() {
+    return [this](std::string_view label, std::string_view file) {
+      if (w.ios != 0) messages << label << file << ' ' << w.ios << '\n';
+      return false;
+    };
+  }
+
  private:
   Plot plot_;
   DiskFiles disk_;

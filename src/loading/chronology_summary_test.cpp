@@ -1,4 +1,4 @@
-#include "statistics/chronology_summary.h"
+#include "loading/chronology_summary.h"
 
 #include <gtest/gtest.h>
 
@@ -10,21 +10,6 @@
 
 namespace vorn {
 namespace {
-
-TEST(ChronologyName, IsTheFileNameWithoutPathAndExtensionCutToEight) {
-  EXPECT_EQ(chronology_name("dir/abcdefghij.crn").view(), "abcdefgh");
-  EXPECT_EQ(chronology_name("ab.crn").view(), "ab      ");
-  EXPECT_EQ(chronology_name("a/b\\c/oak.rwl").view(), "oak     ");
-  EXPECT_EQ(chronology_name("c:\\data\\pine.txt").view(), "pine    ");
-}
-
-TEST(ChronologyName, LosesItsExtensionBeforeItsPath) {
-  EXPECT_EQ(chronology_name("dir/ab").view(), "di      ");  // "/ab" and one more go first
-  EXPECT_EQ(chronology_name("dir/a.crn").view(), "a       ");
-  EXPECT_EQ(chronology_name("dir/.crn").view(), "        ");
-  EXPECT_EQ(chronology_name("abc").view(), "        ");
-  EXPECT_EQ(chronology_name("").view(), "        ");
-}
 
 // Two trees of three years, and the chronologies of two files.
 struct TwoFiles : TestStore {
