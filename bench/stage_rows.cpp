@@ -87,10 +87,6 @@ void models(Workspace& w) {
   for (int i = 1; i <= w.nc; ++i) armod2(w.index(i), w.wk1.range(1, w.yr(i)), coefficients, w.jpr);
 }
 
-void all_indices(Workspace& w) {
-  for (int i = 1; i <= w.nc; ++i) data_man(w, i);
-}
-
 void switch_to(Workspace& w, bool spline, bool model, bool logarithm) {
   w.splineon = spline, w.aron = model, w.logon = logarithm;
 }
@@ -253,10 +249,10 @@ std::vector<Stage> kernel_stages() {
        &Floors::estimates},
       {"spline (a)", 'a', on(splines), &Floors::spline},
       {"autoregressive model (a)", 'a', on(models), &Floors::model},
-      growing(linear, {"spline and model, into the store (a)", 'a', on(all_indices),
+      growing(linear, {"spline and model, into the store (a)", 'a', on(data_man_cores),
                        [](const Floors& floors) { return floors.spline() + floors.model(); }, 0.150, 0,
                        [](Desk& desk) { switch_to(*desk.w, true, true, false); }, usual_state}),
-      {"spline and model, into the store (f)", 'f', on(all_indices),
+      {"spline and model, into the store (f)", 'f', on(data_man_cores),
        [](const Floors& floors) { return floors.spline() + floors.model(); }, 0, 0,
        [](Desk& desk) { switch_to(*desk.w, true, true, false); }, usual_state},
       growing(linear, {"logarithm and chronology (a)", 'a', on(data_man2), &Floors::logarithm, 0, 0,

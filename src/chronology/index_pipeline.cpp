@@ -79,13 +79,17 @@ void data_man(Workspace& w, int i) {
   derive(w, i, factor);
 }
 
-void data_man2(Workspace& w) {
+void data_man_cores(Workspace& w) {
   LongWork work(w.plot, "Indices");
   SplineFactor factor(w.ss);
   for (int i = 1; i <= w.nc; ++i) {
     derive(w, i, factor);
     if (i % cores_between_reports == 0) work.at(static_cast<double>(i) / w.nc);
   }
+}
+
+void data_man2(Workspace& w) {
+  data_man_cores(w);
   std_crn(w);
 }
 

@@ -13,7 +13,10 @@ namespace vorn {
 // entry of no years is left alone. Bad values propagate, nothing is reported.
 void data_man(Workspace& w, int i);
 
-// Computes the indices of all cores, 1 to nc, and then the standard chronology of the current file (std_crn).
+// data_man of all cores, 1 to nc.
+void data_man_cores(Workspace& w);
+
+// Computes the indices of all cores and then the standard chronology of the current file (std_crn).
 void data_man2(Workspace& w);
 
 }  // namespace vorn

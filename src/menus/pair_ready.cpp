@@ -11,7 +11,7 @@ void refresh_derived(Workspace& w) {
   // Deliberate: [report-indices] what a report computes alone sets no entry anew.
   if (!w.derived_stale) return;
   if (w.nfil > 0 && w.rftype(w.cf) == Layout::tucson_index) {
-    for (int i = 1; i <= w.nc; ++i) data_man(w, i);
+    data_man_cores(w);
   } else {
     data_man2(w);
   }
