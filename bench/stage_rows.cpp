@@ -158,8 +158,8 @@ void load_the_file(Desk& desk) {
 
 // --- What the plain definitions take, which the fast ways are tested against.
 
-std::vector<DatedValues> trees(const Workspace& w) {
-  std::vector<DatedValues> all;
+std::vector<SeriesView> trees(const Workspace& w) {
+  std::vector<SeriesView> all;
   for (int i = 1; i <= w.nc; ++i) all.push_back({w.fy(i), w.ax.range(w.ad(i), w.yr(i))});
   return all;
 }

@@ -106,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   while (!bytes.empty() && series.size() < most_series) {
     series.push_back(next_series(bytes, series.empty() ? Series() : series.back()));
   }
-  std::vector<DatedValues> dated;
+  std::vector<SeriesView> dated;
   for (const Series& one : series) dated.push_back({one.first, one.values});
 
   const PairSums plain = pair_correlations_plain(dated, fewest_years);

@@ -1,6 +1,7 @@
 #include "graphs/correlation_strip.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -9,6 +10,7 @@
 #include "records/edit_format.h"
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
+#include "workspace/years.h"
 
 namespace vorn {
 namespace {
@@ -17,23 +19,22 @@ constexpr int strip_top = 1400, bar_height = 180;
 constexpr int text_y = 1470, text_step = 36;
 constexpr int left_text = -200, right_text = 40;  // from the bar's left edge
 constexpr int longest_lag = 2;
-constexpr std::string_view lag_labels = "-2-1 0+1+2";
+constexpr int shortest_stretch = 11;  // years
 
-// Years come from files and may be anything that 32 bits hold; sums of them are formed in 64.
-using Years = std::int64_t;
+struct Lag {
+  int years;
+  std::string_view label;
+};
+constexpr std::array<Lag, 5> lags = {{{-2, "-2"}, {-1, "-1"}, {0, " 0"}, {1, "+1"}, {2, "+2"}}};
 
 const EditFormat correlation_edit{"(F5.2)"};
 
-std::string_view lag_label(int lag) {
-  return lag_labels.substr(static_cast<std::size_t>(lag + longest_lag) * 2, 2);
-}
-
-// The correlation of the reference's years first to last with the sample's, read `lag` years later, as text.
-std::string correlation_text(const Workspace& w, Years first, Years last, int lag) {
-  const int sample = w.nd + 1, reference = w.nd + 2;
-  const int n = static_cast<int>(last - first + 1);
-  const PoolWindow a(w, w.ad(sample) + first + lag - w.fy(sample), n);
-  const PoolWindow b(w, w.ad(reference) + first - w.fy(reference), n);
+// The correlation of these years of the reference with the sample's, read `lag` years later, as text.
+std::string correlation_text(const SeriesStore& store, YearSpan years, int lag) {
+  const int sample = store.nd + 1, reference = store.nd + 2;
+  const int n = static_cast<int>(years.count());
+  const PoolWindow a(store, store.ad(sample) + years.first + lag - store.fy(sample), n);
+  const PoolWindow b(store, store.ad(reference) + years.first - store.fy(reference), n);
   Table<bool> both(n);
   mark_present(a.present(0, n), b.present(0, n), both.range(1, n));
   const MaskedCorrelation c = covmiss(a.values(0, n), b.values(0, n), both.range(1, n));
@@ -53,24 +54,26 @@ void captions(Workspace& w) {
 
 void cor_graph(Workspace& w) {
   const int sample = w.nd + 1, reference = w.nd + 2;
-  const Years bar = (Years{w.fs} + w.ls) / 2;
-  const Years first = std::max(w.fy(sample), w.fy(reference));
-  const Years last = std::min(w.ly(sample), w.ly(reference));
-  if (last - first < 20 || bar + longest_lag < first || bar - longest_lag > last) return;
+  const std::int64_t bar = (std::int64_t{w.fs} + w.ls) / 2;
+  const YearSpan both = common({w.fy(sample), w.ly(sample)}, {w.fy(reference), w.ly(reference)});
+  if (both.last - both.first < 20 || bar + longest_lag < both.first || bar - longest_lag > both.last) return;
   // Two years are kept at the sample's ends, so that the shifted sample stays inside its data.
-  const Years left = std::max({first, Years{w.fy(sample)} + longest_lag, bar - w.seg});
-  const Years right = std::min({last, Years{w.ly(sample)} - longest_lag, bar + w.seg - 1});
+  const YearSpan left{std::max({both.first, std::int64_t{w.fy(sample)} + longest_lag, bar - w.seg}), bar};
+  const YearSpan right{bar, std::min({both.last, std::int64_t{w.ly(sample)} - longest_lag, bar + w.seg - 1})};
   w.plot.setclr(colour::ink);
   const int x = static_cast<int>(std::lround(200 + static_cast<double>(bar - w.fs) * w.scx));
   w.plot.rectangle(x, strip_top, x + static_cast<int>(std::lround(w.scx)), strip_top + bar_height);
   w.plot.winfnt("Times New Roman");
-  for (int lag = -longest_lag; lag <= longest_lag && bar - 9 > left; ++lag) {
-    const std::string text = correlation_text(w, left, bar, lag) + " < " + std::string(lag_label(lag));
-    w.plot.messag(text, x + left_text, text_y + text_step * lag);
+  for (const Lag& lag : lags) {
+    const int y = text_y + text_step * lag.years;
+    if (left.count() >= shortest_stretch)
+      w.plot.messag(correlation_text(w, left, lag.years) + " < " + std::string(lag.label), x + left_text, y);
   }
-  for (int lag = -longest_lag; lag <= longest_lag && right - 9 > bar; ++lag) {
-    const std::string text = std::string(lag_label(lag)) + " > " + correlation_text(w, bar, right, lag);
-    w.plot.messag(text, x + right_text, text_y + text_step * lag);
+  for (const Lag& lag : lags) {
+    const int y = text_y + text_step * lag.years;
+    if (right.count() >= shortest_stretch)
+      w.plot.messag(std::string(lag.label) + " > " + correlation_text(w, right, lag.years), x + right_text,
+                    y);
   }
   captions(w);
 }

@@ -6,6 +6,7 @@
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
 #include "statistics/sliding_correlations.h"
+#include "workspace/series_view.h"
 
 namespace vorn {
 namespace {
@@ -21,37 +22,43 @@ void insert(std::array<Match, 6>& matches, const Match& candidate) {
 
 // The whole of an entry, with its years. Its dates hold: a record that came without them has none to search,
 // and years for which it has no values do not count.
-struct DatedWindow {
-  DatedWindow(const Workspace& w, int i)
-      : first(w.fy(i)),
-        last(std::min<std::int64_t>(w.ly(i), first + w.yr(i) - 1)),
-        window(w, w.ad(i), w.yr(i)) {}
-  std::int64_t first, last;
-  PoolWindow window;
+class DatedEntry {
+ public:
+  DatedEntry(const SeriesStore& store, int i)
+      : first_(store.fy(i)), window_(store, store.ad(i), store.yr(i)) {
+    const YearSpan valued{first_, first_ + store.yr(i) - 1};
+    count_ = static_cast<int>(std::max<std::int64_t>(common({first_, store.ly(i)}, valued).count(), 0));
+  }
+  SeriesView view() const { return {first_, window_.values(0, count_), window_.present(0, count_)}; }
+
+ private:
+  std::int64_t first_;
+  int count_;
+  PoolWindow window_;
 };
 
-// Ranks every place of the reference for the `count` years of the sample from `first` on.
+// Ranks every place of the reference for a stretch of the sample.
 //
 // Estimates for all places at once tell which of them cannot come among the best; the others are correlated
 // by covmiss, whose values alone are ranked.
-MatchedStretch match(const DatedWindow& sample, const DatedWindow& reference, std::int64_t first, int count) {
+MatchedStretch match(const SeriesView& sample, const SeriesView& reference) {
   MatchedStretch stretch;
-  stretch.first = static_cast<std::int32_t>(first);
-  stretch.last = static_cast<std::int32_t>(first + count - 1);
-  const int years = static_cast<int>(reference.last - reference.first + 1);
-  if (years < count) return stretch;
-  const int at = static_cast<int>(first - sample.first);
-  const auto values = sample.window.values(at, count);
-  const auto present = sample.window.present(at, count);
-  const auto estimates = sliding_correlations(values, present, reference.window.values(0, years),
-                                              reference.window.present(0, years));
-  Table<bool> both(count);
-  const auto mask = both.range(1, count);
-  for (int place = 0; place <= years - count; ++place) {
-    if (estimates[static_cast<std::size_t>(place)] + sliding_error <= stretch.matches.back().r) continue;
-    mark_present(present, reference.window.present(place, count), mask);
-    const auto [r, valid] = covmiss(values, reference.window.values(place, count), mask);
-    if (valid) insert(stretch.matches, {r, static_cast<std::int32_t>(first - (reference.first + place))});
+  stretch.first = static_cast<std::int32_t>(sample.first);
+  stretch.last = static_cast<std::int32_t>(sample.years().last);
+  if (reference.values.size() < sample.values.size()) return stretch;
+  const auto estimates =
+      sliding_correlations(sample.values, sample.present, reference.values, reference.present);
+  Table<bool> both(static_cast<int>(sample.values.size()));
+  const auto mask = both.range(1, both.size());
+  YearSpan place{reference.first, reference.first + sample.years().count() - 1};
+  for (const double estimate : estimates) {
+    if (!(estimate + sliding_error <= stretch.matches.back().r)) {
+      const SeriesView there = reference.over(place);
+      mark_present(sample.present, there.present, mask);
+      const auto [r, valid] = covmiss(sample.values, there.values, mask);
+      if (valid) insert(stretch.matches, {r, static_cast<std::int32_t>(sample.first - place.first)});
+    }
+    ++place.first, ++place.last;
   }
   return stretch;
 }
@@ -59,18 +66,19 @@ MatchedStretch match(const DatedWindow& sample, const DatedWindow& reference, st
 }  // namespace
 
 std::vector<MatchedStretch> best_matches(const Workspace& w) {
-  const DatedWindow sample(w, w.nd + 1), reference(w, w.nd + 2);
+  const DatedEntry sample_entry(w, w.nd + 1), reference_entry(w, w.nd + 2);
+  const SeriesView sample = sample_entry.view(), reference = reference_entry.view();
   const int length = std::max({w.seg, w.yr(w.nd + 1) / 8, 1});
-  const std::int64_t last_start = sample.last - length + 1;
   std::vector<MatchedStretch> stretches;
-  if (last_start < sample.first) return stretches;
-  const std::int64_t count = (last_start - sample.first) / length + 1;
+  if (sample.years().count() < length) return stretches;
+  const std::int64_t count = sample.years().count() / length;
   LongWork work(w.plot, "Best match");
   for (std::int64_t k = 0; k < count; ++k) {
     work.at(static_cast<double>(k) / static_cast<double>(count));
     // Deliberate: [shared-year] each stretch begins with the last year of the one before; their number
     // disregards that.
-    stretches.push_back(match(sample, reference, sample.first + k * (length - 1), length));
+    const std::int64_t first = sample.first + k * (length - 1);
+    stretches.push_back(match(sample.over({first, first + length - 1}), reference));
   }
   return stretches;
 }

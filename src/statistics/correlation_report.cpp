@@ -64,7 +64,7 @@ void compare_with_chronology(Workspace& w, int i) {
 
 void correlate_cell(Workspace& w, int i, int j, YearSpan years) {
   CorrelationReportTables& tables = w.corr_tables;
-  const int count = static_cast<int>(years.last - years.first + 1);
+  const int count = static_cast<int>(years.count());
   const int from = static_cast<int>(w.ad(i) + years.first - w.fy(i));
   const int p = static_cast<int>(years.first - w.cfy(w.cf) + 1);
   const auto [r, valid] =
@@ -80,9 +80,8 @@ void correlate_cell(Workspace& w, int i, int j, YearSpan years) {
 }
 
 void correlate_series(Workspace& w, const SegmentBlock& block, YearSpan used, int i) {
-  const YearSpan available{std::max<std::int64_t>(w.fy(i), used.first),
-                           std::min<std::int64_t>(w.ly(i), used.last)};
-  if (std::min(block.end, available.last) - std::max(block.start, available.first) <= block.step) return;
+  const YearSpan available = common({w.fy(i), w.ly(i)}, used);
+  if (common({block.start, block.end}, available).count() - 1 <= block.step) return;
   if (i == w.nc + w.cf) return;
   if (i <= w.nc) {
     compare_with_rest(w, i);

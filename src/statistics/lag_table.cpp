@@ -6,6 +6,7 @@
 #include "statistics/absolute_difference.h"
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
+#include "workspace/years.h"
 
 namespace vorn {
 namespace {
@@ -31,23 +32,26 @@ std::vector<std::int64_t> segment_starts(std::int64_t first, std::int64_t last, 
 // Column k of the table: the reference's years from `start` on, against the sample at every lag within its
 // years.
 template <class Measure>
-void fill_segment(Workspace& w, int k, std::int64_t start, Measure measure) {
-  const int sample = w.nd + 1, reference = w.nd + 2;
-  const std::int64_t end = start + w.seg - 1;
-  w.cyrs(1, k) = static_cast<std::int32_t>(start);
-  w.cyrs(2, k) = static_cast<std::int32_t>(end);
-  const int lowest = static_cast<int>(std::clamp<std::int64_t>(w.fy(sample) - start, -max_lag, max_lag + 1));
-  const int highest = static_cast<int>(std::clamp<std::int64_t>(w.ly(sample) - end, -max_lag - 1, max_lag));
+void fill_segment(const SeriesStore& store, LagTable& table, int k, YearSpan segment, Measure measure) {
+  const int sample = store.nd + 1, reference = store.nd + 2;
+  const int length = static_cast<int>(segment.count());
+  table.cyrs(1, k) = static_cast<std::int32_t>(segment.first);
+  table.cyrs(2, k) = static_cast<std::int32_t>(segment.last);
+  // No segment ends behind the sample, so that the highest lag is never below 0.
+  const auto lowest =
+      static_cast<int>(std::clamp<std::int64_t>(store.fy(sample) - segment.first, -max_lag, max_lag + 1));
+  const auto highest = static_cast<int>(std::min<std::int64_t>(store.ly(sample) - segment.last, max_lag));
   if (lowest > highest) return;
 
-  const PoolWindow fixed(w, w.ad(reference) + start - w.fy(reference), w.seg);
-  const PoolWindow shifted(w, w.ad(sample) + start + lowest - w.fy(sample), w.seg + highest - lowest);
-  Table<bool> both(w.seg);
+  const PoolWindow fixed(store, store.ad(reference) + segment.first - store.fy(reference), length);
+  const PoolWindow shifted(store, store.ad(sample) + segment.first + lowest - store.fy(sample),
+                           length + highest - lowest);
+  Table<bool> both(length);
   for (int lag = lowest; lag <= highest; ++lag) {
-    const auto mask = both.range(1, w.seg);
-    mark_present(fixed.present(0, w.seg), shifted.present(lag - lowest, w.seg), mask);
-    w.ctab(lag + max_lag + 1, k) =
-        measure(fixed.values(0, w.seg), shifted.values(lag - lowest, w.seg), std::span<const bool>(mask));
+    const auto mask = both.range(1, length);
+    mark_present(fixed.present(0, length), shifted.present(lag - lowest, length), mask);
+    table.ctab(lag + max_lag + 1, k) =
+        measure(fixed.values(0, length), shifted.values(lag - lowest, length), std::span<const bool>(mask));
   }
 }
 
@@ -56,11 +60,11 @@ void fill_table(Workspace& w, std::int32_t ystart, Measure measure) {
   const int sample = w.nd + 1, reference = w.nd + 2;
   w.cyrs.fill(no_year);
   w.ctab.fill(0.0);
-  const std::int64_t first = std::max({w.fy(sample), w.fy(reference), ystart});
-  const std::int64_t last = std::int64_t{std::min(w.ly(sample), w.ly(reference))} - w.seg + 1;
+  const YearSpan both = common({w.fy(sample), w.ly(sample)}, {w.fy(reference), w.ly(reference)});
+  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - w.seg + 1;
   int k = 0;
   for (const std::int64_t start : segment_starts(first, last, std::int64_t{w.seg} - w.olap)) {
-    fill_segment(w, ++k, start, measure);
+    fill_segment(w, w, ++k, {start, start + w.seg - 1}, measure);
   }
 }
 

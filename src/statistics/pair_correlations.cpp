@@ -31,20 +31,18 @@ constexpr double least_variation = 1e-4;
 // Between these lie the sums of squares of which four can be multiplied.
 constexpr double least_squares = 1e-70, most_squares = 1e70;
 
-double plain_correlation(const DatedValues& a, const DatedValues& b) {
-  const std::int64_t first = std::max(a.first, b.first), last = std::min(a.last(), b.last());
-  const auto years = static_cast<std::size_t>(last - first + 1);
-  return cov(a.values.subspan(static_cast<std::size_t>(first - a.first), years),
-             b.values.subspan(static_cast<std::size_t>(first - b.first), years));
+double plain_correlation(const SeriesView& a, const SeriesView& b) {
+  const YearSpan both = common(a.years(), b.years());
+  return cov(a.over(both).values, b.over(both).values);
 }
 
-std::int64_t common_years(const DatedValues& a, const DatedValues& b) {
-  return std::min(a.last(), b.last()) - std::max(a.first, b.first) + 1;
+std::int64_t common_years(const SeriesView& a, const SeriesView& b) {
+  return common(a.years(), b.years()).count();
 }
 
 // Whether a series can go into a tile: its values are finite, vary enough, and are of a size to calculate
 // with.
-bool suits_tiles(const DatedValues& series) {
+bool suits_tiles(const SeriesView& series) {
   const auto count = static_cast<double>(series.values.size());
   const double mean = std::accumulate(series.values.begin(), series.values.end(), 0.0) / count;
   double squares = 0.0;
@@ -55,7 +53,7 @@ bool suits_tiles(const DatedValues& series) {
 
 class PairAdder {
  public:
-  PairAdder(std::span<const DatedValues> series, std::int64_t fewest_years)
+  PairAdder(std::span<const SeriesView> series, std::int64_t fewest_years)
       : series_(series), fewest_years_(fewest_years) {
     sums_.sum_of.assign(series.size(), 0.0);
     sums_.pairs_of.assign(series.size(), 0);
@@ -93,7 +91,7 @@ class PairAdder {
   }
 
  private:
-  std::span<const DatedValues> series_;
+  std::span<const SeriesView> series_;
   std::int64_t fewest_years_;
   PairSums sums_;
   std::vector<std::pair<std::size_t, std::size_t>> doubtful_;
@@ -101,7 +99,7 @@ class PairAdder {
 
 // The numbers of the series in tiles: those of like length, then of like age, stand together, so that a tile
 // spans few more years than its series do.
-std::vector<std::vector<std::size_t>> tiled(std::span<const DatedValues> series,
+std::vector<std::vector<std::size_t>> tiled(std::span<const SeriesView> series,
                                             std::vector<std::size_t> numbers) {
   const auto key = [&](std::size_t i) {
     return std::pair(std::bit_width(series[i].values.size()), series[i].first);
@@ -120,7 +118,7 @@ std::vector<std::vector<std::size_t>> tiled(std::span<const DatedValues> series,
 }
 
 // Builds tiles `from` on, as many as group_bytes hold, at least one.
-std::vector<Tile> build_group(std::span<const DatedValues> series,
+std::vector<Tile> build_group(std::span<const SeriesView> series,
                               const std::vector<std::vector<std::size_t>>& tiles, std::size_t from) {
   std::vector<Tile> group;
   std::size_t bytes = 0;
@@ -138,7 +136,7 @@ bool prints_alike(double mean) {
 }
 
 // What the plain definition adds up for series i.
-double plain_sum_of(std::span<const DatedValues> series, std::size_t i, std::int64_t fewest_years) {
+double plain_sum_of(std::span<const SeriesView> series, std::size_t i, std::int64_t fewest_years) {
   double sum = 0.0;
   for (std::size_t j = 0; j < series.size(); ++j) {
     if (j == i || common_years(series[i], series[j]) < fewest_years) continue;
@@ -148,7 +146,7 @@ double plain_sum_of(std::span<const DatedValues> series, std::size_t i, std::int
 }
 
 // The sums with those taken from the plain definition whose means might be printed otherwise.
-PairSums settled(PairSums sums, std::span<const DatedValues> series, std::int64_t fewest_years) {
+PairSums settled(PairSums sums, std::span<const SeriesView> series, std::int64_t fewest_years) {
   std::vector<std::size_t> unsure;
   for (std::size_t i = 0; i < series.size(); ++i) {
     if (sums.pairs_of[i] > 0 && !prints_alike(sums.sum_of[i] / sums.pairs_of[i])) unsure.push_back(i);
@@ -161,7 +159,7 @@ PairSums settled(PairSums sums, std::span<const DatedValues> series, std::int64_
 
 }  // namespace
 
-PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64_t fewest_years) {
+PairSums pair_correlations_plain(std::span<const SeriesView> series, std::int64_t fewest_years) {
   PairAdder adder(series, fewest_years);
   for (std::size_t i = 0; i < series.size(); ++i) {
     for (std::size_t j = i + 1; j < series.size(); ++j) adder.add_plain(i, j);
@@ -169,7 +167,7 @@ PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64
   return adder.take();
 }
 
-PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years,
+PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
                                  const ShareDone& told) {
   PairAdder adder(series, fewest_years);
   std::vector<std::size_t> good, bad;
@@ -206,7 +204,7 @@ PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64
   return adder.take();
 }
 
-PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years,
+PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
                            const ShareDone& told) {
   if (series.size() <= few_series) return pair_correlations_plain(series, fewest_years);
   return settled(pair_correlations_tiled(series, fewest_years, told), series, fewest_years);

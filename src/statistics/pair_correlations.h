@@ -7,15 +7,9 @@
 #include <span>
 #include <vector>
 
+#include "workspace/series_view.h"
+
 namespace vorn {
-
-// A series with its years; values[k] is the value of year first + k.
-struct DatedValues {
-  std::int64_t first = 0;
-  std::span<const double> values;
-
-  std::int64_t last() const { return first + static_cast<std::int64_t>(values.size()) - 1; }
-};
 
 // What adding up the pairs gives.
 struct PairSums {
@@ -25,11 +19,12 @@ struct PairSums {
   std::vector<std::int32_t> pairs_of;  // and their number
 };
 
-// Correlates each pair of series that have at least `fewest_years` years in common, over those years.
+// Correlates each pair of series, all of whose values count, that have at least `fewest_years` years in
+// common, over those years.
 //
 // The plain definition: cov for each pair, added in the order of the series.
 // Source: K. Pearson (1896), Phil. Trans. R. Soc. A 187, 253-318.
-PairSums pair_correlations_plain(std::span<const DatedValues> series, std::int64_t fewest_years);
+PairSums pair_correlations_plain(std::span<const SeriesView> series, std::int64_t fewest_years);
 
 // Is told now and then which share of the work is done, 0 to 1.
 using ShareDone = std::function<void(double)>;
@@ -42,7 +37,7 @@ using ShareDone = std::function<void(double)>;
 // with a value that is not finite and pairs with a series that hardly varies, or whose squares are too large
 // or small a number, are correlated by cov. Vector instructions are chosen when the program runs; the result
 // is the same to the last bit with all of them.
-PairSums pair_correlations_tiled(std::span<const DatedValues> series, std::int64_t fewest_years,
+PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
                                  const ShareDone& told = {});
 
 // So few series are correlated by the plain definition: a site's figures then come from it to the last bit.
@@ -53,7 +48,7 @@ inline constexpr std::size_t few_series = 150;
 // Means are printed with two decimals. Where a mean of the tiled ones, of a series or of all, lies so near to
 // where its printed figures change that the plain one might lie beyond, that one takes its place: what is
 // printed is always what the plain definition gives.
-PairSums pair_correlations(std::span<const DatedValues> series, std::int64_t fewest_years,
+PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
                            const ShareDone& told = {});
 
 }  // namespace vorn

@@ -19,8 +19,8 @@ struct PairCorrelations : ::testing::Test {
     kept.push_back(std::move(values));
     years.push_back(first);
   }
-  std::vector<DatedValues> series() const {
-    std::vector<DatedValues> all;
+  std::vector<SeriesView> series() const {
+    std::vector<SeriesView> all;
     for (std::size_t i = 0; i < kept.size(); ++i) all.push_back({years[i], kept[i]});
     return all;
   }

@@ -188,13 +188,13 @@ void correlate_tiles(Tile& a, Tile& b, double fewest_years, double least_share,
   HWY_DYNAMIC_DISPATCH(correlate)(a, b, fewest_years, least_share, doubtful);
 }
 
-Tile::Tile(std::span<const DatedValues> series, std::vector<std::size_t> numbers)
+Tile::Tile(std::span<const SeriesView> series, std::vector<std::size_t> numbers)
     : members(std::move(numbers)),
       first(series[members.front()].first),
-      last(series[members.front()].last()) {
+      last(series[members.front()].years().last) {
   for (const std::size_t m : members) {
     first = std::min(first, series[m].first);
-    last = std::max(last, series[m].last());
+    last = std::max(last, series[m].years().last);
   }
   const auto years = static_cast<std::size_t>(last - first + 1);
   values.assign(years * tile_width, 0.0);
@@ -203,7 +203,7 @@ Tile::Tile(std::span<const DatedValues> series, std::vector<std::size_t> numbers
   first_year.fill(1e15);
   last_year.fill(-1e15);
   for (std::size_t column = 0; column < members.size(); ++column) {
-    const DatedValues& one = series[members[column]];
+    const SeriesView& one = series[members[column]];
     const double mean =
         std::accumulate(one.values.begin(), one.values.end(), 0.0) / static_cast<double>(one.values.size());
     double* at = values.data() + static_cast<std::size_t>(one.first - first) * tile_width + column;
@@ -212,7 +212,7 @@ Tile::Tile(std::span<const DatedValues> series, std::vector<std::size_t> numbers
       at += tile_width;
     }
     first_year[column] = static_cast<double>(one.first);
-    last_year[column] = static_cast<double>(one.last());
+    last_year[column] = static_cast<double>(one.years().last);
   }
   for (std::size_t y = 0; y < years; ++y) {
     const std::size_t row = y * tile_width;

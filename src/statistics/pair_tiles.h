@@ -34,7 +34,7 @@ using TileRows = std::vector<double, InLines<double>>;
 // Some series year by year: row y holds the values of year first + y, a column a series, 0 where a series has
 // no value. Each series is taken less its own mean, which no correlation sees.
 struct Tile {
-  Tile(std::span<const DatedValues> series, std::vector<std::size_t> numbers);
+  Tile(std::span<const SeriesView> series, std::vector<std::size_t> numbers);
 
   std::int64_t years() const { return last - first + 1; }
   // How many bytes a tile of so many years takes.

@@ -55,7 +55,7 @@ struct PairTiles : ::testing::Test {
     for (unsigned i = 0; i < 330; ++i) series.push_back({static_cast<int>(i * 37 % 300), values[i]});
   }
   std::vector<std::vector<double>> values;
-  std::vector<DatedValues> series;
+  std::vector<SeriesView> series;
 };
 
 TEST_F(PairTiles, GiveTheSameBitsWithEveryKindOfVectorInstructions) {

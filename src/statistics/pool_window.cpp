@@ -5,13 +5,13 @@
 
 namespace vorn {
 
-PoolWindow::PoolWindow(const Workspace& w, std::int64_t from, int count)
+PoolWindow::PoolWindow(const SeriesStore& store, std::int64_t from, int count)
     : values_(std::max(count, 0)), present_(std::max(count, 0)) {
   for (int k = 1; k <= count; ++k) {
     const std::int64_t place = from + k - 1;
-    if (place < 1 || place > w.ax.size()) continue;
-    values_(k) = w.ax(static_cast<int>(place));
-    present_(k) = w.xok(static_cast<int>(place));
+    if (place < 1 || place > store.ax.size()) continue;
+    values_(k) = store.ax(static_cast<int>(place));
+    present_(k) = store.xok(static_cast<int>(place));
   }
 }
 

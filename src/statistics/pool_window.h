@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "workspace/vorndata.h"
+#include "workspace/series_store.h"
 
 namespace vorn {
 
@@ -12,7 +12,7 @@ namespace vorn {
 // outside the pool are 0 and not present. Its parts are counted from 0, as kernels do.
 class PoolWindow {
  public:
-  PoolWindow(const Workspace& w, std::int64_t from, int count);
+  PoolWindow(const SeriesStore& store, std::int64_t from, int count);
 
   std::span<const double> values(int first, int count) const { return values_.range(first + 1, count); }
   std::span<const bool> present(int first, int count) const { return present_.range(first + 1, count); }

@@ -31,7 +31,7 @@ SegmentBlock SegmentGrid::block(int k) const {
 
 std::optional<YearSpan> cell_years(const SegmentBlock& block, int j, YearSpan available) {
   const std::int64_t start = block.first_year(j), end = block.last_year(j);
-  YearSpan cell{std::max(start, available.first), std::min(end, available.last)};
+  YearSpan cell = common({start, end}, available);
   // Deliberate: [more-than-a-step] more than a step between first and last year, whatever the length of a
   // segment.
   if (cell.last - cell.first <= block.step) return std::nullopt;

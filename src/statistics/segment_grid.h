@@ -4,12 +4,9 @@
 #include <cstdint>
 #include <optional>
 
-namespace vorn {
+#include "workspace/years.h"
 
-// Calendar years, both ends included.
-struct YearSpan {
-  std::int64_t first = 0, last = -1;
-};
+namespace vorn {
 
 // One block of the report: `segments` segments of `length` years, one every `step` years from `start` on.
 //

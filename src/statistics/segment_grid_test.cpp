@@ -5,10 +5,6 @@
 namespace vorn {
 namespace {
 
-bool operator==(const YearSpan& a, const YearSpan& b) {
-  return a.first == b.first && a.last == b.last;
-}
-
 TEST(SegmentGrid, StartsAtTheMultipleOfTheStepAtOrBeforeTheFirstYear) {
   EXPECT_EQ(SegmentGrid({1653, 1990}, 50, 10).block(0).start, 1650);
   EXPECT_EQ(SegmentGrid({1650, 1990}, 50, 10).block(0).start, 1650);

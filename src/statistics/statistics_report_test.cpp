@@ -106,7 +106,7 @@ TEST(StatsReport, Of51TreesHasAPageOf50AndAPageOfOne) {
 TEST(StatsReport, OfManyTreesShowsTheMeansOfThePlainDefinition) {
   TestStore store;
   std::vector<std::vector<double>> trees;
-  std::vector<DatedValues> dated;
+  std::vector<SeriesView> dated;
   for (int t = 0; t < 700; ++t) trees.push_back(noise(45 + t % 60, static_cast<unsigned>(t) + 1));
   for (int t = 0; t < 700; ++t) {
     store.add_tree("T" + std::to_string(t), 1900 + t % 7, trees[static_cast<std::size_t>(t)]);

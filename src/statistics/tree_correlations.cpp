@@ -7,53 +7,39 @@
 #include "plot/long_work.h"
 #include "statistics/correlation.h"
 #include "statistics/pair_correlations.h"
+#include "workspace/series_view.h"
 
 namespace vorn {
 namespace {
 
-// A tree by calendar year.
+// Tree i by calendar year.
 //
 // The years are those of fy and ly, the values those that follow its start in the pool: where the two
 // disagree, as for a record without dates, the values of the next entries are met. They lie in the pool,
 // since no chronology is longer than the room behind it.
-struct DatedSeries {
-  std::int64_t first, last;
-  std::int64_t start;  // place of the first year
-
-  std::span<const double> years(const Workspace& w, std::int64_t from, std::int64_t to) const {
-    return w.ax.range(static_cast<int>(start + from - first), static_cast<int>(to - from + 1));
-  }
-};
-
-DatedSeries tree(const Workspace& w, int i) {
-  return {w.fy(i), w.ly(i), w.ad(i)};
+SeriesView tree(const SeriesStore& store, int i) {
+  const YearSpan years{store.fy(i), store.ly(i)};
+  return {years.first, store.ax.range(store.ad(i), static_cast<int>(years.count()))};
 }
 
 // The column of the current chronology, as far as it is one.
 struct Column {
   int file;
-  int years;
-  std::int64_t first, last;
+  YearSpan years;
 
-  int position(std::int64_t year) const { return static_cast<int>(year - first + 1); }
+  int position(std::int64_t year) const { return static_cast<int>(year - years.first + 1); }
 };
 
-Column current_column(const Workspace& w) {
-  const int years = std::clamp(w.cyr(w.cf), 0, max_years);
-  const std::int64_t first = w.cfy(w.cf);
-  return {w.cf, years, first, first + years - 1};
+Column current_column(const FileTable& files) {
+  const std::int64_t first = files.cfy(files.cf);
+  return {files.cf, {first, first + std::clamp(files.cyr(files.cf), 0, max_years) - 1}};
 }
 
 // The common years of a tree and the chronology, ends of a depth of 1 or less trimmed; years of that kind
-// between them stay. Fewer than none when nothing is left.
-struct Span {
-  std::int64_t first, last;
-  std::int64_t years() const { return last - first + 1; }
-};
-
-Span well_covered(const Workspace& w, const DatedSeries& series, const Column& column) {
-  Span span{std::max(series.first, column.first), std::min(series.last, column.last)};
-  const auto thin = [&](std::int64_t year) { return w.num(column.position(year), column.file) <= 1; };
+// between them stay.
+YearSpan well_covered(const FileTable& files, const SeriesView& series, const Column& column) {
+  YearSpan span = common(series.years(), column.years);
+  const auto thin = [&](std::int64_t year) { return files.num(column.position(year), column.file) <= 1; };
   // Deliberate: [thin-years] those between the ends stay.
   while (span.first <= span.last && thin(span.first)) ++span.first;
   while (span.first <= span.last && thin(span.last)) --span.last;
@@ -61,28 +47,25 @@ Span well_covered(const Workspace& w, const DatedSeries& series, const Column& c
 }
 
 // cov of a tree with the chronology less this tree, formed in wk1.
-double tree_to_rest(Workspace& w, const DatedSeries& series, const Column& column, const Span& span) {
-  const auto values = series.years(w, span.first, span.last);
-  const int start = column.position(span.first);
-  const auto rest = w.wk1.range(start, static_cast<int>(values.size()));
-  for (std::size_t k = 0; k < values.size(); ++k) {
+double tree_to_rest(const FileTable& files, WorkVectors& work, const SeriesView& series,
+                    const Column& column) {
+  const int start = column.position(series.first);
+  const auto rest = work.wk1.range(start, static_cast<int>(series.values.size()));
+  for (std::size_t k = 0; k < rest.size(); ++k) {
     const int p = start + static_cast<int>(k);
     // Deliberate: [full-depth] divided by the full depth, not by the depth less one. All of cbar's results
     // depend on it.
-    rest[k] = (w.wk2(p) * w.crn(p, column.file) - values[k]) / w.wk3(p);
+    rest[k] = (work.wk2(p) * files.crn(p, column.file) - series.values[k]) / work.wk3(p);
   }
-  return cov(values, rest);
+  return cov(series.values, rest);
 }
 
 }  // namespace
 
 double rbar(Workspace& w, std::span<double> rtree) {
   std::fill(rtree.begin(), rtree.end(), 0.0);
-  std::vector<DatedValues> trees;
-  for (int i = 1; i <= w.nc; ++i) {
-    const DatedSeries series = tree(w, i);
-    trees.push_back({series.first, series.years(w, series.first, std::max(series.last, series.first - 1))});
-  }
+  std::vector<SeriesView> trees;
+  for (int i = 1; i <= w.nc; ++i) trees.push_back(tree(w, i));
   LongWork work(w.plot, "RBar");
   const PairSums sums =
       pair_correlations(trees, fewest_common_years, [&work](double share) { work.at(share); });
@@ -96,16 +79,16 @@ double rbar(Workspace& w, std::span<double> rtree) {
 double cbar(Workspace& w, std::span<double> rcrn) {
   std::fill(rcrn.begin(), rcrn.end(), 0.0);
   const Column column = current_column(w);
-  for (int p = 1; p <= column.years; ++p) {
+  for (int p = 1; p <= column.years.count(); ++p) {
     w.wk2(p) = w.num(p, column.file);
     w.wk3(p) = std::max(w.wk2(p), 1.0);
   }
   double total = 0.0, trees = 0.0;
   for (int i = 1; i <= w.nc; ++i) {
-    const DatedSeries series = tree(w, i);
-    const Span span = well_covered(w, series, column);
-    if (span.years() < fewest_common_years) continue;
-    const double r = tree_to_rest(w, series, column, span);
+    const SeriesView series = tree(w, i);
+    const YearSpan span = well_covered(w, series, column);
+    if (span.count() < fewest_common_years) continue;
+    const double r = tree_to_rest(w, w, series.over(span), column);
     rcrn[static_cast<std::size_t>(i - 1)] = r;
     total += r;
     ++trees;
