@@ -263,7 +263,10 @@ std::vector<Stage> kernel_stages() {
 }
 
 std::vector<Stage> statistics_stages() {
-  const auto rbar_of = [](Desk& desk) { rbar(*desk.w, desk.w->wk1.range(1, max_series)); };
+  const auto rbar_of = [](Desk& desk) {
+    desk.w->rbar_kept.valid = false;
+    rbar(*desk.w, desk.w->wk1.range(1, max_series));
+  };
   const auto cbar_of = [](Desk& desk) { cbar(*desk.w, desk.w->wk1.range(1, max_series)); };
   const auto corr_prn = [](Desk& desk) {
     data_man2(*desk.w);

@@ -60,20 +60,44 @@ double tree_to_rest(const FileTable& files, WorkVectors& work, const SeriesView&
   return cov(series.values, rest);
 }
 
-}  // namespace
+Fingerprint fingerprint_of(const std::vector<SeriesView>& trees) {
+  Fingerprint all;
+  for (const SeriesView& tree : trees) {
+    all.add(static_cast<std::uint64_t>(tree.first));
+    all.add(tree.values);
+  }
+  return all;
+}
 
-double rbar(Workspace& w, std::span<double> rtree) {
-  std::fill(rtree.begin(), rtree.end(), 0.0);
-  std::vector<SeriesView> trees;
-  for (int i = 1; i <= w.nc; ++i) trees.push_back(tree(w, i));
-  LongWork work(w.plot, "RBar");
+void correlate(const std::vector<SeriesView>& trees, Plot& plot, RbarKept& kept) {
+  LongWork work(plot, "RBar");
   const PairSums sums =
       pair_correlations(trees, fewest_common_years, [&work](double share) { work.at(share); });
   for (std::size_t i = 0; i < trees.size(); ++i) {
-    w.iwk1(static_cast<int>(i) + 1) = sums.pairs_of[i];
-    rtree[i] = sums.pairs_of[i] > 1 ? sums.sum_of[i] / sums.pairs_of[i] : sums.sum_of[i];
+    const int t = static_cast<int>(i) + 1;
+    kept.pairs_of_tree(t) = sums.pairs_of[i];
+    kept.mean_of_tree(t) = sums.pairs_of[i] > 1 ? sums.sum_of[i] / sums.pairs_of[i] : sums.sum_of[i];
   }
-  return sums.sum / sums.pairs;
+  kept.mean = sums.sum / sums.pairs;
+}
+
+}  // namespace
+
+double rbar(Workspace& w, std::span<double> rtree) {
+  std::vector<SeriesView> trees;
+  for (int i = 1; i <= w.nc; ++i) trees.push_back(tree(w, i));
+  RbarKept& kept = w.rbar_kept;
+  const Fingerprint now = fingerprint_of(trees);
+  if (!kept.valid || kept.trees != now) {
+    kept.valid = false;  // until all is done: the screen may be closed before
+    correlate(trees, w.plot, kept);
+    kept.trees = now;
+    kept.valid = true;
+  }
+  std::fill(rtree.begin(), rtree.end(), 0.0);
+  std::copy_n(kept.mean_of_tree.range(1, w.nc).begin(), trees.size(), rtree.begin());
+  std::copy_n(kept.pairs_of_tree.range(1, w.nc).begin(), trees.size(), w.iwk1.range(1, w.nc).begin());
+  return kept.mean;
 }
 
 double cbar(Workspace& w, std::span<double> rcrn) {

@@ -15,7 +15,9 @@ inline constexpr int fewest_common_years = 40;
 // Given:    rtree   room for at least nc values.
 // Returned: the mean over all such pairs, not a number where there is none.
 //           rtree   by tree, from 0: its mean correlation with the others; 0 where it has no such pair.
-// Notes:    on the analysis values ax, estimates at missing rings included. Uses iwk1. Quadratic in nc.
+// Notes:    on the analysis values ax, estimates at missing rings included. Quadratic in nc, unless years and
+//           values of all trees are those of the call before: what it gave is kept in rbar_kept. Leaves in
+//           iwk1 how many pairs each tree has.
 // Source:   T. M. L. Wigley, K. R. Briffa, P. D. Jones (1984), J. Clim. Appl. Meteorol. 23, 201-213.
 double rbar(Workspace& w, std::span<double> rtree);
 

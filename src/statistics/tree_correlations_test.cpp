@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "statistics/correlation.h"
@@ -61,6 +63,51 @@ TEST(Rbar, TakesEstimatesAtMissingRingsAsTheyAre) {
   store.add_tree("B", 1900, b);
   std::vector<double> rtree(10000);
   EXPECT_EQ(rbar(store.w, rtree), cov(a, b));
+}
+
+// What was kept must never be taken for what is not the same to the last bit.
+TEST(Rbar, IsComputedAgainWhereAnythingThatItDependsOnHasChanged) {
+  TestStore store;
+  Workspace& w = store.w;
+  for (unsigned t = 1; t <= 4; ++t) store.add_tree("T", 1900, noise(60, t));
+  const std::vector<std::function<void()>> changes = {
+      [&] { w.ax(7) = std::nextafter(w.ax(7), 10.0); },
+      [&] { std::swap(w.ax(61), w.ax(62)); },
+      [&] { ++w.fy(2), ++w.ly(2); },
+      [&] { --w.ly(4); },
+      [&] { w.ad(1) = 2; },
+      [&] { w.nc = 3; },
+      [&] { w.nc = 0; },
+      [&] { w.nc = 4; },
+  };
+  std::vector<double> before(5), after(5), anew(5);
+  rbar(w, before);
+  for (std::size_t k = 0; k < changes.size(); ++k) {
+    changes[k]();
+    const double mean = rbar(w, after);
+    EXPECT_NE(after, before) << k;
+    w.rbar_kept.valid = false;
+    const double mean_anew = rbar(w, anew);
+    EXPECT_EQ(after, anew) << k;
+    EXPECT_TRUE(mean == mean_anew || (std::isnan(mean) && std::isnan(mean_anew))) << k;
+    before = after;
+  }
+}
+
+// Its work vector too: nothing tells whether a figure was kept.
+TEST(Rbar, OfTreesThatHaveNotChangedGivesAgainAllThatItGave) {
+  TestStore store;
+  for (unsigned t = 1; t <= 3; ++t) store.add_tree("T", 1900 + 15 * static_cast<int>(t), noise(60, t));
+  std::vector<double> once(10, 7.0), again(10, 8.0);
+  const double mean = rbar(store.w, once);
+  EXPECT_EQ(store.w.iwk1(2), 2);
+  store.w.iwk1.fill(77);
+  store.w.wk1.fill(0.5);
+  EXPECT_EQ(rbar(store.w, again), mean);
+  EXPECT_EQ(again, once);
+  EXPECT_EQ(store.w.iwk1(1), 1);
+  EXPECT_EQ(store.w.iwk1(2), 2);
+  EXPECT_EQ(store.w.iwk1(4), 77);
 }
 
 TEST(Rbar, OfAnEmptyStoreIsNotANumber) {

@@ -79,6 +79,16 @@ TEST_F(WorkTold, OfTheCorrelationsOfAllTrees) {
   expect_told("RBar", 1);
 }
 
+TEST_F(WorkTold, OfTheCorrelationsOfAllTreesOnceAsLongAsTheyStay) {
+  rbar(*w, w->wk1.range(1, 200));
+  screen.shares.clear();
+  rbar(*w, w->wk1.range(1, 200));
+  EXPECT_TRUE(screen.shares.empty());
+  w->ax(3) += 0.25;
+  rbar(*w, w->wk1.range(1, 200));
+  expect_told("RBar", 1);
+}
+
 TEST_F(WorkTold, OfTheStatisticsReportAsAWhole) {
   stats_rep(*w, nothing_told);
   expect_told("Stats.prn", 0.9);

@@ -45,6 +45,8 @@ CorrelationReportTables::CorrelationReportTables()
       depth_less_one(max_years),
       comparison(max_years) {}
 
+RbarKept::RbarKept() : mean_of_tree(max_series), pairs_of_tree(max_series) {}
+
 WorkVectors::WorkVectors()
     : wk1(max_years),
       wk2(max_years),

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "workspace/fingerprint.h"
 #include "workspace/table.h"
 
 namespace vorn {
@@ -30,6 +31,17 @@ struct LagTable {
   Grid<std::int32_t> cyrs;  // first and last year of a segment, -9999 where none
 };
 
+// What rbar computed last, and what from (see tree_correlations.h).
+struct RbarKept {
+  RbarKept();
+
+  bool valid = false;
+  Fingerprint trees;                  // of years and values
+  double mean = 0.0;                  // over all pairs
+  Table<double> mean_of_tree;         // with the others
+  Table<std::int32_t> pairs_of_tree;  // how many those are
+};
+
 struct WorkVectors {
   WorkVectors();
 
@@ -42,6 +54,7 @@ struct WorkVectors {
   Table<double> tree_to_chronology;  // by core (stats_rep)
   Table<double> tree_to_trees;       // by core (stats_rep)
   CorrelationReportTables corr_tables;
+  RbarKept rbar_kept;
 };
 
 }  // namespace vorn
