@@ -1,8 +1,10 @@
 #include "graphs/lag_table.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "plot/plot.h"
 #include "records/edit_format.h"
@@ -16,9 +18,12 @@ constexpr int left = 300, right = 2610, top = 350;
 constexpr int column_width = 110, row_height = 44;
 constexpr int lags = 2 * max_lag + 1;
 constexpr int row_label_x = 120, lag_label_y = 325;
-constexpr std::string_view lag_labels = "-10 -9 -8 -7 -6 -5 -4 -3 -2 -1  0 +1 +2 +3 +4 +5 +6 +7 +8 +9+10";
+constexpr std::array<std::string_view, lags> lag_labels = {"-10", " -9", " -8", " -7", " -6", " -5", " -4",
+                                                           " -3", " -2", " -1", "  0", " +1", " +2", " +3",
+                                                           " +4", " +5", " +6", " +7", " +8", " +9", "+10"};
 
-const EditFormat row_edit{"(2I5,SP,21F5.2,SS)"};
+const EditFormat years_edit{"(2I5)"};
+const EditFormat correlation_edit{"(SP,F5.2)"};
 const EditFormat length_edit{"(I4)"};
 const EditFormat year_edit{"(I6)"};
 
@@ -65,8 +70,7 @@ void draw_columns(Workspace& w, int segments) {
     w.plot.setclr(colour::green);
     w.plot.line(column_left(column + 1), top, column_left(column + 1), row_top(segments));
     w.plot.setclr(colour::light_red);
-    w.plot.messag(lag_labels.substr(static_cast<std::size_t>(column) * 3, 3), column_left(column) + 10,
-                  lag_label_y);
+    w.plot.messag(lag_labels[static_cast<std::size_t>(column)], column_left(column) + 10, lag_label_y);
   }
 }
 
@@ -84,21 +88,23 @@ Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last
   return {column(w.fy(chosen) - first_year, 0, max_lag), column(w.ly(chosen) - last_year, max_lag, lags - 1)};
 }
 
+// A correlation without the digit before its point.
+std::string correlation_text(double r) {
+  std::string text = edit(correlation_edit, r);
+  return text.erase(1, 1);
+}
+
 void draw_row(Workspace& w, int segment) {
   const int first = w.cyrs(1, segment), last = w.cyrs(2, segment);
-  const int bottom = row_top(segment);
+  const int bottom = row_top(segment), text_y = bottom - 25;
   w.plot.setclr(colour::green);
   w.plot.line(left, bottom, right, bottom);
-  const auto values = w.ctab.column(segment, lags);
-  w.mess = edit(row_edit, first, last, values);
   w.plot.setclr(colour::light_blue);
-  w.plot.messag(w.mess.view().substr(0, 10), row_label_x, bottom - 25);
+  w.plot.messag(edit(years_edit, first, last), row_label_x, text_y);
   w.plot.setclr(colour::ink);
   const Columns shown = reachable(w, first, last);
   for (int column = shown.first; column <= shown.last; ++column) {
-    const std::string_view value = w.mess.view().substr(10 + 5 * static_cast<std::size_t>(column), 5);
-    w.plot.messag(std::string(value.substr(0, 1)) + std::string(value.substr(2)), column_left(column) + 17,
-                  bottom - 25);
+    w.plot.messag(correlation_text(w.ctab(column + 1, segment)), column_left(column) + 17, text_y);
   }
 }
 
