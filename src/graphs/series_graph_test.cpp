@@ -202,6 +202,18 @@ TEST_F(SeriesGraph, FifteenYearsInViewAtTheEndOfAShorterSeriesOverAllOfIt) {
   EXPECT_TRUE(whole_curve().starts_with("line 9 212.5 734.52 237.5 1015.48 "));
 }
 
+// The mean over rings 1 to 16 is 1, s = sqrt(16/15) = 1.032796, 137.17 page units: the first ring takes part.
+TEST_F(SeriesGraph, AViewThatBeginsAtTheSecondRingIsStandardisedOverTheYearsUpToItsEnd) {
+  bench.view(1901, 100);
+  draw_sample(1900, in_turn(16));
+  EXPECT_EQ(points_of(whole_curve()), 15u);
+  EXPECT_TRUE(whole_curve().starts_with("line 9 212.5 737.83 237.5 1012.17 "));
+  w.ls = 1915;  // narrower than the years across the graph; the series goes on
+  draw_sample(1900, in_turn(150));
+  EXPECT_TRUE(whole_curve().find(" 737.83 ") != std::string::npos);
+  EXPECT_TRUE(whole_curve().find(" 1012.17 ") != std::string::npos);
+}
+
 TEST_F(SeriesGraph, TwentyYearsInViewAreStandardisedOverThemselves) {
   bench.view(1820, 100);
   draw_sample(1900, in_turn(20) + repeated(80, 70.0));

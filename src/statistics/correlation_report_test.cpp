@@ -407,6 +407,31 @@ TEST(CorrReport, ComparesOtherChronologiesWithWhatTheEntryBeforeLeftBehindTheirL
   EXPECT_EQ(store.w.corr_tables.correlation(3, 2), cov(other, compared));
 }
 
+// A span of 1920 to 1930 is a step of ten and no more: the tree is passed over, and so leaves nothing behind.
+TEST(CorrReport, PassesOverASeriesThatHasNoMoreThanAStep) {
+  for (const int more : {0, 1}) {
+    TestStore store;
+    const auto tree = noise(40, 1), c = noise(40, 2), other = noise(20, 3), late = noise(11 + more, 4);
+    store.add_tree("TREE", 1900, tree);
+    store.add_tree("SHORT", 1920, late);
+    store.set_chronology(1, "now.rwl", 1900, c, depths(40, 2));
+    store.set_chronology(2, "other.crn", 1910, other, depths(20, 5));
+    store.w.ad(4) = store.w.ad(3);
+    put_entry(store.w, 4, "other", 1910, other);
+    store.w.nd = 4;
+    store.w.seg = 20;
+    store.w.olap = 10;
+    report(store.w);
+    std::vector<double> compared;  // 1910 to 1919 the chronology, then it less the tree that came last
+    for (std::size_t k = 10; k < 30; ++k) {
+      const double left = more == 0 ? tree[k] : k < 20 ? 0 : late[k - 20];
+      compared.push_back(k < 20 ? c[k] : 2 * c[k] - left);
+    }
+    ASSERT_TRUE(store.w.corr_tables.valid(4, 2));
+    EXPECT_EQ(store.w.corr_tables.correlation(4, 2), cov(other, compared)) << more;
+  }
+}
+
 TEST(CorrReport, CountsWhatItPrintsForTreesAndNeverClearsTheCounts) {
   TwoTrees store;
   store.w.iwk1(1) = 100;
