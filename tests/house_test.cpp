@@ -158,9 +158,9 @@ const Room* room_of(const std::string& file) {
   return room == house().rooms.end() ? nullptr : &*room;
 }
 
-// A kernel includes kernels alone, however much its room may.
+// A kernel includes kernels and the base alone, however much its room may.
 bool may_include(const std::string& file, const Room& from, const std::string& target, const Room& to) {
-  if (is_kernel(file) && !is_kernel(target)) return false;
+  if (is_kernel(file) && !is_kernel(target) && to.name != "base") return false;
   return &from == &to || is_among(from.may_include, to.name);
 }
 
@@ -360,12 +360,15 @@ TEST_F(HouseScanner, TheCoreUsesTheStandardLibraryAlone) {
             "graphs/strip.cpp:2: <unistd.h> is no standard header\n");
 }
 
-TEST_F(HouseScanner, AKernelIncludesKernelsAloneEvenOfTheGroundAndItsOwnRoom) {
+TEST_F(HouseScanner, AKernelIncludesTheBaseAndKernelsAloneEvenOfTheGroundAndItsOwnRoom) {
   file("workspace/vorndata.h", "");
   file("workspace/years.h", "");
   file("statistics/segment_grid.h", "#include \"workspace/years.h\"\n");
   file("chronology/spline.h", "#include <span>\n");
-  file("chronology/spline.cpp", "#include \"chronology/spline.h\"\n#include \"workspace/vorndata.h\"\n");
+  file("base/loud_failure.h", "");
+  file("chronology/spline.cpp",
+       "#include \"chronology/spline.h\"\n#include \"workspace/vorndata.h\"\n"
+       "#include \"base/loud_failure.h\"\n");
   file("chronology/index_pipeline.cpp",
        "#include \"chronology/spline.h\"\n#include \"workspace/vorndata.h\"\n");
   EXPECT_EQ(judged(),

@@ -1,10 +1,11 @@
 #include "chronology/burg_model.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <vector>
+
+#include "base/loud_failure.h"
 
 namespace vorn {
 namespace {
@@ -116,7 +117,7 @@ BurgModel memcof2(std::span<const double> series, int max_order, std::span<doubl
   }
 
   if (dropped) return {};
-  assert(coefficients.size() >= kept.size());
+  VORN_ASSERT(coefficients.size() >= kept.size());
   std::copy(kept.begin(), kept.end(), coefficients.begin());
   return {static_cast<int>(kept.size()), 1 - error_variance / variance};
 }
@@ -144,7 +145,7 @@ void albino2(std::span<double> series, std::span<const double> coefficients) {
 
 int armod2(std::span<const double> index, std::span<double> prewhitened, std::span<double> coefficients,
            int max_order) {
-  assert(prewhitened.size() == index.size());
+  VORN_ASSERT(prewhitened.size() == index.size());
   const BurgModel model = memcof2(index, max_order, coefficients);
   std::copy(index.begin(), index.end(), prewhitened.begin());
   albino2(prewhitened, coefficients.first(static_cast<std::size_t>(model.order)));

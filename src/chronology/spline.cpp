@@ -1,7 +1,8 @@
 #include "chronology/spline.h"
 
-#include <cassert>
 #include <cmath>
+
+#include "base/loud_failure.h"
 
 namespace vorn {
 namespace {
@@ -60,7 +61,7 @@ void spline(std::span<const double> y, int ss, std::span<double> f) {
 }
 
 void spline(std::span<const double> y, SplineFactor& factor, std::span<double> f) {
-  assert(f.size() == y.size());
+  VORN_ASSERT(f.size() == y.size());
   const std::vector<double> d = solved(factor.equations(y.size()), y);
   for (std::size_t t = 0; t < y.size(); ++t) f[t] = y[t] - (d[t] - 2 * d[t + 1] + d[t + 2]);
 }

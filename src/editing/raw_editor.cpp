@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/loud_failure.h"
 #include "editing/ring_edits.h"
 #include "plot/plot.h"
 #include "records/edit_format.h"

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "base/loud_failure.h"
 #include "graphs/correlation_strip.h"
 #include "plot/plot.h"
 #include "toolkit/buttons.h"

@@ -4,12 +4,12 @@
 #include <array>
 #include <cmath>
 
-#include "plot/loud_failure.h"
+#include "base/loud_failure.h"
 
 namespace vorn {
 
 void Plot::setclr(Colour colour) {
-  VORN_PLOT_ASSERT(number_of(colour) >= 0 && number_of(colour) < palette_size);
+  VORN_ASSERT(number_of(colour) >= 0 && number_of(colour) < palette_size);
   colour_ = colour;
 }
 
@@ -18,12 +18,12 @@ void Plot::shdpat(int pattern) {
 }
 
 void Plot::height(int units) {
-  VORN_PLOT_ASSERT(units > 0);
+  VORN_ASSERT(units > 0);
   height_ = units;
 }
 
 void Plot::hname(int units) {
-  VORN_PLOT_ASSERT(units > 0);
+  VORN_ASSERT(units > 0);
   title_height_ = units;
 }
 
@@ -38,7 +38,7 @@ void Plot::add_area(std::vector<PagePoint> corners) {
 }
 
 void Plot::areaf(std::span<const int> xs, std::span<const int> ys) {
-  VORN_PLOT_ASSERT(xs.size() == ys.size() && xs.size() >= 3);
+  VORN_ASSERT(xs.size() == ys.size() && xs.size() >= 3);
   std::vector<PagePoint> corners;
   for (std::size_t i = 0; i < xs.size(); ++i) {
     corners.push_back({static_cast<double>(xs[i]), static_cast<double>(ys[i])});
@@ -69,7 +69,7 @@ void Plot::messag(std::string_view text, int x, int y) {
 }
 
 Axis& Plot::axis(char which) {
-  VORN_PLOT_ASSERT(which == 'X' || which == 'Y');
+  VORN_ASSERT(which == 'X' || which == 'Y');
   return which == 'X' ? x_ : y_;
 }
 
@@ -78,7 +78,7 @@ void Plot::axspos(int x, int y) {
 }
 
 void Plot::axslen(int width, int height) {
-  VORN_PLOT_ASSERT(width > 0 && height > 0);
+  VORN_ASSERT(width > 0 && height > 0);
   frame_.width = width, frame_.height = height;
 }
 
@@ -133,7 +133,7 @@ void Plot::rline(double x1, double y1, double x2, double y2) {
 }
 
 void Plot::curve(std::span<const double> xs, std::span<const double> ys) {
-  VORN_PLOT_ASSERT(xs.size() == ys.size());
+  VORN_ASSERT(xs.size() == ys.size());
   if (!axes_) return;
   std::vector<PagePoint> points;
   points.reserve(xs.size());

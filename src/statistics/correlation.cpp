@@ -1,10 +1,11 @@
 #include "statistics/correlation.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <vector>
+
+#include "base/loud_failure.h"
 
 namespace vorn {
 namespace {
@@ -15,7 +16,7 @@ using Mask = std::span<const bool>;
 // Pearson's r over the `count` positions that `counts` picks, in their order.
 template <class Counts>
 double pearson(Series a, Series b, double count, Counts counts) {
-  assert(a.size() == b.size());
+  VORN_ASSERT(a.size() == b.size());
   double sum_a = 0.0, sum_b = 0.0;
   for (std::size_t i = 0; i < a.size(); ++i) {
     if (!counts(i)) continue;

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <numeric>
 
+#include "base/loud_failure.h"
 #include "statistics/correlation.h"
 
 namespace vorn {
@@ -102,7 +102,7 @@ Values sums_less_absent(const Values& of_a, std::size_t places, const std::vecto
 
 std::vector<double> sliding_correlations(std::span<const double> a, std::span<const bool> ok_a,
                                          std::span<const double> b, std::span<const bool> ok_b) {
-  assert(a.size() == ok_a.size() && b.size() == ok_b.size() && !a.empty() && a.size() <= b.size());
+  VORN_ASSERT(a.size() == ok_a.size() && b.size() == ok_b.size() && !a.empty() && a.size() <= b.size());
   const Centred short_one(a, ok_a), long_one(b, ok_b);
   const std::size_t n = a.size(), places = b.size() - n + 1;
 

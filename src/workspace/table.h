@@ -2,20 +2,13 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <span>
 
+#include "base/loud_failure.h"
+
 namespace vorn {
 
-// Ends the program, naming the place: for what only our own mistake can cause.
-[[noreturn]] inline void fail_loudly(const char* what, const char* file, int line) {
-  std::fprintf(stderr, "%s:%d: %s\n", file, line, what);
-  std::abort();
-}
-#define VORN_ASSERT(condition) \
-  ((condition) ? static_cast<void>(0) : ::vorn::fail_loudly("violated: " #condition, __FILE__, __LINE__))
 #ifdef NDEBUG
 #define VORN_CHECK_INDEX(condition) static_cast<void>(0)
 #else
