@@ -120,14 +120,18 @@ void start_program(Workspace& w) {
 
 }  // namespace vorn::fuzz
 
-// The linker sends every `new` of the program here (see CMakeLists.txt).
+// The linker sends every `new` and vorn::zero_memory(size) of the program here (see CMakeLists.txt).
 extern "C" {
 void* __real__Znwm(std::size_t size);
 void* __real__Znam(std::size_t size);
+void* __real__ZN4vorn11zero_memoryEm(std::size_t size);
 void* __wrap__Znwm(std::size_t size) {
   return vorn::fuzz::stretch.taking ? vorn::fuzz::take(size) : __real__Znwm(size);
 }
 void* __wrap__Znam(std::size_t size) {
   return vorn::fuzz::stretch.taking ? vorn::fuzz::take(size) : __real__Znam(size);
+}
+void* __wrap__ZN4vorn11zero_memoryEm(std::size_t size) {  // a new stretch holds zeros
+  return vorn::fuzz::stretch.taking ? vorn::fuzz::take(size) : __real__ZN4vorn11zero_memoryEm(size);
 }
 }

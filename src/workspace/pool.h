@@ -15,10 +15,9 @@ class Pool : public Table<T> {
  public:
   using Table<T>::Table;
 
-  bool holds(int p) const { return p >= 1 && p <= this->size(); }
-  T at(int p) const { return holds(p) ? (*this)(p) : T{}; }
+  T at(int p) const { return this->holds(p) ? (*this)(p) : T{}; }
   void put(int p, T value) {
-    if (holds(p)) (*this)(p) = value;
+    if (this->holds(p)) (*this)(p) = value;
   }
   // Copies `count` values from place `from` on to place `to` on, as if by way of a third place where they
   // overlap.

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <span>
+#include <type_traits>
 
 #include "base/loud_failure.h"
+#include "base/zero_memory.h"
 
 namespace vorn {
 
@@ -15,29 +18,58 @@ namespace vorn {
 #define VORN_CHECK_INDEX(condition) VORN_ASSERT(condition)
 #endif
 
+// The elements of a table, all value-initialised. Numbers cost nothing before they are written: most tables
+// are never used to their end.
+template <class T>
+class Elements {
+ public:
+  explicit Elements(std::size_t size) : first_(fresh(size)) {}
+  T* get() const { return first_.get(); }
+
+ private:
+  static constexpr bool zeros_are_numbers = std::is_arithmetic_v<T>;
+  struct GiveBack {
+    void operator()(T* elements) const { give_back_memory(elements, bytes); }
+    std::size_t bytes = 0;
+  };
+  using Owner = std::conditional_t<zeros_are_numbers, std::unique_ptr<T[], GiveBack>, std::unique_ptr<T[]>>;
+
+  static Owner fresh(std::size_t size) {
+    if constexpr (zeros_are_numbers) {
+      const std::size_t bytes = size * sizeof(T);
+      return Owner(static_cast<T*>(zero_memory(bytes)), GiveBack{bytes});
+    } else {
+      return std::make_unique<T[]>(size);
+    }
+  }
+
+  Owner first_;
+};
+
 // `size` elements, indices 1 to size, all value-initialised. Bounds are checked in debug builds.
 template <class T>
 class Table {
  public:
-  explicit Table(int size) : size_(size), data_(std::make_unique<T[]>(static_cast<std::size_t>(size))) {}
+  explicit Table(int size) : size_(size), elements_(static_cast<std::size_t>(size)) {}
 
   int size() const { return size_; }
+  bool holds(int i) const { return static_cast<unsigned>(i) - 1 < static_cast<unsigned>(size_); }
   T& operator()(int i) {
-    VORN_CHECK_INDEX(i >= 1 && i <= size_);
-    return data_[static_cast<std::size_t>(i - 1)];
+    VORN_CHECK_INDEX(holds(i));
+    return elements_.get()[i - 1];
   }
   const T& operator()(int i) const {
-    VORN_CHECK_INDEX(i >= 1 && i <= size_);
-    return data_[static_cast<std::size_t>(i - 1)];
+    VORN_CHECK_INDEX(holds(i));
+    return elements_.get()[i - 1];
   }
-  void fill(const T& value) { std::fill_n(data_.get(), size_, value); }
+  void fill(const T& value) { std::fill_n(elements_.get(), size_, value); }
 
   // The bridge to code that counts from 0: elements first to first + count - 1 (none when count is 0 or
   // less).
   std::span<T> range(int first, int count) {
     if (count <= 0) return {};
-    VORN_ASSERT(first >= 1 && first - 1 + count <= size_);
-    return {data_.get() + (first - 1), static_cast<std::size_t>(count)};
+    VORN_ASSERT(first >= 1 && first - 1 <= size_ - count);
+    return {elements_.get() + (first - 1), static_cast<std::size_t>(count)};
   }
   std::span<const T> range(int first, int count) const {
     return const_cast<Table*>(this)->range(first, count);
@@ -45,31 +77,36 @@ class Table {
 
  private:
   int size_;
-  std::unique_ptr<T[]> data_;
+  Elements<T> elements_;
 };
 
 // `rows` x `columns` elements, both counted from 1, stored column after column.
 template <class T>
 class Grid {
  public:
-  Grid(int rows, int columns) : rows_(rows), columns_(columns), cells_(rows * columns) {}
+  Grid(int rows, int columns)
+      : rows_(rows), columns_(columns), elements_(static_cast<std::size_t>(rows * columns)) {}
 
   int rows() const { return rows_; }
   int columns() const { return columns_; }
-  T& operator()(int row, int column) { return cells_(place(row, column)); }
-  const T& operator()(int row, int column) const { return cells_(place(row, column)); }
-  void fill(const T& value) { cells_.fill(value); }
+  T& operator()(int row, int column) { return elements_.get()[place(row, column)]; }
+  const T& operator()(int row, int column) const { return elements_.get()[place(row, column)]; }
+  void fill(const T& value) { std::fill_n(elements_.get(), rows_ * columns_, value); }
   // Rows 1 to `count` of one column, for code that counts from 0.
-  std::span<T> column(int c, int count) { return cells_.range(place(1, c), count); }
-  std::span<const T> column(int c, int count) const { return cells_.range(place(1, c), count); }
+  std::span<T> column(int c, int count) {
+    if (count <= 0) return {};
+    VORN_ASSERT(count <= rows_);
+    return {&(*this)(1, c), static_cast<std::size_t>(count)};
+  }
+  std::span<const T> column(int c, int count) const { return const_cast<Grid*>(this)->column(c, count); }
 
  private:
   int place(int row, int column) const {
     VORN_CHECK_INDEX(row >= 1 && row <= rows_ && column >= 1 && column <= columns_);
-    return (column - 1) * rows_ + row;
+    return (column - 1) * rows_ + (row - 1);
   }
   int rows_, columns_;
-  Table<T> cells_;
+  Elements<T> elements_;
 };
 
 }  // namespace vorn

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
 #include "plot/plot.h"
 #include "records/memory_files.h"
 #include "support/queue_screen.h"
@@ -47,6 +51,25 @@ TEST(Workspace, StartsEmptyWithTheFirstEntryAtTheFirstPlace) {
   EXPECT_TRUE(w.nam(1).blank());
 }
 
+// Of which nothing is used before files are read: the system gives its pages when they are first written.
+TEST(Workspace, CostsLittleBeforeItIsUsed) {
+  if (!std::filesystem::exists("/proc/self/statm")) GTEST_SKIP() << "the system does not tell";
+  const auto pages = [] {
+    std::ifstream told("/proc/self/statm");
+    long whole = 0, resident = 0;
+    told >> whole >> resident;
+    return resident;
+  };
+  QueueScreen screen;
+  Plot plot(screen);
+  MemoryFiles files;
+  const long before = pages();
+  const auto w = std::make_unique<Workspace>(plot, files);
+  constexpr long page = 4096, mebibyte = 1 << 20;
+  EXPECT_LT((pages() - before) * page, 20 * mebibyte);
+  EXPECT_EQ(w->x(pool_places), 0);
+}
+
 TEST(Workspace, HasTheOutputNamesAndScrollStepsInTheirOrder) {
   EXPECT_EQ(mlab[0], "Tucson.prn ");
   EXPECT_EQ(mlab[2], "Compact.prn");
@@ -75,6 +98,18 @@ TEST(Table, GivesNoElementsForALengthOfZeroOrLess) {
 TEST(TableDeathTest, StopsLoudlyAtARangeBeyondItsEnd) {
   Table<double> table(5);
   EXPECT_DEATH(table.range(3, 4), "table.h");
+}
+
+TEST(Table, BeginsWithNothingInIt) {
+  Table<double> numbers(1000);
+  Table<bool> switches(1000);
+  Table<Name> names(10);
+  for (int i = 1; i <= 1000; ++i) {
+    EXPECT_EQ(numbers(i), 0);
+    EXPECT_FALSE(switches(i));
+  }
+  EXPECT_TRUE(names(10).blank());
+  EXPECT_EQ(Table<double>(0).size(), 0);
 }
 
 // A formula that runs past the pool must neither crash nor write: there it finds nothing.
