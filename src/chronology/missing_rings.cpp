@@ -70,10 +70,12 @@ Extent extent_of(const SeriesStore& w, int i1, int i2) {
 Growth growth_of(const SeriesStore& w, int i1, int i2, const Extent& extent) {
   Growth growth = {extent.first_year, MeanWidths(max_years), MeanWidths(std::max(extent.longest, 0))};
   for (int i = i1; i <= i2; ++i) {
-    for (int j = 1; j <= w.yr(i); ++j) {
-      const int p = w.ad(i) + j - 1;
+    const int years = w.yr(i), start = w.ad(i);
+    const std::int64_t before = growth.before(w, i);
+    for (int j = 1; j <= years; ++j) {
+      const int p = start + j - 1;
       if (!w.xok.at(p)) continue;
-      growth.by_year.add(growth.before(w, i) + j, w.x.at(p));
+      growth.by_year.add(before + j, w.x.at(p));
       growth.by_ring_number.add(j, w.x.at(p));
     }
   }
@@ -85,8 +87,9 @@ Growth growth_of(const SeriesStore& w, int i1, int i2, const Extent& extent) {
 // How wide entry i grows against the group's growth curve; not a number for a series without a present ring.
 double level_of(const SeriesStore& w, int i, const Growth& growth) {
   double widths = 0, curve = 0;
-  for (int j = 1; j <= w.yr(i); ++j) {
-    const int p = w.ad(i) + j - 1;
+  const int years = w.yr(i), start = w.ad(i);
+  for (int j = 1; j <= years; ++j) {
+    const int p = start + j - 1;
     if (!w.xok.at(p)) continue;
     widths += w.x.at(p);
     curve += growth.by_ring_number.at(j);
@@ -96,9 +99,11 @@ double level_of(const SeriesStore& w, int i, const Growth& growth) {
 
 void estimate(SeriesStore& w, int i, const Growth& growth) {
   const double level = level_of(w, i, growth);
-  for (int j = 1; j <= w.yr(i); ++j) {
-    const int p = w.ad(i) + j - 1;
-    if (!w.xok.at(p)) w.x.put(p, growth.by_year.at(growth.before(w, i) + j) * level);
+  const int years = w.yr(i), start = w.ad(i);
+  const std::int64_t before = growth.before(w, i);
+  for (int j = 1; j <= years; ++j) {
+    const int p = start + j - 1;
+    if (!w.xok.at(p)) w.x.put(p, growth.by_year.at(before + j) * level);
   }
 }
 

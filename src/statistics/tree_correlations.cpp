@@ -49,13 +49,15 @@ YearSpan well_covered(const FileTable& files, const SeriesView& series, const Co
 // cov of a tree with the chronology less this tree, formed in wk1.
 double tree_to_rest(const FileTable& files, WorkVectors& work, const SeriesView& series,
                     const Column& column) {
-  const int start = column.position(series.first);
-  const auto rest = work.wk1.range(start, static_cast<int>(series.values.size()));
+  const int start = column.position(series.first), years = static_cast<int>(series.values.size());
+  const auto rest = work.wk1.range(start, years);
+  const auto depth = work.wk2.range(start, years), divisor = work.wk3.range(start, years);
+  const auto chronology = files.crn.column(column.file, static_cast<int>(column.years.count()))
+                              .subspan(static_cast<std::size_t>(start - 1));
   for (std::size_t k = 0; k < rest.size(); ++k) {
-    const int p = start + static_cast<int>(k);
     // Deliberate: [full-depth] divided by the full depth, not by the depth less one. All of cbar's results
     // depend on it.
-    rest[k] = (work.wk2(p) * files.crn(p, column.file) - series.values[k]) / work.wk3(p);
+    rest[k] = (depth[k] * chronology[k] - series.values[k]) / divisor[k];
   }
   return cov(series.values, rest);
 }

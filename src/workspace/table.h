@@ -12,12 +12,6 @@
 
 namespace vorn {
 
-#ifdef NDEBUG
-#define VORN_CHECK_INDEX(condition) static_cast<void>(0)
-#else
-#define VORN_CHECK_INDEX(condition) VORN_ASSERT(condition)
-#endif
-
 // The elements of a table, all value-initialised. Numbers cost nothing before they are written: most tables
 // are never used to their end.
 template <class T>
@@ -46,7 +40,7 @@ class Elements {
   Owner first_;
 };
 
-// `size` elements, indices 1 to size, all value-initialised. Bounds are checked in debug builds.
+// `size` elements, indices 1 to size, all value-initialised. An index outside them stops the program.
 template <class T>
 class Table {
  public:
@@ -55,11 +49,11 @@ class Table {
   int size() const { return size_; }
   bool holds(int i) const { return static_cast<unsigned>(i) - 1 < static_cast<unsigned>(size_); }
   T& operator()(int i) {
-    VORN_CHECK_INDEX(holds(i));
+    VORN_ASSERT(holds(i));
     return elements_.get()[i - 1];
   }
   const T& operator()(int i) const {
-    VORN_CHECK_INDEX(holds(i));
+    VORN_ASSERT(holds(i));
     return elements_.get()[i - 1];
   }
   void fill(const T& value) { std::fill_n(elements_.get(), size_, value); }
@@ -102,7 +96,7 @@ class Grid {
 
  private:
   int place(int row, int column) const {
-    VORN_CHECK_INDEX(row >= 1 && row <= rows_ && column >= 1 && column <= columns_);
+    VORN_ASSERT(row >= 1 && row <= rows_ && column >= 1 && column <= columns_);
     return (column - 1) * rows_ + (row - 1);
   }
   int rows_, columns_;

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <memory>
 
 #include "plot/plot.h"
@@ -98,6 +99,21 @@ TEST(Table, GivesNoElementsForALengthOfZeroOrLess) {
 TEST(TableDeathTest, StopsLoudlyAtARangeBeyondItsEnd) {
   Table<double> table(5);
   EXPECT_DEATH(table.range(3, 4), "table.h");
+}
+
+// In every kind of build: outside a table lies another one, whose values would be taken for this one's.
+TEST(TableDeathTest, StopsLoudlyAtAnIndexOutside) {
+  Table<double> table(5);
+  for (const int i : {0, 6, -1, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+    EXPECT_DEATH(table(i) = 1, "table.h") << i;
+  }
+  Grid<double> grid(3, 2);
+  EXPECT_DEATH(grid(0, 1) = 1, "table.h");
+  EXPECT_DEATH(grid(4, 1) = 1, "table.h");
+  EXPECT_DEATH(grid(1, 3) = 1, "table.h");
+  EXPECT_DEATH(grid.column(3, 1), "table.h");
+  EXPECT_DEATH(grid.column(1, 4), "table.h");
+  EXPECT_DEATH(table.range(2, std::numeric_limits<int>::max()), "table.h");
 }
 
 TEST(Table, BeginsWithNothingInIt) {
