@@ -456,7 +456,7 @@ TEST_F(TextOutputs, AFileThatAnotherProgramHasLockedForGoodIsNotReplaced) {
 // Two programs that begin at the same microsecond, again and again.
 class TwoPrograms : public TextOutputs {
  protected:
-  static constexpr int times = 300;
+  static constexpr int times = 100;
 
   // Does `work` in two processes at once, each knowing its letter. Answers what they answer together, -1
   // where one of them does not come to its end.
@@ -478,7 +478,7 @@ class TwoPrograms : public TextOutputs {
 };
 
 TEST_F(TwoPrograms, SavingOneFileAlwaysLeaveAWholeOne) {
-  constexpr std::size_t lines = 200, length = 1000;
+  constexpr std::size_t lines = 100, length = 1000;
   const auto is_whole = [](const std::string& text) {
     std::string whole;
     for (std::size_t k = 0; !text.empty() && k < lines; ++k) whole += std::string(length, text[0]) + "\n";
