@@ -6,10 +6,10 @@
 #include <string>
 
 #include "apps/picture_module.h"
+#include "apps/script_buttons.h"
 #include "apps/whole_program.h"
 #include "records/disk_files.h"
 #include "sessions/scripted_screen.h"
-#include "workspace/vorndata.h"
 
 namespace {
 
@@ -20,19 +20,14 @@ constexpr const char* usage =
 constexpr int invalid_script = 2;
 constexpr int cannot_go_on = 4;
 
-vorn::PageSpot middle(const vorn::Rectangle& place) {
-  return {(place.x1 + place.x2) / 2, (place.y1 + place.y2) / 2};
-}
-
 int play(const vorn::Script& script, const std::string& name) {
   const vorn::Workspace* w = nullptr;
   vorn::DiskFiles files;
   vorn::PictureModule pictures;
-  vorn::ScriptedScreen screen(
-      script.statements, name, [&](int number) { return middle(w->b(vorn::ButtonNumber{number})); },
-      [&](const vorn::Page& page, const std::string& file) {
-        return vorn::write_page(page, file, files, pictures);
-      });
+  vorn::ScriptedScreen screen(script.statements, name, vorn::button_places(w),
+                              [&](const vorn::Page& page, const std::string& file) {
+                                return vorn::write_page(page, file, files, pictures);
+                              });
   const int status =
       vorn::run_whole_program(screen, files, [&](const vorn::Workspace& started) { w = &started; });
   if (const int line = screen.first_line_not_reached(); line != 0) {
@@ -66,7 +61,7 @@ int main(int argc, char** argv) {
   if (name != "-") file.open(name);
   std::istream& in = name == "-" ? std::cin : file;
   const bool opened = static_cast<bool>(in);
-  const vorn::Script script = vorn::read_script(in);
+  const vorn::Script script = vorn::read_script(in, vorn::script_button);
   if (!opened || in.bad()) {
     std::cerr << "vorn_replay: " << name << " cannot be read\n";
     return invalid_script;

@@ -53,6 +53,29 @@ TEST_F(Replay, AnInvalidScriptEndsWith2BeforeAnythingRuns) {
   EXPECT_FALSE(folder.exists("before.txt"));
 }
 
+TEST_F(Replay, AButtonMayBePressedByItsName) {
+  EXPECT_EQ(replay("press spline_on\nexpect  No\npress spline_years\ntype 40\nenter\npress quit\n"), 0)
+      << said;
+  EXPECT_EQ(said, "");
+}
+
+// It is on, and its place is on the page; but that is another menu's.
+TEST_F(Replay, AButtonThatIsNotShownEndsWith1) {
+  EXPECT_EQ(replay("press exit_crossdating\npress quit\n"), 1);
+  EXPECT_NE(said.find("session.vrs:1: the button \"exit_crossdating\" is not shown; on the page:\n"),
+            std::string::npos)
+      << said;
+  EXPECT_EQ(replay("press chronology_list\n"), 1);        // of this menu, and off
+  EXPECT_EQ(replay("press crossdate\npress quit\n"), 1);  // the message that tells why not waits for any key
+  EXPECT_EQ(replay("press 29\npress 102\n"), 0);          // by its number it is a click like any other
+}
+
+TEST_F(Replay, ANameThatNoButtonHasEndsWith2BeforeAnythingRuns) {
+  EXPECT_EQ(replay("page before.txt\npress leave\n"), 2);
+  EXPECT_EQ(said, "session.vrs:2: there is no button \"leave\"\n");
+  EXPECT_FALSE(folder.exists("before.txt"));
+}
+
 TEST_F(Replay, AScriptThatCannotBeReadEndsWith2) {
   EXPECT_EQ(run(VORN_REPLAY " missing.vrs"), 2);
   EXPECT_EQ(said, "vorn_replay: missing.vrs cannot be read\n");

@@ -65,8 +65,17 @@ void read_position(Statement& statement, std::string_view rest) {
   statement.y = whole_number(numbers[1], -farthest, farthest);
 }
 
+bool is_letter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
 void read_button(Statement& statement, std::string_view rest) {
-  statement.number = whole_number(words(rest, 1, "the number of a button")[0], 1, last_button);
+  const std::string button = words(rest, 1, "the name or the number of a button")[0];
+  if (is_letter(button.front())) {
+    statement.text = button;
+  } else {
+    statement.number = whole_number(button, 1, last_button);
+  }
 }
 
 void read_key(Statement& statement, std::string_view rest) {
@@ -126,9 +135,15 @@ std::optional<Statement> read_statement(std::string_view line, int number) {
   return statement;
 }
 
+void find_named_button(Statement& statement, const ButtonNumbers& number_of) {
+  if (statement.kind != Statement::Kind::press || statement.text.empty()) return;
+  statement.number = number_of ? number_of(statement.text) : 0;
+  if (statement.number == 0) throw Wrong("there is no button \"" + statement.text + "\"");
+}
+
 }  // namespace
 
-Script read_script(std::istream& in) {
+Script read_script(std::istream& in, const ButtonNumbers& number_of) {
   Script script;
   int number = 0;
   for (std::string line; std::getline(in, line);) {
@@ -136,7 +151,10 @@ Script read_script(std::istream& in) {
     if (number == 1 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);  // some editors put a mark there
     if (line.ends_with('\r')) line.pop_back();
     try {
-      if (const auto statement = read_statement(line, number)) script.statements.push_back(*statement);
+      auto statement = read_statement(line, number);
+      if (!statement) continue;
+      find_named_button(*statement, number_of);
+      script.statements.push_back(*statement);
     } catch (const Wrong& wrong) {
       script.errors.push_back({number, wrong.what()});
     }

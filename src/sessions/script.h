@@ -1,6 +1,7 @@
 // Scripts of clicks and keys: what a user would do, and what must then be on the page.
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <string>
 #include <string_view>
@@ -12,10 +13,12 @@ namespace vorn {
 struct Statement {
   enum class Kind { click, help, press, key, type, enter, page, expect, refuse };
   Kind kind = Kind::enter;
-  int line = 0;           // of the script, counted from 1
-  int x = 0, y = 0;       // click, help: page units
-  int number = 0;         // press: of the button; key: its code
-  std::string text = {};  // type, expect, refuse: the text; page: the file's name
+  int line = 0;      // of the script, counted from 1
+  int x = 0, y = 0;  // click, help: page units
+  int number = 0;    // press: of the button; key: its code
+  // type, expect, refuse: the text; page: the file's name; press: the button's name, empty where it has its
+  // number
+  std::string text = {};
 };
 
 // What is wrong with one line of a script.
@@ -29,9 +32,13 @@ struct Script {
   std::vector<ScriptError> errors;  // a script is valid when there are none
 };
 
+// The number of the button of a name, 0 where no button has it.
+using ButtonNumbers = std::function<int(std::string_view name)>;
+
 // Reads a script, one statement a line:
 //   click X Y      a click at a page position
 //   help X Y       a request for help there
+//   press NAME     a click on the middle of the button of that name, which must be shown
 //   press N        a click on the middle of button N (1 to 140) as the table then stands
 //   key CODE       one key (0 to 255; 5 and 6 are no keys)
 //   type TEXT      a key for each character of the rest of the line, blanks at its end included
@@ -41,7 +48,7 @@ struct Script {
 //   refuse TEXT    none does
 // "#" at the start of a line or after a blank starts a comment; blanks before it are no part of the
 // statement. Empty lines count as comments. Lines end at LF or CR LF. All lines are looked at, so that all
-// errors are told.
-Script read_script(std::istream& in);
+// errors are told. Without `number_of` no name is known.
+Script read_script(std::istream& in, const ButtonNumbers& number_of = {});
 
 }  // namespace vorn

@@ -93,7 +93,8 @@ TEST(ScriptReading, ButtonsAreNumbered1To140) {
   EXPECT_EQ(complaint("press 140"), "");
   EXPECT_EQ(complaint("press 0"), "0 is not in 1 to 140");
   EXPECT_EQ(complaint("press 141"), "141 is not in 1 to 140");
-  EXPECT_EQ(complaint("press"), "expected the number of a button");
+  EXPECT_EQ(complaint("press"), "expected the name or the number of a button");
+  EXPECT_EQ(complaint("press 1st"), "\"1st\" is not a whole number");
 }
 
 TEST(ScriptReading, FiveAndSixAreNoKeys) {
@@ -129,6 +130,22 @@ TEST(ScriptReading, EveryErrorIsToldWithItsLine) {
   EXPECT_EQ(script.errors[0].what, "\"clck\" is no statement");
   EXPECT_EQ(script.errors[1].line, 3);
   EXPECT_EQ(script.errors[2].line, 4);
+}
+
+TEST(ScriptReading, AButtonMayHaveItsName) {
+  const auto number_of = [](std::string_view name) { return name == "quit" ? 102 : 0; };
+  std::istringstream in("press quit  # the program\npress 7\npress leave\npress Quit\n");
+  const Script script = read_script(in, number_of);
+  ASSERT_EQ(script.statements.size(), 2u);
+  EXPECT_EQ(script.statements[0].number, 102);
+  EXPECT_EQ(script.statements[0].text, "quit");
+  EXPECT_EQ(script.statements[1].number, 7);
+  EXPECT_EQ(script.statements[1].text, "");
+  ASSERT_EQ(script.errors.size(), 2u);
+  EXPECT_EQ(script.errors[0].line, 3);
+  EXPECT_EQ(script.errors[0].what, "there is no button \"leave\"");
+  EXPECT_EQ(script.errors[1].line, 4);
+  EXPECT_EQ(complaint("press quit"), "there is no button \"quit\"");  // where no names are known
 }
 
 }  // namespace

@@ -20,10 +20,10 @@ std::string listed(const std::vector<std::string>& texts) {
 }  // namespace
 
 ScriptedScreen::ScriptedScreen(std::vector<Statement> statements, std::string script_name,
-                               std::function<PageSpot(int)> middle_of_button, PageWriter write_page)
+                               ButtonPlaces buttons, PageWriter write_page)
     : statements_(std::move(statements)),
       script_name_(std::move(script_name)),
-      middle_of_button_(std::move(middle_of_button)),
+      buttons_(std::move(buttons)),
       write_page_(std::move(write_page)) {}
 
 Event ScriptedScreen::next_event() {
@@ -49,7 +49,7 @@ void ScriptedScreen::act(const Statement& statement) {
     case Statement::Kind::help:
       return click({statement.x, statement.y}, Event::help);
     case Statement::Kind::press:
-      return click(middle_of_button_(statement.number), Event::click);
+      return press(statement);
     case Statement::Kind::key:
       // Keys beyond the printable ones are dropped, as the window drops them.
       if (statement.number <= 126) press_key(statement.number);
@@ -68,6 +68,15 @@ void ScriptedScreen::act(const Statement& statement) {
     case Statement::Kind::refuse:
       return check(statement);
   }
+}
+
+// A button that has its number is clicked wherever it stands.
+void ScriptedScreen::press(const Statement& statement) {
+  if (!statement.text.empty() && !buttons_.shown(statement.number)) {
+    stop(statement,
+         "the button \"" + statement.text + "\" is not shown; on the page:" + listed(visible_texts(page_)));
+  }
+  click(buttons_.middle(statement.number), Event::click);
 }
 
 void ScriptedScreen::check(const Statement& statement) const {

@@ -20,6 +20,12 @@ struct PageSpot {
   int x = 0, y = 0;
 };
 
+// The buttons of the program as they stand at the wait at hand.
+struct ButtonPlaces {
+  std::function<PageSpot(int)> middle;
+  std::function<bool(int)> shown;  // and a click on it is what the program waits for
+};
+
 // Thrown by a wait when the script cannot go on: the run has failed, whatever the program would do next.
 class ScriptStop : public std::exception {
  public:
@@ -42,9 +48,9 @@ class ScriptedScreen : public Screen {
   // Writes a page to the file of this name and returns what went wrong, nothing when it is written.
   using PageWriter = std::function<std::optional<std::string>(const Page&, const std::string&)>;
 
-  // `script_name` is for messages. `middle_of_button` finds the middle of a button as the table now stands.
-  ScriptedScreen(std::vector<Statement> statements, std::string script_name,
-                 std::function<PageSpot(int)> middle_of_button, PageWriter write_page);
+  // `script_name` is for messages.
+  ScriptedScreen(std::vector<Statement> statements, std::string script_name, ButtonPlaces buttons,
+                 PageWriter write_page);
 
   void show(const Page& page) override { page_ = page; }
   Event next_event() override;
@@ -56,6 +62,7 @@ class ScriptedScreen : public Screen {
 
  private:
   void act(const Statement& statement);
+  void press(const Statement& statement);
   void check(const Statement& statement) const;
   [[noreturn]] void stop_at_the_end() const;
   [[noreturn]] void stop(const Statement& statement, const std::string& why) const;
@@ -64,7 +71,7 @@ class ScriptedScreen : public Screen {
 
   std::vector<Statement> statements_;
   std::string script_name_;
-  std::function<PageSpot(int)> middle_of_button_;
+  ButtonPlaces buttons_;
   PageWriter write_page_;
   std::size_t next_ = 0;        // of the statements
   std::deque<Event> pending_;   // what the last statement still has to hand on

@@ -11,9 +11,15 @@
 namespace vorn {
 namespace {
 
-// Button n lies around (10 n, 20 n).
+// Button n lies around (10 n, 20 n); those of even numbers are shown.
 PageSpot middle(int n) {
   return {10 * n, 20 * n};
+}
+bool even(int n) {
+  return n % 2 == 0;
+}
+int number_of(std::string_view name) {
+  return name == "eight" ? 8 : name == "nine" ? 9 : 0;
 }
 
 // Pages go to files as text; those of one folder are refused.
@@ -27,7 +33,7 @@ std::optional<std::string> written_as_text(const Page& page, const std::string& 
 class ScriptedRun {
  public:
   explicit ScriptedRun(const std::string& script)
-      : screen(statements(script), "test.script", middle, written_as_text) {}
+      : screen(statements(script), "test.script", {middle, even}, written_as_text) {}
 
   // The codes of all events up to the end of the script.
   std::vector<int> codes() {
@@ -49,7 +55,7 @@ class ScriptedRun {
  private:
   static std::vector<Statement> statements(const std::string& text) {
     std::istringstream in(text);
-    const Script script = read_script(in);
+    const Script script = read_script(in, number_of);
     EXPECT_TRUE(script.errors.empty());
     return script.statements;
   }
@@ -84,11 +90,26 @@ TEST(ScriptedScreen, OfATypedTextOnlyWhatAWindowHandsOnArrives) {
 TEST(ScriptedScreen, AButtonIsLookedUpWhenItIsPressed) {
   PageSpot spot{1, 1};
   std::istringstream in("press 5\npress 5");
-  ScriptedScreen screen(
-      read_script(in).statements, "s", [&](int) { return spot; }, written_as_text);
+  ScriptedScreen screen(read_script(in).statements, "s", {[&](int) { return spot; }, even}, written_as_text);
   EXPECT_EQ(screen.next_event().x, 1);
   spot = {900, 2};
   EXPECT_EQ(screen.next_event().x, 900);
+}
+
+TEST(ScriptedScreen, AButtonOfANameIsClickedWhereItIsShown) {
+  ScriptedRun run("press eight\n");
+  const Event event = run.plot.csrpos();
+  EXPECT_EQ(event.x, 80);
+  EXPECT_EQ(event.y, 160);
+  EXPECT_EQ(event.code, Event::click);
+}
+
+TEST(ScriptedScreen, AButtonOfANameThatIsNotShownIsStatus1AtOnce) {
+  ScriptedRun run("enter\npress nine\nenter\n");
+  run.plot.messag("Quit", 2245, 42);
+  EXPECT_EQ(run.codes(), Codes{13});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.said, "test.script:2: the button \"nine\" is not shown; on the page:\n    Quit");
 }
 
 TEST(ScriptedScreen, TheEndOfTheScriptWhileTheProgramWaitsIsStatus3) {

@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <set>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include "support/desk.h"
+#include "support/places.h"
 #include "toolkit/button_table.h"
 
 namespace vorn {
@@ -37,6 +42,21 @@ TEST(ButtonNames, EveryButtonOfTheTableHasOneAndNoOther) {
     EXPECT_EQ(button_named(button.name), button.number) << button.name;
   }
   EXPECT_EQ(named, in_table);
+}
+
+// Under "BUTTONS" the manual lists the names between its headings, separated by commas.
+TEST(ButtonNames, TheManualOfScriptsListsThemAll) {
+  std::ifstream manual(source_folder() / "packaging/man/vorn_replay.1");
+  std::vector<std::string> listed, known;
+  bool there = false;
+  for (std::string line; std::getline(manual, line);) {
+    if (line.starts_with(".SH ")) there = line == ".SH BUTTONS";
+    if (!there || line.starts_with('.')) continue;
+    std::istringstream words(line);
+    for (std::string word; words >> word;) listed.push_back(word.substr(0, word.find(',')));
+  }
+  for (const NamedButton& button : named_buttons()) known.emplace_back(button.name);
+  EXPECT_EQ(listed, known);
 }
 
 }  // namespace

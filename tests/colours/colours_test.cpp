@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "apps/script_buttons.h"
 #include "apps/whole_program.h"
 #include "platform/qt/page_painter.h"
 #include "plot/colour.h"
@@ -19,7 +20,6 @@
 #include "sessions/scripted_screen.h"
 #include "support/places.h"
 #include "support/scratch_folder.h"
-#include "workspace/vorndata.h"
 
 namespace vorn {
 namespace {
@@ -89,8 +89,8 @@ void look_at(const Page& page, Seen& seen) {
 
 class WatchedScreen : public ScriptedScreen {
  public:
-  WatchedScreen(const Script& script, Seen& seen, const std::function<PageSpot(int)>& middle)
-      : ScriptedScreen(script.statements, "session", middle,
+  WatchedScreen(const Script& script, Seen& seen, const ButtonPlaces& buttons)
+      : ScriptedScreen(script.statements, "session", buttons,
                        [](const Page&, const std::string&) { return std::optional<std::string>(); }),
         seen_(seen) {}
   Event next_event() override {
@@ -112,10 +112,7 @@ void play(const fs::path& session, Seen& seen) {
   fs::copy(source_folder() / "examples", ".", fs::copy_options::recursive);
   std::ifstream file(session);
   const Workspace* w = nullptr;
-  WatchedScreen screen(read_script(file), seen, [&w](int n) {
-    const auto& place = w->b(ButtonNumber{n});
-    return PageSpot{(place.x1 + place.x2) / 2, (place.y1 + place.y2) / 2};
-  });
+  WatchedScreen screen(read_script(file, script_button), seen, button_places(w));
   try {
     DiskFiles files;
     run_whole_program(screen, files, [&w](const Workspace& started) { w = &started; });
