@@ -44,6 +44,8 @@ class Chooser {
   }
 
  private:
+  using Selection = std::vector<std::int32_t>;
+
   ButtonNumber mode() const {
     for (const ButtonNumber n : button::chooser_modes) {
       if (w.b(n).lit) return n;
@@ -215,6 +217,7 @@ class Chooser {
       w.chc(w.chs) = k;
     }
     write_move_caption();
+    tell_what_moves();
   }
 
   std::string_view name_of(int k) const {
@@ -225,6 +228,26 @@ class Chooser {
     const int to = w.chc(w.chs);
     const std::string target(is_chronology(to) ? w.cnam(to - w.nc).view() : std::string_view{});
     w.mtext(message::move_caption) = "Move " + std::string(name_of(w.chc(1))) + " to " + target;
+  }
+
+  Selection cores_to_move() const {
+    const Selection all = chosen();
+    return all.empty() ? all : each_once(cores_among({all.begin(), all.end() - 1}));
+  }
+
+  // The page's caption names the first core alone; how many go with it is told beside the page, before they
+  // do.
+  void tell_what_moves() {
+    const int to = w.chc(w.chs);
+    const auto cores = cores_to_move().size();
+    const std::string what = cores > 1 && is_chronology(to) ? move_notice(cores, "", to) : "";
+    if (!what.empty() && what != told_move_) notice(w, what);
+    told_move_ = what;
+  }
+
+  std::string move_notice(std::size_t cores, const std::string& done, int to) const {
+    return "Move Core: " + std::to_string(cores) + " cores " + done + "to " +
+           std::string(w.cnam(to - w.nc).trimmed());
   }
 
   void change_mode(ButtonNumber n) {
@@ -264,6 +287,8 @@ class Chooser {
       if (is_destination(k)) w.chc(w.chs) = k;
     }
     write_move_caption();
+    told_move_.clear();
+    tell_what_moves();
   }
 
   void propose_mean_name() {
@@ -316,12 +341,14 @@ class Chooser {
   void move_chosen() {
     if (w.chs < 1 || !is_chronology(w.chc(w.chs))) return;
     const Selection before = chosen();
-    Selection moved = each_once(cores_among({before.begin(), before.end() - 1}));
+    Selection moved = cores_to_move();
     if (is_too_wide_for(w.rftype(before.back() - w.nc), moved)) return out_err(w, "Width too large");
+    const std::string done = moved.size() > 1 ? move_notice(moved.size(), "moved ", before.back()) : "";
     moved.push_back(before.back());
     forget_chosen();
     choose_these(moved);
     if (!move_core(w)) return choose_these(before);
+    if (!done.empty()) notice(w, done);
     w.derived_stale = true;
     enter_move_mode();
   }
@@ -329,7 +356,6 @@ class Chooser {
   // --- The selection as a list. It may hold emptied places, chronologies, what lies beyond the list, and
   // (where a gap was closed and the pair is chosen again) one core twice. Nothing of that may be acted on.
   // Deliberate: [once-only] deleting number 5 twice would delete the core that has become number 5.
-  using Selection = std::vector<std::int32_t>;
 
   Selection chosen() const { return {&w.chc(1), &w.chc(1) + w.chs}; }
 
@@ -363,6 +389,7 @@ class Chooser {
   }
 
   Workspace& w;
+  std::string told_move_;  // what was told last in this mode
 };
 
 }  // namespace

@@ -362,7 +362,13 @@ TEST_F(ChooserActions, MovingToEachLayoutWritesTheCoresAndReloadsThem) {
   do_it();
   play_and_exit();
   EXPECT_EQ(names(), "oak pine ash elm ref ");
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told(),
+            "Move Core: 2 cores to pine.hdb\nMove Core: 2 cores moved to pine.hdb\n"
+            "Move Core: 2 cores to pine.hdb\nMove Core: 2 cores to ash.rwm\n"
+            "Move Core: 2 cores moved to ash.rwm\n"
+            "Move Core: 2 cores to pine.hdb\nMove Core: 2 cores to elm.rwl\n"
+            "Move Core: 2 cores moved to elm.rwl\n");
+  desk.log.str("");
 
   int next = 0;
   for (const auto& [f, file] : targets) {
@@ -412,7 +418,9 @@ TEST_F(ChooserActions, AMoveToAFileThatCannotBeOpenedChangesNothing) {
   do_it();
   key();
   play();
-  EXPECT_EQ(told(), "Openpine.hdb fail err =     2\n");
+  EXPECT_EQ(told(),
+            "Move Core: 2 cores to pine.hdb\nMove Core: 3 cores to pine.hdb\n"
+            "Openpine.hdb fail err =     2\n");
   EXPECT_EQ(all_cores(), cores);
   EXPECT_EQ(chosen(), (Picked{1, 2, 5, 8}));
   EXPECT_FALSE(folder.exists("pine.hdb"));
@@ -428,7 +436,7 @@ TEST_F(ChooserActions, AMoveOfRingsTooWideForTheCompactLayoutIsRefused) {
   do_it();
   key();
   play();
-  EXPECT_EQ(told(), "Width too large\n");
+  EXPECT_EQ(told(), "Move Core: 2 cores to pine.hdb\nMove Core: 2 cores to ash.rwm\nWidth too large\n");
   EXPECT_EQ(folder.read("ash.rwm"), "as it was\n");
   EXPECT_EQ(all_cores(), cores);
   EXPECT_EQ(line(message::move_caption), "Move C1 to ash.rwm");  // still at it
@@ -441,7 +449,7 @@ TEST_F(ChooserActions, RingsOf10mmCanBeMovedToTheOtherLayouts) {
   press(button::move_core);
   do_it();
   play();
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told(), "Move Core: 2 cores to pine.hdb\nMove Core: 2 cores moved to pine.hdb\n");
   EXPECT_NE(folder.read("pine.hdb").find(" 10000"), std::string::npos);
 }
 
@@ -455,6 +463,20 @@ TEST_F(ChooserActions, AMoveOntoAFullDiskChangesNothing) {
   EXPECT_NE(told().find("fail err =    28\n"), std::string::npos);
   EXPECT_EQ(all_cores(), cores);
   EXPECT_EQ(chosen(), (Picked{1, 2, 8}));
+}
+
+TEST_F(ChooserActions, HowManyCoresGoIsToldBesideThePageBeforeTheyDo) {
+  press(button::move_core);  // the pair, to pine
+  press(button::page_back);  // nothing changes
+  pick(11);                  // an index file is no destination
+  pick(2);                   // core 1 alone, of which the page tells
+  picks({4, 5, 9, 9});       // with two more, to ash
+  play();
+  EXPECT_EQ(told(),
+            "Move Core: 2 cores to pine.hdb\n"
+            "Move Core: 2 cores to pine.hdb\n"
+            "Move Core: 3 cores to pine.hdb\n"
+            "Move Core: 3 cores to ash.rwm\n");
 }
 
 TEST_F(ChooserActions, ACoreMarkedTwiceIsMovedOnce) {
@@ -491,7 +513,7 @@ TEST_F(ChooserActions, AMoveOfNoCoreLeavesTheFileAndEntersTheModeAnew) {
   EXPECT_EQ(line(message::move_caption), "Move C1 to pine.hdb");
   EXPECT_EQ(w.nc, 6);
   EXPECT_EQ(folder.read("ash.rwm"), "as it was\n");
-  EXPECT_EQ(told(), "");
+  EXPECT_EQ(told(), "Move Core: 2 cores to pine.hdb\n");
 }
 
 TEST_F(ChooserActions, AMoveOfNoCoreToAFileThatIsGoneSaysSo) {
@@ -500,7 +522,7 @@ TEST_F(ChooserActions, AMoveOfNoCoreToAFileThatIsGoneSaysSo) {
   do_it();
   key();
   play();
-  EXPECT_EQ(told(), "Openpine.hdb fail err =     2\n");
+  EXPECT_EQ(told(), "Move Core: 2 cores to pine.hdb\nOpenpine.hdb fail err =     2\n");
 }
 
 TEST_F(ChooserActions, AMoveWithoutADestinationDoesNothing) {
