@@ -118,7 +118,7 @@ void set_a_pair(Desk& desk) {
 }
 
 // Presses buttons, one at each wait, while `menu` runs.
-void play(Desk& desk, const std::function<void(Workspace&)>& menu, const std::vector<int>& buttons) {
+void play(Desk& desk, const std::function<void(Workspace&)>& menu, const std::vector<ButtonNumber>& buttons) {
   std::size_t next = 0;
   desk.screen.answer = [&] { return click_on(*desk.w, buttons.at(next++)); };
   menu(*desk.w);
@@ -366,22 +366,26 @@ std::vector<Stage> plain_stages() {
   };
 }
 
+std::string press(ButtonNumber n) {
+  return "press " + std::to_string(plain(n)) + "\n";
+}
+
 // Starts the program, and quits.
 std::string start_script() {
-  return "press " + std::to_string(button::quit) + "\n";
+  return press(button::quit);
 }
 
 // A session in which every store is used: both reports, a pair, its lag table and best matches, a picture.
 std::string long_session_script() {
   std::string script;
-  for (const int n :
+  for (const ButtonNumber n :
        {button::stats_report, button::correlation_report, button::crossdate, button::choose_cores,
         button::page_forward, button::chooser_exit, button::correlate, button::best_fit}) {
-    script += "press " + std::to_string(n) + "\n";
+    script += press(n);
   }
   script += "page page.png\n";
   for (const ButtonNumber n : {button::correlation_exit, button::exit_crossdating, button::quit}) {
-    script += "press " + std::to_string(n) + "\n";
+    script += press(n);
   }
   return script;
 }
