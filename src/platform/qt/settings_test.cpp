@@ -115,7 +115,7 @@ TEST_F(RememberedPlace, AFileThatIsNoSettingsFileCountsAsEmpty) {
 }
 
 TEST_F(RememberedPlace, AnyBytesAreRememberedAmongOthers) {
-  const QByteArray bytes("a=b\n\0\xFF%41", 11);
+  const QByteArray bytes("a=b\n\0\xFF%41", 9);
   remember("first", bytes);
   remember("second", "/home/M\xC3\xBChle");
   remember("third", "");
