@@ -61,7 +61,7 @@ MakePainter load(const std::filesystem::path& module, std::string& why) {
 // Where it lies in a tree that was built or, beside no such file, in one that was installed.
 std::filesystem::path module_file() {
   const std::filesystem::path folder = program_folder();
-  const std::filesystem::path built = folder / VORN_PICTURE_MODULE;
+  std::filesystem::path built = folder / VORN_PICTURE_MODULE;
   std::error_code ignored;
   if (std::filesystem::exists(built, ignored)) return built;
   return (folder / VORN_MODULES_FROM_PROGRAM / VORN_PICTURE_MODULE).lexically_normal();

@@ -266,10 +266,12 @@ int File::hold(const std::string& path) {
   constexpr int pause = 10;  // ms
   int failed = 0;
   for (int tries = 0; tries < most_tries; ++tries) {
-    bool held = false;
     failed = open_to_lock(path);
     if (failed == ENOENT) return 0;
-    if (!failed) failed = lock(held);
+    if (!failed) {
+      bool held = false;  // also not where the file system knows no locks: then nobody holds it
+      failed = lock(held);
+    }
     if (!failed) failed = check_place(path);  // another program may just have replaced it
     if (failed != EBUSY) return failed;
     ::poll(nullptr, 0, pause);

@@ -8,7 +8,7 @@ namespace vorn {
 
 enum class ButtonNumber : int {
   none = 0,
-#define VORN_BUTTON(name, number) name = number,
+#define VORN_BUTTON(name, number) name = number,  // NOLINT(bugprone-macro-parentheses): a list, no expression
 #include "toolkit/button_list.inc"
 #undef VORN_BUTTON
 };

@@ -100,7 +100,7 @@ std::optional<QString> copy_examples(const QString& examples, const QString& cop
     if (QFile::exists(to)) continue;
     QFile file(QDir(examples).filePath(name));
     if (!file.open(QIODevice::ReadOnly)) return file.fileName() + ": " + file.errorString();
-    if (const auto failure = write(to, file.readAll())) return failure;
+    if (auto failure = write(to, file.readAll())) return failure;
   }
   return {};
 }
