@@ -27,7 +27,7 @@ constexpr std::size_t most_letters = 24;
 class Lines : public RecordSource {
  public:
   explicit Lines(std::string_view text) : text_(text) {}
-  int next(std::string_view& record) override {
+  Status next(std::string_view& record) override {
     ++asked;
     if (text_.empty()) return status::end_of_file;
     record = text_.until('\n');
@@ -125,16 +125,16 @@ class Places {
   std::deque<std::string> texts_;
 };
 
-bool is_status(int answer) {
+bool is_status(Status answer) {
   return answer == status::ok || answer == status::end_of_file || answer == status::format_unusable ||
          answer == status::not_a_number || answer == status::number_too_large;
 }
 
 // Reads twice, over different old values: an item is stored where both agree. Answers the status.
-int read_twice(std::string_view records, const EditFormat& format, Places& first, Places& second) {
+Status read_twice(std::string_view records, const EditFormat& format, Places& first, Places& second) {
   Lines lines(records), again(records);
-  const int answer = read_items(lines, format, first.items, Commas::end_a_field);
-  const int same = read_items(again, format, second.items, Commas::end_a_field);
+  const Status answer = read_items(lines, format, first.items, Commas::end_a_field);
+  const Status same = read_items(again, format, second.items, Commas::end_a_field);
   must_hold(answer == same && lines.asked == again.asked, "a read does not depend on what was there before");
   must_hold(is_status(answer), "a read answers a status of its own");
   const auto one = first.values(), other = second.values();
@@ -158,7 +158,7 @@ int read_twice(std::string_view records, const EditFormat& format, Places& first
 // What a format writes it reads again, and then writes the same: where the fields were wide enough.
 void write_and_read(const EditFormat& format, std::string_view kinds, const Places& read) {
   std::string records, again;
-  const int answer = write_items(records, format, read.to_write());
+  const Status answer = write_items(records, format, read.to_write());
   must_hold(answer == status::ok || answer == status::format_unusable, "a write answers a status of its own");
   if (answer != status::ok) {
     must_hold(records.empty(), "a write that fails leaves nothing");
@@ -200,7 +200,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto kinds = letters.substr(0, is_modest(format) ? most_letters : 3);
 
   Places first(kinds, 111, 1.5, 'p'), second(kinds, -222, -2.25, 'q');
-  const int answer = read_twice(records, format, first, second);
+  const Status answer = read_twice(records, format, first, second);
   if (!format.usable()) must_hold(answer == status::format_unusable, "no format answers that it is none");
 
   Places of_text(kinds, 0, 0, ' ');

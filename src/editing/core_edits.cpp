@@ -50,7 +50,7 @@ void remove_chosen(Workspace& w, int count, LongWork& work) {
 // Appends the cores chc(1 … count) to the file; answers whether all of it was written.
 bool append_cores(Workspace& w, const FileName& name, Layout layout, int count) {
   TextOutput file;
-  const int opened = file.append(w.files, name.view());
+  const Status opened = file.append(w.files, name.view());
   told_or_end(w, opened, "Open", name.view());
   // Cores that cannot be written must stay in the store.
   if (opened != status::ok) return false;
@@ -61,7 +61,7 @@ bool append_cores(Workspace& w, const FileName& name, Layout layout, int count) 
     if (row && row->write_core) row->write_core(w, {name.view(), file, troubles}, w.chc(m));
   }
   const bool written = file.is_open();
-  const int closed = file.close();
+  const Status closed = file.close();
   told_or_end(w, closed, "Close", name.view());
   return written && closed == status::ok;
 }

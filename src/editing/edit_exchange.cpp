@@ -58,7 +58,7 @@ std::int32_t whole_number(double value) {
 bool ExchangeReader::begin() {
   told_or_end(w, file_.open(w.files, exchange_name), "Open", exchange_name);
   std::array<double, values_a_line> values{};
-  const int answer = file_.read(first_line_edit, name_, year_, std::span<double>(values));
+  const Status answer = file_.read(first_line_edit, name_, year_, std::span<double>(values));
   ended_ = answer == status::end_of_file;
   // Deliberate: [bad-first-line] told, and read on.
   told_or_end(w, answer, "Read", exchange_name);

@@ -90,7 +90,7 @@ TEST_F(EditExchange, WritingLeavesAnEmptyFile) {
   EXPECT_TRUE(ScratchFolder::exists("Edit.raw"));
   EXPECT_EQ(ScratchFolder::read("Edit.raw"), "");
   EXPECT_EQ(store.messages.str(), "");
-  EXPECT_EQ(w.ios, 0);
+  EXPECT_EQ(w.ios, status::ok);
 }
 
 TEST_F(EditExchange, AFolderInTheWayIsToldOnce) {

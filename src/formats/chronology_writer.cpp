@@ -19,7 +19,7 @@ std::string_view output_name(ChronologyOutput output) {
   return {};
 }
 
-int write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles) {
+Status write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles) {
   if (output == ChronologyOutput::none) return status::ok;
   const std::string_view name = output_name(output);
   TextOutput out;

@@ -18,6 +18,6 @@ std::string_view output_name(ChronologyOutput output);
 // nothing is written. Failures are told as "Open", "Write" and "Close".
 //
 // Returns the status of the closing.
-int write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles);
+Status write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles);
 
 }  // namespace vorn

@@ -6,7 +6,7 @@
 namespace vorn {
 
 void write_colcrn(const FileTable& w, int f, const Writing& writing) {
-  const auto write = [&](int answer) { told(writing.troubles, writing.file, answer, "Write"); };
+  const auto write = [&](Status answer) { told(writing.troubles, writing.file, answer, "Write"); };
   write(writing.out.write(column_table::heading_line, w.cnam(f)));
   for (int k = 1; k <= w.cyr(f); ++k) {
     const std::int32_t depth = w.num(k, f);

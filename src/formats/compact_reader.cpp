@@ -41,7 +41,7 @@ class CompactReader {
 bool CompactReader::read_header(int i) {
   w.nam(i) = Name();
   w.fy(i) = w.yr(i) = 0;
-  const int answer = file_.read(compact::header_edit, w.yr(i), w.fy(i), w.nam(i), exponent_, format_);
+  const Status answer = file_.read(compact::header_edit, w.yr(i), w.fy(i), w.nam(i), exponent_, format_);
   if (answer == status::end_of_file) return false;
   // Deliberate: [name-not-reached] a header that cannot be read is told; where its name was not reached, that
   // ends the file.
@@ -55,7 +55,7 @@ bool CompactReader::read_header(int i) {
 // Reads the values of entry i; what the file does not hold stays 0. Returns: the file did not end in them.
 bool CompactReader::read_values(int i) {
   std::ranges::fill(w.widths(i), 0.0);
-  const int answer = file_.read(EditFormat(format_.view()), w.widths(i));
+  const Status answer = file_.read(EditFormat(format_.view()), w.widths(i));
   if (answer == status::end_of_file) return false;
   told_read(reading_, file_, answer, "Read c2", w.nam(i));
   return true;

@@ -26,9 +26,9 @@ class Compact : public FormatBench {
 
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create(disk, "out.rwm"), 0);
+    EXPECT_EQ(out.create(disk, "out.rwm"), status::ok);
     EXPECT_TRUE(write_crec(w, writing(out), i));
-    EXPECT_EQ(out.close(), 0);
+    EXPECT_EQ(out.close(), status::ok);
     return ScratchFolder::read("out.rwm");
   }
 };
@@ -251,7 +251,7 @@ TEST_F(Compact, FailureIsToldOnceAsWriteD) {
   add_core(1950, std::vector<double>(50'000, 1.0));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(disk, "/dev/full"), 0);
+  ASSERT_EQ(out.create(disk, "/dev/full"), status::ok);
   EXPECT_FALSE(write_crec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"writeDCORE01 fail err =    28"});
 }
@@ -261,8 +261,9 @@ TEST_F(Compact, FailureOfTheHeaderIsToldOnceAsWriteH) {
   add_core(1950, {1.0, 2.0});
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
-  for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), status::ok);
+  for (int line = 1; line <= 655; ++line)
+    ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), status::ok);
   EXPECT_FALSE(write_crec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"writeHCORE01 fail err =    28"});
 }

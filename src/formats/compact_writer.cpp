@@ -9,12 +9,13 @@ namespace vorn {
 
 bool write_crec(const SeriesStore& w, const Writing& writing, int i) {
   const Name name = w.nam(i);
-  const int header = writing.out.write(compact::header_line, w.yr(i), w.fy(i), name, compact::values_format);
+  const Status header =
+      writing.out.write(compact::header_line, w.yr(i), w.fy(i), name, compact::values_format);
   told_write(writing, header, "writeH", name);
 
   const std::vector<Integer> values = width_fields(w, i, compact::missing_ring);
   // Deliberate: [four-columns] 10 mm and more do not fit, and become asterisks.
-  const int data = writing.out.write(compact::values_line, std::span(values));
+  const Status data = writing.out.write(compact::values_line, std::span(values));
   told_write(writing, data, "writeD", name);
   return header == status::ok && data == status::ok;
 }

@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-int told(Troubles& troubles, std::string_view file, int status, std::string_view label) {
+Status told(Troubles& troubles, std::string_view file, Status status, std::string_view label) {
   if (status != status::ok) {
     Trouble trouble{std::string(label), std::string(file), status, std::string(trimmed(file))};
     troubles.tell(trouble);
@@ -12,8 +12,8 @@ int told(Troubles& troubles, std::string_view file, int status, std::string_view
   return status;
 }
 
-int told_read(const Reading& reading, const TextInput& input, int status, std::string_view label,
-              const Name& series) {
+Status told_read(const Reading& reading, const TextInput& input, Status status, std::string_view label,
+                 const Name& series) {
   if (status != status::ok) {
     Trouble trouble{std::string(label), std::string(reading.file), status,
                     std::string(trimmed(reading.file))};
@@ -25,7 +25,7 @@ int told_read(const Reading& reading, const TextInput& input, int status, std::s
   return status;
 }
 
-int told_write(const Writing& writing, int status, std::string_view label, const Name& series) {
+Status told_write(const Writing& writing, Status status, std::string_view label, const Name& series) {
   if (status != status::ok) {
     Trouble trouble{std::string(label), std::string(series.view()), status,
                     std::string(trimmed(writing.file))};
@@ -43,8 +43,8 @@ void tell_words(const Reading& reading, std::string_view words, std::int64_t lin
   reading.troubles.tell(trouble);
 }
 
-int close_told(const Reading& reading, TextInput& input, int untold) {
-  const int closing = input.close();
+Status close_told(const Reading& reading, TextInput& input, Status untold) {
+  const Status closing = input.close();
   return told(reading.troubles, reading.file, status::of_system(untold) ? untold : closing, "Close");
 }
 

@@ -29,18 +29,18 @@ struct Writing {
 // operation left is gone on with.
 //
 // Of the file as a whole: its opening, its closing.
-int told(Troubles& troubles, std::string_view file, int status, std::string_view label);
+Status told(Troubles& troubles, std::string_view file, Status status, std::string_view label);
 // Of a read, with line and column; `series` is the one at hand.
-int told_read(const Reading& reading, const TextInput& input, int status, std::string_view label,
-              const Name& series = {});
+Status told_read(const Reading& reading, const TextInput& input, Status status, std::string_view label,
+                 const Name& series = {});
 // Of a line written, under the name of its series.
-int told_write(const Writing& writing, int status, std::string_view label, const Name& series);
+Status told_write(const Writing& writing, Status status, std::string_view label, const Name& series);
 
 // Tells plain words; `line` is where the reader is.
 void tell_words(const Reading& reading, std::string_view words, std::int64_t line = 0);
 
 // Closes an input. Its failure is told under "Close"; so is that of the operating system in `untold`, the
 // status of a read that has no message of its own. Answers what there was to tell.
-int close_told(const Reading& reading, TextInput& input, int untold = status::ok);
+Status close_told(const Reading& reading, TextInput& input, Status untold = status::ok);
 
 }  // namespace vorn

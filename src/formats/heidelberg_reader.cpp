@@ -53,7 +53,7 @@ class HeidelbergReader {
 
 // Reads the next line; its failure is told, the end of the file too. Returns: there may be more.
 bool HeidelbergReader::next_line(std::string_view label, const Name& series) {
-  const int answer = file_.read(line_edit, line_);
+  const Status answer = file_.read(line_edit, line_);
   told_read(reading_, file_, answer, label, series);
   return answer != status::end_of_file;
 }
@@ -70,7 +70,7 @@ void HeidelbergReader::start_record(int i) {
 std::int32_t HeidelbergReader::value(int i, const KeyedLine& keyed, const EditFormat& edit,
                                      std::int32_t before) {
   std::int32_t number = before;
-  const int answer = edit_read(keyed.columns(line_.view()), edit, number);
+  const Status answer = edit_read(keyed.columns(line_.view()), edit, number);
   if (answer != status::ok) {
     Trouble trouble{"Read ", std::string(line_.view()), answer, std::string(trimmed(reading_.file))};
     trouble.line = file_.line();
@@ -181,7 +181,7 @@ void HeidelbergReader::read_records() {
     scale(i);
     keep_decisions(i, first_line);
     w.nc = i;
-    const int answer = file_.read(line_edit, line_);
+    const Status answer = file_.read(line_edit, line_);
     if (answer == status::end_of_file) return;
     told_read(reading_, file_, answer, "Read4");
   }

@@ -27,9 +27,9 @@ class Heidelberg : public FormatBench {
 
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create(disk, "out.fh"), 0);
+    EXPECT_EQ(out.create(disk, "out.fh"), status::ok);
     EXPECT_TRUE(write_hrec(w, writing(out), i));
-    EXPECT_EQ(out.close(), 0);
+    EXPECT_EQ(out.close(), status::ok);
     return ScratchFolder::read("out.fh");
   }
 };
@@ -346,7 +346,7 @@ TEST_F(Heidelberg, FailureIsToldOnceAsWriteBehindTheData) {
   add_core(1950, std::vector<double>(50'000, 1.0));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(disk, "/dev/full"), 0);
+  ASSERT_EQ(out.create(disk, "/dev/full"), status::ok);
   EXPECT_FALSE(write_hrec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
 }
@@ -356,8 +356,9 @@ TEST_F(Heidelberg, FailureOfTheHeaderIsToldOnceAsWriteBehindTheData) {
   add_core(1950, {1.0, 2.0});
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(w.files, "/dev/full"), 0);
-  for (int line = 1; line <= 655; ++line) ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), 0);
+  ASSERT_EQ(out.create(w.files, "/dev/full"), status::ok);
+  for (int line = 1; line <= 655; ++line)
+    ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), status::ok);
   EXPECT_FALSE(write_hrec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"Write CORE01 fail err =    28"});
 }

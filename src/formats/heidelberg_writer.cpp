@@ -20,15 +20,15 @@ std::string to_the_left(std::int32_t number) {
 }
 
 // Returns the status of the first line that could not be written.
-int write_header(const SeriesStore& w, TextOutput& out, int i) {
+Status write_header(const SeriesStore& w, TextOutput& out, int i) {
   // Deliberate: [name-to-the-right] the name stands in twelve columns, so that a reader meets four blanks.
-  const std::array<int, 6> answers = {out.write(header_line),
-                                      out.write(name_line, w.nam(i)),
-                                      out.write(unit_line),
-                                      out.write(last_year_line, to_the_left(w.ly(i))),
-                                      out.write(length_line, to_the_left(w.yr(i))),
-                                      out.write(data_line)};
-  for (const int answer : answers) {
+  const std::array<Status, 6> answers = {out.write(header_line),
+                                         out.write(name_line, w.nam(i)),
+                                         out.write(unit_line),
+                                         out.write(last_year_line, to_the_left(w.ly(i))),
+                                         out.write(length_line, to_the_left(w.yr(i))),
+                                         out.write(data_line)};
+  for (const Status answer : answers) {
     if (answer != status::ok) return answer;
   }
   return status::ok;
@@ -45,10 +45,10 @@ std::vector<Integer> filled_values(const SeriesStore& w, int i) {
 
 bool write_hrec(const SeriesStore& w, const Writing& writing, int i) {
   const Name name = w.nam(i);
-  const int header = write_header(w, writing.out, i);
+  const Status header = write_header(w, writing.out, i);
   const std::vector<Integer> values = filled_values(w, i);
-  const int data = writing.out.write(values_line, std::span(values));
-  const int answer = header != status::ok ? header : data;  // told once, behind the data
+  const Status data = writing.out.write(values_line, std::span(values));
+  const Status answer = header != status::ok ? header : data;  // told once, behind the data
   told_write(writing, answer, "Write ", name);
   return answer == status::ok;
 }

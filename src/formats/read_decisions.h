@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "records/edit_format.h"
+#include "records/status.h"
 #include "workspace/layout.h"
 #include "workspace/names.h"
 
@@ -62,7 +62,7 @@ struct ReadDecisions {
   std::vector<LinesNotTaken> not_taken = {};  // lines that follow each other for one reason are one entry
   std::size_t more_not_taken = 0;             // entries for which there was no place
   std::int32_t missing_rings = 0;
-  int status = status::ok;  // of the last operation on the file
+  Status status = status::ok;  // of the last operation on the file
 
   void leave_out(std::int64_t first, std::int64_t last, NotTaken why);
   bool left_out(NotTaken why) const;

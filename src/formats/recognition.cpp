@@ -20,7 +20,7 @@ const LayoutRow* layout_of(const FirstLine& line, int number) {
 
 // Looks for the line that decides, from the first one, which is read already, on. Returns the status of the
 // last read.
-int look_at_lines(TextInput& input, FirstLine line, Recognition& found) {
+Status look_at_lines(TextInput& input, FirstLine line, Recognition& found) {
   for (int number = 1; number <= lines_examined; ++number) {
     if (const LayoutRow* row = layout_of(line, number)) {
       found.layout = row->layout;
@@ -29,7 +29,7 @@ int look_at_lines(TextInput& input, FirstLine line, Recognition& found) {
       found.test = row->test_words;
       return status::ok;
     }
-    if (const int answer = input.read(line_edit, line)) return answer;
+    if (const Status answer = input.read(line_edit, line)) return answer;
   }
   return status::ok;
 }
@@ -43,7 +43,7 @@ Recognition find_rftyp(Files& files, std::string_view file, Troubles& troubles) 
   told(troubles, file, input.open(files, file), "Open");
   FirstLine line;  // stays blank where it cannot be read
   told_read(reading, input, input.read(line_edit, line), "Read");
-  const int untold = look_at_lines(input, line, found);
+  const Status untold = look_at_lines(input, line, found);
   found.status = close_told(reading, input, untold);
   return found;
 }

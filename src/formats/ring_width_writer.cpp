@@ -25,8 +25,8 @@ FileName output_name(const FileName& file) {
   return FileName(std::string(name.substr(0, kept)) + std::string(extension));
 }
 
-int write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
-              const std::function<void(double)>& progress) {
+Status write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
+                 const std::function<void(double)>& progress) {
   TextOutput out;
   told(troubles, name.view(), out.create(files, name.view()), "Open");
   const Writing writing{name.view(), out, troubles};

@@ -22,7 +22,7 @@ FileName output_name(const FileName& file);
 // share is done, 0 to 1.
 //
 // Returns the status of the closing.
-int write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
-              const std::function<void(double)>& progress);
+Status write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
+                 const std::function<void(double)>& progress);
 
 }  // namespace vorn

@@ -98,7 +98,7 @@ int IndexReader::read_decades() {
   int filled = store_decade(start);
   for (int position = start + years_a_line; position <= last_position_read; position += years_a_line) {
     // Deliberate: [later-labels] their years are not looked at.
-    const int answer = file_.read(line_edit, std::span(decade_));
+    const Status answer = file_.read(line_edit, std::span(decade_));
     if (answer == status::end_of_file) break;
     // Deliberate: [statistics-line] a line that is no decade is told and gives ten years.
     told_read(reading_, file_, answer, "Read3");

@@ -38,9 +38,9 @@ class TucsonIndex : public FormatBench {
 
   std::string written() {
     TextOutput out;
-    EXPECT_EQ(out.create(disk, "Index.prn"), 0);
+    EXPECT_EQ(out.create(disk, "Index.prn"), status::ok);
     write_indcrn(w, w.cf, {"Index.prn", out, troubles});
-    EXPECT_EQ(out.close(), 0);
+    EXPECT_EQ(out.close(), status::ok);
     return ScratchFolder::read("Index.prn");
   }
 

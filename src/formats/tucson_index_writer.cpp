@@ -50,7 +50,7 @@ void write_indcrn(const FileTable& w, int f, const Writing& writing) {
     const std::int32_t label = first_year / 10 * 10 + 10 * (line - 1) + (line == 1 ? leading : 0);
     const auto decade =
         std::span(pairs).subspan(static_cast<std::size_t>(line - 1) * fields_a_line, fields_a_line);
-    const int answer = writing.out.write(decade_line, name.view().substr(0, 6), label, decade);
+    const Status answer = writing.out.write(decade_line, name.view().substr(0, 6), label, decade);
     told(writing.troubles, writing.file, answer, "Write");
   }
 }

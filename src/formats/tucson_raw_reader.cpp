@@ -40,11 +40,11 @@ class RawReader {
   void read_headers();
   void read_series();
   // Of the first line, which is not told.
-  int first_status() const { return first_status_; }
+  Status first_status() const { return first_status_; }
 
  private:
   void read_first_line();
-  int read_line();
+  Status read_line();
   void start_series(int i);
   Ending read_further_lines(int i);
   bool continues(int i);
@@ -61,7 +61,7 @@ class RawReader {
   std::int32_t year_ = 0;
   Table<std::int32_t> values_{value_places};  // of the series at hand, in year order
   int position_ = 1;                          // in values_, behind those of the line read last
-  int first_status_ = status::ok;
+  Status first_status_ = status::ok;
 };
 
 void RawReader::read_headers() {
@@ -81,8 +81,8 @@ void RawReader::read_first_line() {
 
 // Its values go to position_ on. That moves on even when there was no further line, so that the search for
 // the end mark always finds the last one of the series in the same place.
-int RawReader::read_line() {
-  const int answer = file_.read(line_edit, name_, year_, values_.range(position_, values_a_line));
+Status RawReader::read_line() {
+  const Status answer = file_.read(line_edit, name_, year_, values_.range(position_, values_a_line));
   position_ += values_a_line;
   return answer;
 }
@@ -101,7 +101,7 @@ void RawReader::start_series(int i) {
 Ending RawReader::read_further_lines(int i) {
   position_ = first_decade_end(w.fy(i)) + 1;
   for (int line = 1; line <= most_further_lines; ++line) {
-    const int answer = read_line();
+    const Status answer = read_line();
     if (answer == status::end_of_file) return Ending::end_of_file;
     // Deliberate: [blank-name] it ends the file without a message, even if the rest of its line is bad.
     const bool broken_off = status::of_system(answer);

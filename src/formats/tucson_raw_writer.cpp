@@ -17,7 +17,7 @@ std::vector<Integer> marked_values(const SeriesStore& w, int i) {
   return values;
 }
 
-int write_line(TextOutput& out, const Name& name, std::int32_t year, std::span<const Integer> values) {
+Status write_line(TextOutput& out, const Name& name, std::int32_t year, std::span<const Integer> values) {
   // Deliberate: [two-minus-signs] the others show the name whole, a "-" at its end and the minus sign of
   // the year.
   if (year < -999) return out.write(early_line_edit, name.view().substr(0, 7), year, values);
@@ -33,7 +33,7 @@ bool write_rrec(const SeriesStore& w, const Writing& writing, int i) {
   auto room = static_cast<std::size_t>(first_decade_end(w.fy(i)));
   for (std::size_t first = 0; first < values.size(); room = values_a_line) {
     const auto line = std::span(values).subspan(first, std::min(room, values.size() - first));
-    const int answer = write_line(writing.out, name, w.fy(i) + static_cast<std::int32_t>(first), line);
+    const Status answer = write_line(writing.out, name, w.fy(i) + static_cast<std::int32_t>(first), line);
     whole = told_write(writing, answer, "Write", name) == status::ok && whole;
     first += line.size();
   }

@@ -13,9 +13,9 @@ class TucsonRawWriter : public FormatBench {
   // What entry i looks like as a file.
   std::string written(int i) {
     TextOutput out;
-    EXPECT_EQ(out.create(disk, "out.rwl"), 0);
+    EXPECT_EQ(out.create(disk, "out.rwl"), status::ok);
     EXPECT_TRUE(write_rrec(w, writing(out), i));
-    EXPECT_EQ(out.close(), 0);
+    EXPECT_EQ(out.close(), status::ok);
     return ScratchFolder::read("out.rwl");
   }
 
@@ -132,7 +132,7 @@ TEST_F(TucsonRawWriter, FailureIsToldOnceAsWriteWithTheNameOfTheSeries) {
   add_core(1950, widths_up_to(50'000));
   w.nam(1) = "CORE01";
   TextOutput out;
-  ASSERT_EQ(out.create(disk, "/dev/full"), 0);
+  ASSERT_EQ(out.create(disk, "/dev/full"), status::ok);
   EXPECT_FALSE(write_rrec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"WriteCORE01 fail err =    28"});
 }

@@ -69,7 +69,7 @@ TEST_F(Saving, TheNameOfTheCoresIsShownAsMessageLine21) {
   two_cores();
   write_raw(w);
   EXPECT_EQ(w.mtext(message::raw_name).trimmed(), "site.RWW");
-  EXPECT_EQ(w.ios, 0);
+  EXPECT_EQ(w.ios, status::ok);
 }
 
 TEST_F(Saving, HowFarItIsIsToldOfManyCores) {
@@ -83,7 +83,7 @@ TEST_F(Saving, TroublesAreToldOnThePageAndTheStatusStays) {
   std::filesystem::create_symlink("/dev/full", "site.RWW");
   write_raw(w);
   EXPECT_EQ(messages(), Messages{"Closesite.RWW fail err =    28"});
-  EXPECT_EQ(w.ios, 28);
+  EXPECT_EQ(w.ios, Status(28));
 }
 
 TEST_F(Saving, WithoutACoreAnOlderFileStays) {

@@ -128,7 +128,7 @@ void read_list(Workspace& w) {
   w.plot.setclr(colour::ink);
   w.nfil = 0;
   for (int f = 1; f <= max_files; ++f) {
-    const int answer = list.read(list_line, w.cnam(f));
+    const Status answer = list.read(list_line, w.cnam(f));
     w.ios = answer;
     if (answer == status::end_of_file) break;
     told_or_end(w, answer, "Read", list_name);

@@ -123,7 +123,7 @@ TEST_F(StartUp, ListThatIsAFolderCannotBeOpened) {
 TEST_F(StartUp, FilesThatCannotBeLookedAtAreNotSaidToBeMissing) {
   MemoryFiles files;
   files.put("Vorn.fil", "locked.rwl\ngone.rwl\n");
-  files.refuse("locked.rwl", EACCES);
+  files.refuse("locked.rwl", Status(EACCES));
   Workspace other(plot, files);
   other.log = &log;
   init_start(other);
@@ -134,7 +134,7 @@ TEST_F(StartUp, FilesThatCannotBeLookedAtAreNotSaidToBeMissing) {
 
 TEST_F(StartUp, AListThatCannotBeLookedAtIsNotSaidToBeMissing) {
   MemoryFiles files;
-  files.refuse("Vorn.fil", EIO);
+  files.refuse("Vorn.fil", Status(EIO));
   Workspace other(plot, files);
   other.log = &log;
   init_start(other);

@@ -71,7 +71,7 @@ class Conversion {
 
  private:
   // Tells what a read or opening answered.
-  void tell(const TextInput& input, int status, std::string_view label, std::string_view file);
+  void tell(const TextInput& input, Status status, std::string_view label, std::string_view file);
   bool read_output_name(TextInput& list);
   void read_input_names(TextInput& list);
   bool any_input_exists() const;
@@ -87,7 +87,7 @@ class Conversion {
   bool broken_off_ = false;  // something was not read, because the operating system failed
 };
 
-void Conversion::tell(const TextInput& input, int status, std::string_view label, std::string_view file) {
+void Conversion::tell(const TextInput& input, Status status, std::string_view label, std::string_view file) {
   broken_off_ = broken_off_ || status::of_system(status);
   w.ios = told_read({w.files, file, 0, troubles_}, input, status, label);
 }
@@ -107,7 +107,7 @@ bool Conversion::read_list(TextInput& list) {
 }
 
 bool Conversion::read_output_name(TextInput& list) {
-  const int answer = list.read(output_line, output_);
+  const Status answer = list.read(output_line, output_);
   tell(list, answer, "Read1", list_name);
   // Deliberate: [no-output-name] without one the output would take the place of the first file of the list.
   return answer == status::ok;
@@ -116,7 +116,7 @@ bool Conversion::read_output_name(TextInput& list) {
 void Conversion::read_input_names(TextInput& list) {
   for (;;) {
     InputName input;
-    const int answer = list.read(input_line, input);
+    const Status answer = list.read(input_line, input);
     w.ios = answer;
     if (answer == status::end_of_file) return;
     // Deliberate: [silent-limits] no message tells that there are more.
@@ -180,7 +180,7 @@ int Conversion::read_rings(TextInput& file, int i, const InputName& input) {
   for (int years = 0;; ++years) {
     // Deliberate: [bad-ring] also of a line that is not all numbers.
     double width = 0;
-    const int answer = file.read(two_column::ring_line, year, width);
+    const Status answer = file.read(two_column::ring_line, year, width);
     w.ios = answer;
     if (answer == status::end_of_file) return years;
     tell(file, answer, "Read2", input.view());

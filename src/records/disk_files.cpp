@@ -13,8 +13,10 @@ namespace {
 class DiskSource : public ByteSource {
  public:
   explicit DiskSource(os::File file) : file_(std::move(file)) {}
-  int read(std::span<char> buffer, std::size_t& count) override { return file_.read(buffer, count); }
-  int close() override { return file_.close(); }
+  Status read(std::span<char> buffer, std::size_t& count) override {
+    return Status(file_.read(buffer, count));
+  }
+  Status close() override { return Status(file_.close()); }
 
  private:
   os::File file_;
@@ -24,8 +26,8 @@ class DiskSource : public ByteSource {
 class DeviceSink : public ByteSink {
  public:
   explicit DeviceSink(os::File file) : file_(std::move(file)) {}
-  int write(std::string_view bytes) override { return file_.write(bytes); }
-  int commit() override { return file_.close(); }
+  Status write(std::string_view bytes) override { return Status(file_.write(bytes)); }
+  Status commit() override { return Status(file_.close()); }
 
  private:
   os::File file_;
@@ -62,10 +64,11 @@ class NeighbourSink : public ByteSink {
   // Opens the older file to be copied, and remembers how it was.
   int begin_with(os::File& older);
 
-  int write(std::string_view bytes) override { return file_.write(bytes); }
-  int commit() override;
+  Status write(std::string_view bytes) override { return Status(file_.write(bytes)); }
+  Status commit() override { return Status(take_place()); }
 
  private:
+  int take_place();
   int make_neighbour(const std::string& path, bool over_older);
   int check_copied() const;
 
@@ -104,7 +107,7 @@ int NeighbourSink::begin_with(os::File& older) {
   return older.stamp(copied_.emplace());
 }
 
-int NeighbourSink::commit() {
+int NeighbourSink::take_place() {
   if (const int failed = file_.sync()) return failed;
   os::File older;  // until its name is this file's, others wait
   if (const int failed = older.hold(target_)) return failed;
@@ -149,41 +152,41 @@ std::string DiskFiles::path_to(const std::string& name) const {
   return folder_.empty() ? name : (std::filesystem::path(folder_) / name).string();
 }
 
-int DiskFiles::look_at(const std::string& name, FileKind& kind) {
-  return os::kind_of(path_to(name), kind);
+Status DiskFiles::look_at(const std::string& name, FileKind& kind) {
+  return Status(os::kind_of(path_to(name), kind));
 }
 
-int DiskFiles::open(const std::string& name, std::unique_ptr<ByteSource>& source) {
+Status DiskFiles::open(const std::string& name, std::unique_ptr<ByteSource>& source) {
   os::File file;
-  if (const int failed = file.open_to_read(path_to(name))) return failed;
+  if (const int failed = file.open_to_read(path_to(name))) return Status(failed);
   source = std::make_unique<DiskSource>(std::move(file));
-  return 0;
+  return status::ok;
 }
 
-int DiskFiles::make(const std::string& name, std::unique_ptr<ByteSink>& sink) {
+Status DiskFiles::make(const std::string& name, std::unique_ptr<ByteSink>& sink) {
   std::string path = path_to(name);
   auto about = FileKind::missing;
-  if (const int failed = find_target(path, about)) return failed;
-  if (about == FileKind::other) return open_device(path, sink);
+  if (const int failed = find_target(path, about)) return Status(failed);
+  if (about == FileKind::other) return Status(open_device(path, sink));
   auto made = std::make_unique<NeighbourSink>(path);
-  if (const int failed = made->begin(about == FileKind::regular)) return failed;
+  if (const int failed = made->begin(about == FileKind::regular)) return Status(failed);
   sink = std::move(made);
-  return 0;
+  return status::ok;
 }
 
-int DiskFiles::extend(const std::string& name, std::unique_ptr<ByteSource>& older,
-                      std::unique_ptr<ByteSink>& sink) {
+Status DiskFiles::extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                         std::unique_ptr<ByteSink>& sink) {
   std::string path = path_to(name);
   auto about = FileKind::missing;
-  if (const int failed = find_target(path, about)) return failed;
-  if (about == FileKind::missing) return ENOENT;
-  if (about == FileKind::other) return open_device(path, sink);
+  if (const int failed = find_target(path, about)) return Status(failed);
+  if (about == FileKind::missing) return status::no_such_file;
+  if (about == FileKind::other) return Status(open_device(path, sink));
   auto made = std::make_unique<NeighbourSink>(path);
   os::File file;
-  if (const int failed = made->begin_with(file)) return failed;
+  if (const int failed = made->begin_with(file)) return Status(failed);
   older = std::make_unique<DiskSource>(std::move(file));
   sink = std::move(made);
-  return 0;
+  return status::ok;
 }
 
 }  // namespace vorn

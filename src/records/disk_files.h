@@ -23,11 +23,11 @@ class DiskFiles : public Files {
   DiskFiles() = default;
   explicit DiskFiles(std::string folder) : folder_(std::move(folder)) {}
 
-  int look_at(const std::string& name, FileKind& kind) override;
-  int open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
-  int make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
-  int extend(const std::string& name, std::unique_ptr<ByteSource>& older,
-             std::unique_ptr<ByteSink>& sink) override;
+  Status look_at(const std::string& name, FileKind& kind) override;
+  Status open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
+  Status make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
+  Status extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                std::unique_ptr<ByteSink>& sink) override;
 
  private:
   std::string path_to(const std::string& name) const;

@@ -25,7 +25,7 @@ constexpr std::size_t rows_of_the_table = 508;
 struct Row {
   std::string line;
   std::string kind, format, given, result;
-  int status = 0;
+  Status status;
 };
 
 std::string with_control_characters(std::string text) {
@@ -48,7 +48,7 @@ Row parse_row(const std::string& line) {
   row.format = trimmed(format);
   row.format.erase(0, std::min(row.format.find_first_not_of(' '), row.format.size()));
   row.given = with_control_characters(line.substr(open + 1, close - open - 1));
-  row.status = std::stoi(line.substr(close + 9, arrow - close - 9));
+  row.status = Status(std::stoi(line.substr(close + 9, arrow - close - 9)));
   row.result = with_control_characters(line.substr(arrow + 4));
   return row;
 }
@@ -154,7 +154,7 @@ class EditDescriptors : public testing::Test {
     const auto write = [&](auto... items) {
       return write_items(record, format, std::array<WriteItem, sizeof...(items)>{as_write_item(items)...});
     };
-    int written = 0;
+    Status written;
     if (row.format == "(A8,42X,A8)")
       written = write(row.given, "(19F4.0)");
     else if (row.format.find('A') != std::string::npos)
@@ -187,17 +187,17 @@ class EditDescriptors : public testing::Test {
     }
     Text<8> text;
     const EditFormat a8{"(A8)"};
-    const std::map<std::string, std::function<int()>> operations{
+    const std::map<std::string, std::function<Status()>> operations{
         {"open a missing file", [] { return TextInput().open(disk_, "missing.txt"); }},
         {"create in a missing folder", [] { return TextOutput().create(disk_, "missing/file.txt"); }},
         {"open a folder", [] { return TextInput().open(disk_, "folder"); }},
         {"open a blank name", [] { return TextInput().open(disk_, "    "); }},
-        {"exists a blank name (0 no, 1 yes)", [] { return int{file_exists(disk_, "    ")}; }},
-        {"exists a folder (0 no, 1 yes)", [] { return int{file_exists(disk_, "folder")}; }},
+        {"exists a blank name (0 no, 1 yes)", [] { return Status(file_exists(disk_, "    ")); }},
+        {"exists a folder (0 no, 1 yes)", [] { return Status(file_exists(disk_, "folder")); }},
         {"exists a name with trailing blanks (0 no, 1 yes)",
-         [] { return int{file_exists(disk_, "good.txt   ")}; }},
+         [] { return Status(file_exists(disk_, "good.txt   ")); }},
         {"exists a name with leading blanks (0 no, 1 yes)",
-         [] { return int{file_exists(disk_, "  good.txt")}; }},
+         [] { return Status(file_exists(disk_, "  good.txt")); }},
         {"open a good file", [] { return TextInput().open(disk_, "good.txt"); }},
         {"read (A8) of a file of one line, for the first time", [&] { return line_file_->read(a8, text); }},
         {"read (A8) of a file of one line, for the second time", [&] { return line_file_->read(a8, text); }},

@@ -18,23 +18,9 @@
 #include <vector>
 
 #include "records/edit_items.h"
+#include "records/status.h"
 
 namespace vorn {
-
-// What `ios` holds after a read or write by edit format. Positive numbers below 5000 are the operating
-// system's own (2 no such file, 13 no permission, 21 a directory, 28 disk full).
-namespace status {
-inline constexpr int ok = 0;
-inline constexpr int end_of_file = -1;
-inline constexpr int format_unusable = 5006;   // an edit format that is none, or does not suit its items
-inline constexpr int not_a_number = 5010;      // a field that is no number
-inline constexpr int number_too_large = 5011;  // an integer beyond 32 bits
-
-// Whether the operating system has failed, and not what was read or written.
-constexpr bool of_system(int status) {
-  return status > 0 && status < 5000;
-}
-}  // namespace status
 
 // One entry of a parsed format.
 struct EditStep {
@@ -85,8 +71,8 @@ class EditFormat {
 class RecordSource {
  public:
   virtual ~RecordSource() = default;
-  // Gives the next record, without its end, valid until the next call. Answers a status.
-  virtual int next(std::string_view& record) = 0;
+  // Gives the next record, without its end, valid until the next call.
+  virtual Status next(std::string_view& record) = 0;
 };
 
 // Deliberate: [commas] whether a comma in a number's field ends the field there, so that the next one begins
@@ -99,21 +85,21 @@ enum class Commas { end_a_field, are_no_digits };
 // item and those after it as they were and uses up its record. At the end of the records the items not yet
 // read stay as they were. `bad_column`, where wanted, becomes the column, from 1, in which the bad field
 // begins, or 0 if there is none.
-int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items, Commas commas,
-               int* bad_column = nullptr);
+Status read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items,
+                  Commas commas, int* bad_column = nullptr);
 
 // Reads from the one record `text`, the blanks at the end of which are no part of it.
-int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items,
-               int* bad_column = nullptr);
+Status read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items,
+                  int* bad_column = nullptr);
 
 // Makes as many records as `items` need (one, when there are none), joined by line feeds without one at the
 // end, and puts them into `records` in place of what it held. A failure leaves `records` empty.
-int write_items(std::string& records, const EditFormat& format, std::span<const WriteItem> items);
+Status write_items(std::string& records, const EditFormat& format, std::span<const WriteItem> items);
 
 // Reads `items` from the one record `text`: `edit_read("CF1     1953", format, name, year)`. Answers a
 // status, status::end_of_file when the items need more than the one record.
 template <class... Items>
-int edit_read(std::string_view text, const EditFormat& format, Items&&... items) {
+Status edit_read(std::string_view text, const EditFormat& format, Items&&... items) {
   const std::array<ReadItem, sizeof...(Items)> list{as_read_item(items)...};
   return read_items(text, format, list);
 }

@@ -198,7 +198,7 @@ TEST(EditFormats, ARowOfNumbersIsReadAsSingleOnesAre) {
   const std::string text = "  1-22  9 3 44 5 40  12 -.5   3  x7";
   std::array<std::int32_t, 4> whole{-1, -1, -1, -1};
   std::array<double, 2> real{-1, -1};
-  EXPECT_EQ(edit_read("  1-22  9 3 44", format, std::span(whole), real[0]), 0);
+  EXPECT_EQ(edit_read("  1-22  9 3 44", format, std::span(whole), real[0]), status::ok);
   EXPECT_EQ(whole, (std::array<std::int32_t, 4>{1, -22, 9, 3}));
   EXPECT_EQ(real, (std::array<double, 2>{4.4, -1}));
 
@@ -206,7 +206,7 @@ TEST(EditFormats, ARowOfNumbersIsReadAsSingleOnesAre) {
   std::int32_t a = -1, b = -1;
   double x = -1, y = -1;
   std::array<double, 5> rest{-1, -1, -1, -1, -1};
-  EXPECT_EQ(edit_read(text, format, std::span(first), a, x, b, y, std::span(rest)), 5010);
+  EXPECT_EQ(edit_read(text, format, std::span(first), a, x, b, y, std::span(rest)), status::not_a_number);
   EXPECT_EQ(first, (std::array<std::int32_t, 3>{1, -22, 9}));
   EXPECT_EQ(a, 3);
   EXPECT_EQ(x, 4.4);
@@ -217,10 +217,10 @@ TEST(EditFormats, ARowOfNumbersIsReadAsSingleOnesAre) {
 
 TEST(EditFormats, ARowOfNumbersEndsWhereItsFieldIsBad) {
   std::array<std::int32_t, 5> whole{-1, -1, -1, -1, -1};
-  EXPECT_EQ(edit_read(" 1 2 x 4 5", EditFormat("(5I2)"), std::span(whole)), 5010);
+  EXPECT_EQ(edit_read(" 1 2 x 4 5", EditFormat("(5I2)"), std::span(whole)), status::not_a_number);
   EXPECT_EQ(whole, (std::array<std::int32_t, 5>{1, 2, -1, -1, -1}));
   std::array<double, 5> real{-1, -1, -1, -1, -1};
-  EXPECT_EQ(edit_read(" 1 2 3 4 x", EditFormat("(2F2.0,9F2.1)"), std::span(real)), 5010);
+  EXPECT_EQ(edit_read(" 1 2 3 4 x", EditFormat("(2F2.0,9F2.1)"), std::span(real)), status::not_a_number);
   EXPECT_EQ(real, (std::array<double, 5>{1, 2, 0.3, 0.4, -1}));
 }
 
@@ -229,26 +229,27 @@ TEST(EditFormats, RowsGoOnAcrossDescriptorsAndSpans) {
   std::array<std::int32_t, 2> a{};
   std::array<std::int32_t, 4> b{};
   std::int32_t last = 0;
-  EXPECT_EQ(edit_read("1234 5 6  7", EditFormat("(4I1,2I2,I3)"), std::span(a), std::span(b), last), 0);
+  EXPECT_EQ(edit_read("1234 5 6  7", EditFormat("(4I1,2I2,I3)"), std::span(a), std::span(b), last),
+            status::ok);
   EXPECT_EQ(a, (std::array<std::int32_t, 2>{1, 2}));
   EXPECT_EQ(b, (std::array<std::int32_t, 4>{3, 4, 5, 6}));
   EXPECT_EQ(last, 7);
   std::array<double, 3> mixed{};
-  EXPECT_EQ(edit_read("112233", EditFormat("(2I2,F2.1)"), std::span(mixed)), 0);
+  EXPECT_EQ(edit_read("112233", EditFormat("(2I2,F2.1)"), std::span(mixed)), status::ok);
   EXPECT_EQ(mixed, (std::array<double, 3>{11, 22, 3.3}));
 }
 
 TEST(EditFormats, NumbersOfTenDigitsAreLookedAtAsCloselyAsOthers) {
   std::int32_t whole = -1;
-  EXPECT_EQ(edit_read(" 999999999", EditFormat("(I10)"), whole), 0);
+  EXPECT_EQ(edit_read(" 999999999", EditFormat("(I10)"), whole), status::ok);
   EXPECT_EQ(whole, 999'999'999);
-  EXPECT_EQ(edit_read("2147483647", EditFormat("(I10)"), whole), 0);
+  EXPECT_EQ(edit_read("2147483647", EditFormat("(I10)"), whole), status::ok);
   EXPECT_EQ(whole, 2'147'483'647);
-  EXPECT_EQ(edit_read("2147483648", EditFormat("(I10)"), whole), 5011);
+  EXPECT_EQ(edit_read("2147483648", EditFormat("(I10)"), whole), status::number_too_large);
   double real = -1;
-  EXPECT_EQ(edit_read("999999999", EditFormat("(F9.9)"), real), 0);
+  EXPECT_EQ(edit_read("999999999", EditFormat("(F9.9)"), real), status::ok);
   EXPECT_EQ(real, 0.999999999);
-  EXPECT_EQ(edit_read("7", EditFormat("(F1.30)"), real), 0);
+  EXPECT_EQ(edit_read("7", EditFormat("(F1.30)"), real), status::ok);
   EXPECT_EQ(real, 7e-30);
 }
 

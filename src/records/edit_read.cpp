@@ -29,7 +29,7 @@ class Columns {
  public:
   Columns(RecordSource& source, Commas commas) : source_(source), commas_(commas) {}
 
-  int next_record() {
+  Status next_record() {
     column_ = 0;
     return source_.next(record_);
   }
@@ -64,7 +64,7 @@ class Columns {
 };
 
 // Of a field wider than the item its last characters count, of a narrower one all, blanks behind them.
-int read_text(Columns& columns, const EditStep& step, std::span<char> text) {
+Status read_text(Columns& columns, const EditStep& step, std::span<char> text) {
   const std::size_t width = step.width == 0 ? text.size() : static_cast<std::size_t>(step.width);
   if (width > text.size()) columns.take(width - text.size());
   const auto field = columns.take(std::min(width, text.size()));
@@ -73,7 +73,7 @@ int read_text(Columns& columns, const EditStep& step, std::span<char> text) {
   return status::ok;
 }
 
-int read_place(Columns& columns, const EditStep& step, const Place& place) {
+Status read_place(Columns& columns, const EditStep& step, const Place& place) {
   if (step.kind == EditStep::Kind::text) {
     const auto* text = std::get_if<std::span<char>>(&place);
     return text ? read_text(columns, step, *text) : status::format_unusable;
@@ -88,22 +88,22 @@ int read_place(Columns& columns, const EditStep& step, const Place& place) {
 // Reads the items that the descriptor at hand, which comes again, has for a span of numbers: what a loop of
 // single items would do, without asking at each of them what it is.
 template <class Number, class Read>
-int read_row(EditWalk& walk, ItemList<ReadItem>& list, Read read) {
+Status read_row(EditWalk& walk, ItemList<ReadItem>& list, Read read) {
   const std::span<Number> numbers = list.numbers<Number>();
   const std::size_t count = walk.repeats(numbers.size());
   for (Number& number : numbers.first(count)) {
-    if (const int bad = read(number)) return bad;
+    if (const Status bad = read(number)) return bad;
   }
   list.pop_front(count);
   return status::ok;
 }
 
-int read_repeats(Columns& columns, const EditStep& step, EditWalk& walk, ItemList<ReadItem>& list) {
+Status read_repeats(Columns& columns, const EditStep& step, EditWalk& walk, ItemList<ReadItem>& list) {
   if (step.kind == EditStep::Kind::integer) {
     const auto read = [&](std::int32_t& number) {
       return read_integer(columns.take_number(step.width), number);
     };
-    if (const int bad = read_row<std::int32_t>(walk, list, read)) return bad;
+    if (const Status bad = read_row<std::int32_t>(walk, list, read)) return bad;
   }
   if (step.kind == EditStep::Kind::integer || step.kind == EditStep::Kind::real) {
     const auto read = [&](double& number) {
@@ -115,21 +115,21 @@ int read_repeats(Columns& columns, const EditStep& step, EditWalk& walk, ItemLis
 }
 
 // Does what read_items() says, with the records that `columns` has.
-int read_by(Columns& columns, const EditFormat& format, std::span<const ReadItem> items) {
+Status read_by(Columns& columns, const EditFormat& format, std::span<const ReadItem> items) {
   ItemList<ReadItem> list(items);
   EditWalk walk(format);
-  if (const int ended = columns.next_record()) return ended;
+  if (const Status ended = columns.next_record()) return ended;
   for (;;) {
     const EditStep* step = walk.next();
     if (!step) {
       if (list.empty()) return status::ok;
       if (!walk.start_again()) return status::format_unusable;
-      if (const int ended = columns.next_record()) return ended;
+      if (const Status ended = columns.next_record()) return ended;
     } else if (step->moves_data()) {
       if (list.empty()) return status::ok;
-      if (const int bad = read_place(columns, *step, list.front(PlaceOf()))) return bad;
+      if (const Status bad = read_place(columns, *step, list.front(PlaceOf()))) return bad;
       list.pop_front();
-      if (const int bad = read_repeats(columns, *step, walk, list)) return bad;
+      if (const Status bad = read_repeats(columns, *step, walk, list)) return bad;
     } else if (step->kind == EditStep::Kind::blanks) {
       columns.skip(step->width);
     } else if (step->kind == EditStep::Kind::literal) {
@@ -141,7 +141,7 @@ int read_by(Columns& columns, const EditFormat& format, std::span<const ReadItem
 class OneRecord : public RecordSource {
  public:
   explicit OneRecord(std::string_view text) : text_(text) {}
-  int next(std::string_view& record) override {
+  Status next(std::string_view& record) override {
     if (read_) return status::end_of_file;
     read_ = true;
     record = text_;
@@ -155,19 +155,19 @@ class OneRecord : public RecordSource {
 
 }  // namespace
 
-int read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items, Commas commas,
-               int* bad_column) {
+Status read_items(RecordSource& source, const EditFormat& format, std::span<const ReadItem> items,
+                  Commas commas, int* bad_column) {
   if (bad_column) *bad_column = 0;
   if (!format.usable()) return status::format_unusable;
   Columns columns(source, commas);
-  const int answer = read_by(columns, format, items);
+  const Status answer = read_by(columns, format, items);
   const bool bad = answer == status::not_a_number || answer == status::number_too_large;
   if (bad && bad_column) *bad_column = columns.field_begins();
   return answer;
 }
 
-int read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items,
-               int* bad_column) {
+Status read_items(std::string_view text, const EditFormat& format, std::span<const ReadItem> items,
+                  int* bad_column) {
   // Deliberate: [sign-and-blanks] blanks at the end of a text are no part of it: a sign with nothing else
   // behind it is no number here, though it is 0 in a file, where only the end of the record can make it a bad
   // one.

@@ -30,7 +30,7 @@ class RecordMaker {
  public:
   explicit RecordMaker(std::string& records) : records_(records) {}
 
-  int add(const EditStep& step) {
+  Status add(const EditStep& step) {
     switch (step.kind) {
       case EditStep::Kind::blanks:
         blanks_ += static_cast<std::size_t>(step.width);
@@ -45,7 +45,7 @@ class RecordMaker {
     }
   }
 
-  int add(const EditStep& step, const Value& value) {
+  Status add(const EditStep& step, const Value& value) {
     const auto width = static_cast<std::size_t>(step.width);
     const auto* text = std::get_if<std::string_view>(&value);
     const auto* integer = std::get_if<Integer>(&value);
@@ -77,7 +77,7 @@ class RecordMaker {
     return true;
   }
 
-  int add_text(std::string_view text, std::size_t width) {
+  Status add_text(std::string_view text, std::size_t width) {
     if (!make_room(width)) return status::format_unusable;
     if (text.size() < width) records_.append(width - text.size(), ' ');
     records_ += text.substr(0, width);
@@ -97,7 +97,7 @@ class RecordMaker {
   bool plus_ = false;
 };
 
-int make_records(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
+Status make_records(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
   if (!format.usable()) return status::format_unusable;
   RecordMaker maker(records);
   ItemList<WriteItem> list(items);
@@ -111,7 +111,7 @@ int make_records(std::string& records, const EditFormat& format, std::span<const
       continue;
     }
     if (step->moves_data() && list.empty()) return status::ok;
-    const int bad = step->moves_data() ? maker.add(*step, list.front(ValueOf())) : maker.add(*step);
+    const Status bad = step->moves_data() ? maker.add(*step, list.front(ValueOf())) : maker.add(*step);
     if (bad) return bad;
     if (step->moves_data()) list.pop_front();
   }
@@ -119,9 +119,9 @@ int make_records(std::string& records, const EditFormat& format, std::span<const
 
 }  // namespace
 
-int write_items(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
+Status write_items(std::string& records, const EditFormat& format, std::span<const WriteItem> items) {
   records.clear();
-  const int made = make_records(records, format, items);
+  const Status made = make_records(records, format, items);
   if (made != status::ok) records.clear();
   return made;
 }

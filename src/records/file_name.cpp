@@ -15,7 +15,7 @@ std::optional<std::string> path_of(std::string_view name) {
 bool file_exists(Files& files, std::string_view name) {
   const auto path = path_of(name);
   auto kind = FileKind::missing;
-  return path && (files.look_at(*path, kind) != 0 || kind != FileKind::missing);
+  return path && (files.look_at(*path, kind) != status::ok || kind != FileKind::missing);
 }
 
 }  // namespace vorn

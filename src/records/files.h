@@ -1,7 +1,7 @@
 // The port to where files lie. Everything that the program reads and writes passes through it: on the disk,
 // in memory for tests and replays.
 //
-// Answers are error numbers of the system (errno), 0 for success. Names are not empty and hold no zero byte
+// Answers are numbers of the system (errno). Names are not empty and hold no zero byte
 // (path_of() sees to both); what is no absolute path is looked for in the port's own folder.
 #pragma once
 
@@ -10,6 +10,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "records/status.h"
 
 namespace vorn {
 
@@ -21,8 +23,8 @@ class ByteSource {
  public:
   virtual ~ByteSource() = default;
   // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many.
-  virtual int read(std::span<char> buffer, std::size_t& count) = 0;
-  virtual int close() = 0;
+  virtual Status read(std::span<char> buffer, std::size_t& count) = 0;
+  virtual Status close() = 0;
 };
 
 // A file being made. It takes the place of the older one when it is committed; one that goes without, or
@@ -30,9 +32,9 @@ class ByteSource {
 class ByteSink {
  public:
   virtual ~ByteSink() = default;
-  virtual int write(std::string_view bytes) = 0;
+  virtual Status write(std::string_view bytes) = 0;
   // Once, and last.
-  virtual int commit() = 0;
+  virtual Status commit() = 0;
 };
 
 class Files {
@@ -40,25 +42,25 @@ class Files {
   virtual ~Files() = default;
 
   // Finds out what stands under a name. That nothing does is no failure.
-  virtual int look_at(const std::string& name, FileKind& kind) = 0;
+  virtual Status look_at(const std::string& name, FileKind& kind) = 0;
 
   // Opens an existing file to be read. 2 (ENOENT) when there is none, 21 (EISDIR) for a folder, 19 (ENODEV)
   // for what might let wait for ever or never end, 27 (EFBIG) for what is larger than any table can use.
-  virtual int open(const std::string& name, std::unique_ptr<ByteSource>& source) = 0;
+  virtual Status open(const std::string& name, std::unique_ptr<ByteSource>& source) = 0;
 
   // Begins a file, whether or not one of that name exists. 2 when the folder is missing, 13 (EACCES) when the
   // older one may not be written, 21 for a folder.
-  virtual int make(const std::string& name, std::unique_ptr<ByteSink>& sink) = 0;
+  virtual Status make(const std::string& name, std::unique_ptr<ByteSink>& sink) = 0;
 
   // Begins a file that is to hold what the older one does and more, which the caller copies. 2 when it does
   // not exist, otherwise as make(). The commit gives 16 (EBUSY) where somebody changed the older one
   // meanwhile. What can only be added to, a device, has no `older`.
-  virtual int extend(const std::string& name, std::unique_ptr<ByteSource>& older,
-                     std::unique_ptr<ByteSink>& sink) = 0;
+  virtual Status extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                        std::unique_ptr<ByteSink>& sink) = 0;
 };
 
-// Writes a whole file: all of `bytes` stand under `name` when it answers 0, otherwise what stood there
+// Writes a whole file: all of `bytes` stand under `name` when it answers ok, otherwise what stood there
 // before.
-int write_whole(Files& files, std::string_view name, std::string_view bytes);
+Status write_whole(Files& files, std::string_view name, std::string_view bytes);
 
 }  // namespace vorn

@@ -68,25 +68,27 @@ std::unique_ptr<Place> made() {
 
 class EveryPlace : public testing::TestWithParam<Kind> {
  protected:
-  void put(const std::string& name, std::string_view bytes) { EXPECT_EQ(write_whole(files, name, bytes), 0); }
+  void put(const std::string& name, std::string_view bytes) {
+    EXPECT_EQ(write_whole(files, name, bytes), status::ok);
+  }
 
   std::string rest_of(ByteSource& source) {
     std::string all;
     std::vector<char> piece(7);
     for (std::size_t count = 1; count > 0; all.append(piece.data(), count)) {
-      EXPECT_EQ(source.read(piece, count), 0);
+      EXPECT_EQ(source.read(piece, count), status::ok);
     }
-    EXPECT_EQ(source.close(), 0);
+    EXPECT_EQ(source.close(), status::ok);
     return all;
   }
   std::string contents(const std::string& name) {
     std::unique_ptr<ByteSource> source;
-    EXPECT_EQ(files.open(name, source), 0) << name;
+    EXPECT_EQ(files.open(name, source), status::ok) << name;
     return source ? rest_of(*source) : "cannot be opened";
   }
   FileKind kind(const std::string& name) {
     auto found = FileKind::other;
-    EXPECT_EQ(files.look_at(name, found), 0);
+    EXPECT_EQ(files.look_at(name, found), status::ok);
     return found;
   }
 
@@ -108,11 +110,11 @@ TEST_P(EveryPlace, WhatIsWrittenStandsThere) {
 
 TEST_P(EveryPlace, AFileTakesItsPlaceWhenItIsCommittedAndNotBefore) {
   put("a.txt", "old");
-  ASSERT_EQ(files.make("a.txt", sink_), 0);
-  EXPECT_EQ(sink_->write("new, "), 0);
-  EXPECT_EQ(sink_->write("in two pieces"), 0);
+  ASSERT_EQ(files.make("a.txt", sink_), status::ok);
+  EXPECT_EQ(sink_->write("new, "), status::ok);
+  EXPECT_EQ(sink_->write("in two pieces"), status::ok);
   EXPECT_EQ(contents("a.txt"), "old");
-  EXPECT_EQ(sink_->commit(), 0);
+  EXPECT_EQ(sink_->commit(), status::ok);
   sink_.reset();
   EXPECT_EQ(contents("a.txt"), "new, in two pieces");
 }
@@ -120,8 +122,8 @@ TEST_P(EveryPlace, AFileTakesItsPlaceWhenItIsCommittedAndNotBefore) {
 TEST_P(EveryPlace, AFileThatIsNotCommittedLeavesTheOlderOneOrNone) {
   put("a.txt", "old");
   for (const char* name : {"a.txt", "b.txt"}) {
-    ASSERT_EQ(files.make(name, sink_), 0);
-    EXPECT_EQ(sink_->write("new"), 0);
+    ASSERT_EQ(files.make(name, sink_), status::ok);
+    EXPECT_EQ(sink_->write("new"), status::ok);
     sink_.reset();
   }
   EXPECT_EQ(contents("a.txt"), "old");
@@ -130,7 +132,7 @@ TEST_P(EveryPlace, AFileThatIsNotCommittedLeavesTheOlderOneOrNone) {
 
 TEST_P(EveryPlace, AFileBeingReadStaysAsItWasWhenItWasOpened) {
   put("a.txt", "the old one");
-  ASSERT_EQ(files.open("a.txt", source_), 0);
+  ASSERT_EQ(files.open("a.txt", source_), status::ok);
   put("a.txt", "the new one");
   EXPECT_EQ(rest_of(*source_), "the old one");
   EXPECT_EQ(contents("a.txt"), "the new one");
@@ -138,25 +140,25 @@ TEST_P(EveryPlace, AFileBeingReadStaysAsItWasWhenItWasOpened) {
 
 TEST_P(EveryPlace, AFileCanBeExtended) {
   put("a.txt", "old");
-  ASSERT_EQ(files.extend("a.txt", source_, sink_), 0);
-  EXPECT_EQ(sink_->write(rest_of(*source_) + " and new"), 0);
+  ASSERT_EQ(files.extend("a.txt", source_, sink_), status::ok);
+  EXPECT_EQ(sink_->write(rest_of(*source_) + " and new"), status::ok);
   EXPECT_EQ(contents("a.txt"), "old");
-  EXPECT_EQ(sink_->commit(), 0);
+  EXPECT_EQ(sink_->commit(), status::ok);
   EXPECT_EQ(contents("a.txt"), "old and new");
 }
 
 TEST_P(EveryPlace, WhatSomebodyElseAddedMeanwhileIsNotLost) {
   put("a.txt", "old");
-  ASSERT_EQ(files.extend("a.txt", source_, sink_), 0);
+  ASSERT_EQ(files.extend("a.txt", source_, sink_), status::ok);
   put("a.txt", "theirs");
-  EXPECT_EQ(sink_->write("mine"), 0);
-  EXPECT_EQ(sink_->commit(), EBUSY);
+  EXPECT_EQ(sink_->write("mine"), status::ok);
+  EXPECT_EQ(sink_->commit(), status::busy);
   EXPECT_EQ(contents("a.txt"), "theirs");
 }
 
 TEST_P(EveryPlace, AFileThatIsNotThereIsNeitherOpenedNorExtended) {
-  EXPECT_EQ(files.open("a.txt", source_), ENOENT);
-  EXPECT_EQ(files.extend("a.txt", source_, sink_), ENOENT);
+  EXPECT_EQ(files.open("a.txt", source_), status::no_such_file);
+  EXPECT_EQ(files.extend("a.txt", source_, sink_), status::no_such_file);
   EXPECT_EQ(source_, nullptr);
   EXPECT_EQ(sink_, nullptr);
 }
@@ -165,22 +167,22 @@ TEST_P(EveryPlace, AFolderIsNoFile) {
   place_->make_folder("folder");
   EXPECT_EQ(kind("folder"), FileKind::folder);
   EXPECT_EQ(kind("."), FileKind::folder);
-  EXPECT_EQ(files.open("folder", source_), EISDIR);
-  EXPECT_EQ(files.make("folder", sink_), EISDIR);
-  EXPECT_EQ(files.extend("folder", source_, sink_), EISDIR);
-  ASSERT_EQ(files.make("later", sink_), 0);
+  EXPECT_EQ(files.open("folder", source_), status::a_folder);
+  EXPECT_EQ(files.make("folder", sink_), status::a_folder);
+  EXPECT_EQ(files.extend("folder", source_, sink_), status::a_folder);
+  ASSERT_EQ(files.make("later", sink_), status::ok);
   place_->make_folder("later");
-  EXPECT_EQ(sink_->commit(), EISDIR);
+  EXPECT_EQ(sink_->commit(), status::a_folder);
 }
 
 TEST_P(EveryPlace, FilesLieInFoldersThatAreThere) {
-  EXPECT_EQ(files.make("folder/a.txt", sink_), ENOENT);
+  EXPECT_EQ(files.make("folder/a.txt", sink_), status::no_such_file);
   place_->make_folder("folder");
   put("folder/a.txt", "new");
   EXPECT_EQ(contents("folder/a.txt"), "new");
   EXPECT_EQ(contents("folder/../folder/a.txt"), "new");
   EXPECT_EQ(kind("a.txt"), FileKind::missing);
-  EXPECT_NE(files.make("folder/a.txt/b.txt", sink_), 0);
+  EXPECT_NE(files.make("folder/a.txt/b.txt", sink_), status::ok);
 }
 
 TEST_P(EveryPlace, TextFilesAreReadWrittenAndAddedTo) {
@@ -208,8 +210,8 @@ TEST_P(EveryPlace, TextFilesAreReadWrittenAndAddedTo) {
 }
 
 TEST_P(EveryPlace, NothingIsWrittenUnderNoName) {
-  EXPECT_EQ(write_whole(files, "", "new"), ENOENT);
-  EXPECT_EQ(write_whole(files, std::string_view("a\0b", 3), "new"), ENOENT);
+  EXPECT_EQ(write_whole(files, "", "new"), status::no_such_file);
+  EXPECT_EQ(write_whole(files, std::string_view("a\0b", 3), "new"), status::no_such_file);
   EXPECT_EQ(kind("a"), FileKind::missing);
 }
 
@@ -223,8 +225,8 @@ INSTANTIATE_TEST_SUITE_P(Files, EveryPlace,
 TEST(FileExists, SaysNoOnlyOfWhatIsMissing) {
   MemoryFiles files;
   files.put("site/a.rwl", "rings");
-  files.refuse("site/c.rwl", EACCES);
-  files.refuse("site/d.rwl", EIO);
+  files.refuse("site/c.rwl", Status(EACCES));
+  files.refuse("site/d.rwl", Status(EIO));
   EXPECT_TRUE(file_exists(files, "site/a.rwl"));
   EXPECT_TRUE(file_exists(files, "site"));
   EXPECT_FALSE(file_exists(files, "site/b.rwl"));
@@ -232,7 +234,7 @@ TEST(FileExists, SaysNoOnlyOfWhatIsMissing) {
   EXPECT_FALSE(file_exists(files, "   "));
   EXPECT_TRUE(file_exists(files, "site/c.rwl"));
   EXPECT_TRUE(file_exists(files, "site/d.rwl"));
-  EXPECT_EQ(TextInput().open(files, "site/d.rwl"), EIO);
+  EXPECT_EQ(TextInput().open(files, "site/d.rwl"), Status(EIO));
 }
 
 TEST(MemoryFiles, TellWhatTheyHold) {
@@ -240,19 +242,19 @@ TEST(MemoryFiles, TellWhatTheyHold) {
   files.put("site/a.rwl", "rings");
   EXPECT_EQ(files.contents("./site/a.rwl"), "rings");
   EXPECT_EQ(files.contents("a.rwl"), std::nullopt);
-  EXPECT_EQ(write_whole(files, "site/b.rwl", "more"), 0);
+  EXPECT_EQ(write_whole(files, "site/b.rwl", "more"), status::ok);
   EXPECT_EQ(files.contents("site/b.rwl"), "more");
 }
 
 TEST(MemoryFiles, RefuseWhatTheyAreToldTo) {
   MemoryFiles files;
   files.put("a.rwl", "rings");
-  files.refuse("a.rwl", EACCES);
+  files.refuse("a.rwl", Status(EACCES));
   std::unique_ptr<ByteSource> source;
   std::unique_ptr<ByteSink> sink;
-  EXPECT_EQ(files.open("a.rwl", source), EACCES);
-  EXPECT_EQ(files.make("a.rwl", sink), EACCES);
-  EXPECT_EQ(files.extend("a.rwl", source, sink), EACCES);
+  EXPECT_EQ(files.open("a.rwl", source), Status(EACCES));
+  EXPECT_EQ(files.make("a.rwl", sink), Status(EACCES));
+  EXPECT_EQ(files.extend("a.rwl", source, sink), Status(EACCES));
   EXPECT_EQ(files.contents("a.rwl"), "rings");
 }
 
@@ -261,7 +263,7 @@ TEST(DiskFiles, AbsolutePathsLeadOutOfTheFolder) {
   std::filesystem::create_directory("folder");
   DiskFiles files("folder");
   const std::string path = (scratch.path() / "outside.txt").string();
-  EXPECT_EQ(write_whole(files, path, "new"), 0);
+  EXPECT_EQ(write_whole(files, path, "new"), status::ok);
   EXPECT_EQ(ScratchFolder::read("outside.txt"), "new");
 }
 

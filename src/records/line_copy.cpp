@@ -36,31 +36,31 @@ class LineCopy {
  public:
   explicit LineCopy(ByteSink& to) : to_(to) {}
 
-  int add(std::string_view block) {
+  Status add(std::string_view block) {
     const auto text_end = block.find_last_not_of("\r\n\x1a") + 1;  // 0 when there is no other character
     if (text_end > 0) {
-      if (const int failed = release(held_)) return failed;
+      if (const Status failed = release(held_)) return failed;
       held_.clear();
-      if (const int failed = release(block.substr(0, text_end))) return failed;
+      if (const Status failed = release(block.substr(0, text_end))) return failed;
     }
     held_ += block.substr(text_end);
-    if (held_.size() <= most_held) return 0;
-    const int failed = release(held_);
+    if (held_.size() <= most_held) return status::ok;
+    const Status failed = release(held_);
     held_.clear();
     return failed;
   }
 
-  int finish() {
+  Status finish() {
     const bool inside_line = line_ends.find(last_) == std::string_view::npos;
-    if (const int failed = release(without_ctrl_z(held_, inside_line))) return failed;
-    return line_ends.find(last_) == std::string_view::npos ? to_.write("\n") : 0;
+    if (const Status failed = release(without_ctrl_z(held_, inside_line))) return failed;
+    return line_ends.find(last_) == std::string_view::npos ? to_.write("\n") : status::ok;
   }
 
  private:
   // No end of a text is longer.
   static constexpr std::size_t most_held = std::size_t{1} << 20;
 
-  int release(std::string_view text) {
+  Status release(std::string_view text) {
     if (!text.empty()) last_ = text.back();
     return to_.write(text);
   }
@@ -72,14 +72,14 @@ class LineCopy {
 
 }  // namespace
 
-int copy_lines(ByteSource& from, ByteSink& to) {
+Status copy_lines(ByteSource& from, ByteSink& to) {
   LineCopy copy(to);
   std::vector<char> block(block_size);
   for (;;) {
     std::size_t count = 0;
-    if (const int failed = from.read(block, count)) return failed;
+    if (const Status failed = from.read(block, count)) return failed;
     if (count == 0) return copy.finish();
-    if (const int failed = copy.add({block.data(), count})) return failed;
+    if (const Status failed = copy.add({block.data(), count})) return failed;
   }
 }
 

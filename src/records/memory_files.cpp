@@ -1,7 +1,6 @@
 #include "records/memory_files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
 #include <utility>
 
@@ -26,12 +25,12 @@ std::string folder_of(const std::string& path) {
 class MemoryFiles::Source : public ByteSource {
  public:
   explicit Source(Contents contents) : contents_(std::move(contents)), rest_(*contents_) {}
-  int read(std::span<char> buffer, std::size_t& count) override {
+  Status read(std::span<char> buffer, std::size_t& count) override {
     count = rest_.copy(buffer.data(), buffer.size());
     rest_.remove_prefix(count);
-    return 0;
+    return status::ok;
   }
-  int close() override { return 0; }
+  Status close() override { return status::ok; }
 
  private:
   Contents contents_;
@@ -42,19 +41,19 @@ class MemoryFiles::Sink : public ByteSink {
  public:
   Sink(MemoryFiles& files, std::string path, Contents older)
       : files_(files), path_(std::move(path)), older_(std::move(older)) {}
-  int write(std::string_view bytes) override {
+  Status write(std::string_view bytes) override {
     made_ += bytes;
-    return 0;
+    return status::ok;
   }
-  int commit() override {
+  Status commit() override {
     auto kind = FileKind::missing;
-    if (const int failed = files_.find(path_, kind)) return failed;
-    if (kind == FileKind::folder) return EISDIR;
-    if (older_ && kind == FileKind::missing) return ENOENT;
+    if (const Status failed = files_.find(path_, kind)) return failed;
+    if (kind == FileKind::folder) return status::a_folder;
+    if (older_ && kind == FileKind::missing) return status::no_such_file;
     auto& there = files_.files_[path_];
-    if (older_ && there != older_) return EBUSY;
+    if (older_ && there != older_) return status::busy;
     there = std::make_shared<const std::string>(std::move(made_));
-    return 0;
+    return status::ok;
   }
 
  private:
@@ -73,7 +72,7 @@ void MemoryFiles::make_folder(const std::string& name) {
   for (std::string path = plain(name); !path.empty() && folders_.insert(path).second;) path = folder_of(path);
 }
 
-void MemoryFiles::refuse(const std::string& name, int failure) {
+void MemoryFiles::refuse(const std::string& name, Status failure) {
   refused_[plain(name)] = failure;
 }
 
@@ -83,45 +82,46 @@ std::optional<std::string_view> MemoryFiles::contents(const std::string& name) c
   return *file->second;
 }
 
-int MemoryFiles::find(const std::string& path, FileKind& kind) const {
+Status MemoryFiles::find(const std::string& path, FileKind& kind) const {
   kind = FileKind::missing;
   const auto refused = refused_.find(path);
   if (refused != refused_.end()) return refused->second;
   if (files_.contains(path)) kind = FileKind::regular;
   if (path.empty() || folders_.contains(path)) kind = FileKind::folder;
-  return 0;
+  return status::ok;
 }
 
-int MemoryFiles::look_at(const std::string& name, FileKind& kind) {
+Status MemoryFiles::look_at(const std::string& name, FileKind& kind) {
   return find(plain(name), kind);
 }
 
-int MemoryFiles::open(const std::string& name, std::unique_ptr<ByteSource>& source) {
+Status MemoryFiles::open(const std::string& name, std::unique_ptr<ByteSource>& source) {
   auto kind = FileKind::missing;
-  if (const int failed = look_at(name, kind)) return failed;
-  if (kind == FileKind::folder) return EISDIR;
-  if (kind == FileKind::missing) return ENOENT;
+  if (const Status failed = look_at(name, kind)) return failed;
+  if (kind == FileKind::folder) return status::a_folder;
+  if (kind == FileKind::missing) return status::no_such_file;
   source = std::make_unique<Source>(files_.at(plain(name)));
-  return 0;
+  return status::ok;
 }
 
-int MemoryFiles::make(const std::string& name, std::unique_ptr<ByteSink>& sink) {
+Status MemoryFiles::make(const std::string& name, std::unique_ptr<ByteSink>& sink) {
   const std::string path = plain(name);
   auto kind = FileKind::missing, around = FileKind::missing;
-  if (const int failed = find(path, kind)) return failed;
-  if (kind == FileKind::folder) return EISDIR;
-  if (const int failed = find(folder_of(path), around)) return failed;
-  if (around != FileKind::folder) return around == FileKind::missing ? ENOENT : ENOTDIR;
+  if (const Status failed = find(path, kind)) return failed;
+  if (kind == FileKind::folder) return status::a_folder;
+  if (const Status failed = find(folder_of(path), around)) return failed;
+  if (around != FileKind::folder)
+    return around == FileKind::missing ? status::no_such_file : status::no_folder;
   sink = std::make_unique<Sink>(*this, path, nullptr);
-  return 0;
+  return status::ok;
 }
 
-int MemoryFiles::extend(const std::string& name, std::unique_ptr<ByteSource>& older,
-                        std::unique_ptr<ByteSink>& sink) {
-  if (const int failed = open(name, older)) return failed;
+Status MemoryFiles::extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                           std::unique_ptr<ByteSink>& sink) {
+  if (const Status failed = open(name, older)) return failed;
   const std::string path = plain(name);
   sink = std::make_unique<Sink>(*this, path, files_.at(path));
-  return 0;
+  return status::ok;
 }
 
 }  // namespace vorn

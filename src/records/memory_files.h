@@ -20,16 +20,16 @@ class MemoryFiles : public Files {
   void put(const std::string& name, std::string contents);
   void make_folder(const std::string& name);
   // From now on whatever is asked of the file of that name, beside its contents, gives `failure`.
-  void refuse(const std::string& name, int failure);
+  void refuse(const std::string& name, Status failure);
 
   // The file's contents; nothing when there is none.
   std::optional<std::string_view> contents(const std::string& name) const;
 
-  int look_at(const std::string& name, FileKind& kind) override;
-  int open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
-  int make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
-  int extend(const std::string& name, std::unique_ptr<ByteSource>& older,
-             std::unique_ptr<ByteSink>& sink) override;
+  Status look_at(const std::string& name, FileKind& kind) override;
+  Status open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
+  Status make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
+  Status extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                std::unique_ptr<ByteSink>& sink) override;
 
  private:
   class Source;
@@ -38,12 +38,12 @@ class MemoryFiles : public Files {
       std::shared_ptr<const std::string>;  // never changed, so that they tell one state from another
 
   // What stands under a path, a failure when it is refused.
-  int find(const std::string& path, FileKind& kind) const;
+  Status find(const std::string& path, FileKind& kind) const;
 
   // By paths as plain() gives them.
   std::map<std::string, Contents> files_;
   std::set<std::string> folders_;
-  std::map<std::string, int> refused_;
+  std::map<std::string, Status> refused_;
 };
 
 }  // namespace vorn

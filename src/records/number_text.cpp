@@ -105,7 +105,7 @@ std::optional<std::int32_t> plain_number(std::string_view field) {
 }
 
 // "Inf", "Infinity", "NaN", "NaN(...)", in letters of either case, blanks behind them.
-int read_name_of_number(std::string_view field, bool minus, double& value) {
+Status read_name_of_number(std::string_view field, bool minus, double& value) {
   std::string name;
   for (const char c : field.substr(0, field.find_last_not_of(' ') + 1)) name += lower(c);
   const bool payload =
@@ -125,7 +125,7 @@ constexpr int largest_exponent = 9999;
 
 // Reads an exponent with its letter, its sign or both. A sign with nothing but blanks behind it is an
 // exponent of 0, as it is an integer of 0; one that ends the field is neither.
-int read_exponent(std::string_view field, int& exponent) {
+Status read_exponent(std::string_view field, int& exponent) {
   if (is_letter(field.front())) field.remove_prefix(1);
   skip_blanks(field);
   if (field.empty()) return status::not_a_number;
@@ -179,7 +179,7 @@ std::string fixed(double value, int decimals) {
 
 }  // namespace
 
-int read_integer(std::string_view field, std::int32_t& value) {
+Status read_integer(std::string_view field, std::int32_t& value) {
   if (const auto number = plain_number(field)) {
     value = *number;
     return status::ok;
@@ -200,7 +200,7 @@ int read_integer(std::string_view field, std::int32_t& value) {
   return status::ok;
 }
 
-int read_real(std::string_view field, int decimals, double& value) {
+Status read_real(std::string_view field, int decimals, double& value) {
   const auto number_of_digits = plain_number(field);
   if (number_of_digits && static_cast<std::size_t>(decimals) < powers_of_ten.size()) {
     value = *number_of_digits / powers_of_ten[static_cast<std::size_t>(decimals)];
@@ -228,7 +228,7 @@ int read_real(std::string_view field, int decimals, double& value) {
     } else if (c == '.' && !point) {
       point = true;
     } else if (is_sign(c) || std::string_view("edq").find(lower(c)) != std::string_view::npos) {
-      if (const int bad = read_exponent(field.substr(k), exponent)) return bad;
+      if (const Status bad = read_exponent(field.substr(k), exponent)) return bad;
       break;
     } else if (c != ' ') {
       return status::not_a_number;

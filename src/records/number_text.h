@@ -5,16 +5,18 @@
 #include <string>
 #include <string_view>
 
+#include "records/status.h"
+
 namespace vorn {
 
 // Reads an integer from its field. Blanks within are passed over, an all-blank field is 0. Answers
 // status::ok, not_a_number or number_too_large; `value` is touched only by the first.
-int read_integer(std::string_view field, std::int32_t& value);
+Status read_integer(std::string_view field, std::int32_t& value);
 
 // Reads a real from its field; without a point in it the last `decimals` digits stand behind the point.
 // Blanks within are passed over, an all-blank field is 0. Exponents follow E, D, Q or a sign. What is too
 // large is infinite. Answers status::ok or not_a_number; `value` is touched only by the first.
-int read_real(std::string_view field, int decimals, double& value);
+Status read_real(std::string_view field, int decimals, double& value);
 
 // Appends `value` right-justified in `width` columns, asterisks where it does not fit; with `plus` positive
 // ones have a sign.

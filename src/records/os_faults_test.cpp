@@ -20,7 +20,7 @@ class OsFaults : public testing::Test {
   OsFaults() { ScratchFolder::write("file.txt", "old\n"); }
   ~OsFaults() override { faults = Faults(); }
 
-  static int create_write_close() {
+  static Status create_write_close() {
     TextOutput file;
     EXPECT_EQ(file.create(disk_, "file.txt"), status::ok);
     EXPECT_EQ(file.write(line_, "new"), status::ok);
@@ -48,9 +48,9 @@ TEST_F(OsFaults, AFullDiskDuringTheWritesIsToldOnceAndKeepsTheOlderFile) {
   TextOutput file;
   ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
   faults.write = {.passes = 1, .error = ENOSPC};
-  int told = 0;
-  for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
-  EXPECT_EQ(told, 28);
+  Status told;
+  for (int k = 0; k < 1000 && !told; ++k) told = file.write(line_, std::string(1000, 'x'));
+  EXPECT_EQ(told, Status(28));
   for (int k = 0; k < 1000; ++k) EXPECT_EQ(file.write(line_, std::string(1000, 'x')), status::ok);
   EXPECT_EQ(file.close(), status::ok);
   expect_nothing_changed();
@@ -58,13 +58,13 @@ TEST_F(OsFaults, AFullDiskDuringTheWritesIsToldOnceAndKeepsTheOlderFile) {
 
 TEST_F(OsFaults, AFullDiskAtTheClosingIsToldByTheClosing) {
   faults.write.error = ENOSPC;
-  EXPECT_EQ(create_write_close(), 28);
+  EXPECT_EQ(create_write_close(), Status(28));
   expect_nothing_changed();
 }
 
 TEST_F(OsFaults, AFailedSyncIsToldByTheClosing) {
   faults.fsync.error = EIO;
-  EXPECT_EQ(create_write_close(), EIO);
+  EXPECT_EQ(create_write_close(), Status(EIO));
   expect_nothing_changed();
 }
 
@@ -76,19 +76,19 @@ TEST_F(OsFaults, AFileSystemThatKnowsNoSyncIsGoodEnough) {
 
 TEST_F(OsFaults, AFailedClosingIsToldAndKeepsTheOlderFile) {
   faults.close.error = EDQUOT;
-  EXPECT_EQ(create_write_close(), EDQUOT);
+  EXPECT_EQ(create_write_close(), Status(EDQUOT));
   expect_nothing_changed();
 }
 
 TEST_F(OsFaults, AFailedRenamingIsToldByTheClosing) {
   faults.rename.error = EACCES;
-  EXPECT_EQ(create_write_close(), 13);
+  EXPECT_EQ(create_write_close(), Status(13));
   expect_nothing_changed();
 }
 
 TEST_F(OsFaults, PermissionsThatCannotBeKeptAreToldByTheClosing) {
   faults.fchmod.error = EIO;
-  EXPECT_EQ(create_write_close(), EIO);
+  EXPECT_EQ(create_write_close(), Status(EIO));
   expect_nothing_changed();
 }
 
@@ -102,7 +102,7 @@ TEST_F(OsFaults, AFileThatCannotBeCopiedIsNotAppendedTo) {
   for (Fault Faults::*call : {&Faults::read, &Faults::write, &Faults::fstat, &Faults::close}) {
     (faults.*call).error = EIO;
     TextOutput file;
-    EXPECT_EQ(file.append(disk_, "file.txt"), EIO);
+    EXPECT_EQ(file.append(disk_, "file.txt"), Status(EIO));
     EXPECT_EQ(file.write(line_, "new"), status::ok);
     EXPECT_EQ(file.close(), status::ok);
     expect_nothing_changed();
@@ -113,13 +113,13 @@ TEST_F(OsFaults, AFileThatCannotBeCopiedIsNotAppendedTo) {
 TEST_F(OsFaults, AFileThatCannotBeLookedAtIsAFailedOpen) {
   for (Fault Faults::*call : {&Faults::stat, &Faults::access}) {
     (faults.*call).error = EIO;
-    EXPECT_EQ(TextOutput().create(disk_, "file.txt"), EIO);
+    EXPECT_EQ(TextOutput().create(disk_, "file.txt"), Status(EIO));
     expect_nothing_changed();
   }
   faults.stat.error = EIO;
-  EXPECT_EQ(TextInput().open(disk_, "file.txt"), EIO);
+  EXPECT_EQ(TextInput().open(disk_, "file.txt"), Status(EIO));
   faults.fstat.error = EIO;
-  EXPECT_EQ(TextInput().open(disk_, "file.txt"), EIO);
+  EXPECT_EQ(TextInput().open(disk_, "file.txt"), Status(EIO));
 }
 
 TEST_F(OsFaults, AFileThatCannotBeLookedAtIsNotSaidToBeMissing) {
@@ -142,9 +142,9 @@ TEST_F(OsFaults, WhatFailsWhenTheFileIsToBeReplacedIsToldByTheClosing) {
       ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
       EXPECT_EQ(file.write(line_, "new"), status::ok);
       (faults.*call) = {.passes = passes, .error = EIO};
-      const int closed = file.close();
+      const Status closed = file.close();
       if (!(faults.*call).struck) break;
-      EXPECT_EQ(closed, EIO);
+      EXPECT_EQ(closed, Status(EIO));
       ++told;
       expect_nothing_changed();
     }
@@ -176,18 +176,18 @@ TEST_F(OsFaults, CallsThatNeverComeToAnythingAreGivenUp) {
   for (Fault Faults::*call : {&Faults::open, &Faults::write, &Faults::fsync, &Faults::rename}) {
     faults.*call = {.error = EINTR, .for_good = true};
     TextOutput file;
-    const int opened = file.create(disk_, "file.txt");
+    const Status opened = file.create(disk_, "file.txt");
     EXPECT_EQ(file.write(line_, "new"), status::ok);
-    EXPECT_EQ(opened != 0 ? opened : file.close(), EINTR);
+    EXPECT_EQ(opened ? opened : file.close(), Status(EINTR));
     expect_nothing_changed();
   }
   faults.read = {.error = EINTR, .for_good = true};
   TextInput input;
   ASSERT_EQ(input.open(disk_, "file.txt"), status::ok);
-  EXPECT_EQ(input.read(line_), EINTR);
+  EXPECT_EQ(input.read(line_), Status(EINTR));
 
   faults.most_at_once = 0;
-  EXPECT_EQ(create_write_close(), ENOSPC);
+  EXPECT_EQ(create_write_close(), Status(ENOSPC));
   expect_nothing_changed();
 }
 
@@ -220,10 +220,10 @@ TEST_F(OsFaults, WholeFilesOfBytesGoTheSameWay) {
   for (Fault Faults::*call :
        {&Faults::open, &Faults::write, &Faults::fsync, &Faults::close, &Faults::rename}) {
     (faults.*call).error = EIO;
-    EXPECT_EQ(write_whole(disk_, "file.txt", "new\n"), EIO);
+    EXPECT_EQ(write_whole(disk_, "file.txt", "new\n"), Status(EIO));
     expect_nothing_changed();
   }
-  EXPECT_EQ(write_whole(disk_, "file.txt", "new\n"), 0);
+  EXPECT_EQ(write_whole(disk_, "file.txt", "new\n"), status::ok);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
 }
 
@@ -253,7 +253,7 @@ TEST_F(OsFaults, AFailedReadIsToldOnceAndEndsTheFile) {
   Text<20> text("#");
   ASSERT_EQ(file.open(disk_, "file.txt"), status::ok);
   faults.read.error = EIO;
-  EXPECT_EQ(file.read(line_, text), EIO);
+  EXPECT_EQ(file.read(line_, text), Status(EIO));
   EXPECT_EQ(text.trimmed(), "#");
   EXPECT_EQ(file.read(line_, text), status::end_of_file);
   EXPECT_EQ(file.close(), status::ok);
@@ -271,7 +271,7 @@ TEST_F(OsFaults, RecordsBeforeAFailedReadAreReadAndTheBrokenOneIsNot) {
       EXPECT_EQ(file.read(line_, text), status::ok);
       EXPECT_EQ(text.trimmed(), "one");
     }
-    EXPECT_EQ(file.read(line_, text), EIO) << at_once;
+    EXPECT_EQ(file.read(line_, text), Status(EIO)) << at_once;
     EXPECT_EQ(file.read(line_, text), status::end_of_file);
   }
 }
@@ -280,7 +280,7 @@ TEST_F(OsFaults, AFailedClosingOfAnInputIsTold) {
   TextInput file;
   ASSERT_EQ(file.open(disk_, "file.txt"), status::ok);
   faults.close.error = EIO;
-  EXPECT_EQ(file.close(), EIO);
+  EXPECT_EQ(file.close(), Status(EIO));
   EXPECT_EQ(file.close(), status::ok);
 }
 

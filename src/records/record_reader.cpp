@@ -31,13 +31,13 @@ std::size_t length_of_line(std::string_view text) {
 RecordReader::RecordReader(std::unique_ptr<ByteSource> source)
     : source_(std::move(source)), buffer_(std::make_unique_for_overwrite<char[]>(buffer_size)) {}
 
-int RecordReader::next(std::string_view& record) {
-  const int answer = find_next(record);
+Status RecordReader::next(std::string_view& record) {
+  const Status answer = find_next(record);
   if (answer == status::ok) ++records_;
   return answer;
 }
 
-int RecordReader::find_next(std::string_view& record) {
+Status RecordReader::find_next(std::string_view& record) {
   record = {};
   if (empty_records_ > 0) {
     --empty_records_;
@@ -53,7 +53,7 @@ int RecordReader::find_next(std::string_view& record) {
     if (length < text.size()) return end_record(record);
     carry(record);
   }
-  if (failure_) return std::exchange(failure_, 0);
+  if (failure_) return std::exchange(failure_, status::ok);
   record = carried_;
   return only_ctrl_z(record) && !cut_text_ ? status::end_of_file : status::ok;
 }
@@ -68,7 +68,7 @@ bool RecordReader::more() {
 }
 
 // Completes `record`, the end of which comes next in the buffer.
-int RecordReader::end_record(std::string_view& record) {
+Status RecordReader::end_record(std::string_view& record) {
   if (!carried_.empty()) {
     carry(record);
     record = carried_;

@@ -19,19 +19,19 @@ class RecordReader : public RecordSource {
   explicit RecordReader(std::unique_ptr<ByteSource> source);
 
   // Gives the next record. A failure to read is answered once, after it the file is at its end.
-  int next(std::string_view& record) override;
+  Status next(std::string_view& record) override;
 
   // How many records it has given.
   std::int64_t records() const { return records_; }
 
-  int close() { return source_->close(); }
+  Status close() { return source_->close(); }
 
  private:
   std::string_view unread() const { return {buffer_.get() + at_, end_ - at_}; }
   // Whether anything is left to be read; sees to it that some of it lies in the buffer.
   bool more();
-  int find_next(std::string_view& record);
-  int end_record(std::string_view& record);
+  Status find_next(std::string_view& record);
+  Status end_record(std::string_view& record);
   void pass_end(std::string_view& record);
   void carry(std::string_view piece);
   void keep(std::string_view& record);
@@ -43,7 +43,7 @@ class RecordReader : public RecordSource {
   std::string carried_;    // a record, or the start of one, that the buffer does not hold as a whole
   bool cut_text_ = false;  // whether something besides Ctrl-Z was cut off its end
   std::uint64_t empty_records_ = 0;  // that come next, from a run of lone CRs
-  int failure_ = 0;                  // still to be answered
+  Status failure_;                   // still to be answered
   std::int64_t records_ = 0;         // given so far
   bool ended_ = false;               // by the file's end or by a failure
 };

@@ -1,4 +1,4 @@
-// Sequential text files, record by record, each operation answering with a status (see edit_format.h).
+// Sequential text files, record by record, each operation answering with a status.
 #pragma once
 
 #include <array>
@@ -33,13 +33,13 @@ class TextInput {
   // Opens an existing file. A directory gives 21, a missing file or a blank name 2; a device, a pipe or a
   // socket, which might never end or let wait for ever, 19. Every read of a file that could not be opened
   // answers status::end_of_file.
-  int open(Files& files, std::string_view name);
+  Status open(Files& files, std::string_view name);
 
   // Reads as many records as the items need (one, when there are none) and stores the items in order, see
   // read_items(). Past the end every read answers status::end_of_file. A failure of the operating system is
   // answered once with its number; after it the file is at its end.
   template <class... Items>
-  int read(const EditFormat& format, Items&&... items) {
+  Status read(const EditFormat& format, Items&&... items) {
     const std::array<ReadItem, sizeof...(Items)> list{as_read_item(items)...};
     return read_list(format, list);
   }
@@ -50,11 +50,11 @@ class TextInput {
   int bad_column() const;
 
   // Closes the file; without one, or a second time, does nothing.
-  int close();
+  Status close();
 
  private:
   struct State;
-  int read_list(const EditFormat& format, std::span<const ReadItem> items);
+  Status read_list(const EditFormat& format, std::span<const ReadItem> items);
   std::unique_ptr<State> state_;  // nothing while no file is open
 };
 
@@ -65,7 +65,7 @@ class TextInput {
 // drops what was written.
 //
 // One failure is told once: after a failed open, or the first failed write, all that follows does nothing and
-// answers 0, close() included.
+// answers ok, close() included.
 class TextOutput {
  public:
   TextOutput();
@@ -75,17 +75,17 @@ class TextOutput {
 
   // Opens a file to be written anew, whether or not it exists. 2 for a blank name or a missing folder, 13
   // when it exists and may not be written, 21 for a directory.
-  int create(Files& files, std::string_view name);
+  Status create(Files& files, std::string_view name);
 
   // Opens an existing file to be added to. A Ctrl-Z at its end is taken away and a last line without an end
   // is given one. 2 when it does not exist, otherwise as create(). Where somebody else changes the file
   // before the closing, that gives 16, and the file stays as they left it.
-  int append(Files& files, std::string_view name);
+  Status append(Files& files, std::string_view name);
 
   // Writes as many records as the items need (one, when there are none), see write_items(). Items that do not
   // suit the format write nothing and answer status::format_unusable; the file is good all the same.
   template <class... Items>
-  int write(const EditFormat& format, Items&&... items) {
+  Status write(const EditFormat& format, Items&&... items) {
     const std::array<WriteItem, sizeof...(Items)> list{as_write_item(items)...};
     return write_list(format, list);
   }
@@ -94,11 +94,11 @@ class TextOutput {
   bool is_open() const { return state_ != nullptr; }
 
   // Makes what was written last and puts it in its place.
-  int close();
+  Status close();
 
  private:
   struct State;
-  int write_list(const EditFormat& format, std::span<const WriteItem> items);
+  Status write_list(const EditFormat& format, std::span<const WriteItem> items);
   std::unique_ptr<State> state_;  // nothing while no file is open, and after a failure
 };
 

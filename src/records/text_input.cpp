@@ -1,4 +1,3 @@
-#include <cerrno>
 #include <memory>
 #include <utility>
 
@@ -18,17 +17,17 @@ TextInput::~TextInput() = default;
 TextInput::TextInput(TextInput&&) noexcept = default;
 TextInput& TextInput::operator=(TextInput&&) noexcept = default;
 
-int TextInput::open(Files& files, std::string_view name) {
+Status TextInput::open(Files& files, std::string_view name) {
   state_.reset();
   const auto path = path_of(name);
-  if (!path) return ENOENT;
+  if (!path) return status::no_such_file;
   std::unique_ptr<ByteSource> source;
-  if (const int failed = files.open(*path, source)) return failed;
+  if (const Status failed = files.open(*path, source)) return failed;
   state_ = std::make_unique<State>(State{RecordReader(std::move(source)), 0});
   return status::ok;
 }
 
-int TextInput::read_list(const EditFormat& format, std::span<const ReadItem> items) {
+Status TextInput::read_list(const EditFormat& format, std::span<const ReadItem> items) {
   if (!state_) return status::end_of_file;
   return read_items(state_->records, format, items, Commas::end_a_field, &state_->bad_column);
 }
@@ -41,9 +40,9 @@ int TextInput::bad_column() const {
   return state_ ? state_->bad_column : 0;
 }
 
-int TextInput::close() {
+Status TextInput::close() {
   if (!state_) return status::ok;
-  const int failed = state_->records.close();
+  const Status failed = state_->records.close();
   state_.reset();
   return failed;
 }

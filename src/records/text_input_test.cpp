@@ -30,7 +30,7 @@ class TextInputs : public testing::Test {
     EXPECT_EQ(file.open(disk_, "records.txt"), status::ok);
     std::vector<std::string> records;
     Text<20> text;
-    int read = 0;
+    Status read;
     while ((read = file.read(line_, text)) == status::ok) records.emplace_back(text.trimmed());
     EXPECT_EQ(read, status::end_of_file);
     EXPECT_EQ(file.read(line_, text), status::end_of_file);
@@ -175,7 +175,7 @@ TEST_F(TextInputs, ACommaEndsANumberInAFileButIsNoDigitInAText) {
 TEST_F(TextInputs, AfterAFailedOpenEveryReadIsPastTheEnd) {
   TextInput file;
   std::int32_t number = -7;
-  EXPECT_EQ(file.open(disk_, "missing.txt"), 2);
+  EXPECT_EQ(file.open(disk_, "missing.txt"), Status(2));
   EXPECT_EQ(file.read(EditFormat("(I4)"), number), status::end_of_file);
   EXPECT_EQ(file.read(EditFormat("(I"), number), status::end_of_file);
   EXPECT_EQ(file.close(), status::ok);
@@ -185,17 +185,17 @@ TEST_F(TextInputs, AfterAFailedOpenEveryReadIsPastTheEnd) {
 TEST_F(TextInputs, AFolderGives21AtTheOpenAndNoRecords) {
   fs::create_directory("folder");
   TextInput file;
-  EXPECT_EQ(file.open(disk_, "folder"), 21);
+  EXPECT_EQ(file.open(disk_, "folder"), Status(21));
   EXPECT_EQ(file.read(line_), status::end_of_file);
-  EXPECT_EQ(file.open(disk_, "folder/"), 21);
+  EXPECT_EQ(file.open(disk_, "folder/"), Status(21));
 }
 
 TEST_F(TextInputs, ABlankNameOrOneWithAZeroByteNamesNothing) {
   TextInput file;
-  EXPECT_EQ(file.open(disk_, ""), 2);
-  EXPECT_EQ(file.open(disk_, Text<60>().view()), 2);
+  EXPECT_EQ(file.open(disk_, ""), Status(2));
+  EXPECT_EQ(file.open(disk_, Text<60>().view()), Status(2));
   ScratchFolder::write("a", "1\n");
-  EXPECT_EQ(file.open(disk_, std::string_view("a\0b", 3)), 2);
+  EXPECT_EQ(file.open(disk_, std::string_view("a\0b", 3)), Status(2));
   EXPECT_FALSE(file_exists(disk_, std::string_view("a\0b", 3)));
 }
 
@@ -203,7 +203,7 @@ TEST_F(TextInputs, TrailingBlanksAreNoPartOfANameLeadingOnesAre) {
   ScratchFolder::write("a.rwl", "1\n");
   TextInput file;
   EXPECT_EQ(file.open(disk_, Text<60>("a.rwl").view()), status::ok);
-  EXPECT_EQ(file.open(disk_, " a.rwl"), 2);
+  EXPECT_EQ(file.open(disk_, " a.rwl"), Status(2));
   EXPECT_TRUE(file_exists(disk_, Text<60>("a.rwl").view()));
   EXPECT_FALSE(file_exists(disk_, " a.rwl"));
 }
@@ -238,14 +238,14 @@ TEST_F(TextInputs, AMovedFileGoesOnWhereItWas) {
 TEST_F(TextInputs, PipesAndDevicesAreNotRead) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   fs::create_symlink("pipe", "link");
-  EXPECT_EQ(TextInput().open(disk_, "pipe"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "pipe"), Status(ENODEV));
   const int writer = open("pipe", O_RDWR);
-  EXPECT_EQ(TextInput().open(disk_, "pipe"), ENODEV);
-  EXPECT_EQ(TextInput().open(disk_, "link"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "pipe"), Status(ENODEV));
+  EXPECT_EQ(TextInput().open(disk_, "link"), Status(ENODEV));
   close(writer);
   for (const char* device : {"/dev/null", "/dev/zero", "/dev/tty"}) {
     if (!fs::exists(device)) continue;
-    EXPECT_EQ(TextInput().open(disk_, device), ENODEV) << device;
+    EXPECT_EQ(TextInput().open(disk_, device), Status(ENODEV)) << device;
   }
 }
 
@@ -255,8 +255,8 @@ TEST_F(TextInputs, FilesOfMoreThanAQuarterOfAGibibyteAreNotRead) {
   fs::resize_file("large.txt", 256 * mebibyte);
   EXPECT_EQ(TextInput().open(disk_, "large.txt"), status::ok);
   fs::resize_file("large.txt", 256 * mebibyte + 1);
-  EXPECT_EQ(TextInput().open(disk_, "large.txt"), EFBIG);
-  EXPECT_EQ(TextOutput().append(disk_, "large.txt"), EFBIG);
+  EXPECT_EQ(TextInput().open(disk_, "large.txt"), Status(EFBIG));
+  EXPECT_EQ(TextOutput().append(disk_, "large.txt"), Status(EFBIG));
 }
 
 // The system says of some files that they are empty and gives bytes for as long as anybody reads.
@@ -264,9 +264,9 @@ TEST_F(TextInputs, FilesThatTheSystemMakesUpAsTheyAreReadComeToAnEnd) {
   const std::string endless = "/proc/self/pagemap";
   TextInput file;
   if (file.open(disk_, endless) != status::ok) GTEST_SKIP() << "no " << endless << " here";
-  int answer = status::ok;
+  Status answer;
   while (answer == status::ok) answer = file.read(line_);
-  EXPECT_EQ(answer, EFBIG);
+  EXPECT_EQ(answer, Status(EFBIG));
   EXPECT_EQ(file.read(line_), status::end_of_file);
 }
 
@@ -274,9 +274,9 @@ TEST_F(TextInputs, NoFileLetsWaitForItsNextByte) {
   const std::string log = "/proc/kmsg";  // gives what there is, and the rest when it happens
   TextInput file;
   if (file.open(disk_, log) != status::ok) GTEST_SKIP() << log << " may not be read here";
-  int answer = status::ok;
+  Status answer;
   while (answer == status::ok) answer = file.read(line_);
-  EXPECT_TRUE(answer == EAGAIN || answer == status::end_of_file) << answer;
+  EXPECT_TRUE(answer == Status(EAGAIN) || answer == status::end_of_file) << answer;
 }
 
 TEST_F(TextInputs, SocketsAreNotRead) {
@@ -285,7 +285,7 @@ TEST_F(TextInputs, SocketsAreNotRead) {
   name.sun_family = AF_UNIX;
   std::snprintf(name.sun_path, sizeof name.sun_path, "socket");
   ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&name), sizeof name), 0);
-  EXPECT_EQ(TextInput().open(disk_, "socket"), ENODEV);
+  EXPECT_EQ(TextInput().open(disk_, "socket"), Status(ENODEV));
   close(listener);
 }
 
@@ -293,14 +293,14 @@ TEST_F(TextInputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
   fs::create_symlink("a", "b");
   fs::create_symlink("b", "a");
   EXPECT_TRUE(file_exists(disk_, "a"));
-  EXPECT_EQ(TextInput().open(disk_, "a"), ELOOP);
+  EXPECT_EQ(TextInput().open(disk_, "a"), Status(ELOOP));
 }
 
 TEST_F(TextInputs, SayWhichLineWasReadLastAndWhereItsBadFieldBegins) {
   ScratchFolder::write("widths", "CORE01  1950   101   102\r\n\nCORE01  1960   101   1x2   103\n");
   TextInput file;
   EXPECT_EQ(file.line(), 0);
-  ASSERT_EQ(file.open(disk_, "widths"), 0);
+  ASSERT_EQ(file.open(disk_, "widths"), status::ok);
   const EditFormat line("(A8,I4,3I6)");
   Text<8> name;
   std::int32_t year = 0;
@@ -321,7 +321,7 @@ TEST_F(TextInputs, SayWhichLineWasReadLastAndWhereItsBadFieldBegins) {
 TEST_F(TextInputs, CountEachRecordOfARead) {
   ScratchFolder::write("block", "     1     2\n     3    x4\n");
   TextInput file;
-  ASSERT_EQ(file.open(disk_, "block"), 0);
+  ASSERT_EQ(file.open(disk_, "block"), status::ok);
   std::array<double, 4> values{};
   EXPECT_EQ(file.read(EditFormat("(2F6.0)"), std::span(values)), status::not_a_number);
   EXPECT_EQ(file.line(), 2);

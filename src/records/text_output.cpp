@@ -1,4 +1,3 @@
-#include <cerrno>
 #include <memory>
 #include <utility>
 
@@ -16,9 +15,9 @@ constexpr std::size_t enough_to_write = std::size_t{1} << 16;
 
 // A file that is being made.
 struct TextOutput::State {
-  int add();
-  int bring_to_file();
-  int finish();
+  Status add();
+  Status bring_to_file();
+  Status finish();
 
   std::unique_ptr<ByteSink> file;
   std::string gathered;  // and not yet brought to the file
@@ -26,20 +25,20 @@ struct TextOutput::State {
 };
 
 // Adds what was written last.
-int TextOutput::State::add() {
+Status TextOutput::State::add() {
   gathered += records;
   gathered += '\n';
-  return gathered.size() < enough_to_write ? 0 : bring_to_file();
+  return gathered.size() < enough_to_write ? status::ok : bring_to_file();
 }
 
-int TextOutput::State::bring_to_file() {
-  const int failed = file->write(gathered);
+Status TextOutput::State::bring_to_file() {
+  const Status failed = file->write(gathered);
   gathered.clear();
   return failed;
 }
 
-int TextOutput::State::finish() {
-  if (const int failed = bring_to_file()) return failed;
+Status TextOutput::State::finish() {
+  if (const Status failed = bring_to_file()) return failed;
   return file->commit();
 }
 
@@ -48,43 +47,43 @@ TextOutput::~TextOutput() = default;
 TextOutput::TextOutput(TextOutput&&) noexcept = default;
 TextOutput& TextOutput::operator=(TextOutput&&) noexcept = default;
 
-int TextOutput::create(Files& files, std::string_view name) {
+Status TextOutput::create(Files& files, std::string_view name) {
   state_.reset();
   const auto path = path_of(name);
-  if (!path) return ENOENT;
+  if (!path) return status::no_such_file;
   auto state = std::make_unique<State>();
-  if (const int failed = files.make(*path, state->file)) return failed;
+  if (const Status failed = files.make(*path, state->file)) return failed;
   state_ = std::move(state);
   return status::ok;
 }
 
-int TextOutput::append(Files& files, std::string_view name) {
+Status TextOutput::append(Files& files, std::string_view name) {
   state_.reset();
   const auto path = path_of(name);
-  if (!path) return ENOENT;
+  if (!path) return status::no_such_file;
   auto state = std::make_unique<State>();
   std::unique_ptr<ByteSource> older;
-  if (const int failed = files.extend(*path, older, state->file)) return failed;
+  if (const Status failed = files.extend(*path, older, state->file)) return failed;
   if (older) {
-    if (const int failed = copy_lines(*older, *state->file)) return failed;
-    if (const int failed = older->close()) return failed;
+    if (const Status failed = copy_lines(*older, *state->file)) return failed;
+    if (const Status failed = older->close()) return failed;
   }
   state_ = std::move(state);
   return status::ok;
 }
 
-// Deliberate: [told-once] after the first failure everything answers 0, the closing included.
-int TextOutput::write_list(const EditFormat& format, std::span<const WriteItem> items) {
+// Deliberate: [told-once] after the first failure everything answers ok, the closing included.
+Status TextOutput::write_list(const EditFormat& format, std::span<const WriteItem> items) {
   if (!state_) return status::ok;
-  if (const int unsuitable = write_items(state_->records, format, items)) return unsuitable;
-  const int failed = state_->add();
+  if (const Status unsuitable = write_items(state_->records, format, items)) return unsuitable;
+  const Status failed = state_->add();
   if (failed) state_.reset();
   return failed;
 }
 
-int TextOutput::close() {
+Status TextOutput::close() {
   if (!state_) return status::ok;
-  const int failed = state_->finish();
+  const Status failed = state_->finish();
   state_.reset();
   return failed;
 }

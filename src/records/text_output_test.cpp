@@ -27,16 +27,16 @@ namespace {
 namespace fs = std::filesystem;
 
 // What `work` answers when it is done by a user who is not all-powerful.
-int as_ordinary_user(const std::function<int()>& work) {
+Status as_ordinary_user(const std::function<Status()>& work) {
   constexpr uid_t nobody = 65534;
   const pid_t child = fork();
   if (child == 0) {
     if (geteuid() == 0 && setuid(nobody) != 0) _exit(255);
-    _exit(work());
+    _exit(work().number());
   }
   int ended = 0;
   waitpid(child, &ended, 0);
-  return WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
+  return Status(WIFEXITED(ended) ? WEXITSTATUS(ended) : -1);
 }
 
 class TextOutputs : public testing::Test {
@@ -71,11 +71,11 @@ class TextOutputs : public testing::Test {
     EXPECT_EQ(file.close(), status::ok);
   }
 
-  static int write_whole_quietly(const std::string& name, const char* record) {
+  static Status write_whole_quietly(const std::string& name, const char* record) {
     TextOutput file;
-    const int opened = file.create(disk_, name);
-    const int written = file.write(line_, record);
-    const int closed = file.close();
+    const Status opened = file.create(disk_, name);
+    const Status written = file.write(line_, record);
+    const Status closed = file.close();
     return opened != status::ok ? opened : written != status::ok ? written : closed;
   }
 
@@ -203,7 +203,7 @@ TEST_F(TextOutputs, WhereTheOwnerIsNotKeptNobodyGetsMoreThanHeHad) {
   ASSERT_EQ(chown("file.txt", 1234, 4321), 0);
   ASSERT_EQ(chmod("file.txt", 06762), 0);  // the group may read, everybody only write
   chmod(".", 0777);
-  EXPECT_EQ(as_ordinary_user([] { return write_whole_quietly("./file.txt", "new"); }), 0);
+  EXPECT_EQ(as_ordinary_user([] { return write_whole_quietly("./file.txt", "new"); }), status::ok);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "new\n");
   EXPECT_EQ(mode_of("file.txt"), 0722u);
 }
@@ -232,7 +232,7 @@ TEST_F(TextOutputs, LinksThatLeadRoundInACircleAreAFailedOpen) {
   fs::create_symlink("a", "b");
   fs::create_symlink("b", "a");
   TextOutput file;
-  EXPECT_EQ(file.create(disk_, "a"), ELOOP);
+  EXPECT_EQ(file.create(disk_, "a"), Status(ELOOP));
   expect_only({"a", "b"});
 }
 
@@ -242,7 +242,7 @@ TEST_F(TextOutputs, AFullDeviceIsWrittenDirectlyAndTellsAtTheLatestAtTheClosing)
   TextOutput file;
   ASSERT_EQ(file.create(disk_, "report.prn"), status::ok);
   EXPECT_EQ(file.write(line_, "short"), status::ok);
-  EXPECT_EQ(file.close(), 28);
+  EXPECT_EQ(file.close(), Status(28));
   expect_only({"report.prn"});
 }
 
@@ -251,9 +251,9 @@ TEST_F(TextOutputs, TheFirstFailedWriteIsToldOnceAndAllThatFollowsDoesNothing) {
   fs::create_symlink("/dev/full", "report.prn");
   TextOutput file;
   ASSERT_EQ(file.create(disk_, "report.prn"), status::ok);
-  int told = 0;
-  for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
-  EXPECT_EQ(told, 28);
+  Status told;
+  for (int k = 0; k < 1000 && !told; ++k) told = file.write(line_, std::string(1000, 'x'));
+  EXPECT_EQ(told, Status(28));
   EXPECT_EQ(file.write(line_, "more"), status::ok);
   EXPECT_EQ(file.close(), status::ok);
 }
@@ -261,7 +261,7 @@ TEST_F(TextOutputs, TheFirstFailedWriteIsToldOnceAndAllThatFollowsDoesNothing) {
 TEST_F(TextOutputs, APipeWithoutAReaderIsAFailedOpen) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   TextOutput file;
-  EXPECT_EQ(file.create(disk_, "pipe"), ENXIO);
+  EXPECT_EQ(file.create(disk_, "pipe"), Status(ENXIO));
 }
 
 TEST_F(TextOutputs, APipeIsWrittenDirectly) {
@@ -282,7 +282,7 @@ TEST_F(TextOutputs, APipeWhoseReaderGoesAwayIsAFailureAndNotTheEndOfTheProgram) 
   ASSERT_EQ(file.create(disk_, "pipe"), status::ok);
   close(reader);
   EXPECT_EQ(file.write(line_, "new"), status::ok);
-  EXPECT_EQ(file.close(), EPIPE);
+  EXPECT_EQ(file.close(), Status(EPIPE));
 }
 
 TEST_F(TextOutputs, APipeThatIsNotReadFromDoesNotKeepTheProgramForEver) {
@@ -290,9 +290,9 @@ TEST_F(TextOutputs, APipeThatIsNotReadFromDoesNotKeepTheProgramForEver) {
   const int reader = open("pipe", O_RDONLY | O_NONBLOCK);
   TextOutput file;
   ASSERT_EQ(file.create(disk_, "pipe"), status::ok);
-  int told = 0;
-  for (int k = 0; k < 1000 && told == 0; ++k) told = file.write(line_, std::string(1000, 'x'));
-  EXPECT_EQ(told, ETIMEDOUT);
+  Status told;
+  for (int k = 0; k < 1000 && !told; ++k) told = file.write(line_, std::string(1000, 'x'));
+  EXPECT_EQ(told, Status(ETIMEDOUT));
   close(reader);
 }
 
@@ -325,11 +325,11 @@ TEST_F(TextOutputs, AFileThatMayNotGrowFurtherIsAFailureAndNotTheEndOfTheProgram
               const rlimit little{1000, 1000};
               setrlimit(RLIMIT_FSIZE, &little);
               TextOutput file;
-              if (file.create(disk_, "./new.txt") != status::ok) return 1;
-              if (file.write(line_, std::string(2000, 'x')) != status::ok) return 2;
+              if (file.create(disk_, "./new.txt") != status::ok) return Status(1);
+              if (file.write(line_, std::string(2000, 'x')) != status::ok) return Status(2);
               return file.close();
             }),
-            EFBIG);
+            Status(EFBIG));
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
 }
@@ -337,18 +337,18 @@ TEST_F(TextOutputs, AFileThatMayNotGrowFurtherIsAFailureAndNotTheEndOfTheProgram
 TEST_F(TextOutputs, FoldersBlankNamesAndMissingFoldersAreFailedOpens) {
   fs::create_directory("folder");
   TextOutput file;
-  EXPECT_EQ(file.create(disk_, "folder"), 21);
-  EXPECT_EQ(file.append(disk_, "folder"), 21);
-  EXPECT_EQ(file.create(disk_, "   "), 2);
-  EXPECT_EQ(file.append(disk_, ""), 2);
-  EXPECT_EQ(file.create(disk_, "missing/file.txt"), 2);
-  EXPECT_EQ(file.append(disk_, "missing.txt"), 2);
+  EXPECT_EQ(file.create(disk_, "folder"), Status(21));
+  EXPECT_EQ(file.append(disk_, "folder"), Status(21));
+  EXPECT_EQ(file.create(disk_, "   "), Status(2));
+  EXPECT_EQ(file.append(disk_, ""), Status(2));
+  EXPECT_EQ(file.create(disk_, "missing/file.txt"), Status(2));
+  EXPECT_EQ(file.append(disk_, "missing.txt"), Status(2));
   expect_only({"folder"});
 }
 
 TEST_F(TextOutputs, AfterAFailedOpenWritesAndClosingDoNothing) {
   TextOutput file;
-  EXPECT_EQ(file.create(disk_, "missing/file.txt"), 2);
+  EXPECT_EQ(file.create(disk_, "missing/file.txt"), Status(2));
   EXPECT_EQ(file.write(line_, "new"), status::ok);
   EXPECT_EQ(file.close(), status::ok);
   expect_only({});
@@ -358,8 +358,8 @@ TEST_F(TextOutputs, AFileThatMayNotBeWrittenGives13AndStays) {
   ScratchFolder::write("file.txt", "old\n");
   chmod("file.txt", 0444);
   chmod(".", 0777);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "file.txt"); }), 13);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().append(disk_, "file.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "file.txt"); }), Status(13));
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().append(disk_, "file.txt"); }), Status(13));
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
 }
@@ -368,8 +368,8 @@ TEST_F(TextOutputs, AFolderThatMayNotBeWrittenGivesTheNumberOfMakingTheNeighbour
   ScratchFolder::write("file.txt", "old\n");
   chmod("file.txt", 0666);
   chmod(".", 0555);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "file.txt"); }), 13);
-  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "new.txt"); }), 13);
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "file.txt"); }), Status(13));
+  EXPECT_EQ(as_ordinary_user([] { return TextOutput().create(disk_, "new.txt"); }), Status(13));
   chmod(".", 0755);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
@@ -447,7 +447,7 @@ TEST_F(TextOutputs, AFileThatAnotherProgramHasLockedForGoodIsNotReplaced) {
   ScratchFolder::write("file.txt", "old\n");
   const int locked = open("file.txt", O_RDWR);
   ASSERT_EQ(flock(locked, LOCK_EX), 0);
-  EXPECT_EQ(write_whole_quietly("file.txt", "new"), EBUSY);
+  EXPECT_EQ(write_whole_quietly("file.txt", "new"), status::busy);
   close(locked);
   EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
   expect_only({"file.txt"});
@@ -508,11 +508,11 @@ TEST_F(TwoPrograms, AddingToOneFileLoseNothingThatTheySaidWasAdded) {
     int busy = 0;
     for (int k = 0; k < 100; ++k) {
       TextOutput file;
-      int answer = file.append(disk_, "file.txt");
+      Status answer = file.append(disk_, "file.txt");
       if (answer == status::ok) answer = file.write(line_, std::string(1, letter));
       if (answer == status::ok) answer = file.close();
-      if (answer != status::ok && answer != EBUSY) return 250;
-      busy += answer == EBUSY;
+      if (answer != status::ok && answer != status::busy) return 250;
+      busy += answer == status::busy;
     }
     return busy;
   });
@@ -592,14 +592,14 @@ TEST_F(TextOutputs, AFileThatSomebodyElseChangesMeanwhileIsNotReplacedByWhatWasA
     EXPECT_EQ(file.write(line_, "mine"), status::ok);
     change();
     const std::string theirs = ScratchFolder::read("file.txt");
-    EXPECT_EQ(file.close(), EBUSY);
+    EXPECT_EQ(file.close(), status::busy);
     EXPECT_EQ(ScratchFolder::read("file.txt"), theirs);
     expect_only({"file.txt"});
   }
   TextOutput file;
   ASSERT_EQ(file.append(disk_, "file.txt"), status::ok);
   fs::remove("file.txt");
-  EXPECT_EQ(file.close(), ENOENT);
+  EXPECT_EQ(file.close(), status::no_such_file);
   expect_only({});
 }
 
@@ -607,7 +607,7 @@ TEST_F(TextOutputs, AFolderThatComesInThePlaceOfTheFileMeanwhileIsToldByTheClosi
   TextOutput file;
   ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
   fs::create_directory("file.txt");
-  EXPECT_EQ(file.close(), EISDIR);
+  EXPECT_EQ(file.close(), status::a_folder);
   expect_only({"file.txt"});
 }
 

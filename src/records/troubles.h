@@ -5,13 +5,15 @@
 #include <cstdint>
 #include <string>
 
+#include "records/status.h"
+
 namespace vorn {
 
 // One thing that went wrong: an operation that failed, or, where `words` are given, a plain text.
 struct Trouble {
   std::string label = {};   // of the operation, as messages show it: "Read2 "
   std::string shown = {};   // and what they show behind it: the name of the file or the series, or the line
-  int status = 0;           // what the operation answered, see edit_format.h; never 0
+  Status status = {};       // what the operation answered; never ok
   std::string file = {};    // the name of the file
   std::int64_t line = 0;    // the line of it that was read last, from 1; 0 where none was
   int column = 0;           // where a field was bad, the column in which it begins, from 1; otherwise 0

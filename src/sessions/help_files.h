@@ -15,11 +15,11 @@ class HelpFiles : public Files {
   // `files` must live as long. `installed` is the name of the other Help.prn there; empty when there is none.
   HelpFiles(Files& files, std::string installed) : files_(files), installed_(std::move(installed)) {}
 
-  int look_at(const std::string& name, FileKind& kind) override;
-  int open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
-  int make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
-  int extend(const std::string& name, std::unique_ptr<ByteSource>& older,
-             std::unique_ptr<ByteSink>& sink) override;
+  Status look_at(const std::string& name, FileKind& kind) override;
+  Status open(const std::string& name, std::unique_ptr<ByteSource>& source) override;
+  Status make(const std::string& name, std::unique_ptr<ByteSink>& sink) override;
+  Status extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                std::unique_ptr<ByteSink>& sink) override;
 
  private:
   bool is_elsewhere(const std::string& name) const;

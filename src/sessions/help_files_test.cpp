@@ -15,10 +15,10 @@ struct Help : testing::Test {
   // What is read under a name, or the number of the failure.
   std::string read(const std::string& name) {
     std::unique_ptr<ByteSource> source;
-    if (const int failed = files.open(name, source)) return std::to_string(failed);
+    if (const Status failed = files.open(name, source)) return std::to_string(failed.number());
     std::array<char, 100> bytes{};
     std::size_t count = 0;
-    EXPECT_EQ(source->read(bytes, count), 0);
+    EXPECT_EQ(source->read(bytes, count), status::ok);
     return {bytes.data(), count};
   }
   MemoryFiles inner;
@@ -32,17 +32,17 @@ TEST_F(Help, OfTheFolderComesFirst) {
 
 TEST_F(Help, ThatIsNotThereIsTheInstalledOne) {
   auto kind = FileKind::missing;
-  EXPECT_EQ(files.look_at("Help.prn", kind), 0);
+  EXPECT_EQ(files.look_at("Help.prn", kind), status::ok);
   EXPECT_EQ(kind, FileKind::regular);
   EXPECT_EQ(read("Help.prn"), "installed");
   HelpFiles nowhere(inner, "");
   std::unique_ptr<ByteSource> source;
-  EXPECT_EQ(nowhere.open("Help.prn", source), ENOENT);
+  EXPECT_EQ(nowhere.open("Help.prn", source), status::no_such_file);
 }
 
 TEST_F(Help, ThatCannotBeReadIsNotReplaced) {
   inner.put("Help.prn", "own");
-  inner.refuse("Help.prn", EACCES);
+  inner.refuse("Help.prn", Status(EACCES));
   EXPECT_EQ(read("Help.prn"), std::to_string(EACCES));
 }
 
@@ -53,7 +53,7 @@ TEST_F(Help, AloneIsLookedForElsewhere) {
 }
 
 TEST_F(Help, IsWrittenInTheFolderAlone) {
-  EXPECT_EQ(write_whole(files, "Help.prn", "new"), 0);
+  EXPECT_EQ(write_whole(files, "Help.prn", "new"), status::ok);
   EXPECT_EQ(inner.contents("/share/Help.prn"), "installed");
   EXPECT_EQ(read("Help.prn"), "new");
 }

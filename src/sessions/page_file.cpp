@@ -46,9 +46,9 @@ std::optional<std::string> write_page(const Page& page, const std::string& file_
   } else if (const auto wrong = painter.paint(page, *kind, bytes)) {
     return file_name + ": " + *wrong;
   }
-  const int failed = write_whole(files, file_name, bytes);
-  if (failed == 0) return {};
-  return file_name + ": " + std::generic_category().message(failed);
+  const Status failed = write_whole(files, file_name, bytes);
+  if (!failed) return {};
+  return file_name + ": " + std::generic_category().message(failed.number());
 }
 
 }  // namespace vorn

@@ -72,7 +72,7 @@ TEST_F(PageFiles, WhatCannotBePaintedIsToldAndCostsNoOlderFile) {
 TEST_F(PageFiles, WhatCannotBeWrittenIsTold) {
   EXPECT_EQ(write("missing/page.txt"), "missing/page.txt: No such file or directory");
   files.put("full.png", "older");
-  files.refuse("full.png", ENOSPC);
+  files.refuse("full.png", Status(ENOSPC));
   EXPECT_EQ(write("full.png"), "full.png: No space left on device");
   EXPECT_EQ(write("page.jpg"), "page.jpg: no kind of picture, use .txt, .png, .svg or .pdf");
   EXPECT_EQ(files.contents("page.jpg"), std::nullopt);

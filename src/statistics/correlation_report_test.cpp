@@ -70,7 +70,7 @@ TEST(CorrReport, OfTwoTreesIsThisFileToTheByte) {
                                  "Means     0.80 0.60 0.80 0.80  0.75\n"
                                  "\n");
   EXPECT_EQ(store.messages.str(), "");
-  EXPECT_EQ(store.w.ios, 0);
+  EXPECT_EQ(store.w.ios, status::ok);
 }
 
 TEST(CorrReport, ListsOtherChronologiesBehindTheMeansAndNotTheCurrentOne) {

@@ -12,31 +12,31 @@ namespace vorn {
 // is remembered and answered by close().
 class ReportFile {
  public:
-  int create(Files& files, std::string_view name) { return file_.create(files, name); }
+  Status create(Files& files, std::string_view name) { return file_.create(files, name); }
 
   // Writes a line whose failure the caller tells.
   template <class... Items>
-  int write(const EditFormat& format, Items&&... items) {
+  Status write(const EditFormat& format, Items&&... items) {
     return file_.write(format, std::forward<Items>(items)...);
   }
 
   // Writes a line whose failure is told at the end. A format that cannot be used leaves the line out.
   template <class... Items>
   void line(const EditFormat& format, Items&&... items) {
-    const int status = file_.write(format, std::forward<Items>(items)...);
+    const Status status = file_.write(format, std::forward<Items>(items)...);
     if (failure_ == status::ok && status != status::format_unusable) failure_ = status;
   }
   void empty_line() { line(EditFormat("(A)"), std::string_view()); }
 
   // The status of the first line() that failed, otherwise that of the closing.
-  int close() {
-    const int closing = file_.close();
+  Status close() {
+    const Status closing = file_.close();
     return failure_ != status::ok ? failure_ : closing;
   }
 
  private:
   TextOutput file_;
-  int failure_ = status::ok;
+  Status failure_;
 };
 
 }  // namespace vorn

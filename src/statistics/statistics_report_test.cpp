@@ -58,7 +58,7 @@ TEST(StatsReport, OfThreeTreesIsThisFileToTheByte) {
                                  " Mean correlation    NaN\n"
                                  " Mean RBAR           NaN\n");
   EXPECT_EQ(store.messages.str(), "");
-  EXPECT_EQ(store.w.ios, 0);
+  EXPECT_EQ(store.w.ios, status::ok);
 }
 
 TEST(StatsReport, ShowsTheCorrelationsOfTreesThatAreLongEnough) {

@@ -64,13 +64,15 @@ void out_err(Workspace& w, std::string_view text) {
 
 bool io_err(Workspace& w, std::string_view label, std::string_view file) {
   if (w.ios == status::ok) return false;
-  tell(w, std::string(label) + std::string(trimmed(file)) + " fail err =" + edit(EditFormat("(I6)"), w.ios),
+  tell(w,
+       std::string(label) + std::string(trimmed(file)) +
+           " fail err =" + edit(EditFormat("(I6)"), w.ios.number()),
        "");
   // Deliberate: [goes-on] also after a failure: the program goes on with whatever the failed operation left.
   return false;
 }
 
-void told_or_end(Workspace& w, int status, std::string_view label, std::string_view file) {
+void told_or_end(Workspace& w, Status status, std::string_view label, std::string_view file) {
   w.ios = status;
   if (io_err(w, label, file)) throw ProgramEnd(EndReason::cannot_go_on);
 }

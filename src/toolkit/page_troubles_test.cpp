@@ -16,13 +16,13 @@ class PageTroublesTest : public ::testing::Test {
 
 TEST_F(PageTroublesTest, AFailedOperationIsAMessageAndItsStatusStays) {
   desk_.screen.key(' ');
-  Trouble trouble{"Read2 ", "site.fh   ", 5010};
+  Trouble trouble{"Read2 ", "site.fh   ", status::not_a_number};
   trouble.line = 3;  // no message shows it
   trouble.column = 7;
   troubles_.tell(trouble);
   EXPECT_EQ(desk_.log.str(), "Read2 site.fh fail err =  5010\n");
   EXPECT_EQ(marks_of(desk_.screen.shown.at(0)), "text 15 25 310 1560 \"Read2 site.fh fail err =  5010\"\n");
-  EXPECT_EQ(desk_.w.ios, 5010);
+  EXPECT_EQ(desk_.w.ios, status::not_a_number);
   EXPECT_EQ(desk_.screen.events_left(), 0u);
 }
 
@@ -33,7 +33,7 @@ TEST_F(PageTroublesTest, PlainWordsAreShownAsTheyAre) {
   troubles_.tell(trouble);
   EXPECT_EQ(marks_of(desk_.screen.shown.at(0)),
             "text 15 25 310 1560 \"gone.fh - Does not exist - hit key to continue\"\n");
-  EXPECT_EQ(desk_.w.ios, 0);
+  EXPECT_EQ(desk_.w.ios, status::ok);
 }
 
 TEST_F(PageTroublesTest, ANoticeWaitsForNobodyAndLeavesThePageAlone) {

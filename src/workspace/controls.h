@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "records/status.h"
 #include "workspace/names.h"
 #include "workspace/numbers.h"
 
@@ -30,9 +31,9 @@ struct Controls {
   Text<140> mess;                                // line buffer
   std::int32_t mous = 0;                         // button hit last, 0 for none
   std::int32_t msx = 0, msy = 0;                 // where the click was
-  std::int32_t ios = 0;  // status of the last file operation, see records/edit_format.h
-  bool fileok = false;   // answer of the last test whether a file exists
-  ButtonRange offered;   // the buttons that the wait at hand takes clicks on; none at other waits
+  Status ios;                                    // of the last file operation
+  bool fileok = false;                           // answer of the last test whether a file exists
+  ButtonRange offered;  // the buttons that the wait at hand takes clicks on; none at other waits
   bool passing_over_messages = false;  // Escape was pressed at a message: those that follow are not shown
 };
 

@@ -48,7 +48,7 @@ TEST(Workspace, StartsEmptyWithTheFirstEntryAtTheFirstPlace) {
   EXPECT_EQ(w.ad(1), 1);
   EXPECT_EQ(w.nc, 0);
   EXPECT_EQ(w.nd, 0);
-  EXPECT_EQ(w.ios, 0);
+  EXPECT_EQ(w.ios, status::ok);
   EXPECT_TRUE(w.nam(1).blank());
 }
 

@@ -29,7 +29,7 @@ class KeptTroubles : public Troubles {
     all.push_back(trouble);
     if (trouble.words.empty()) {
       log_ << trouble.label << trimmed(trouble.shown)
-           << " fail err =" << edit(EditFormat("(I6)"), trouble.status) << '\n';
+           << " fail err =" << edit(EditFormat("(I6)"), trouble.status.number()) << '\n';
     } else {
       log_ << trouble.words << '\n';
     }

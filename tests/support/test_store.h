@@ -59,7 +59,7 @@ class TestStore {
   }
   auto tells_status() {
     return [this](std::string_view label, std::string_view file) {
-      if (w.ios != 0) messages << label << file << ' ' << w.ios << '\n';
+      if (w.ios) messages << label << file << ' ' << w.ios << '\n';
       return false;
     };
   }

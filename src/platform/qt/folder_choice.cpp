@@ -45,9 +45,9 @@ int ask(const QString& text, const QString& more, const QStringList& answers) {
 // Returns what went wrong.
 std::optional<QString> write(const QString& path, const QByteArray& bytes) {
   DiskFiles files;
-  const int failed = write_whole(files, QFile::encodeName(path).toStdString(), bytes.toStdString());
-  if (failed == 0) return {};
-  return path + ": " + QString::fromStdString(std::generic_category().message(failed));
+  const Status failed = write_whole(files, QFile::encodeName(path).toStdString(), bytes.toStdString());
+  if (!failed) return {};
+  return path + ": " + QString::fromStdString(std::generic_category().message(failed.number()));
 }
 
 void tell(const QString& failure) {
