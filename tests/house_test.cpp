@@ -219,6 +219,29 @@ Names broken_rules(const fs::path& root) {
   return all;
 }
 
+// --- What no program may do.
+
+// Where a line of a program, less its comment, holds `pattern`.
+Names lines_with(const fs::path& root, const std::regex& pattern) {
+  Names all;
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
+    const std::string file = fs::relative(entry.path(), root).generic_string();
+    if (is_test(file) || (!file.ends_with(".h") && !file.ends_with(".cpp"))) continue;
+    std::ifstream source(entry.path());
+    std::string text;
+    for (int line = 1; std::getline(source, text); ++line) {
+      if (std::regex_search(text.substr(0, text.find("//")), pattern))
+        all.push_back(file + ":" + std::to_string(line));
+    }
+  }
+  return all;
+}
+
+// The folder of the process belongs to all threads and to whoever embeds the program.
+Names changes_of_folder(const fs::path& root) {
+  return lines_with(root, std::regex(R"(\bcurrent_path\s*\([^)]|\bsetCurrent\s*\(|\bf?chdir\s*\()"));
+}
+
 // --- Circles.
 
 class Circles {
@@ -265,6 +288,10 @@ TEST(House, NoFilesIncludeEachOtherInACircle) {
 }
 
 // The scan sees what it is to judge: a room or a kernel without files would pass anything.
+TEST(House, NothingChangesTheFolderOfTheProcess) {
+  EXPECT_EQ(listed(changes_of_folder(our_sources)), "");
+}
+
 TEST(House, EveryRoomAndKernelOfThePlanHoldsAFile) {
   std::set<std::string> rooms, kernels;
   for (const Include& include : read_includes(our_sources)) {
@@ -405,6 +432,16 @@ TEST_F(HouseScanner, TwoWaysToOneFileAreNoCircle) {
   file("plot/b.h", "#include \"plot/c.h\"\n");
   file("plot/c.h", "#include <vector>\n");
   EXPECT_EQ(listed(Circles(".").found()), "");
+}
+
+TEST_F(HouseScanner, WhoChangesTheFolderOfTheProcessIsFound) {
+  file("apps/a.cpp", "const auto here = fs::current_path();\n  fs::current_path(folder, error);\n");
+  file("platform/qt/b.cpp", "// QDir::setCurrent(folder)\nreturn QDir::setCurrent(folder);\n");
+  file("records/c.cpp", "::chdir(path);\n");
+  file("records/c_test.cpp", "::chdir(path);\n");
+  Names found = changes_of_folder(".");
+  std::sort(found.begin(), found.end());
+  EXPECT_EQ(listed(found), "apps/a.cpp:2\nplatform/qt/b.cpp:2\nrecords/c.cpp:1\n");
 }
 
 }  // namespace

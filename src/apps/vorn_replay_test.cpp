@@ -199,6 +199,9 @@ TEST_F(DesktopProgram, AFolderThatIsNotThereIsTold) {
   EXPECT_EQ(run(VORNOSX " nowhere"), 2);
   EXPECT_EQ(said, "VORNosx: nowhere: No such file or directory\n");
   EXPECT_EQ(run(VORNOSX " Vorn.fil"), 2);
+  EXPECT_EQ(said, "VORNosx: Vorn.fil: Not a directory\n");
+  EXPECT_EQ(run(VORNOSX " ''"), 2);
+  EXPECT_EQ(said, "VORNosx: : No such file or directory\n");
 }
 
 // Seen by what it says there: the current folder has a list, the other one none.

@@ -3,6 +3,8 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -19,9 +21,9 @@ constexpr std::string_view usage =
     "       VORNosx --choose    asks in a window in which folder to work, as a desktop starts it";
 constexpr int wrong_usage = 2;
 
-int run_or_tell(vorn::Screen& screen) {
+int run_or_tell(vorn::Screen& screen, const std::string& folder) {
   try {
-    vorn::DiskFiles disk;
+    vorn::DiskFiles disk(folder);
     vorn::HelpFiles files(disk, vorn::installed_with_program("examples/Help.prn"));
     return vorn::run_whole_program(screen, files);
   } catch (const std::exception& failure) {
@@ -30,10 +32,12 @@ int run_or_tell(vorn::Screen& screen) {
   }
 }
 
-int run_in_folder(const char* folder) {
+int run_in_folder(const std::string& folder) {
+  namespace fs = std::filesystem;
   std::error_code error;
-  std::filesystem::current_path(folder, error);
-  if (!error) return vorn::run_in_window(run_or_tell);
+  const fs::path inside =
+      folder.empty() ? fs::path() : fs::path(folder) / ".";  // tells why it cannot be entered
+  if (fs::is_directory(inside, error)) return vorn::run_in_window(run_or_tell, fs::absolute(folder).string());
   std::cerr << "VORNosx: " << folder << ": " << error.message() << '\n';
   return wrong_usage;
 }
@@ -44,7 +48,7 @@ int main(int argc, char** argv) {
   if (argc == 1) return vorn::run_in_window(run_or_tell);
   const std::string_view argument = argv[1];
   if (argc == 2 && vorn::answered(argument, "VORNosx", usage)) return 0;
-  if (argc == 2 && argument == "--choose") return vorn::run_in_window(run_or_tell, vorn::Folder::asked_for);
+  if (argc == 2 && argument == "--choose") return vorn::run_in_window(run_or_tell, std::nullopt);
   if (argc == 2 && !argument.starts_with('-')) return run_in_folder(argv[1]);
   std::cerr << usage << '\n';
   return wrong_usage;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QMessageLogContext>
 #include <QScreen>
 #include <algorithm>
@@ -9,6 +10,8 @@
 #include <clocale>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
+#include <string>
 #include <thread>
 
 #include "platform/qt/folder_choice.h"
@@ -51,15 +54,15 @@ void on_start_message(QtMsgType type, const QMessageLogContext&, const QString& 
   if (type == QtCriticalMsg) std::cerr << message.toStdString() << '\n';
 }
 
-// Whether there is a folder to work in; it is then the current one.
-bool enter_chosen_folder() {
+std::optional<std::string> ask_for_folder() {
   const auto folder = choose_folder(places_of_installed_files(QCoreApplication::applicationDirPath()));
-  return folder && QDir::setCurrent(*folder);
+  if (!folder) return {};
+  return QFile::encodeName(*folder).toStdString();
 }
 
 }  // namespace
 
-int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
+int run_in_window(const WindowProgram& program, std::optional<std::string> folder) {
   if (!has_display()) {
     say_no_display();
     return no_display;
@@ -76,7 +79,8 @@ int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName("vorn");
   QGuiApplication::setWindowIcon(program_icon());
-  if (folder == Folder::asked_for && !enter_chosen_folder()) return 0;
+  if (!folder) folder = ask_for_folder();
+  if (!folder) return 0;
 
   PageWindow* shown = nullptr;
   // Both are called by the program's thread and posted to the window's.
@@ -94,7 +98,7 @@ int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
         Qt::QueuedConnection);
   };
   EventMailbox mailbox(page_came, news_came);
-  PageWindow window(mailbox);
+  PageWindow window(mailbox, folder->empty() ? QDir::currentPath() : QFile::decodeName(folder->c_str()));
   shown = &window;
   const QScreen* screen = QGuiApplication::primaryScreen();
   restore_place(window, PageWindow::first_size(screen ? screen->availableSize() : QSize(1600, 1200)));
@@ -102,7 +106,7 @@ int run_in_window(const std::function<int(Screen&)>& program, Folder folder) {
 
   int result = 0;
   std::thread program_thread([&] {
-    result = program(mailbox);
+    result = program(mailbox, *folder);
     // Posted, so that it works even before exec() runs; exit, because quit() asks the window, which would
     // refuse.
     QMetaObject::invokeMethod(

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "plot/screen.h"
 
@@ -13,10 +15,11 @@ namespace vorn {
 // Without a display nothing is run: standard error says in one line what to do instead, and the result is
 // `no_display`. `program` must not throw. Only once in a process.
 //
-// With Folder::asked_for the user is asked first in which folder to work, and the program runs there; when he
-// does not want any, nothing is run and the result is 0.
-enum class Folder { current, asked_for };
-int run_in_window(const std::function<int(Screen&)>& program, Folder folder = Folder::current);
+// `program` gets the folder to work in as well, "" for the one that the process is in; there the dialogs of
+// the window begin. Without a folder the user is asked first; when he does not want any, nothing is run and
+// the result is 0.
+using WindowProgram = std::function<int(Screen& screen, const std::string& folder)>;
+int run_in_window(const WindowProgram& program, std::optional<std::string> folder = "");
 inline constexpr int no_display = 1;
 
 }  // namespace vorn

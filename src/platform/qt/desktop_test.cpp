@@ -4,10 +4,18 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <functional>
+#include <optional>
+#include <string>
 #include <thread>
 
 #include "platform/qt/page_painter.h"
@@ -42,7 +50,7 @@ struct Desktop : testing::Test {
   }
   [[noreturn]] static void run(const std::function<int(Screen&)>& program) {
     prepare_offscreen();
-    std::exit(run_in_window(program));
+    std::exit(run_in_window([&](Screen& screen, const std::string&) { return program(screen); }));
   }
 };
 
@@ -128,7 +136,7 @@ TEST_F(Desktop, AProgramThatEndsTakesDialogAndGuideAlong) {
 
 // Moves the window of one session, and tells how the window of the next would stand.
 QRect place_in_next_session(const QRect& place) {
-  run_in_window([&](Screen&) {
+  run_in_window([&](Screen&, const std::string&) {
     QMetaObject::invokeMethod(
         QCoreApplication::instance(), [&] { Desktop::page_window().setGeometry(place); },
         Qt::BlockingQueuedConnection);
@@ -153,28 +161,80 @@ TEST_F(Desktop, TheNextSessionsWindowStandsWhereTheLastOneStood) {
       testing::ExitedWithCode(55), "");
 }
 
+// Runs a program whose folder is asked for by a user who answers the question so.
+int run_asked(const WindowProgram& program, const std::function<void(QWidget& question)>& answer) {
+  // The question is on the screen before there is anything else to post to.
+  std::thread user([&] {
+    while (QCoreApplication::instance() == nullptr) std::this_thread::yield();
+    const auto answered = [&] {
+      QWidget* question = QApplication::activeModalWidget();
+      if (question != nullptr) answer(*question);
+      return question != nullptr;
+    };
+    for (bool done = false; !done;) {
+      QMetaObject::invokeMethod(
+          QCoreApplication::instance(), [&] { done = answered(); }, Qt::BlockingQueuedConnection);
+    }
+  });
+  const int result = run_in_window(program, std::nullopt);
+  user.join();
+  return result;
+}
+
 TEST_F(Desktop, WhoWantsNoFolderGetsNoWindow) {
   EXPECT_EXIT(
       {
         prepare_offscreen();
-        // The question is on the screen before there is anything else to post to.
-        std::thread user([] {
-          while (QCoreApplication::instance() == nullptr) std::this_thread::yield();
-          const auto leave = [] {
-            QWidget* question = QApplication::activeModalWidget();
-            if (question != nullptr) question->close();
-            return question != nullptr;
-          };
-          for (bool left = false; !left;) {
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(), [&] { left = leave(); }, Qt::BlockingQueuedConnection);
-          }
-        });
-        const int result = run_in_window([](Screen&) { return 9; }, Folder::asked_for);
-        user.join();
-        std::exit(result);
+        std::exit(run_asked([](Screen&, const std::string&) { return 9; },
+                            [](QWidget& question) { question.close(); }));
       },
       testing::ExitedWithCode(0), "");
+}
+
+// A folder with a list, in the home that the tests have.
+QString make_site() {
+  const QString site = QDir::homePath() + "/site";
+  QDir().mkpath(site);
+  QFile list(site + "/Vorn.fil");
+  return list.open(QIODevice::WriteOnly) ? site : QString();
+}
+
+TEST_F(Desktop, TheFolderThatTheUserChoosesIsTheProgramsAndNotTheProcesss) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        const QString site = make_site();
+        remember("folder", site.toUtf8());
+        const QString before = QDir::currentPath();
+        const auto program = [&](Screen&, const std::string& folder) {
+          return folder == site.toStdString() && QDir::currentPath() == before ? 55 : 1;
+        };
+        std::exit(run_asked(program, [](QWidget& question) {
+          dynamic_cast<QMessageBox&>(question).defaultButton()->click();
+        }));
+      },
+      testing::ExitedWithCode(55), "");
+}
+
+TEST_F(Desktop, TheDialogsBeginInTheFolderThatIsGiven) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        const QString site = make_site();
+        const QString before = QDir::currentPath();
+        QString begins;
+        const auto program = [&](Screen& screen, const std::string& folder) {
+          user([&](QWidget& window) {
+            QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+            begins = window.findChild<QFileDialog*>()->directory().path();
+            QTest::keyClick(&window, 'q');
+          });
+          if (screen.next_event().code != 'q') return 1;
+          return folder == site.toStdString() && begins == site && QDir::currentPath() == before ? 55 : 2;
+        };
+        std::exit(run_in_window(program, site.toStdString()));
+      },
+      testing::ExitedWithCode(55), "");
 }
 
 TEST_F(Desktop, TheTitleNamesTheFileWorkedOn) {
@@ -273,7 +333,7 @@ TEST_F(Desktop, WithoutADisplayOneLineSaysWhatToDo) {
         unsetenv("DISPLAY");
         unsetenv("WAYLAND_DISPLAY");
         unsetenv("QT_QPA_PLATFORM");
-        std::exit(run_in_window([](Screen&) { return 0; }));
+        std::exit(run_in_window([](Screen&, const std::string&) { return 0; }));
       },
       testing::ExitedWithCode(no_display), "^VORNosx: there is no display [^\n]*vorn_replay SCRIPT\n$");
 }
@@ -284,7 +344,7 @@ TEST_F(Desktop, ADisplayThatDoesNotAnswerIsToldInTheSameWay) {
         unsetenv("WAYLAND_DISPLAY");
         unsetenv("QT_QPA_PLATFORM");
         setenv("DISPLAY", "localhost:4711", 1);
-        std::exit(run_in_window([](Screen&) { return 0; }));
+        std::exit(run_in_window([](Screen&, const std::string&) { return 0; }));
       },
       testing::ExitedWithCode(no_display), "there is no display");
 }

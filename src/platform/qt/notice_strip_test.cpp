@@ -18,7 +18,7 @@ namespace {
 struct Notices : testing::Test {
   QApplication& application = application_for_tests();
   EventMailbox mailbox{[] {}};
-  PageWindow window{mailbox};
+  PageWindow window{mailbox, "."};
   Plot plot{mailbox};
   NoticeStrip* strip = window.findChild<NoticeStrip*>();
   QPlainTextEdit* lines = strip->findChild<QPlainTextEdit*>();

@@ -45,8 +45,10 @@ int whole_unit(double place, int last) {
 
 }  // namespace
 
-PageWindow::PageWindow(EventMailbox& mailbox, const QString& program_folder)
-    : mailbox_(mailbox), comforts_(*this, typefaces_, program_folder), notices_(new NoticeStrip(*this)) {
+PageWindow::PageWindow(EventMailbox& mailbox, const QString& folder, const QString& program_folder)
+    : mailbox_(mailbox),
+      comforts_(*this, typefaces_, folder, program_folder),
+      notices_(new NoticeStrip(*this)) {
   notices_->installEventFilter(this);
   setWindowTitle(program_title);
   setMouseTracking(true);

@@ -23,9 +23,10 @@ namespace vorn {
 // Places beside the page count as the nearest place on it.
 class PageWindow : public QWidget {
  public:
-  // `program_folder` is where the program lies, beside which its guide is found.
-  explicit PageWindow(EventMailbox& mailbox,
-                      const QString& program_folder = QCoreApplication::applicationDirPath());
+  // `folder` is where pages are saved if the user does not say otherwise, `program_folder` where the program
+  // lies, beside which its guide is found.
+  PageWindow(EventMailbox& mailbox, const QString& folder,
+             const QString& program_folder = QCoreApplication::applicationDirPath());
 
   // Puts into the title what the mailbox says of long work and of the file worked on: "nowhere.rwl - Vorn",
   // during long work "Stats.prn 45 % - nowhere.rwl - Vorn".

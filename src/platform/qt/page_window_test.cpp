@@ -22,7 +22,7 @@ namespace {
 struct WindowOfPages : testing::Test {
   QApplication& application = application_for_tests();
   EventMailbox mailbox{[] {}};
-  PageWindow window{mailbox};
+  PageWindow window{mailbox, "."};
   Plot plot{mailbox};
   std::deque<Event> arrived;
 
@@ -213,7 +213,7 @@ TEST_F(WindowOfPages, ClosingEndsTheProgramButTheWindowStaysUntilItHasUnwound) {
 TEST_F(WindowOfPages, TheTitleSaysWhatRunsAndHowFarItIs) {
   EventMailbox::Clock::time_point now{std::chrono::hours(1)};
   EventMailbox working([] {}, [] {}, [&now] { return now; });
-  PageWindow busy(working);
+  PageWindow busy(working, ".");
   EXPECT_EQ(busy.windowTitle(), "Vorn");
   now += EventMailbox::worth_telling;
   working.progress("Stats.prn", 0.45);
@@ -228,7 +228,7 @@ TEST_F(WindowOfPages, TheTitleSaysWhatRunsAndHowFarItIs) {
 TEST_F(WindowOfPages, TheTitleNamesTheFileWorkedOn) {
   EventMailbox::Clock::time_point now{std::chrono::hours(1)};
   EventMailbox working([] {}, [] {}, [&now] { return now; });
-  PageWindow busy(working);
+  PageWindow busy(working, ".");
   working.subject("trees/nowhere.rwl");
   busy.show_title();
   EXPECT_EQ(busy.windowTitle(), "trees/nowhere.rwl - Vorn");

@@ -26,7 +26,7 @@ TEST(Scales, BelowOneAreRaisedAndAllOthersStay) {
 // A page whose four corners are red, as the pixels of the window show it: the corners that are not there.
 int corners_missing() {
   EventMailbox mailbox([] {});
-  PageWindow window(mailbox);
+  PageWindow window(mailbox, ".");
   Plot plot(mailbox);
   plot.setclr(colour::light_red);
   for (const int x : {0, Page::width - 200}) {

@@ -57,10 +57,11 @@ std::optional<Comfort> comfort_of(const QKeyEvent& event) {
   }
 }
 
-WindowComforts::WindowComforts(QWidget& window, const Typefaces& typefaces, QString program_folder)
+WindowComforts::WindowComforts(QWidget& window, const Typefaces& typefaces, QString folder,
+                               QString program_folder)
     : window_(window),
       program_folder_(std::move(program_folder)),
-      folder_(QDir::currentPath()),
+      folder_(std::move(folder)),
       typefaces_(typefaces) {}
 
 WindowComforts::~WindowComforts() {

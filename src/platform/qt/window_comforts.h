@@ -31,8 +31,9 @@ std::optional<Comfort> comfort_of(const QKeyEvent& event);
 // nobody waits for them.
 class WindowComforts {
  public:
-  // `typefaces` must live as long; `program_folder` is where the program lies, for finding the guide.
-  WindowComforts(QWidget& window, const Typefaces& typefaces, QString program_folder);
+  // `typefaces` must live as long; `folder` is where the first page is to be saved, `program_folder` where
+  // the program lies, for finding the guide.
+  WindowComforts(QWidget& window, const Typefaces& typefaces, QString folder, QString program_folder);
   ~WindowComforts();
   WindowComforts(const WindowComforts&) = delete;
   WindowComforts& operator=(const WindowComforts&) = delete;
@@ -51,7 +52,7 @@ class WindowComforts {
 
   QWidget& window_;
   QString program_folder_;
-  QString folder_;  // where a page was saved last
+  QString folder_;  // where a page is saved next, unless the user says otherwise
   const Typefaces& typefaces_;
   PicturePainter pictures_;
   DiskFiles files_;          // where pictures go

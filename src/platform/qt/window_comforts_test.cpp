@@ -29,7 +29,7 @@ struct Comforts : testing::Test {
   QApplication& application = application_for_tests();
   ScratchFolder folder;  // before the window, which saves here
   EventMailbox mailbox{[] {}};
-  PageWindow window{mailbox, QDir::currentPath() + "/bin"};
+  PageWindow window{mailbox, QDir::currentPath(), QDir::currentPath() + "/bin"};
   Plot plot{mailbox};
 
   Comforts() {
