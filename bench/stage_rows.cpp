@@ -141,9 +141,9 @@ void choose_and_back(Desk& desk) {
 void save_a_ring(Workspace& w) {
   w.insdel = w.fy(1) + 50;
   ins_year(w, w.nd + 1, false);
-  save_tree(w, 1);
+  save_tree(w, w, 1);
   del_year(w, w.nd + 1);
-  save_tree(w, 1);
+  save_tree(w, w, 1);
 }
 
 void delete_a_core(Desk& desk) {
@@ -267,13 +267,13 @@ std::vector<Stage> statistics_stages() {
     desk.w->rbar_kept.valid = false;
     rbar(*desk.w, desk.w->wk1.range(1, max_series));
   };
-  const auto cbar_of = [](Desk& desk) { cbar(*desk.w, desk.w->wk1.range(1, max_series)); };
+  const auto cbar_of = [](Desk& desk) { cbar(*desk.w, *desk.w, *desk.w, desk.w->wk1.range(1, max_series)); };
   const auto corr_prn = [](Desk& desk) {
     data_man2(*desk.w);
     cor_report(*desk.w, goes_on);
   };
   const auto stats_prn = [](Desk& desk) { other_spline_and_report(*desk.w); };
-  const auto lags = [](Desk& desk) { cor_tab(*desk.w, desk.w->fy(desk.w->nd + 1)); };
+  const auto lags = [](Desk& desk) { cor_tab(*desk.w, *desk.w, *desk.w, desk.w->fy(desk.w->nd + 1)); };
   const auto best = [](Desk& desk) {
     desk.plot.erase();
     cor_best(*desk.w);
@@ -307,7 +307,7 @@ std::vector<Stage> page_stages() {
   const auto paint = [](Desk& desk) { paint_picture(desk.plot.page()); };
   // The sample moved by a year, and all drawn again.
   const auto graph = [](Desk& desk) {
-    topbot(*desk.w, 1, -1);
+    topbot(*desk.w, *desk.w, *desk.w, 1, -1);
     plot_graph(*desk.w);
   };
   return {

@@ -15,7 +15,7 @@ namespace {
 
 struct Bench {
   FuzzFolder folder;
-  FreshWorkspace fresh{set_up_graph};
+  FreshWorkspace fresh{[](Workspace& w) { set_up_graph(w); }};
 };
 
 constexpr int most_records = 500, longest_text = 80;

@@ -93,7 +93,7 @@ bool read_back(Workspace& w) {
 
 void write_and_read_again(Workspace& w, std::size_t number) {
   const ButtonNumber layout = button::raw_types.at(static_cast<int>(number % 3));
-  choose_output(w, layout);
+  choose_output(w, w, layout);
   const std::vector<Core> written = cores_of(w);
   w.cf = 1;
   w.cnam(1) = "again.rwl";

@@ -48,14 +48,14 @@ class ExamplesInUse : public ::testing::Test {
     set_chs(w);
   }
   void keep_sample() {
-    save_tree(w, 1);
+    save_tree(w, w, 1);
     data_man2(w);
     show_crns(w);
   }
   // "Correl." of the statistics report, by core from 1.
   std::vector<double> correlations() {
     std::vector<double> by_tree(static_cast<std::size_t>(w.nc) + 1);
-    cbar(w, std::span(by_tree).subspan(1));
+    cbar(w, w, w, std::span(by_tree).subspan(1));
     return by_tree;
   }
   // The lag at which segment k of the lag table correlates best.
@@ -75,7 +75,7 @@ class ExamplesInUse : public ::testing::Test {
   // or wholly from `year` on, but for those so near an end of the core that the table does not try that lag.
   void expect_lags(int core, int year, int before, int after) {
     compare(core, w.nc + w.cf);
-    cor_tab(w, std::max(w.fy(w.nd + 1), w.fy(w.nd + 2)));
+    cor_tab(w, w, w, std::max(w.fy(w.nd + 1), w.fy(w.nd + 2)));
     int seen = 0;
     for (int k = 1; k <= segments(); ++k) {
       const bool early = w.cyrs(2, k) < year, late = w.cyrs(1, k) >= year;

@@ -11,7 +11,7 @@ namespace vorn {
 //   logon     ax = ln(ax + one sixth of its mean)
 // A missing ring takes part with its estimated width. Serves the two working entries as well as the cores; an
 // entry of no years is left alone. Bad values propagate, nothing is reported.
-void data_man(Workspace& w, int i);
+void data_man(SeriesStore& w, const Settings& settings, WorkVectors& work, int i);
 
 // data_man of all cores, 1 to nc.
 void data_man_cores(Workspace& w);

@@ -39,7 +39,7 @@ TEST_F(IndexPipeline, WithAllSwitchesOffIsTheWidthsThroughout) {
   add_core(1900, widths);
   w.tx.fill(9);
   w.ax.fill(9);
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(values(w.x, 1), widths);
   EXPECT_EQ(values(w.tx, 1), widths);
   EXPECT_EQ(values(w.ax, 1), widths);
@@ -50,7 +50,7 @@ TEST_F(IndexPipeline, OfOneOrTwoValuesIsOneOrTheWidthByATenth) {
   add_core(1900, {1.7});
   add_core(1900, {0.05});
   add_core(1900, {3.5, 0.02});
-  for (int i = 1; i <= 3; ++i) data_man(w, i);
+  for (int i = 1; i <= 3; ++i) data_man(w, w, w, i);
   EXPECT_EQ(values(w.tx, 1), Values{1.0});
   EXPECT_EQ(values(w.tx, 2), Values{0.05 / 0.1});
   EXPECT_EQ(values(w.tx, 3), (Values{1.0, 0.02 / 0.1}));
@@ -65,7 +65,7 @@ TEST_F(IndexPipeline, OfAZeroOrNegativeWidthIsDividedByARaisedCurve) {
   Values curve(widths.size());
   spline(widths, 5, curve);
   ASSERT_LT(curve[5], 0.1);
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(w.tx(6), -3 / 0.1);
   EXPECT_EQ(w.tx(5), 0);
   for (int k = 0; k < 11; ++k) {
@@ -80,7 +80,7 @@ TEST_F(IndexPipeline, TakesTheStiffnessThatIsSet) {
   add_core(1900, widths);
   for (const int ss : {3, 32, 999}) {
     w.ss = ss;
-    data_man(w, 1);
+    data_man(w, w, w, 1);
     Values curve(widths.size());
     spline(widths, ss, curve);
     for (int k = 0; k < 100; ++k) {
@@ -93,7 +93,7 @@ TEST_F(IndexPipeline, TakesTheStiffnessThatIsSet) {
 TEST_F(IndexPipeline, WithTheLogarithmAloneIsOffsetByASixthOfTheMean) {
   switches(false, false, true);
   add_core(1900, {1, 2, 3});
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(values(w.tx, 1), (Values{1, 2, 3}));
   EXPECT_NEAR(w.ax(1), std::log(4 / 3.), 1e-15);
   EXPECT_NEAR(w.ax(2), std::log(7 / 3.), 1e-15);
@@ -104,8 +104,8 @@ TEST_F(IndexPipeline, StoresWhatTheLogarithmMakesOfBadValues) {
   switches(false, false, true);
   add_core(1900, {0, 0, 0});    // ln 0
   add_core(1900, {6, 6, -12});  // an offset of 0: ln 6, and that of a negative number
-  data_man(w, 1);
-  data_man(w, 2);
+  data_man(w, w, w, 1);
+  data_man(w, w, w, 2);
   EXPECT_EQ(w.ax(1), -std::numeric_limits<double>::infinity());
   EXPECT_EQ(w.ax(4), std::log(6.0));
   EXPECT_TRUE(std::isnan(w.ax(6)));
@@ -118,7 +118,7 @@ TEST_F(IndexPipeline, LetsAWidthThatIsNotANumberPropagate) {
   Values widths = grown(30);
   widths[10] = std::numeric_limits<double>::quiet_NaN();
   add_core(1900, widths);
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(w.tx(1), widths[0] / 0.1);
   EXPECT_TRUE(std::isnan(w.tx(11)));
   EXPECT_EQ(w.ax(1), -std::numeric_limits<double>::infinity());
@@ -128,7 +128,7 @@ TEST_F(IndexPipeline, RunsSplineThenModelThenLogarithm) {
   switches(true, true, true);
   const Values widths = grown(150);
   add_core(1900, widths);
-  data_man(w, 1);
+  data_man(w, w, w, 1);
 
   Values index(150), white(150), column(12);
   spline(widths, 32, index);
@@ -149,7 +149,7 @@ TEST_F(IndexPipeline, TakesTheHighestOrderThatIsSet) {
   switches(false, true, false);
   add_core(1900, {1.0, 0.5, 2.25, -0.75, -1.5, 1.25, 0.75});
   w.jpr = 1;
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(values(w.ax, 1), (Values{2.0, 1.5, 3.25, 0.25, 0.0, 2.25, 1.75}));
 }
 
@@ -157,7 +157,7 @@ TEST_F(IndexPipeline, KeepsAModelForEachEntry) {
   switches(false, true, false);
   add_core(1900, grown(200));
   add_core(1900, grown(80));
-  data_man(w, 2);
+  data_man(w, w, w, 2);
   EXPECT_EQ(w.ar_coefficients(1, 1), 0);
   EXPECT_NE(w.ar_coefficients(1, 2), 0);
 }
@@ -165,10 +165,10 @@ TEST_F(IndexPipeline, KeepsAModelForEachEntry) {
 TEST_F(IndexPipeline, DoesNotLookAtThePresenceOfARing) {
   switches(true, true, true);
   add_core(1900, grown(60));
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   const Values before = values(w.ax, 1);
   w.xok(20) = false;
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(values(w.ax, 1), before);
 }
 
@@ -177,7 +177,7 @@ TEST_F(IndexPipeline, WritesItsOwnEntryAlone) {
   add_core(1900, {5, 5});
   add_core(1900, grown(20));
   add_core(1900, {6, 6});
-  data_man(w, 2);
+  data_man(w, w, w, 2);
   for (const int p : {1, 2, 23, 24}) {
     EXPECT_EQ(w.tx(p), w.x(p));
     EXPECT_EQ(w.ax(p), w.x(p));
@@ -187,7 +187,7 @@ TEST_F(IndexPipeline, WritesItsOwnEntryAlone) {
 TEST_F(IndexPipeline, OfAnEntryOfNoYearsIsNothing) {
   switches(true, true, true);
   add_core(1900, {});
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_EQ(w.ax(1), 0);
 }
 
@@ -195,7 +195,7 @@ TEST_F(IndexPipeline, OfAnEntryOfNoYearsIsNothing) {
 TEST_F(IndexPipeline, OfASeriesLongerThanAnyChronologyIsSafe) {
   switches(true, true, true);
   add_core(1, grown(15000));
-  data_man(w, 1);
+  data_man(w, w, w, 1);
   EXPECT_TRUE(std::isfinite(w.ax(15000)));
 }
 
@@ -206,7 +206,7 @@ TEST_F(IndexPipeline, OfShortAndConstantSeriesIsSafe) {
     add_core(1900, Values(years, 1.0));
   }
   for (w.jpr = 1; w.jpr <= 11; ++w.jpr) {
-    for (int i = 1; i <= w.nc; ++i) data_man(w, i);
+    for (int i = 1; i <= w.nc; ++i) data_man(w, w, w, i);
     EXPECT_EQ(w.tx(w.ad(w.nc)), 1.0);
   }
 }
@@ -217,7 +217,7 @@ TEST_F(IndexPipeline, ServesAWorkingEntry) {
   w.yr(2) = 2;
   w.ad(2) = 3;
   w.x(4) = 8;
-  data_man(w, 2);
+  data_man(w, w, w, 2);
   EXPECT_EQ(w.ax(3), 3);
   EXPECT_EQ(w.ax(4), 8);
 }
@@ -230,7 +230,7 @@ TEST_F(IndexPipeline, ServesAWorkingEntryThatBeginsBeforeThePool) {
   w.yr(2) = 2;
   w.ad(2) = 0;
   w.x(1) = 3;
-  data_man(w, 2);
+  data_man(w, w, w, 2);
   EXPECT_EQ(w.tx(1), 1);  // two values are their own curve
   EXPECT_EQ(w.ax(1), std::log(1 + 1 / 12.));
 }

@@ -177,7 +177,7 @@ void act(Workspace& w, ButtonNumber n) {
 
 // The working entries may be those of a store before the last core was deleted or made; their starts follow
 // too, so that a move to their end takes along all that lies before them.
-void pack_starts(Workspace& w, int e) {
+void pack_starts(SeriesStore& w, int e) {
   for (int k = e; k <= w.nd + 1; ++k) w.ad(k + 1) = w.ad(k) + w.yr(k);
 }
 

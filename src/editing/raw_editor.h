@@ -37,6 +37,6 @@ void edit_read(Workspace& w);
 
 // Lets all entries behind e follow each other without a gap again, up to the working entries: an edit of the
 // pool moves the start of the next entry alone.
-void pack_starts(Workspace& w, int e);
+void pack_starts(SeriesStore& w, int e);
 
 }  // namespace vorn

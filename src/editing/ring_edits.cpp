@@ -40,11 +40,11 @@ void change_length(Workspace& w, int e, int by) {
 // core's slot is neither.
 void recompute_slot(Workspace& w, int e) {
   if (e == w.nd + 1 && w.tr1 < w.nc) {
-    data_man(w, e);
+    data_man(w, w, w, e);
     w.tr1ok = true;
   }
   if (e == w.nd + 2 && w.tr2 < w.nc) {
-    data_man(w, e);
+    data_man(w, w, w, e);
     w.tr2ok = true;
   }
 }

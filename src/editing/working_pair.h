@@ -20,14 +20,14 @@ void set_chs(Workspace& w);
 // chronology, the core is taken out of the chronology's slot year by year: (depth x value - core) / (depth -
 // 1), so that it is not compared with itself (leave-one-out; Cook and Kairiukstis 1990, Holmes 1983). A year
 // that had the core alone becomes 1.0 and missing. Years of the core outside the chronology are passed over.
-void remove_tree(Workspace& w);
+void remove_tree(SeriesStore& w, const FileTable& files, const Comparison& pair);
 
 // Whether saving slot `k` would leave cores that span more years than a chronology has, which would end the
 // program when that is made the next time.
-bool would_be_too_long(const Workspace& w, int k);
+bool would_be_too_long(const SeriesStore& w, const Comparison& pair, int k);
 
 // Writes slot `k` (1 the sample, 2 the reference) back into its entry; what lies behind it in the pool moves
 // by the change of length. The entry's name stays; chronologies are not built again.
-void save_tree(Workspace& w, int k);
+void save_tree(SeriesStore& w, Comparison& pair, int k);
 
 }  // namespace vorn

@@ -255,7 +255,7 @@ TEST_F(WorkingPair, SavingASlotShortenedByOneMovesEveryLaterEntryDownByOne) {
   w.tr1ok = true;
   w.yr(5) = 11;  // the last ring dropped
   w.ly(5) = 1910;
-  save_tree(w, 1);
+  save_tree(w, w, 1);
   EXPECT_FALSE(w.tr1ok);
   EXPECT_EQ(w.yr(1), 11);
   EXPECT_EQ(w.ly(1), 1910);
@@ -277,7 +277,7 @@ TEST_F(WorkingPair, SavingWritesTheSlotsValuesAndYearsButNotItsName) {
   w.ax(w.ad(5) + 4) = 4.5;
   w.tx(w.ad(5) + 4) = 5.5;
   w.xok(w.ad(5) + 4) = false;
-  save_tree(w, 1);
+  save_tree(w, w, 1);
   EXPECT_EQ(w.nam(1).trimmed(), "ONE");
   EXPECT_EQ(w.fy(1), 1907);
   EXPECT_EQ(w.ly(1), 1918);
@@ -298,7 +298,7 @@ TEST_F(WorkingPair, SavingASlotMadeLongerMovesEveryLaterEntryUp) {
   const double second_tree = ax(2, 1910), chronology = ax(4, 1910), reference = ax(6, 1910);
   w.yr(6) = 13;
   w.ly(6) = 1915;
-  save_tree(w, 2);
+  save_tree(w, w, 2);
   EXPECT_EQ(w.yr(2), 13);
   EXPECT_EQ(w.ad(2), starts[0]);
   for (int i = 3; i <= 6; ++i) EXPECT_EQ(w.ad(i), starts[i - 2] + 1) << i;
@@ -313,7 +313,7 @@ TEST_F(WorkingPair, SavingTheReferenceTouchesItsOwnMark) {
   set_chs(w);
   w.tr1ok = w.tr2ok = true;
   w.x(w.ad(6)) = 9.5;
-  save_tree(w, 2);
+  save_tree(w, w, 2);
   EXPECT_TRUE(w.tr1ok);
   EXPECT_FALSE(w.tr2ok);
   EXPECT_EQ(w.x(w.ad(2)), 9.5);

@@ -217,7 +217,7 @@ TEST_F(LagTableDisplay, LeavesAHeightOf25Behind) {
 }
 
 TEST_F(LagTableDisplay, ShowsWhatTheTableOfTheWorkingPairHolds) {
-  cor_tab(w, 1800);
+  cor_tab(w, w, w, 1800);
   draw();
   // Segments of 50 years every 25 from 1800 to 1999, the reference's 1700 to 1999 around them.
   EXPECT_EQ(bench.marks("text 9").size(), 7u);

@@ -47,19 +47,19 @@ void say_what_is_too_wide(Workspace& w, const FileName& name) {
 
 }  // namespace
 
-void show_outputs(Workspace& w) {
-  for (const RawButton& raw : raw_buttons) w.b(raw.number).lit = raw.layout == w.raw_output;
-  for (const ChronologyButton& crn : crn_buttons) w.b(crn.number).lit = crn.output == w.crn_output;
+void show_outputs(Controls& w, const Settings& settings) {
+  for (const RawButton& raw : raw_buttons) w.b(raw.number).lit = raw.layout == settings.raw_output;
+  for (const ChronologyButton& crn : crn_buttons) w.b(crn.number).lit = crn.output == settings.crn_output;
 }
 
-void choose_output(Workspace& w, ButtonNumber n) {
+void choose_output(Controls& w, Settings& settings, ButtonNumber n) {
   for (const RawButton& raw : raw_buttons) {
-    if (raw.number == n) w.raw_output = raw.layout;
+    if (raw.number == n) settings.raw_output = raw.layout;
   }
   for (const ChronologyButton& crn : crn_buttons) {
-    if (crn.number == n) w.crn_output = crn.output;
+    if (crn.number == n) settings.crn_output = crn.output;
   }
-  show_outputs(w);
+  show_outputs(w, settings);
   const MessageNumber name_line = button::raw_types.contains(n) ? message::raw_name : message::crn_name;
   // mlab names the raw types first and the chronology types behind them, as the buttons stand.
   w.mtext(name_line) = mlab[static_cast<std::size_t>(button::raw_types.place(n))];

@@ -6,12 +6,12 @@
 
 namespace vorn {
 
-// The buttons of the outputs follow w.raw_output and w.crn_output: of each kind the one chosen is lit.
-void show_outputs(Workspace& w);
+// The buttons of the outputs follow raw_output and crn_output: of each kind the one chosen is lit.
+void show_outputs(Controls& w, const Settings& settings);
 
 // Chooses the output of button n, one of those from raw_tucson to crn_column, and shows its name in the
 // message line of its kind.
-void choose_output(Workspace& w, ButtonNumber n);
+void choose_output(Controls& w, Settings& settings, ButtonNumber n);
 
 // Writes the cores of the store in the layout w.raw_output (vorn::write_raw of formats/) to output_name() of
 // the current file, shown as message line 21. Troubles are told on the page.

@@ -40,20 +40,20 @@ class Saving : public FileBench {
 
 TEST_F(Saving, TheButtonsOfTheTablesShowWhatIsChosenAtFirst) {
   const std::vector<ButtonNumber> of_the_tables = lit();
-  show_outputs(w);
+  show_outputs(w, w);
   EXPECT_EQ(lit(), of_the_tables);
   EXPECT_EQ(lit(), (std::vector<ButtonNumber>{button::raw_tucson, button::crn_index}));
 }
 
 TEST_F(Saving, AnOutputChosenIsKeptAsAValueAndItsButtonFollows) {
-  choose_output(w, button::raw_compact);
+  choose_output(w, w, button::raw_compact);
   EXPECT_EQ(w.raw_output, Layout::compact);
   EXPECT_EQ(w.mtext(message::raw_name).trimmed(), "Compact.prn");
-  choose_output(w, button::crn_column);
+  choose_output(w, w, button::crn_column);
   EXPECT_EQ(w.crn_output, ChronologyOutput::column);
   EXPECT_EQ(w.mtext(message::crn_name).trimmed(), "Column.prn");
   EXPECT_EQ(lit(), (std::vector<ButtonNumber>{button::raw_compact, button::crn_column}));
-  choose_output(w, button::raw_heidelberg);
+  choose_output(w, w, button::raw_heidelberg);
   EXPECT_EQ(lit(), (std::vector<ButtonNumber>{button::raw_heidelberg, button::crn_column}));
 }
 

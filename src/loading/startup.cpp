@@ -45,7 +45,7 @@ void show_settings(Workspace& w) {
   w.b(button::display_width).label = edit(setting_edit, w.sl);
   w.b(button::segment_length).label = edit(setting_edit, w.seg);
   w.b(button::segment_overlap).label = edit(setting_edit, w.olap);
-  show_outputs(w);
+  show_outputs(w, w);
 }
 
 // Recognises file f of the list, as the current file, if it exists.
@@ -57,7 +57,7 @@ void look_at_file(Workspace& w, int f) {
 }
 
 // What file f of the list is, in the words of the listing.
-std::string_view what_it_is(Workspace& w, int f) {
+std::string_view what_it_is(const FileTable& w, int f) {
   return w.rawok(f) ? name_of(w.rftype(f)) : "File does not exist ";
 }
 
@@ -68,7 +68,7 @@ void show_file(Workspace& w, int f) {
   w.plot.show();
 }
 
-bool is_usable(Workspace& w, int f) {
+bool is_usable(const FileTable& w, int f) {
   return w.rawok(f) && row_of(w.rftype(f));
 }
 
@@ -90,7 +90,7 @@ void look_behind_the_list(Workspace& w, TextInput& list) {
 
 // Closes the gaps that missing and unrecognised files leave in the file table. Returns how many files are
 // kept.
-int keep_usable(Workspace& w) {
+int keep_usable(FileTable& w) {
   int kept = 0;
   w.nraw = 0;
   for (int f = 1; f <= w.nfil; ++f) {

@@ -24,7 +24,7 @@ void draw(Workspace& w, int start_year) {
   w.plot.erase();
   cor_but(w, start_year);
   if (w.b(button::correlation_table).lit) {
-    cor_tab(w, start_year);
+    cor_tab(w, w, w, start_year);
     cor_plot(w);
   } else {
     cor_best(w);

@@ -44,9 +44,9 @@ class CrossMenu {
 
  private:
   void act(ButtonNumber n) {
-    if (button::scroll_row.contains(n)) return scr(w, -scroll_years(button::scroll_row, n));
-    if (button::sample_row.contains(n)) return topbot(w, 1, scroll_years(button::sample_row, n));
-    if (button::reference_row.contains(n)) return topbot(w, 2, scroll_years(button::reference_row, n));
+    if (button::scroll_row.contains(n)) return scr(w, w, w, -scroll_years(button::scroll_row, n));
+    if (button::sample_row.contains(n)) return topbot(w, w, w, 1, scroll_years(button::sample_row, n));
+    if (button::reference_row.contains(n)) return topbot(w, w, w, 2, scroll_years(button::reference_row, n));
     switch (n) {
       case button::insert_ring:
       case button::delete_ring:
@@ -176,8 +176,8 @@ class CrossMenu {
     const int entry = k == 1 ? w.tr1 : w.tr2;
     const int growth = w.yr(w.nd + k) - w.yr(entry);
     if (w.ad(w.nd) + w.yr(w.nd) - 1 + growth > max_pool) return out_err(w, "Would be too many rings");
-    if (would_be_too_long(w, k)) return out_err(w, "Chronology too long");
-    save_tree(w, k);
+    if (would_be_too_long(w, w, k)) return out_err(w, "Chronology too long");
+    save_tree(w, w, k);
     w.derived_stale = true;
     w.b(k == 1 ? button::save_sample : button::save_reference).on = false;
   }

@@ -83,7 +83,7 @@ class TakenBack : public MenuBench {
       w->ls = w->fs + w->sl - 1;
       // Computed before the picture of the store is taken: the indices of a slot lie on the last value of the
       // last entry too.
-      if (core_ < w->nc) data_man(*w, slot_);
+      if (core_ < w->nc) data_man(*w, *w, *w, slot_);
       before_slots_ = {Slot(*w, w->nd + 1), Slot(*w, w->nd + 2)};
       before_ = std::make_unique<Store>(*w);
     });

@@ -331,7 +331,7 @@ TEST_F(PairReady, AnIndexFilesColumnIsLeftAlone) {
     EXPECT_EQ(w->cyr(2), 30);
     for (int i = 1; i <= 4; ++i) {
       const Values now = values(w->ax, i);
-      data_man(*w, i);
+      data_man(*w, *w, *w, i);
       EXPECT_EQ(values(w->ax, i), now) << i;
     }
   });

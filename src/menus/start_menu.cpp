@@ -124,7 +124,7 @@ class StartMenu {
       case button::raw_compact:
       case button::crn_index:
       case button::crn_column:
-        return choose_output(w, n);
+        return choose_output(w, w, n);
       default:
         return;  // nothing hit
     }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "workspace/capacity.h"
+
 namespace vorn {
 namespace {
 

@@ -1,8 +1,9 @@
 // The chronologies as entries of the series store.
 #pragma once
 
-#include "records/text.h"
-#include "workspace/vorndata.h"
+#include "workspace/file_table.h"
+#include "workspace/names.h"
+#include "workspace/series_store.h"
 
 namespace vorn {
 

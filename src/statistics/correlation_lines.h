@@ -1,9 +1,11 @@
 // The lines of a block of Corr.prn.
 #pragma once
 
+#include "records/text.h"
 #include "statistics/report_file.h"
 #include "statistics/segment_grid.h"
-#include "workspace/vorndata.h"
+#include "workspace/series_store.h"
+#include "workspace/work_vectors.h"
 
 namespace vorn {
 
@@ -15,9 +17,13 @@ namespace vorn {
 //
 // A block of n = 0, -1 or -2 puts the mean's columns over those of the name; with fewer the lines drop out.
 
-// Writes one block from w.corr_tables: headings, a line for each entry with a valid cell, and the means of
+// The buffer in which a line is laid out; the last one stays in it.
+using ReportLine = Text<140>;
+
+// Writes one block from work.corr_tables: headings, a line for each entry with a valid cell, and the means of
 // the trees after the last of them. What the lines of trees show is added to wk1 and iwk1 (by segment) and to
 // wk2 and iwk2 (by tree).
-void write_block(Workspace& w, const SegmentBlock& block, ReportFile& file);
+void write_block(const SeriesStore& store, WorkVectors& work, ReportLine& line, const SegmentBlock& block,
+                 ReportFile& file);
 
 }  // namespace vorn

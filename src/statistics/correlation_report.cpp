@@ -122,7 +122,7 @@ void cor_report(Workspace& w, const TellStatus& tell) {
     const SegmentBlock block = grid.block(k);
     work.part(static_cast<double>(k) / grid.blocks(), (k + 1.0) / grid.blocks());
     correlate_block(w, block, used);
-    write_block(w, block, file);
+    write_block(w, w, w.mess, block, file);
   }
   w.ios = file.close();
   tell("Close", report_name);

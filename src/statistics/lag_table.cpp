@@ -6,6 +6,7 @@
 #include "statistics/absolute_difference.h"
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
+#include "workspace/capacity.h"
 #include "workspace/years.h"
 
 namespace vorn {
@@ -56,27 +57,31 @@ void fill_segment(const SeriesStore& store, LagTable& table, int k, YearSpan seg
 }
 
 template <class Measure>
-void fill_table(Workspace& w, std::int32_t ystart, Measure measure) {
-  const int sample = w.nd + 1, reference = w.nd + 2;
-  w.cyrs.fill(no_year);
-  w.ctab.fill(0.0);
-  const YearSpan both = common({w.fy(sample), w.ly(sample)}, {w.fy(reference), w.ly(reference)});
-  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - w.seg + 1;
+void fill_table(const SeriesStore& store, const Settings& settings, LagTable& table, std::int32_t ystart,
+                Measure measure) {
+  const int sample = store.nd + 1, reference = store.nd + 2;
+  table.cyrs.fill(no_year);
+  table.ctab.fill(0.0);
+  const YearSpan both =
+      common({store.fy(sample), store.ly(sample)}, {store.fy(reference), store.ly(reference)});
+  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - settings.seg + 1;
   int k = 0;
-  for (const std::int64_t start : segment_starts(first, last, std::int64_t{w.seg} - w.olap)) {
-    fill_segment(w, w, ++k, {start, start + w.seg - 1}, measure);
+  for (const std::int64_t start : segment_starts(first, last, std::int64_t{settings.seg} - settings.olap)) {
+    fill_segment(store, table, ++k, {start, start + settings.seg - 1}, measure);
   }
 }
 
 }  // namespace
 
-void cor_tab(Workspace& w, std::int32_t ystart) {
+void cor_tab(const SeriesStore& store, const Settings& settings, LagTable& table, std::int32_t ystart) {
   // Deliberate: [wins-its-row] whether a cell is valid is not kept; one with too few pairs holds 2.0.
-  fill_table(w, ystart, [](auto a, auto b, auto ok) { return covmiss(a, b, ok).r; });
+  fill_table(store, settings, table, ystart, [](auto a, auto b, auto ok) { return covmiss(a, b, ok).r; });
 }
 
-void cor_abs(Workspace& w, std::int32_t ystart, const Tell& tell) {
-  fill_table(w, ystart, [&tell](auto a, auto b, auto ok) { return absmiss(a, b, ok, tell).d; });
+void cor_abs(const SeriesStore& store, const Settings& settings, LagTable& table, std::int32_t ystart,
+             const Tell& tell) {
+  fill_table(store, settings, table, ystart,
+             [&tell](auto a, auto b, auto ok) { return absmiss(a, b, ok, tell).d; });
 }
 
 }  // namespace vorn

@@ -5,7 +5,9 @@
 #include <cstdint>
 
 #include "statistics/telling.h"
-#include "workspace/vorndata.h"
+#include "workspace/series_store.h"
+#include "workspace/settings.h"
+#include "workspace/work_vectors.h"
 
 namespace vorn {
 
@@ -20,11 +22,12 @@ namespace vorn {
 //           from which a whole segment lies in both series; that holds for the first one too, even where it
 //           is before their common span. A negative step runs backwards. A step of 0 leaves the table empty.
 //           Lags never lead the sample out of its own years; the reference is read as the pool stands.
-void cor_tab(Workspace& w, std::int32_t ystart);
+void cor_tab(const SeriesStore& store, const Settings& settings, LagTable& table, std::int32_t ystart);
 
 // The same table with the mean absolute difference of standardised values (absmiss) instead of the
 // correlation; -1.0 with fewer than eleven pairs. Tells the five numbers of absmiss for every cell without a
 // missing ring. No menu offers it: it is there to look at a pair by another measure, from a test or debugger.
-void cor_abs(Workspace& w, std::int32_t ystart, const Tell& tell);
+void cor_abs(const SeriesStore& store, const Settings& settings, LagTable& table, std::int32_t ystart,
+             const Tell& tell);
 
 }  // namespace vorn

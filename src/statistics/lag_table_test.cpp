@@ -54,7 +54,7 @@ TEST(LagTable, OfFiftyYearsWithAnOverlapOf25StartsASegmentEvery25) {
   TestStore store;
   const auto a = noise(100, 1), b = noise(100, 2);
   store.set_pair(1900, a, 1900, b);
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_EQ(segments(store.w), (Segments{{1900, 1949}, {1925, 1974}, {1950, 1999}}));
   // A lag of +3: the reference's 1925-1974 with the sample's 1928-1977.
   EXPECT_EQ(store.w.ctab(3 + 11, 2), cov(years(b, 1900, 1925, 50), years(a, 1900, 1928, 50)));
@@ -68,34 +68,34 @@ TEST(LagTable, FindsASampleDatedFourYearsTooLateAtPlusFour) {
   TestStore store;
   const auto b = noise(120, 2);
   store.set_pair(1904, b, 1900, b);
-  cor_tab(store.w, 1904);
+  cor_tab(store.w, store.w, store.w, 1904);
   for (int k = 1; k <= 2; ++k) EXPECT_NEAR(store.w.ctab(4 + 11, k), 1.0, 1e-12);
 }
 
 TEST(LagTable, EndsWithASegmentThatEndsWithTheShorterSeries) {
   TestStore store;
   store.set_pair(1900, noise(110, 1), 1900, noise(200, 2));
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_EQ(segments(store.w), (Segments{{1900, 1949}, {1925, 1974}, {1950, 1999}, {1960, 2009}}));
 }
 
 TEST(LagTable, StartsWithTheLaterSeriesOrWithTheYearAskedFor) {
   TestStore store;
   store.set_pair(1900, noise(100, 1), 1910, noise(100, 2));
-  cor_tab(store.w, 1800);
+  cor_tab(store.w, store.w, store.w, 1800);
   EXPECT_EQ(segments(store.w), (Segments{{1910, 1959}, {1935, 1984}, {1950, 1999}}));
-  cor_tab(store.w, 1940);
+  cor_tab(store.w, store.w, store.w, 1940);
   EXPECT_EQ(segments(store.w), (Segments{{1940, 1989}, {1950, 1999}}));
-  cor_tab(store.w, 1974);
+  cor_tab(store.w, store.w, store.w, 1974);
   EXPECT_EQ(segments(store.w), (Segments{{1950, 1999}}));
-  cor_tab(store.w, 1975);
+  cor_tab(store.w, store.w, store.w, 1975);
   EXPECT_TRUE(empty(store.w));
 }
 
 TEST(LagTable, OfASampleShorterThanTenYearsMoreThanASegmentHasFewerLags) {
   TestStore store;
   store.set_pair(1900, noise(55, 1), 1850, noise(150, 2));
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_EQ(segments(store.w), (Segments{{1900, 1949}, {1905, 1954}}));
   EXPECT_EQ(lags(store.w, 1), from_to(0, 5));
   EXPECT_EQ(lags(store.w, 2), from_to(-5, 0));
@@ -107,10 +107,10 @@ TEST(LagTable, HoldsTwoWhereThereAreFewerThanThreePairs) {
   store.w.seg = 20;
   store.w.olap = 1;
   store.set_pair(1900, a, 1900, b, "++++++++++----------", "--------++++++++++++");
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_EQ(store.w.ctab(11, 1), 2.0);
   store.set_pair(1900, a, 1900, b, "+++++++++++---------", "--------++++++++++++");
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_EQ(store.w.ctab(11, 1), cov(years(b, 1900, 1908, 3), years(a, 1900, 1908, 3)));
 }
 
@@ -119,7 +119,7 @@ TEST(LagTable, HasAtMost34Segments) {
   store.w.seg = 10;
   store.w.olap = 5;
   store.set_pair(1000, noise(1000, 1), 1000, noise(1000, 2));
-  cor_tab(store.w, 1000);
+  cor_tab(store.w, store.w, store.w, 1000);
   ASSERT_EQ(segments(store.w).size(), 34u);
   EXPECT_EQ(segments(store.w).back(), Years(1165, 1174));
 }
@@ -127,10 +127,10 @@ TEST(LagTable, HasAtMost34Segments) {
 TEST(LagTable, IsEmptyWhereTheOverlapIsTheSegment) {
   TestStore store;
   store.set_pair(1900, noise(100, 1), 1900, noise(100, 2));
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   ASSERT_FALSE(empty(store.w));
   store.w.olap = 50;
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_TRUE(empty(store.w));
 }
 
@@ -138,7 +138,7 @@ TEST(LagTable, RunsBackwards34SegmentsWhereTheOverlapIsGreaterThanTheSegment) {
   TestStore store;
   store.w.olap = 52;
   store.set_pair(1900, noise(100, 1), 1900, noise(100, 2));
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   ASSERT_EQ(segments(store.w).size(), 34u);
   EXPECT_EQ(segments(store.w).front(), Years(1900, 1949));
   EXPECT_EQ(segments(store.w).back(), Years(1834, 1883));
@@ -153,7 +153,7 @@ TEST(LagTable, RunsBackwardsNoFurtherThanItHasRoomWhereTheSeriesLieApart) {
   TestStore store;
   store.w.olap = 52;
   store.set_pair(1900, noise(100, 1), 1700, noise(100, 2));
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   EXPECT_EQ(segments(store.w), Segments(34, Years(1750, 1799)));
   EXPECT_TRUE(lags(store.w, 1).empty());
 }
@@ -162,7 +162,7 @@ TEST(LagTable, KeepsTheLastStartForTheFirstSegmentAlsoBeforeTheCommonYears) {
   TestStore store;
   const auto a = noise(100, 1), b = noise(40, 2);
   store.set_pair(1900, a, 1900, b);
-  cor_tab(store.w, 1900);
+  cor_tab(store.w, store.w, store.w, 1900);
   // 50 years that end with the reference in 1939 start in 1890. Its years before 1900 are read as the pool
   // stands: the last ten values of the sample, which lies before it.
   EXPECT_EQ(segments(store.w), (Segments{{1890, 1939}}));
@@ -178,7 +178,7 @@ TEST(LagTable, ReadsNothingOutsideThePool) {
   // The reference begins 200 years behind the end of the sample; 1950 would stand 250 places before it, and
   // the pool begins 100 places before it.
   store.set_pair(1900, noise(100, 1), 2200, noise(100, 2));
-  cor_tab(store.w, 2200);
+  cor_tab(store.w, store.w, store.w, 2200);
   ASSERT_EQ(segments(store.w).size(), 34u);
   EXPECT_EQ(segments(store.w).front(), Years(1950, 1999));
   EXPECT_EQ(segments(store.w).back(), Years(1870, 1919));
@@ -194,7 +194,7 @@ TEST(LagTable, IsSafeForAllSegmentsAndOverlapsThatTheMenusAllow) {
       store.w.seg = seg;
       store.w.olap = olap;
       for (const int start : {-300, -250, -212}) {
-        cor_tab(store.w, start);
+        cor_tab(store.w, store.w, store.w, start);
         for (int k = 1; k <= max_segments; ++k) {
           ASSERT_TRUE(store.w.cyrs(1, k) == -9999 || store.w.cyrs(2, k) == store.w.cyrs(1, k) + seg - 1);
         }
@@ -209,7 +209,7 @@ TEST(LagTableOfDifferences, ShowsTheFiveNumbersForEachCellWithoutMissingRings) {
   store.w.olap = 1;
   const auto a = noise(12, 1), b = noise(12, 2);
   store.set_pair(1900, a, 1900, b);
-  cor_abs(store.w, 1900, store.tells());
+  cor_abs(store.w, store.w, store.w, 1900, store.tells());
   EXPECT_EQ(segments(store.w), (Segments{{1900, 1911}}));
   EXPECT_EQ(store.messages.str().size(), 121u);
   EXPECT_GT(store.w.ctab(11, 1), 0.0);
@@ -220,7 +220,7 @@ TEST(LagTableOfDifferences, HoldsMinusOneWhereThereAreFewerThanElevenPairs) {
   store.w.seg = 12;
   store.w.olap = 1;
   store.set_pair(1900, noise(12, 1), 1900, noise(12, 2), "-+++++++++++", "+++++++++++-");
-  cor_abs(store.w, 1900, store.tells());
+  cor_abs(store.w, store.w, store.w, 1900, store.tells());
   EXPECT_EQ(store.w.ctab(11, 1), -1.0);
   EXPECT_EQ(store.messages.str(), "");
 }

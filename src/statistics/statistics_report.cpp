@@ -26,7 +26,7 @@ struct Rings {
   double count = 0.0;  // of all trees
 };
 
-void write_tree(Workspace& w, int t, ReportFile& file, Rings& rings) {
+void write_tree(const Workspace& w, int t, ReportFile& file, Rings& rings) {
   const auto widths = w.widths(t);
   const double age = w.yr(t);
   double sum = 0.0, squares = 0.0;
@@ -40,7 +40,7 @@ void write_tree(Workspace& w, int t, ReportFile& file, Rings& rings) {
             w.tree_to_chronology(t), w.tree_to_trees(t));
 }
 
-void write_page(Workspace& w, int first, ReportFile& file, Rings& rings) {
+void write_page(const Workspace& w, int first, ReportFile& file, Rings& rings) {
   file.line(EditFormat(heading_1));
   file.line(EditFormat(heading_2));
   file.empty_line();
@@ -68,7 +68,7 @@ void stats_rep(Workspace& w, const TellStatus& tell) {
   w.ios = file.create(w.files, report_name);
   if (tell("Open", report_name)) return;
   file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
-  const double mean_cbar = cbar(w, w.tree_to_chronology.range(1, max_series));
+  const double mean_cbar = cbar(w, w, w, w.tree_to_chronology.range(1, max_series));
   work.part(0, share_of_pairs);
   const double mean_rbar = rbar(w, w.tree_to_trees.range(1, max_series));
   Rings rings;

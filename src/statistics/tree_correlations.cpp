@@ -102,19 +102,19 @@ double rbar(Workspace& w, std::span<double> rtree) {
   return kept.mean;
 }
 
-double cbar(Workspace& w, std::span<double> rcrn) {
+double cbar(const SeriesStore& store, const FileTable& files, WorkVectors& work, std::span<double> rcrn) {
   std::fill(rcrn.begin(), rcrn.end(), 0.0);
-  const Column column = current_column(w);
+  const Column column = current_column(files);
   for (int p = 1; p <= column.years.count(); ++p) {
-    w.wk2(p) = w.num(p, column.file);
-    w.wk3(p) = std::max(w.wk2(p), 1.0);
+    work.wk2(p) = files.num(p, column.file);
+    work.wk3(p) = std::max(work.wk2(p), 1.0);
   }
   double total = 0.0, trees = 0.0;
-  for (int i = 1; i <= w.nc; ++i) {
-    const SeriesView series = tree(w, i);
-    const YearSpan span = well_covered(w, series, column);
+  for (int i = 1; i <= store.nc; ++i) {
+    const SeriesView series = tree(store, i);
+    const YearSpan span = well_covered(files, series, column);
     if (span.count() < fewest_common_years) continue;
-    const double r = tree_to_rest(w, w, series.over(span), column);
+    const double r = tree_to_rest(files, work, series.over(span), column);
     rcrn[static_cast<std::size_t>(i - 1)] = r;
     total += r;
     ++trees;

@@ -130,7 +130,7 @@ TEST(Cbar, DividesBySampleDepthAndNotByOneLess) {
   store.set_chronology(1, "a.crn", 1900, crn, depths(60, 3));
   std::vector<double> rcrn(10000, 7.0);
   const double r = cov(tree, rest(crn, tree, 3));
-  EXPECT_EQ(cbar(store.w, rcrn), r);
+  EXPECT_EQ(cbar(store.w, store.w, store.w, rcrn), r);
   EXPECT_EQ(rcrn[0], r);
   EXPECT_EQ(rcrn[1], 0.0);
   // A constant divisor does not show in a correlation; one that changes half way does.
@@ -141,7 +141,7 @@ TEST(Cbar, DividesBySampleDepthAndNotByOneLess) {
     mixed.push_back((deep[k] * crn[k] - tree[k]) / deep[k]);
   }
   store.set_chronology(1, "a.crn", 1900, crn, deep);
-  EXPECT_EQ(cbar(store.w, rcrn), cov(tree, mixed));
+  EXPECT_EQ(cbar(store.w, store.w, store.w, rcrn), cov(tree, mixed));
 }
 
 TEST(Cbar, LeavesOutATreeOf45YearsOfWhichTheFirst6HaveDepth1) {
@@ -151,11 +151,11 @@ TEST(Cbar, LeavesOutATreeOf45YearsOfWhichTheFirst6HaveDepth1) {
   for (std::size_t k = 0; k < 6; ++k) deep[k] = 1;
   store.set_chronology(1, "a.crn", 1900, noise(45, 9), deep);
   std::vector<double> rcrn(10000, 7.0);
-  EXPECT_TRUE(std::isnan(cbar(store.w, rcrn)));
+  EXPECT_TRUE(std::isnan(cbar(store.w, store.w, store.w, rcrn)));
   EXPECT_EQ(rcrn[0], 0.0);
   deep[5] = 2;  // 40 years are left
   store.set_chronology(1, "a.crn", 1900, noise(45, 9), deep);
-  EXPECT_FALSE(std::isnan(cbar(store.w, rcrn)));
+  EXPECT_FALSE(std::isnan(cbar(store.w, store.w, store.w, rcrn)));
   EXPECT_NE(rcrn[0], 0.0);
 }
 
@@ -171,7 +171,7 @@ TEST(Cbar, TrimsTheEndsOnlyAndKeepsThinYearsBetween) {
   std::vector<double> values;
   for (std::size_t k = 2; k < 59; ++k) values.push_back((deep[k] * crn[k] - tree[k]) / std::max(deep[k], 1));
   std::vector<double> rcrn(10000);
-  EXPECT_EQ(cbar(store.w, rcrn), cov(part(tree, 2, 57), values));
+  EXPECT_EQ(cbar(store.w, store.w, store.w, rcrn), cov(part(tree, 2, 57), values));
 }
 
 TEST(Cbar, TakesTheMeanOverTheTreesThatQualify) {
@@ -182,7 +182,7 @@ TEST(Cbar, TakesTheMeanOverTheTreesThatQualify) {
   store.add_tree("C", 1930, noise(70, 3));
   store.set_chronology(1, "a.crn", 1900, crn, depths(100, 3));
   std::vector<double> rcrn(10000);
-  const double mean = cbar(store.w, rcrn);
+  const double mean = cbar(store.w, store.w, store.w, rcrn);
   EXPECT_EQ(rcrn[1], 0.0);
   EXPECT_NE(rcrn[0], 0.0);
   EXPECT_NE(rcrn[2], 0.0);
@@ -194,8 +194,8 @@ TEST(Cbar, IsTheSameWhenItsResultsGoToItsOwnWorkVector) {
   for (unsigned i = 1; i <= 5; ++i) store.add_tree("T", 1900, noise(60, i));
   store.set_chronology(1, "a.crn", 1900, noise(60, 9), depths(60, 5));
   std::vector<double> rcrn(10000);
-  const double mean = cbar(store.w, rcrn);
-  EXPECT_EQ(cbar(store.w, store.w.wk1.range(1, 10000)), mean);
+  const double mean = cbar(store.w, store.w, store.w, rcrn);
+  EXPECT_EQ(cbar(store.w, store.w, store.w, store.w.wk1.range(1, 10000)), mean);
 }
 
 TEST(Cbar, PassesOverTreesOutsideTheChronology) {
@@ -206,7 +206,7 @@ TEST(Cbar, PassesOverTreesOutsideTheChronology) {
   store.add_tree("NOTHING", 1900, {});
   store.set_chronology(1, "a.crn", 1900, noise(60, 9), depths(60, 4));
   std::vector<double> rcrn(10000);
-  EXPECT_EQ(cbar(store.w, rcrn), rcrn[2]);
+  EXPECT_EQ(cbar(store.w, store.w, store.w, rcrn), rcrn[2]);
   EXPECT_NE(rcrn[2], 0.0);
 }
 
@@ -214,7 +214,7 @@ TEST(Cbar, OfAChronologyWithoutYearsIsNotANumber) {
   TestStore store;
   store.add_tree("A", 1900, noise(60, 1));
   std::vector<double> rcrn(10000);
-  EXPECT_TRUE(std::isnan(cbar(store.w, rcrn)));
+  EXPECT_TRUE(std::isnan(cbar(store.w, store.w, store.w, rcrn)));
 }
 
 }  // namespace

@@ -173,11 +173,11 @@ constexpr MessageRow message_rows[] = {
 
 // clang-format on
 
-void set_button(Workspace& w, const ButtonRow& row) {
+void set_button(Controls& w, const ButtonRow& row) {
   w.b(ButtonNumber{row.number}) = {{row.x1, row.y1, row.x2, row.y2}, row.label, row.on, row.lit};
 }
 
-void set_scroll_buttons(Workspace& w) {
+void set_scroll_buttons(Controls& w) {
   for (const ScrollRow& row : scroll_rows) {
     int number = plain(row.buttons.first);
     for (const ScrollColumn& column : scroll_columns) {
@@ -187,7 +187,7 @@ void set_scroll_buttons(Workspace& w) {
 }
 
 // Headers of 250 units, one beside the other, the first one lit: the column being edited.
-void set_editor_columns(Workspace& w) {
+void set_editor_columns(Controls& w) {
   constexpr int left = 450, width = 250, y1 = 180, y2 = 225;
   for (const ButtonNumber n : button::editor_columns) {
     const int x1 = left + width * button::editor_columns.place(n);
@@ -197,7 +197,7 @@ void set_editor_columns(Workspace& w) {
 
 }  // namespace
 
-void set_up_graph(Workspace& w) {
+void set_up_graph(Controls& w) {
   set_scroll_buttons(w);
   set_editor_columns(w);
   for (const ButtonRow& row : button_rows) set_button(w, row);

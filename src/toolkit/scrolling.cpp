@@ -4,6 +4,7 @@
 #include <array>
 
 #include "toolkit/buttons.h"
+#include "workspace/vorndata.h"
 
 namespace vorn {
 namespace {
@@ -18,32 +19,32 @@ std::int32_t scroll_years(ButtonRange row, ButtonNumber n) {
   return from_the_left.at(static_cast<std::size_t>(row.place(n)));
 }
 
-void scr(Workspace& w, std::int32_t step) {
-  const Years first = std::min(w.fy(w.tr1), w.fy(w.tr2));
-  const Years last = std::max(w.ly(w.tr1), w.ly(w.tr2));
-  Years start = Years{w.fs} - step;
+void scr(View& view, const SeriesStore& store, const Comparison& pair, std::int32_t step) {
+  const Years first = std::min(store.fy(pair.tr1), store.fy(pair.tr2));
+  const Years last = std::max(store.ly(pair.tr1), store.ly(pair.tr2));
+  Years start = Years{view.fs} - step;
   // Deliberate: [one-year-before] back to the year before the first.
-  if (w.sl + start + 1 < last) start = std::max(start, first - 1);
-  if (start > first) start = std::min(start, last - w.sl);
-  w.show_from(start);
+  if (view.sl + start + 1 < last) start = std::max(start, first - 1);
+  if (start > first) start = std::min(start, last - view.sl);
+  view.show_from(start);
 }
 
-void topbot(Workspace& w, int k, std::int32_t step) {
-  const int t = w.nd + k;
-  Years earliest = w.fy(1), latest = w.ly(1);
-  for (int i = 2; i <= w.nd + 2; ++i) {
-    earliest = std::min<Years>(earliest, w.fy(i));
-    latest = std::max<Years>(latest, w.ly(i));
+void topbot(SeriesStore& store, Comparison& pair, Controls& controls, int k, std::int32_t step) {
+  const int t = store.nd + k;
+  Years earliest = store.fy(1), latest = store.ly(1);
+  for (int i = 2; i <= store.nd + 2; ++i) {
+    earliest = std::min<Years>(earliest, store.fy(i));
+    latest = std::max<Years>(latest, store.ly(i));
   }
-  Years first = std::max(Years{w.fy(t)} + step, latest - (max_years - 1));
+  Years first = std::max(Years{store.fy(t)} + step, latest - (max_years - 1));
   // Deliberate: [upper-limit-wins] applied last, so that this limit holds where both contradict each other.
   first = std::min(first, earliest + (max_years - 1));
-  w.ly(t) = held_year(Years{w.ly(t)} - w.fy(t) + first);
-  w.fy(t) = held_year(first);
-  w.b(k == 1 ? button::save_sample : button::save_reference).on = true;
+  store.ly(t) = held_year(Years{store.ly(t)} - store.fy(t) + first);
+  store.fy(t) = held_year(first);
+  controls.b(k == 1 ? button::save_sample : button::save_reference).on = true;
   // Deliberate: [last-tree-unmarked] the last tree, nc, is not.
-  if (k == 1 && w.tr1 < w.nc) w.tr1ok = true;
-  if (k == 2 && w.tr2 < w.nc) w.tr2ok = true;
+  if (k == 1 && pair.tr1 < store.nc) pair.tr1ok = true;
+  if (k == 2 && pair.tr2 < store.nc) pair.tr2ok = true;
 }
 
 }  // namespace vorn

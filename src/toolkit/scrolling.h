@@ -3,7 +3,10 @@
 
 #include <cstdint>
 
-#include "workspace/vorndata.h"
+#include "workspace/comparison.h"
+#include "workspace/controls.h"
+#include "workspace/series_store.h"
+#include "workspace/view.h"
 
 namespace vorn {
 
@@ -13,11 +16,11 @@ std::int32_t scroll_years(ButtonRange row, ButtonNumber n);
 
 // Moves the years shown, fs to ls, back by `step` years (forward by a negative one), but not past the last
 // year of the later of the series tr1 and tr2 nor before the first year of the earlier one.
-void scr(Workspace& w, std::int32_t step);
+void scr(View& view, const SeriesStore& store, const Comparison& pair, std::int32_t step);
 
 // Moves the working entry `k` (1 the sample, 2 the reference) by `step` years, no farther than that all
 // entries, the working ones included, span 12,000 years. Offers to save the change, and marks it when the
 // series is a stored tree other than the last one.
-void topbot(Workspace& w, int k, std::int32_t step);
+void topbot(SeriesStore& store, Comparison& pair, Controls& controls, int k, std::int32_t step);
 
 }  // namespace vorn
