@@ -13,7 +13,7 @@ constexpr int offset_x = 80;  // within a column
 
 }  // namespace
 
-void cor_best(Workspace& w) {
+void cor_best(const Workspace& w) {
   int x = left;
   for (const MatchedStretch& stretch : best_matches(w)) {
     w.plot.setclr(colour::light_blue);

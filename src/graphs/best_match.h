@@ -6,6 +6,6 @@
 namespace vorn {
 
 // Draws best_matches in columns: years, then correlation and offset of each rank. Leaves the colour at ink.
-void cor_best(Workspace& w);
+void cor_best(const Workspace& w);
 
 }  // namespace vorn

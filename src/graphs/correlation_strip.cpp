@@ -41,7 +41,7 @@ std::string correlation_text(const SeriesStore& store, YearSpan years, int lag) 
   return c.valid ? edit(correlation_edit, c.r) : " None";
 }
 
-void captions(Workspace& w) {
+void captions(const Workspace& w) {
   w.plot.winfnt("Arial");
   w.plot.simplx();
   w.plot.messag("Correlation to", 660, 1480);
@@ -52,7 +52,7 @@ void captions(Workspace& w) {
 
 }  // namespace
 
-void cor_graph(Workspace& w) {
+void cor_graph(const Workspace& w) {
   const int sample = w.nd + 1, reference = w.nd + 2;
   const std::int64_t bar = (std::int64_t{w.fs} + w.ls) / 2;
   const YearSpan both = common({w.fy(sample), w.ly(sample)}, {w.fy(reference), w.ly(reference)});

@@ -12,6 +12,6 @@ namespace vorn {
 // years or less is left out, one with fewer than 3 pairs of present rings reads "None". Nothing at all is
 // drawn, not even the bar, when the last common year is less than 20 years after the first or when the bar
 // is more than 2 years away from the common years.
-void cor_graph(Workspace& w);
+void cor_graph(const Workspace& w);
 
 }  // namespace vorn

@@ -52,7 +52,7 @@ int best_column(const Workspace& w, int segment) {
   return best - 1;
 }
 
-void shade(Workspace& w, int segments) {
+void shade(const Workspace& w, int segments) {
   w.plot.setclr(colour::light_grey);
   w.plot.rectangle(column_left(max_lag), top, column_left(max_lag + 1), row_top(segments));
   w.plot.setclr(colour::light_red);
@@ -62,7 +62,7 @@ void shade(Workspace& w, int segments) {
   }
 }
 
-void draw_columns(Workspace& w, int segments) {
+void draw_columns(const Workspace& w, int segments) {
   w.plot.setclr(colour::green);
   w.plot.line(left, top, right, top);
   w.plot.line(left, top, left, row_top(segments));
@@ -94,7 +94,7 @@ std::string correlation_text(double r) {
   return text.erase(1, 1);
 }
 
-void draw_row(Workspace& w, int segment) {
+void draw_row(const Workspace& w, int segment) {
   const int first = w.cyrs(1, segment), last = w.cyrs(2, segment);
   const int bottom = row_top(segment), text_y = bottom - 25;
   w.plot.setclr(colour::green);
@@ -110,7 +110,7 @@ void draw_row(Workspace& w, int segment) {
 
 }  // namespace
 
-void cor_plot(Workspace& w) {
+void cor_plot(const Workspace& w) {
   const int segments = segments_computed(w);
   w.plot.height(20);
   shade(w, segments);

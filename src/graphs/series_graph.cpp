@@ -22,7 +22,7 @@ constexpr int fewest_standardised = 20;  // visible years; with fewer the statis
 // Years come from files and may be anything that 32 bits hold; sums of them are formed in 64.
 using Years = std::int64_t;
 
-void draw_axes(Workspace& w) {
+void draw_axes(const Workspace& w) {
   w.plot.axspos(200, 1300);
   w.plot.axslen(2500, 850);
   w.plot.height(20);
@@ -40,14 +40,14 @@ void draw_axes(Workspace& w) {
   w.plot.grid(1, 1);
 }
 
-void draw_picked_year(Workspace& w) {
+void draw_picked_year(const Workspace& w) {
   if (!w.b(button::insertion_ok).on && !w.b(button::deletion_ok).on) return;
   w.plot.setclr(colour::light_cyan);
   w.plot.rlrec(w.insdel - 0.5, w.ul ? top_of_axis : lower_strip_top, 1, 1);
 }
 
 // Every second year marked in a strip, so that years can be counted with the mouse in hand.
-void draw_year_marks(Workspace& w, ButtonNumber zone, Colour colour, double top) {
+void draw_year_marks(const Workspace& w, ButtonNumber zone, Colour colour, double top) {
   if (!w.b(zone).on) return;
   w.plot.setclr(colour);
   for (Years year = w.fs; year <= w.ls; year += 2) {

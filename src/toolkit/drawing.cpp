@@ -8,17 +8,17 @@ namespace {
 
 constexpr int empty_pattern = 0, solid_pattern = 16;
 
-void paint(Workspace& w, const Rectangle& r) {
+void paint(const Workspace& w, const Rectangle& r) {
   w.plot.rectangle(r.x1, r.y1, r.x2, r.y2);
 }
 
 // The name of entry i; blank when nothing is chosen.
-std::string_view name_of(Workspace& w, int i) {
+std::string_view name_of(const Workspace& w, int i) {
   return i >= 1 && i <= w.nam.size() ? w.nam(i).view() : std::string_view();
 }
 
 // What stands between the scroll buttons to the left and to the right of it.
-void draw_scroll_captions(Workspace& w) {
+void draw_scroll_captions(const Workspace& w) {
   const int x = w.b(button::scroll_minus_1).x2 + 80;
   w.plot.setclr(colour::light_blue);
   w.plot.messag(name_of(w, w.nd + 1), x, w.b(button::sample_minus_1).y1 + 12);
@@ -33,7 +33,7 @@ void draw_scroll_captions(Workspace& w) {
 
 }  // namespace
 
-void but_draw(Workspace& w, ButtonNumber n, std::string_view text, std::optional<Colour> colour) {
+void but_draw(const Workspace& w, ButtonNumber n, std::string_view text, std::optional<Colour> colour) {
   const Button& button = w.b(n);
   if (!button.on) return;
   const Colour by_state = button.lit ? colour::yellow : colour::light_grey;
@@ -47,12 +47,12 @@ void but_draw(Workspace& w, ButtonNumber n, std::string_view text, std::optional
   w.plot.messag(trimmed(text).empty() ? button.label.view() : text, button.x1 + 5, button.y1 + 12);
 }
 
-void mwrite(Workspace& w, MessageNumber i) {
+void mwrite(const Workspace& w, MessageNumber i) {
   w.plot.setclr(colour::ink);
   w.plot.messag(w.mtext(i).view(), w.madd(i).x1, w.madd(i).y1 + 15);
 }
 
-void graph_mes(Workspace& w, std::string_view text) {
+void graph_mes(const Workspace& w, std::string_view text) {
   const Button& sample = w.b(button::save_sample);
   const Button& reference = w.b(button::save_reference);
   w.plot.setclr(colour::ink);
@@ -63,7 +63,7 @@ void graph_mes(Workspace& w, std::string_view text) {
   w.plot.messag(name_of(w, w.tr2), reference.x2 + 10, reference.y1 + 12);
 }
 
-void setupbuttons(Workspace& w) {
+void setupbuttons(const Workspace& w) {
   w.plot.erase();
   for (const ButtonNumber n : button::crossdating) {
     const bool click_zone = n == button::upper_plot || n == button::lower_plot;

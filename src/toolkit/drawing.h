@@ -14,17 +14,18 @@ namespace vorn {
 //
 // Given: text    shown instead of the button's label unless it is blank
 //        colour  of the face; none: by state, yellow when the button is lit and grey when it is not
-void but_draw(Workspace& w, ButtonNumber n, std::string_view text = {}, std::optional<Colour> colour = {});
+void but_draw(const Workspace& w, ButtonNumber n, std::string_view text = {},
+              std::optional<Colour> colour = {});
 
 // Draws message line i, 15 units below the upper edge of its rectangle.
-void mwrite(Workspace& w, MessageNumber i);
+void mwrite(const Workspace& w, MessageNumber i);
 
 // Draws, at the right of the cross-dating screen's controls, `text` and the names of the two series compared
 // in the colours of their curves.
-void graph_mes(Workspace& w, std::string_view text);
+void graph_mes(const Workspace& w, std::string_view text);
 
 // Empties the page and draws the controls of the cross-dating screen as they are switched on, with their
 // captions and the names of the two working entries. The click zones over the plots are not drawn.
-void setupbuttons(Workspace& w);
+void setupbuttons(const Workspace& w);
 
 }  // namespace vorn

@@ -19,7 +19,7 @@ struct List {
   static int y(int p) { return top + (p % rows) * row_height; }
 };
 
-void highlight(Workspace& w, const List& list) {
+void highlight(const Workspace& w, const List& list) {
   for (int j = 1; j <= w.chs; ++j) {
     const int p = w.chc(j) - list.scrolled - 1;
     if (p < 0 || p >= list.shown) continue;
@@ -29,14 +29,14 @@ void highlight(Workspace& w, const List& list) {
   }
 }
 
-void draw_column_lines(Workspace& w, int x1, int x2, int rows_used) {
+void draw_column_lines(const Workspace& w, int x1, int x2, int rows_used) {
   const int bottom = top + row_height * rows_used;
   for (int y = top; y <= bottom; y += row_height) w.plot.line(x1, y, x2, y);
   w.plot.line(x1, top, x1, bottom);
   w.plot.line(x2, top, x2, bottom);
 }
 
-void draw_lines(Workspace& w, const List& list) {
+void draw_lines(const Workspace& w, const List& list) {
   w.plot.setclr(colour::green);
   const int columns_used = (list.shown - 1) / rows + 1;  // 1 for an empty list too, which shows as one line
   for (int c = 0; c < columns_used; ++c) {
@@ -47,7 +47,7 @@ void draw_lines(Workspace& w, const List& list) {
 
 }  // namespace
 
-void ch_disp(Workspace& w, int ncol, int n, const NameOf& names) {
+void ch_disp(const Workspace& w, int ncol, int n, const NameOf& names) {
   const int scrolled = std::max(w.sccc, 0);
   const List list = {total_width / ncol, scrolled, std::clamp(n - scrolled, 0, rows * ncol)};
   highlight(w, list);

@@ -19,11 +19,11 @@ using NameOf = std::function<std::string_view(int i)>;
 //
 // The rows are 46 units high and the columns 2500 / ncol wide. The menus find the row clicked by other rules;
 // see there.
-void ch_disp(Workspace& w, int ncol, int n, const NameOf& names);
+void ch_disp(const Workspace& w, int ncol, int n, const NameOf& names);
 
 // The same, of a table of names that has at least n.
 template <std::size_t N>
-void ch_disp(Workspace& w, int ncol, int n, const Table<Text<N>>& names) {
+void ch_disp(const Workspace& w, int ncol, int n, const Table<Text<N>>& names) {
   ch_disp(w, ncol, n, [&names](int i) { return names(i).view(); });
 }
 

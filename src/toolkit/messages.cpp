@@ -77,7 +77,7 @@ void told_or_end(Workspace& w, Status status, std::string_view label, std::strin
   if (io_err(w, label, file)) throw ProgramEnd(EndReason::cannot_go_on);
 }
 
-void notice(Workspace& w, std::string_view text) {
+void notice(const Workspace& w, std::string_view text) {
   *w.log << harmless(text) << std::endl;
   w.plot.notice(text);
 }

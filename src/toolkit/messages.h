@@ -26,6 +26,6 @@ void told_or_end(Workspace& w, Status status, std::string_view label, std::strin
 
 // Tells what the user should be able to read besides the page, and waits for nothing. It is logged as
 // messages are.
-void notice(Workspace& w, std::string_view text);
+void notice(const Workspace& w, std::string_view text);
 
 }  // namespace vorn
