@@ -6,6 +6,7 @@
 #include "formats/layouts.h"
 #include "formats/recognition.h"
 #include "loading/chronology_summary.h"
+#include "loading/list_file.h"
 #include "loading/saving.h"
 #include "plot/long_work.h"
 #include "plot/plot.h"
@@ -118,13 +119,7 @@ void init_start(Workspace& w) {
 }
 
 void read_list(Workspace& w) {
-  w.fileok = file_exists(w.files, list_name);
-  if (!w.fileok) {
-    out_err(w, "Vorn.fil does not exist");
-    throw ProgramEnd(EndReason::cannot_go_on);
-  }
-  TextInput list;
-  told_or_end(w, list.open(w.files, list_name), "Open", list_name);
+  TextInput list = open_list_file(w, list_name);
   w.plot.setclr(colour::ink);
   w.nfil = 0;
   for (int f = 1; f <= max_files; ++f) {

@@ -8,8 +8,8 @@
 #include "formats/file_work.h"
 #include "formats/tucson_raw.h"
 #include "formats/two_column_layout.h"
+#include "loading/list_file.h"
 #include "plot/long_work.h"
-#include "plot/screen.h"
 #include "records/text_file.h"
 #include "toolkit/messages.h"
 #include "toolkit/page_troubles.h"
@@ -209,13 +209,7 @@ void Conversion::write_cores() {
 }  // namespace
 
 void read_trw(Workspace& w) {
-  w.fileok = file_exists(w.files, list_name);
-  if (!w.fileok) {
-    out_err(w, "TRW.fil does not exist");
-    throw ProgramEnd(EndReason::cannot_go_on);
-  }
-  TextInput list;
-  told_or_end(w, list.open(w.files, list_name), "Open", list_name);
+  TextInput list = open_list_file(w, list_name);
   Conversion conversion(w);
   if (!conversion.read_list(list)) return;
   conversion.read_inputs();

@@ -1,0 +1,15 @@
+// The lists of files that the program begins with.
+#pragma once
+
+#include <string_view>
+
+#include "records/text_file.h"
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// Opens the list file `name`. Without it: throws ProgramEnd(EndReason::cannot_go_on) after a message. A
+// failure to open is told as "Open".
+TextInput open_list_file(Workspace& w, std::string_view name);
+
+}  // namespace vorn
