@@ -98,15 +98,16 @@ void usual_state(Desk& desk) {
 }
 
 // Nothing fails here.
-bool goes_on(std::string_view, std::string_view) {
-  return false;
-}
+struct NoTroubles : Troubles {
+  void tell(const Trouble& trouble) override { throw std::runtime_error(trouble.label + trouble.shown); }
+};
 
 // What a user does who tries another spline: a number typed, "Stats Rep" pressed.
 void other_spline_and_report(Workspace& w) {
   w.ss = w.ss == 32 ? 40 : 32;
   data_man2(w);
-  stats_rep(w, goes_on);
+  NoTroubles none;
+  stats_rep(w, none);
 }
 
 // A core against the chronology of its file; the first two series where there are no more.
@@ -270,7 +271,8 @@ std::vector<Stage> statistics_stages() {
   const auto cbar_of = [](Desk& desk) { cbar(*desk.w, *desk.w, *desk.w, desk.w->wk1.range(1, max_series)); };
   const auto corr_prn = [](Desk& desk) {
     data_man2(*desk.w);
-    cor_report(*desk.w, goes_on);
+    NoTroubles none;
+    cor_report(*desk.w, none);
   };
   const auto stats_prn = [](Desk& desk) { other_spline_and_report(*desk.w); };
   const auto lags = [](Desk& desk) { cor_tab(*desk.w, *desk.w, *desk.w, desk.w->fy(desk.w->nd + 1)); };

@@ -4,14 +4,6 @@
 
 namespace vorn {
 
-Status told(Troubles& troubles, std::string_view file, Status status, std::string_view label) {
-  if (status != status::ok) {
-    Trouble trouble{std::string(label), std::string(file), status, std::string(trimmed(file))};
-    troubles.tell(trouble);
-  }
-  return status;
-}
-
 Status told_read(const Reading& reading, const TextInput& input, Status status, std::string_view label,
                  const Name& series) {
   if (status != status::ok) {

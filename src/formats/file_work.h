@@ -25,11 +25,9 @@ struct Writing {
   Troubles& troubles;
 };
 
-// Each tells `status` under `label` unless it is ok, and answers it. Deliberate: [goes-on] whatever a failed
-// operation left is gone on with.
+// Each tells `status` under `label` unless it is ok, and answers it, as told() of records/troubles.h does.
+// Deliberate: [goes-on] whatever a failed operation left is gone on with.
 //
-// Of the file as a whole: its opening, its closing.
-Status told(Troubles& troubles, std::string_view file, Status status, std::string_view label);
 // Of a read, with line and column; `series` is the one at hand.
 Status told_read(const Reading& reading, const TextInput& input, Status status, std::string_view label,
                  const Name& series = {});

@@ -18,6 +18,7 @@
 #include "toolkit/drawing.h"
 #include "toolkit/lists.h"
 #include "toolkit/messages.h"
+#include "toolkit/page_troubles.h"
 #include "toolkit/prompts.h"
 
 namespace vorn {
@@ -207,9 +208,10 @@ class StartMenu {
     action(w);
   }
 
-  void write_report(void (*report)(Workspace&, const TellStatus&)) {
+  void write_report(void (*report)(Workspace&, Troubles&)) {
     data_man2(w);
-    report(w, [this](std::string_view label, std::string_view file) { return io_err(w, label, file); });
+    PageTroubles troubles(w);
+    report(w, troubles);
   }
 
   Workspace& w;

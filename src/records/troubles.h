@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "records/status.h"
 
@@ -28,5 +29,9 @@ class Troubles {
   // whatever the failed operation left.
   virtual void tell(const Trouble& trouble) = 0;
 };
+
+// Tells `status`, of the file as a whole (its opening, its closing), under `label` unless it is ok, and
+// answers it.
+Status told(Troubles& troubles, std::string_view file, Status status, std::string_view label);
 
 }  // namespace vorn

@@ -107,13 +107,12 @@ void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
 
 }  // namespace
 
-void cor_report(Workspace& w, const TellStatus& tell) {
+void cor_report(Workspace& w, Troubles& troubles) {
   LongWork work(w.plot, report_name);
   ReportFile file;
-  w.ios = file.create(w.files, report_name);
-  if (tell("Open ", report_name)) return;
-  w.ios = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
-  if (tell("WRITE", report_name)) return;
+  told(troubles, report_name, file.create(w.files, report_name), "Open ");
+  const Status written = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
+  told(troubles, report_name, written, "WRITE");
 
   const YearSpan used = use_well_covered_years(w);
   prepare_sums(w);
@@ -124,8 +123,7 @@ void cor_report(Workspace& w, const TellStatus& tell) {
     correlate_block(w, block, used);
     write_block(w, w, w.mess, block, file);
   }
-  w.ios = file.close();
-  tell("Close", report_name);
+  w.ios = told(troubles, report_name, file.close(), "Close");
 }
 
 }  // namespace vorn

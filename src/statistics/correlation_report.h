@@ -1,7 +1,7 @@
 // The correlation report: how well every series agrees with the current chronology, segment by segment.
 #pragma once
 
-#include "statistics/telling.h"
+#include "records/troubles.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -13,6 +13,6 @@ namespace vorn {
 // Every depth of the current chronology below 2 is raised to 2 and stays so until its column is built again.
 // Failures to open, write and close are told. Uses wk1, wk2, iwk1 and iwk2 and the tables that
 // w.corr_tables keeps; leaves the last line in w.mess.
-void cor_report(Workspace& w, const TellStatus& tell);
+void cor_report(Workspace& w, Troubles& troubles);
 
 }  // namespace vorn

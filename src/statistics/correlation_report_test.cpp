@@ -4,10 +4,12 @@
 
 #include <cmath>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "statistics/correlation.h"
+#include "support/kept_troubles.h"
 #include "support/scratch_folder.h"
 #include "support/test_store.h"
 
@@ -21,7 +23,10 @@ std::string blanks(int n) {
 // The report as a file, written in a folder of its own.
 std::string report(Workspace& w) {
   const ScratchFolder folder;
-  cor_report(w, [](auto, auto) { return false; });
+  std::ostringstream told;
+  KeptTroubles troubles(told);
+  cor_report(w, troubles);
+  EXPECT_EQ(told.str(), "");
   return ScratchFolder::read("Corr.prn");
 }
 
@@ -475,8 +480,8 @@ TEST(CorrReport, TellsOnceThatItsFileCannotBeOpened) {
   TwoTrees store;
   const ScratchFolder folder;
   std::filesystem::create_directory("Corr.prn");
-  cor_report(store.w, store.tells_status());
-  EXPECT_EQ(store.messages.str(), "Open Corr.prn 21\n");
+  cor_report(store.w, store.troubles);
+  EXPECT_EQ(store.messages.str(), "Open Corr.prn fail err =    21\n");
   // The report itself was made all the same.
   EXPECT_NEAR(store.w.corr_tables.mean_sum(1), 3.0, 1e-12);
 }
@@ -485,8 +490,8 @@ TEST(CorrReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
   ThirtySegments store;
   const ScratchFolder folder;
   std::filesystem::create_symlink("/dev/full", "Corr.prn");  // a device that takes no byte
-  cor_report(store.w, store.tells_status());
-  EXPECT_EQ(store.messages.str(), "CloseCorr.prn 28\n");
+  cor_report(store.w, store.troubles);
+  EXPECT_EQ(store.messages.str(), "CloseCorr.prn fail err =    28\n");
 }
 
 }  // namespace

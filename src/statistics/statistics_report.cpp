@@ -62,11 +62,10 @@ void write_totals(const Workspace& w, ReportFile& file, const Rings& rings, doub
 
 }  // namespace
 
-void stats_rep(Workspace& w, const TellStatus& tell) {
+void stats_rep(Workspace& w, Troubles& troubles) {
   LongWork work(w.plot, report_name);
   ReportFile file;
-  w.ios = file.create(w.files, report_name);
-  if (tell("Open", report_name)) return;
+  told(troubles, report_name, file.create(w.files, report_name), "Open");
   file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
   const double mean_cbar = cbar(w, w, w, w.tree_to_chronology.range(1, max_series));
   work.part(0, share_of_pairs);
@@ -77,8 +76,7 @@ void stats_rep(Workspace& w, const TellStatus& tell) {
     work.at(share_of_pairs + (1 - share_of_pairs) * first / w.nc);
   }
   write_totals(w, file, rings, mean_cbar, mean_rbar);
-  w.ios = file.close();
-  tell("Close", report_name);
+  w.ios = told(troubles, report_name, file.close(), "Close");
 }
 
 }  // namespace vorn

@@ -10,6 +10,7 @@
 #include "records/edit_format.h"
 #include "statistics/pair_correlations.h"
 #include "statistics/tree_correlations.h"
+#include "support/kept_troubles.h"
 #include "support/scratch_folder.h"
 #include "support/test_store.h"
 
@@ -18,7 +19,10 @@ namespace {
 
 std::string report(Workspace& w) {
   const ScratchFolder folder;
-  stats_rep(w, [](auto, auto) { return false; });
+  std::ostringstream told;
+  KeptTroubles troubles(told);
+  stats_rep(w, troubles);
+  EXPECT_EQ(told.str(), "");
   return ScratchFolder::read("Stats.prn");
 }
 
@@ -170,8 +174,8 @@ TEST(StatsReport, TellsOnceThatItsFileCannotBeOpened) {
   store.add_tree("A", 1900, {1, 2});
   const ScratchFolder folder;
   std::filesystem::create_directory("Stats.prn");
-  stats_rep(store.w, store.tells_status());
-  EXPECT_EQ(store.messages.str(), "OpenStats.prn 21\n");
+  stats_rep(store.w, store.troubles);
+  EXPECT_EQ(store.messages.str(), "OpenStats.prn fail err =    21\n");
 }
 
 TEST(StatsReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
@@ -179,8 +183,8 @@ TEST(StatsReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
   for (int t = 1; t <= 5000; ++t) store.add_tree("T", 1900, {1, 2});  // longer than any buffer
   const ScratchFolder folder;
   std::filesystem::create_symlink("/dev/full", "Stats.prn");
-  stats_rep(store.w, store.tells_status());
-  EXPECT_EQ(store.messages.str(), "CloseStats.prn 28\n");
+  stats_rep(store.w, store.troubles);
+  EXPECT_EQ(store.messages.str(), "CloseStats.prn fail err =    28\n");
 }
 
 }  // namespace

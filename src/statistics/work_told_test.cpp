@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@
 #include "statistics/correlation_report.h"
 #include "statistics/statistics_report.h"
 #include "statistics/tree_correlations.h"
+#include "support/kept_troubles.h"
 #include "support/scratch_folder.h"
 #include "support/test_store.h"
 
@@ -32,16 +34,14 @@ class ListeningScreen : public Screen {
   std::vector<double> shares;
 };
 
-bool nothing_told(std::string_view, std::string_view) {
-  return false;
-}
-
 // 200 trees of 60 years.
 struct WorkTold : testing::Test {
   ScratchFolder folder;
   ListeningScreen screen;
   Plot plot{screen};
   DiskFiles disk;
+  std::ostringstream told;
+  KeptTroubles troubles{told};
   std::unique_ptr<Workspace> w = std::make_unique<Workspace>(plot, disk);
 
   WorkTold() {
@@ -71,6 +71,7 @@ struct WorkTold : testing::Test {
     EXPECT_GE(screen.shares.front(), 0);
     EXPECT_GE(screen.shares.back(), last);
     EXPECT_LE(screen.shares.back(), 1);
+    EXPECT_EQ(told.str(), "");
   }
 };
 
@@ -90,14 +91,14 @@ TEST_F(WorkTold, OfTheCorrelationsOfAllTreesOnceAsLongAsTheyStay) {
 }
 
 TEST_F(WorkTold, OfTheStatisticsReportAsAWhole) {
-  stats_rep(*w, nothing_told);
+  stats_rep(*w, troubles);
   expect_told("Stats.prn", 0.9);
 }
 
 TEST_F(WorkTold, OfTheCorrelationReportAsAWhole) {
   w->seg = 20;
   w->olap = 10;
-  cor_report(*w, nothing_told);
+  cor_report(*w, troubles);
   expect_told("Corr.prn", 0.9);
 }
 

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -14,31 +13,11 @@
 #include "formats/recognition.h"
 #include "formats/ring_width_writer.h"
 #include "formats/tucson_index.h"
-#include "records/edit_format.h"
 #include "records/text_file.h"
-#include "records/troubles.h"
 #include "support/file_bench.h"
+#include "support/kept_troubles.h"
 
 namespace vorn {
-
-// What is told, in the words of the page one a line of `log`.
-class KeptTroubles : public Troubles {
- public:
-  explicit KeptTroubles(std::ostream& log) : log_(log) {}
-  void tell(const Trouble& trouble) override {
-    all.push_back(trouble);
-    if (trouble.words.empty()) {
-      log_ << trouble.label << trimmed(trouble.shown)
-           << " fail err =" << edit(EditFormat("(I6)"), trouble.status.number()) << '\n';
-    } else {
-      log_ << trouble.words << '\n';
-    }
-  }
-  std::vector<Trouble> all;
-
- private:
-  std::ostream& log_;
-};
 
 class FormatBench : public FileBench {
  protected:

@@ -8,6 +8,7 @@
 
 #include "plot/plot.h"
 #include "records/disk_files.h"
+#include "support/kept_troubles.h"
 #include "support/put_entry.h"
 #include "support/queue_screen.h"
 #include "workspace/vorndata.h"
@@ -53,15 +54,9 @@ class TestStore {
     put_entry(w, w.nd + 2, "REFER", reference_first, reference, reference_mask);
   }
 
-  // Keeps what is told: texts, and outcomes of file operations other than 0.
+  // Keeps the texts that are told.
   auto tells() {
     return [this](std::string_view text) { messages << text << '\n'; };
-  }
-  auto tells_status() {
-    return [this](std::string_view label, std::string_view file) {
-      if (w.ios) messages << label << file << ' ' << w.ios << '\n';
-      return false;
-    };
   }
 
  private:
@@ -71,6 +66,7 @@ class TestStore {
  public:
   Workspace w;
   std::ostringstream messages;
+  KeptTroubles troubles{messages};
 };
 
 // `value` n times.
