@@ -242,6 +242,15 @@ Names changes_of_folder(const fs::path& root) {
   return lines_with(root, std::regex(R"(\bcurrent_path\s*\([^)]|\bsetCurrent\s*\(|\bf?chdir\s*\()"));
 }
 
+// The years shown and their scale hang together: View::show_from and show_width set them, and nobody else.
+Names changes_of_years_shown(const fs::path& root) {
+  const std::string members = "(\\.|->)(fs|ls|sl|scx)\\b";
+  Names all = lines_with(root, std::regex(members + R"(\s*([-+*/]?=[^=]|\+\+|--))"));
+  for (const std::string& line : lines_with(root, std::regex(R"((\+\+|--)[\w.>-]*?)" + members)))
+    all.push_back(line);
+  return all;
+}
+
 // --- Circles.
 
 class Circles {
@@ -290,6 +299,10 @@ TEST(House, NoFilesIncludeEachOtherInACircle) {
 // The scan sees what it is to judge: a room or a kernel without files would pass anything.
 TEST(House, NothingChangesTheFolderOfTheProcess) {
   EXPECT_EQ(listed(changes_of_folder(our_sources)), "");
+}
+
+TEST(House, NothingButTheViewSetsTheYearsShown) {
+  EXPECT_EQ(listed(changes_of_years_shown(our_sources)), "");
 }
 
 TEST(House, EveryRoomAndKernelOfThePlanHoldsAFile) {
@@ -442,6 +455,18 @@ TEST_F(HouseScanner, WhoChangesTheFolderOfTheProcessIsFound) {
   Names found = changes_of_folder(".");
   std::sort(found.begin(), found.end());
   EXPECT_EQ(listed(found), "apps/a.cpp:2\nplatform/qt/b.cpp:2\nrecords/c.cpp:1\n");
+}
+
+TEST_F(HouseScanner, WhoSetsTheYearsShownIsFound) {
+  file("graphs/a.cpp", "if (w.fs == 3) return;\nw.fs = 3;\nint fs = w.fs;\n");
+  file("menus/b.cpp", "view.sl -= 2;\n");
+  file("menus/c.cpp", "w->ls++;\n");
+  file("menus/d.cpp", "  --w.fs;\n");
+  file("menus/d_test.cpp", "w.scx = 2;\n");
+  file("workspace/view.h", "sl = years;\n");
+  Names found = changes_of_years_shown(".");
+  std::sort(found.begin(), found.end());
+  EXPECT_EQ(listed(found), "graphs/a.cpp:2\nmenus/b.cpp:1\nmenus/c.cpp:1\nmenus/d.cpp:1\n");
 }
 
 }  // namespace
