@@ -157,6 +157,16 @@ TEST_F(WorkingPair, YearsOfACoreOutsideItsChronologyArePassedOver) {
   EXPECT_EQ(w.ad(6), w.ad(5) + 12);
 }
 
+TEST_F(WorkingPair, AYearBehindTheChronologyDoesNotReachTheCoreInTheOtherSlot) {
+  w.fy(1) = 1906;  // to 1917, a year more than the chronology
+  w.ly(1) = 1917;
+  const auto core = rings(1);
+  w.tr1 = 4;
+  w.tr2 = 1;
+  set_chs(w);
+  EXPECT_EQ(rings(6), core);
+}
+
 // A chronology lengthened by an insertion and saved has one year more than its file's column.
 TEST_F(WorkingPair, AYearBehindTheLongestChronologyIsPassedOver) {
   w.nc = w.nd = 0;
