@@ -150,6 +150,7 @@ TEST(EditFormats, WhatFollowsTheLastItemIsWrittenUpToTheNextDescriptorThatWantsO
 TEST(EditFormats, BlanksAtTheEndOfARecordAreWrittenOnlyWhenTheyBelongToAnItem) {
   EXPECT_EQ(edit(EditFormat("(A4,3X)"), "ABCD"), "ABCD");
   EXPECT_EQ(edit(EditFormat("(A4,3X,I2)"), "ABCD", 5), "ABCD    5");
+  EXPECT_EQ(edit(EditFormat("(I2,3X)"), 1, 2), " 1\n 2");  // they do not wait for the next record
   EXPECT_EQ(edit(EditFormat("(A)"), "AB  "), "AB  ");
   EXPECT_EQ(edit(EditFormat("(A)"), Text<4>("AB")), "AB  ");
 }
