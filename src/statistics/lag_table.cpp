@@ -42,7 +42,6 @@ void fill_segment(const SeriesStore& store, LagTable& table, int k, YearSpan seg
   const auto lowest =
       static_cast<int>(std::clamp<std::int64_t>(store.fy(sample) - segment.first, -max_lag, max_lag + 1));
   const auto highest = static_cast<int>(std::min<std::int64_t>(store.ly(sample) - segment.last, max_lag));
-  if (lowest > highest) return;
 
   const PoolWindow fixed(store, store.ad(reference) + segment.first - store.fy(reference), length);
   const PoolWindow shifted(store, store.ad(sample) + segment.first + lowest - store.fy(sample),

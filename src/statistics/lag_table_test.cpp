@@ -147,6 +147,19 @@ TEST(LagTable, RunsBackwards34SegmentsWhereTheOverlapIsGreaterThanTheSegment) {
   EXPECT_TRUE(lags(store.w, 7).empty());         // 1888: the sample begins more than ten years later
 }
 
+// As a record that gives its first year and no length leaves them.
+TEST(LagTable, OfASampleThatEndsLongBeforeItBeginsHoldsNothing) {
+  TestStore store;
+  store.w.seg = 5;
+  store.w.olap = 7;
+  store.set_pair(1900, noise(100, 1), 1900, noise(100, 2));
+  store.w.ly(1) = -999'999;
+  store.w.yr(1) = 0;
+  cor_tab(store.w, store.w, store.w, 1900);
+  EXPECT_EQ(segments(store.w).front(), Years(-1'000'003, -999'999));
+  EXPECT_TRUE(lags(store.w, 1).empty());
+}
+
 // The last start is 1750, so that the range runs back to 1747: 77 steps of -2, of which the table has room
 // for 34.
 TEST(LagTable, RunsBackwardsNoFurtherThanItHasRoomWhereTheSeriesLieApart) {
