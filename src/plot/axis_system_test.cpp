@@ -107,6 +107,14 @@ TEST_F(SeriesAxes, YearsAroundZeroAreLabelledWithoutAMinusZero) {
   EXPECT_TRUE(has("label 7 20 c 0 837.5 1320 \"0\""));
 }
 
+TEST_F(SeriesAxes, ValuesThatRoundToZeroAreLabelledWithoutAMinusZero) {
+  plot.labdig(1, 'Y');
+  plot.graf(0, 1, 2, 1, -0.04, 0.04, -0.04, 0.02);
+  const auto labels = lines("label");
+  EXPECT_EQ(labels.size(), 5u);
+  for (const std::string& label : labels) EXPECT_TRUE(label.ends_with(" \"0.0\"")) << label;
+}
+
 TEST_F(SeriesAxes, GridLinesStandAtTheLabelIntervals) {
   draw(1601, 1700);
   plot.erase();
@@ -114,6 +122,16 @@ TEST_F(SeriesAxes, GridLinesStandAtTheLabelIntervals) {
   EXPECT_EQ(lines("line").size(), 10u + 5);  // the border stands at -3 and 3 already
   EXPECT_TRUE(has("line 7 437.5 1300 437.5 450"));
   EXPECT_TRUE(has("line 7 200 875 2700 875"));
+}
+
+TEST_F(SeriesAxes, NoGridLineIsDrawnOnTheBorder) {
+  plot.axspos(200, 1300);
+  plot.axslen(1000, 1000);
+  plot.graf(1600, 1602, 1600, 1, 0, 2, 0, 1);
+  plot.erase();
+  plot.grid(1, 1);
+  EXPECT_EQ(lines("line"),
+            (std::vector<std::string>{"line 15 700 1300 700 300", "line 15 200 800 1200 800"}));
 }
 
 TEST_F(SeriesAxes, TicksCanStandOutside) {

@@ -38,6 +38,13 @@ TEST(ClipLine, AnEdgeBelongsToTheBox) {
   EXPECT_EQ(part->second, (PagePoint{100, 50}));
 }
 
+TEST(ClipLine, ALineThatTouchesACornerIsOnePoint) {
+  const auto part = clip_line(box, {-5, 5}, {5, -5});
+  ASSERT_TRUE(part);
+  EXPECT_EQ(part->first, (PagePoint{0, 0}));
+  EXPECT_EQ(part->second, (PagePoint{0, 0}));
+}
+
 TEST(ClipPolyline, ACurveThatLeavesAndReturnsIsInTwoPieces) {
   const std::vector<PagePoint> points = {{10, 25}, {20, 75}, {30, 25}};
   EXPECT_EQ(clip_polyline(box, points), (Pieces{{{10, 25}, {15, 50}}, {{25, 50}, {30, 25}}}));
