@@ -65,6 +65,11 @@ TEST_F(Lists, ColumnsAreFilledFromTheTopThirtyNamesEach) {
   EXPECT_EQ(count(Mark::Kind::line), (31 + 2) + (3 + 2));
 }
 
+TEST_F(Lists, BesideAFullColumnNothingIsDrawn) {
+  show(3, 30);
+  EXPECT_EQ(count(Mark::Kind::line), 31 + 2);
+}
+
 TEST_F(Lists, SevenColumnsAre357UnitsWide) {
   show(7, 211);
   EXPECT_TRUE(draws("text 15 25 2347 1586 \"name 210\""));  // 200 + 6 * 357 + 5
