@@ -57,6 +57,13 @@ TEST_F(Heidelberg, DateBegin1901AndLength100Give1901To2000WhicheverComesFirst) {
   }
 }
 
+TEST_F(Heidelberg, YearsAreReadFromSixColumns) {
+  read("HEADER:\nLength=1\nDateBegin=  1901\nDATA:Tree\n" + block(1, 500));
+  EXPECT_EQ(w.fy(1), 1901);
+  read("HEADER:\nLength=1\nDateEnd=  2000\nDATA:Tree\n" + block(1, 500));
+  EXPECT_EQ(w.ly(1), 2000);
+}
+
 TEST_F(Heidelberg, DateEnd2000BeforeOrBehindLength100GivesFirstYear1901) {
   for (const std::string keys : {"DateEnd=2000\nLength=100\n", "Length=100\nDateEnd=2000\n"}) {
     read("HEADER:\n" + keys + "DATA:Tree\n" + block(100, 500));
@@ -160,6 +167,12 @@ TEST_F(Heidelberg, NegativeValueIsAMissingRingAndIsEstimated) {
       "HEADER:\nUnit=1/1000 mm\nDateBegin=1901\nLength=3\nDATA:Tree\n  2000  2000  2000\n");
   EXPECT_EQ(values(w.xok, 1), (std::vector<bool>{true, false, true}));
   EXPECT_NEAR(w.x(2), 2.0, 1e-15);
+}
+
+TEST_F(Heidelberg, ARingThatIsMissingIsSoWhateverTheStoreHeld) {
+  add_core(1901, {1, 2, 3});
+  read("HEADER:\nDateBegin=1901\nLength=3\nDATA:Tree\n   100    -1   300\n");
+  EXPECT_EQ(values(w.xok, 1), (std::vector<bool>{true, false, true}));
 }
 
 // --- Ends and failures.
