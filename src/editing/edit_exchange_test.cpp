@@ -117,6 +117,13 @@ TEST_F(EditExchange, ASeriesOfTheSameLengthTakesItsPlace) {
   EXPECT_EQ(all_entries(), before);
 }
 
+TEST_F(EditExchange, AWidthOfZeroIsARingAndANegativeOneIsMissing) {
+  read_back(line("OAK2", 1950, {0, -1, 2, -9999}));
+  EXPECT_TRUE(w.xok(w.ad(2)));
+  EXPECT_FALSE(w.xok(w.ad(2) + 1));
+  EXPECT_TRUE(w.xok(w.ad(2) + 2));
+}
+
 TEST_F(EditExchange, AShorterSeriesLetsAllLaterEntriesMoveDown) {
   std::vector<std::string> before = all_entries();
   read_back(line("OAK2", 1950, {1, 2, 3, -9999}));

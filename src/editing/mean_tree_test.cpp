@@ -381,6 +381,13 @@ TEST_F(MeanTreeRefused, WhenTheSpanIsLongerThanAnyChronology) {
   expect_refusal("Would be too many rings");
 }
 
+TEST_F(MeanTreeRefused, ForTheGapAloneWhereTheSpanIsThatOfTheLongestChronology) {
+  w.fy(2) = 1898 + 12'000;
+  w.ly(2) = 1899 + 12'000;
+  EXPECT_FALSE(mean_create(w));
+  EXPECT_EQ(told(), "Warning - trees do not overlap ?\n");
+}
+
 TEST_F(MeanTreeRefused, OfCoresWithoutAYearBetweenThem) {
   w.yr(1) = w.yr(2) = 0;
   w.ly(1) = w.ly(2) = -999'999;  // a file that gave a first year and no length
