@@ -193,5 +193,19 @@ TEST_F(CoreEdits, AFullDiskLeavesTheCoresInTheStore) {
   EXPECT_NE(store.messages.str().find("fail err =    28"), std::string::npos);
 }
 
+// So much is not gathered for the closing.
+TEST_F(CoreEdits, ADiskThatIsFullBeforeTheClosingLeavesTheCoresInTheStoreToo) {
+  w.nc = 0;
+  store.add_tree("LONG", 1, noise(max_years, 1));
+  store.add_tree("FIRST", 1900, noise(50, 11));
+  store.add_tree("SECOND", 1900, noise(50, 12));
+  w.nc = 1;
+  std::filesystem::create_symlink("/dev/full", "second.rwl");
+  select({1, 3});
+  EXPECT_FALSE(move_core(w));
+  EXPECT_EQ(w.nc, 1);
+  EXPECT_EQ(store.messages.str(), "WriteLONG fail err =    28\n");
+}
+
 }  // namespace
 }  // namespace vorn
