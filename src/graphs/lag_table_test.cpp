@@ -175,6 +175,15 @@ TEST_F(LagTableDisplay, TheChosenSeriesReachesAsFarAsItIsStoredWhereverItsCopyWa
   EXPECT_EQ(values(1).size(), 15u);
 }
 
+TEST_F(LagTableDisplay, AChosenChronologyDoesSoToo) {
+  w.nc = 1;
+  w.nfil = 1;
+  w.chc(1) = 2;  // 1700 to 1999
+  row(1, 1704, 1753, 0.1);
+  draw();
+  EXPECT_EQ(values(1).size(), 15u);
+}
+
 TEST_F(LagTableDisplay, WithoutASegmentIsItsEmptyHead) {
   draw();
   EXPECT_EQ(bench.marks("fill 7"), (Lines{"fill 7 1400 350 1510 350 1510 350 1400 350"}));
