@@ -87,6 +87,10 @@ TEST(ScriptedScreen, OfATypedTextOnlyWhatAWindowHandsOnArrives) {
   EXPECT_EQ(ScriptedRun("type a\tM\xC3\xBC\x05z").codes(), (Codes{'a', 'M', 'z'}));
 }
 
+TEST(ScriptedScreen, KeysBehindTheLastPrintableOneAreDropped) {
+  EXPECT_EQ(ScriptedRun("key 126\nkey 127\nkey 255\nenter").codes(), (Codes{'~', 13}));
+}
+
 TEST(ScriptedScreen, AButtonIsLookedUpWhenItIsPressed) {
   PageSpot spot{1, 1};
   std::istringstream in("press 5\npress 5");
