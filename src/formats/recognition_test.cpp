@@ -111,13 +111,13 @@ TEST_F(Recognition, LinesBelow18ColumnsAndLinesThatAreNoNumbersCountAsHeaderLine
   EXPECT_EQ(w.rfhead(1), 1);
 }
 
-// Of a series from 1959 on the first line has one value, 18 columns in all.
 // A comma ends the year early; what stands behind it in column 12 is then read on its own.
 TEST_F(Recognition, LineWhoseColumn12IsNoDigitCountsAsAHeaderLine) {
   EXPECT_EQ(layout_of("CORE01  19,x" + raw_1953.substr(12) + "\n" + raw_1953 + "\n"), Layout::tucson_raw);
   EXPECT_EQ(w.rfhead(1), 1);
 }
 
+// Of a series from 1959 on the first line has one value, 18 columns in all.
 TEST_F(Recognition, LineOf18ColumnsIsTheShortestThatIsTested) {
   EXPECT_EQ(layout_of("CORE01  1959   101\n"), Layout::tucson_raw);
   EXPECT_EQ(layout_of("CORE01  1959    1\n"), Layout::not_recognised);
