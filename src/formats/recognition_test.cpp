@@ -90,11 +90,13 @@ TEST_F(Recognition, IndexFileMayEndItsLinesWithAnyWord) {
 // From -1953 on the decade runs to -1951: three values, 30 columns. Read forwards it would be seven.
 TEST_F(Recognition, NameEndingInMinusWithAFourDigitYearReversesTheCountOfValues) {
   EXPECT_EQ(layout_of("CORE01 -1953   101   102   103"), Layout::tucson_raw);
+  EXPECT_EQ(layout_of("CORE01 -1001   101"), Layout::tucson_raw);
   EXPECT_EQ(layout_of("CORE01 -1953   101   102   103   104   105   106   107"), Layout::not_recognised);
 }
 
 TEST_F(Recognition, NameEndingInMinusWithAThreeDigitYearDoesNot) {
   EXPECT_EQ(layout_of("CORE01 - 953   101   102   103   104   105   106   107"), Layout::tucson_raw);
+  EXPECT_EQ(layout_of("CORE01 - 999   101"), Layout::tucson_raw);
 }
 
 TEST_F(Recognition, YearWithItsOwnMinusSignReversesTheCountToo) {
