@@ -108,6 +108,12 @@ TEST_P(EveryPlace, WhatIsWrittenStandsThere) {
   EXPECT_EQ(contents("a.txt"), "");
 }
 
+TEST_P(EveryPlace, InAMissingFolderAndInAFileNothingIsThere) {
+  put("a.txt", "");
+  EXPECT_EQ(kind("folder/b.txt"), FileKind::missing);
+  EXPECT_EQ(kind("a.txt/b.txt"), FileKind::missing);
+}
+
 TEST_P(EveryPlace, AFileTakesItsPlaceWhenItIsCommittedAndNotBefore) {
   put("a.txt", "old");
   ASSERT_EQ(files.make("a.txt", sink_), status::ok);
