@@ -578,6 +578,20 @@ TEST_F(TextOutputs, AnAppendThatIsNotClosedLeavesTheOlderFileAsItWas) {
   expect_only({"file.txt"});
 }
 
+TEST_F(TextOutputs, WhatIsPutInThePlaceOfAFileBeingMadeDoesNotBecomeThatFile) {
+  ScratchFolder::write("file.txt", "old\n");
+  TextOutput file;
+  ASSERT_EQ(file.create(disk_, "file.txt"), status::ok);
+  EXPECT_EQ(file.write(line_, "mine"), status::ok);
+  ASSERT_EQ(neighbours().size(), 1u);
+  const std::string neighbour = neighbours().front();
+  ScratchFolder::write("other", "theirs\n");
+  fs::rename("other", neighbour);
+  EXPECT_EQ(file.close(), status::busy);
+  EXPECT_EQ(ScratchFolder::read("file.txt"), "old\n");
+  EXPECT_EQ(ScratchFolder::read(neighbour), "theirs\n");
+}
+
 // Two programs may work in one folder: what the other one has added must not be lost.
 TEST_F(TextOutputs, AFileThatSomebodyElseChangesMeanwhileIsNotReplacedByWhatWasAdded) {
   const std::function<void()> changes[] = {[] { ScratchFolder::write("file.txt", "old\ntheirs\n"); },
