@@ -235,6 +235,12 @@ TEST_F(IndexPipeline, ServesAWorkingEntryThatBeginsBeforeThePool) {
   EXPECT_EQ(w.ax(1), std::log(1 + 1 / 12.));
 }
 
+TEST_F(IndexPipeline, OfManyCoresTellsHowManyAreDone) {
+  for (int i = 1; i <= 128; ++i) add_core(1900, {1, 2});
+  data_man_cores(w);
+  EXPECT_EQ(screen.told, (std::vector<std::pair<std::string, double>>{{"Indices", 0.5}, {"Indices", 1}}));
+}
+
 TEST_F(IndexPipeline, OfAllCoresEndsWithTheChronology) {
   add_core(1900, {2, 4});
   add_core(1900, {6, 4});
