@@ -114,6 +114,21 @@ TEST(BestMatch, KeepsTheEarlierOfTwoPlacesWithTheSameCorrelationAhead) {
   EXPECT_LT(matches[3].r, matches[2].r);
 }
 
+// Seven times the sample, each time a little less disturbed, so that correlations differ by a ten-thousandth
+// of a millionth: less than the estimates are sure of.
+TEST(BestMatch, RanksPlacesThatTheEstimatesCannotTellApart) {
+  TestStore store;
+  const auto a = noise(50, 1), other = noise(50, 2);
+  std::vector<double> b;
+  for (int time = 0; time < 7; ++time) {
+    for (std::size_t k = 0; k < a.size(); ++k) b.push_back(a[k] + 1.4e-3 * (1 - 5e-5 * time) * other[k]);
+  }
+  store.set_pair(1900, a, 1700, b);
+  std::vector<int> offsets;
+  for (const Match& match : best_matches(store.w)[0].matches) offsets.push_back(match.offset);
+  EXPECT_EQ(offsets, (std::vector<int>{-100, -50, 0, 50, 100, 150}));
+}
+
 TEST(BestMatch, NeverRanksAPlaceWithFewerThanThreePairs) {
   TestStore store;
   store.set_pair(1900, noise(50, 1), 1900, noise(52, 2), std::string(48, '-') + "++");

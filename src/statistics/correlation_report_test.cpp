@@ -264,6 +264,17 @@ TEST(CorrReport, WritesTheMeansLineThoughTheLastTreeHasNoLine) {
   EXPECT_EQ(line(text, 8).substr(0, 9), "Means    ");
 }
 
+TEST(CorrReport, MeansOfASegmentWithoutATreeAreNought) {
+  TestStore store;
+  store.add_tree("EARLY", 1000, noise(100, 1));
+  store.add_tree("LATE", 1300, noise(100, 2));
+  store.set_chronology(1, "gap.rwl", 1000, noise(400, 3), depths(400, 2));
+  const std::string means = line(report(store.w), 8);
+  EXPECT_EQ(means.substr(0, 9), "Means    ");
+  EXPECT_EQ(means.substr(9 + 5 * 6, 5), " 0.00");  // 1150 to 1199
+  EXPECT_EQ(means.find("NaN"), std::string::npos);
+}
+
 TEST(CorrReport, LeavesACellBlankWithTooFewRingsOrTooFewYears) {
   TestStore store;
   const auto a = noise(40, 1);

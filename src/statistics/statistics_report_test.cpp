@@ -50,6 +50,7 @@ TEST(StatsReport, OfThreeTreesIsThisFileToTheByte) {
   store.add_tree("TREE02BC", -12, {2, 4});
   store.add_tree("ONE", 1950, {5});
   store.set_chronology(1, "data/three.rwl", -12, repeated(1963, 1.0), depths(1963, 1));
+  store.w.nd = 4;  // the chronology, which is no tree
   EXPECT_EQ(report(store.w), title("data/three.rwl") + headings +
                                  "TREE01A    1900   1903      4   2.50   1.29   0.00   0.00\n"
                                  "TREE02BC    -12    -11      2   3.00   1.41   0.00   0.00\n"
