@@ -331,6 +331,14 @@ TEST_F(EditExchange, ASeriesThatThePoolHasNoRoomForChangesNothing) {
   EXPECT_EQ(store.messages.str(), "Would be too many rings\n");
 }
 
+TEST_F(EditExchange, ASeriesThatFillsThePoolIsTaken) {
+  w.ad(w.nd) = max_pool - w.yr(w.nd);  // one place is left behind the last entry
+  read_back(line("OAK2", 1900, std::vector<int>(10, 1)) + line("OAK2", 1910, std::vector<int>(10, 1)) +
+            line("OAK2", 1920, {1, -9999}));
+  EXPECT_EQ(w.yr(2), 21);
+  EXPECT_EQ(store.messages.str(), "");
+}
+
 TEST_F(EditExchange, ASeriesLongerThanAnyChronologyChangesNothing) {
   std::string file;
   for (int k = 0; k < 1200; ++k) file += line("OAK2", 1900, std::vector<int>(10, 1));

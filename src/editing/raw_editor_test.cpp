@@ -657,6 +657,14 @@ TEST_F(RawEditor, InsertingTwoYearsBeforeTheFirstDoesNothing) {
   EXPECT_EQ(all_entries(), before);
 }
 
+TEST_F(RawEditor, InsertingTakesTheLastPlaceOfThePool) {
+  w.ad(9) = max_pool - w.yr(9);
+  const int length = w.yr(2);
+  edit_once(2, button::editor_insert, 10);
+  EXPECT_EQ(w.yr(2), length + 1);
+  EXPECT_EQ(told(), "");
+}
+
 TEST_F(RawEditor, InsertingIsRefusedWhenThePoolIsFull) {
   w.ad(9) = max_pool - w.yr(9) + 1;
   const auto before = all_entries();
@@ -732,6 +740,17 @@ TEST_F(RawEditor, YearsWithoutARingCannotBeEdited) {
   click_row(20);
   press(button::editor_insert);
   click_row(20);
+  run();
+  EXPECT_EQ(all_entries(), before);
+}
+
+TEST_F(RawEditor, RingsWithoutAYearCannotBeEdited) {
+  w.ly(2) = w.fy(2) + 4;  // of more rings
+  choose({1, 2});
+  const auto before = all_entries();
+  press(button::editor_column_2);
+  press(button::editor_delete);
+  click_row(20, 2);
   run();
   EXPECT_EQ(all_entries(), before);
 }

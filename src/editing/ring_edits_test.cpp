@@ -50,6 +50,14 @@ TEST_F(RingEdits, DeletingMovesLaterRingsOneYearEarlier) {
   EXPECT_EQ(x(reference, 19), 219);
 }
 
+TEST_F(RingEdits, DeletingMovesWhatStandsBehindTheLastRingToo) {
+  w.x(w.ad(reference) + 20) = 7;
+  w.insdel = 1905;
+  del_year(w, reference);
+  EXPECT_EQ(x(reference, 18), 219);
+  EXPECT_EQ(x(reference, 19), 7);
+}
+
 TEST_F(RingEdits, DeletingAndRestoringGivesTheRingBackExactly) {
   w.xok(w.ad(sample) + 5) = false;
   w.ax(w.ad(sample) + 5) = 0.625;
@@ -102,6 +110,14 @@ TEST_F(RingEdits, InsertionBeyondTheAgeLimitIsRefused) {
   ins_year(w, sample, false);
   EXPECT_EQ(w.yr(sample), 20);
   EXPECT_EQ(all_x(), before);
+  EXPECT_EQ(store.messages.str(), "Chronology age limit MXY reached\n");
+}
+
+TEST_F(RingEdits, TheOtherSlotCountsForTheAgeLimitToo) {
+  w.fy(reference) = w.ly(sample) - 12000;
+  w.insdel = 1905;
+  ins_year(w, sample, false);
+  EXPECT_EQ(w.yr(sample), 20);
   EXPECT_EQ(store.messages.str(), "Chronology age limit MXY reached\n");
 }
 
