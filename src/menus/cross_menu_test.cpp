@@ -653,6 +653,24 @@ TEST_F(CrossMenu, ARingMoreThanThePoolHoldsIsNotSaved) {
   run();
 }
 
+TEST_F(CrossMenu, ARingForWhichThePoolHasTheLastPlaceIsSaved) {
+  press(button::insert_ring);
+  click_year(true, 1930);
+  press(button::insertion_ok);
+  int start = 0;
+  look([&] {
+    start = w->ad(7);
+    w->ad(7) = max_pool - w->yr(7);  // as if one place were left
+  });
+  press(button::save_sample);
+  look([&] {
+    w->ad(7) = start + 1;
+    EXPECT_EQ(told(), "");
+    EXPECT_EQ(w->yr(1), 101);
+  });
+  run();
+}
+
 // The cores end in 1999: a sample from 1900 - 10,002 on makes 12,002 years of them, one from there + 2 years
 // 12,000.
 TEST_F(CrossMenu, AMoveThatMakesTheNextChronologyTooLongIsToldAndNotSaved) {
