@@ -156,7 +156,6 @@ class CrossMenu {
     // Deliberate: [saves-still-offered] the copies stay marked as changed, so that "Save Change" is offered.
     if (applied_ && insertion) del_year(w, slot_of(w.ul));
     if (applied_ && !insertion) ins_year(w, slot_of(w.ul), true);
-    applied_ = false;
     browse();
   }
 

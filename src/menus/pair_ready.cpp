@@ -17,7 +17,6 @@ void refresh_derived(Workspace& w) {
   }
   // Deliberate: [shift-does-not-last] the chronologies take their years from the file table again.
   refresh_crns(w);
-  w.derived_stale = false;
 }
 
 bool set_pair(Workspace& w) {
