@@ -479,6 +479,16 @@ TEST_F(ChooserActions, HowManyCoresGoIsToldBesideThePageBeforeTheyDo) {
             "Move Core: 3 cores to ash.rwm\n");
 }
 
+TEST_F(ChooserActions, OfOneCoreThatGoesThePageAloneTells) {
+  folder.write("pine.hdb", "");
+  press(button::move_core);
+  pick(2);  // core 1 alone
+  do_it();
+  play();
+  EXPECT_EQ(w.nc, 5);
+  EXPECT_EQ(told(), "Move Core: 2 cores to pine.hdb\n");
+}
+
 TEST_F(ChooserActions, ACoreMarkedTwiceIsMovedOnce) {
   folder.write("pine.hdb", "");
   press(button::delete_core);
