@@ -57,6 +57,14 @@ TEST_F(Mailbox, WhatWasTypedBeforeAMessageWasSeenDoesNotDismissIt) {
   EXPECT_EQ(mailbox.next_event().code, 'c');
 }
 
+TEST_F(Mailbox, WhatIsForgottenStaysSoThoughThePageWasSeen) {
+  mailbox.show(page);
+  mailbox.put_key(key('a'), 1);
+  mailbox.forget_pending();
+  mailbox.put_key(key('b'), 1);
+  EXPECT_EQ(mailbox.next_event().code, 'b');
+}
+
 TEST_F(Mailbox, ClosingEndsEveryWaitAtOnce) {
   mailbox.show(page);
   mailbox.put_key(key('a'), 1);

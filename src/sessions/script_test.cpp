@@ -62,6 +62,14 @@ TEST(ScriptReading, AByteOrderMarkAtTheStartIsPassedOver) {
   EXPECT_EQ(script.statements.size(), 1u);
 }
 
+TEST(ScriptReading, AByteOrderMarkElsewhereIsNot) {
+  const Script script = parsed(
+      "enter\n\xEF\xBB\xBF"
+      "enter\n");
+  EXPECT_EQ(script.errors.size(), 1u);
+  EXPECT_EQ(script.statements.size(), 1u);
+}
+
 TEST(ScriptReading, ANumberSignInsideAWordIsNoComment) {
   const Script script = parsed("expect core#7 here # the seventh");
   ASSERT_EQ(script.statements.size(), 1u);
