@@ -41,7 +41,6 @@ std::size_t EditWalk::repeats(std::size_t most) {
 
 bool EditWalk::start_again() {
   at_ = format_.repeated_from();
-  depth_ = 0;
   return format_.moves_left_over_items() && idle_ <= longest_record;
 }
 
