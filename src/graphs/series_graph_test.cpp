@@ -244,6 +244,15 @@ TEST_F(SeriesGraph, FewerThanThreeYearsInViewDrawNothing) {
   EXPECT_EQ(points_of(whole_curve()), 3u);
 }
 
+// A file can give more rings than years.
+TEST_F(SeriesGraph, RingsBehindTheLastYearAreNotDrawn) {
+  bench.view(1900, 100);
+  bench.set_pair(1900, in_turn(50), far_away, in_turn(30));
+  w.ly(w.nd + 1) = 1904;
+  plot_graph(w);
+  EXPECT_EQ(points_of(whole_curve()), 5u);
+}
+
 TEST_F(SeriesGraph, ValuesThatAreAllAlikeHaveNoDeviationAndNoCurve) {
   draw_sample(1900, repeated(100, 1.0));
   EXPECT_TRUE(curve().empty());
