@@ -112,6 +112,8 @@ TEST(CorrReport, ListsOtherChronologiesBehindTheMeansAndNotTheCurrentOne) {
                                  "\n"
                                  "SAME       .00  .00  .00  .00   .00\n"
                                  "LESS      -.00 -.00 -.00 -.00  -.00\n");
+  EXPECT_EQ(store.w.iwk2(2), 4);
+  EXPECT_EQ(store.w.iwk2(store.w.nd), 0);  // trees alone are counted
 }
 
 TEST(CorrReport, PrintsACorrelationOfOneAsPointZeroZeroAndInTheMeansAsOne) {
