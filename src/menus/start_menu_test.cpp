@@ -692,12 +692,21 @@ TEST(MainProgram, SetsUpTablesAndPageByItself) {
   desk.plot.height(99);
   desk.plot.shdpat(0);
   desk.plot.winfnt("Times New Roman");
+  desk.plot.hname(99);
+  desk.plot.ticpos("LABELS", "XY");
   desk.screen.click(2300, 50);
   EXPECT_THROW(run_program(desk.w), ProgramEnd);
   const std::string page = marks_of(desk.screen.shown.back());
   EXPECT_NE(page.find("fill 14 2240 30 2400 30 2400 75 2240 75\n"), std::string::npos);
   EXPECT_NE(page.find("text 15 25 2245 42 \"Quit\"\n"), std::string::npos);
   EXPECT_EQ(desk.screen.shown.back().marks().back().font, Font::arial);
+  desk.plot.axspos(200, 1300);
+  desk.plot.axslen(1000, 1000);
+  desk.plot.name("Years", 'X');
+  desk.plot.graf(0, 1, 0, 1, 0, 1, 0, 1);
+  EXPECT_NE(desk.marks().find("label 15 20 c 0 700 1365 \"Years\"\n"), std::string::npos);
+  EXPECT_NE(desk.marks().find("line 15 200 1300 200 1276\n"), std::string::npos);  // a tick, inside
+  EXPECT_NE(desk.marks().find("line 15 200 1300 224 1300\n"), std::string::npos);
 }
 
 }  // namespace
