@@ -185,6 +185,7 @@ void edit_menu(Workspace& w) {
   edit_write(w);
   edit_setup(w);
   for (int pass = 0; pass < pass_limit; ++pass) {
+    w.passes_left = pass_limit - pass;
     draw_screen(w);
     const ButtonNumber hit = mouse_click(w, button::editor);
     if (hit == button::editor_exit) return;

@@ -6,6 +6,7 @@
 namespace vorn {
 
 void start_store(SeriesStore& w) {
+  ++w.loads;
   w.nc = 0;
   w.ad(1) = 1;
 }

@@ -34,6 +34,7 @@ class Chooser {
   bool run() {
     enter();
     for (int pass = 0; pass < pass_limit; ++pass) {
+      w.passes_left = pass_limit - pass;
       draw();
       const ButtonNumber hit = mouse_click(w, button::chooser);
       if (hit == button::chooser_exit) break;

@@ -70,6 +70,7 @@ void act(Workspace& w, ButtonNumber n, std::int32_t& start_year) {
 bool cor_menu(Workspace& w) {
   std::int32_t start_year = later_first_year(w);
   for (int pass = 0; pass < pass_limit; ++pass) {
+    w.passes_left = pass_limit - pass;
     draw(w, start_year);
     const ButtonNumber n = mouse_click(w, button::correlation);
     if (n == button::correlation_exit) return true;

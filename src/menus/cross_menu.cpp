@@ -33,6 +33,7 @@ class CrossMenu {
     show_saves();
     w.b(button::upper_plot).on = w.b(button::lower_plot).on = false;
     for (int pass = 0; pass < pass_limit; ++pass) {
+      w.passes_left = pass_limit - pass;
       plot_graph(w);
       const ButtonNumber n = mouse_click(w, button::crossdating, way_out());
       if (n == button::exit_crossdating) return;

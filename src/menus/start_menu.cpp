@@ -43,6 +43,7 @@ class StartMenu {
 
   void run() {
     for (int pass = 0; pass < pass_limit; ++pass) {
+      w.passes_left = pass_limit - pass;
       draw();
       act(mouse_click(w, button::start));
     }

@@ -25,6 +25,18 @@ int read_into(Workspace& w, Button& button, std::size_t place, int inset) {
   return code;
 }
 
+// Those who watch the program are told what is typed, as long as it is.
+class TypingNoted {
+ public:
+  TypingNoted(Controls& controls, Typing what) : controls_(controls) { controls_.typing = what; }
+  ~TypingNoted() { controls_.typing = Typing::nothing; }
+  TypingNoted(const TypingNoted&) = delete;
+  TypingNoted& operator=(const TypingNoted&) = delete;
+
+ private:
+  Controls& controls_;
+};
+
 bool is_digit(int code) {
   return code >= '0' && code <= '9';
 }
@@ -32,6 +44,7 @@ bool is_digit(int code) {
 }  // namespace
 
 void get_str(Workspace& w, ButtonNumber n) {
+  const TypingNoted noted(w, Typing::name);
   constexpr std::size_t most_characters = 12;
   Button& button = w.b(n);
   const Label before = button.label;
@@ -48,6 +61,7 @@ void get_str(Workspace& w, ButtonNumber n) {
 }
 
 void get_int(Workspace& w, ButtonNumber n, std::int32_t& v) {
+  const TypingNoted noted(w, Typing::number);
   constexpr int inset = 8;
   // Deliberate: [sixth-digit] five digits and Return; a sixth digit abandons the entry.
   constexpr std::size_t most_keys = 6;

@@ -22,6 +22,9 @@ struct Button : Rectangle {
   bool lit = false;  // highlighted; of options, the one chosen
 };
 
+// What the user types into a button's own label.
+enum class Typing : std::uint8_t { nothing, number, name };
+
 struct Controls {
   Controls();
 
@@ -33,7 +36,9 @@ struct Controls {
   std::int32_t msx = 0, msy = 0;                 // where the click was
   Status ios;                                    // of the last file operation
   bool fileok = false;                           // answer of the last test whether a file exists
-  ButtonRange offered;  // the buttons that the wait at hand takes clicks on; none at other waits
+  ButtonRange offered;              // the buttons that the wait at hand takes clicks on; none at other waits
+  Typing typing = Typing::nothing;  // what the wait at hand takes, where it is no click
+  std::int32_t passes_left = 0;     // clicks until the menu at hand ends by itself
   bool passing_over_messages = false;  // Escape was pressed at a message: those that follow are not shown
 };
 

@@ -1,6 +1,7 @@
 // Whether a result that was kept is still that of the same numbers.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <span>
@@ -22,6 +23,8 @@ class Fingerprint {
     add(values.size());
     for (const double value : values) add(std::bit_cast<std::uint64_t>(value));
   }
+  // What can be written down of it.
+  std::array<std::uint64_t, 2> words() const { return {one_, other_}; }
   bool operator==(const Fingerprint&) const = default;
 
  private:

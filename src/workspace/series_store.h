@@ -28,6 +28,7 @@ struct SeriesStore {
   Pool<double> ax;         // pool: what is correlated and drawn: tx prewhitened and transformed
   std::int32_t nc = 0;     // cores of the current file
   std::int32_t nd = 0;     // all entries
+  std::int32_t loads = 0;  // how often cores were loaded, which tells one loading from the next
 
   // A switch, ss, jpr, a stored ring or a core was changed since the chronology entries were last set: what
   // is derived is made anew before a working pair is set.
