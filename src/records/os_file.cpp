@@ -24,10 +24,12 @@ namespace vorn::os {
 namespace {
 
 #ifdef _WIN32
+constexpr int without_links = 0;
 constexpr int for_this_program = O_BINARY | O_NOINHERIT;
 constexpr int without_waiting = 0;
 using ByteCount = unsigned;
 #else
+constexpr int without_links = O_NOFOLLOW;
 constexpr int for_this_program = O_CLOEXEC;
 constexpr int without_waiting = O_NONBLOCK | O_NOCTTY;
 using ByteCount = std::size_t;
@@ -152,13 +154,15 @@ File& File::operator=(File&& other) noexcept {
   return *this;
 }
 
-int File::open_to_read(const std::string& path) {
+int File::open_to_read(const std::string& path, Links links) {
   close();
   // Looked at before the opening, which of some devices is an action, and after it, as another may have come.
   auto kind = FileKind::missing;
   if (const int failed = kind_of(path, kind)) return failed;
   if (const int reason = reason_not_to_read(kind)) return reason;
-  if (const int failed = open_file(path, O_RDONLY | without_waiting, handle_)) return failed;
+  if (const int failed = open_file(
+          path, O_RDONLY | without_waiting | (links == Links::refused ? without_links : 0), handle_))
+    return failed;
   struct stat about {};
   int failed = answer(::fstat(handle_, &about));
   if (!failed) failed = reason_not_to_read(kind_from(about));
@@ -212,6 +216,17 @@ int File::sync() {
 #else
   return answer_where_known(uninterrupted([&] { return ::fsync(handle_); }));
 #endif
+}
+
+int File::take_lock(const std::string& path) {
+  close();
+  if (const int failed =
+          open_file(path, O_WRONLY | O_CREAT | without_links | without_waiting, handle_, for_the_user))
+    return failed;
+  bool held = false;
+  const int failed = lock(held);
+  if (failed) close();
+  return failed;
 }
 
 // On Windows an open file can be neither replaced nor removed, so that nothing needs a lock.
@@ -371,6 +386,17 @@ int rename(const std::string& from, const std::string& to) {
 
 int remove(const std::string& path) {
   return answer(::unlink(path.c_str()));
+}
+
+int make_folder(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const auto type = fs::symlink_status(path, error).type();
+  if (type == fs::file_type::directory) return 0;
+  if (type != fs::file_type::not_found) return ENOTDIR;
+  fs::create_directory(path, error);
+  if (!error) fs::permissions(path, fs::perms::owner_all, error);
+  return answer(error);
 }
 
 std::vector<std::string> files_named(const std::string& folder, std::string_view beginning,

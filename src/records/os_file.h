@@ -34,6 +34,8 @@ int stamp_of(const std::string& path, Stamp& stamp);
 // still read in seconds.
 inline constexpr std::uint64_t most_bytes_read = std::uint64_t{1} << 28;
 
+enum class Links : std::uint8_t { followed, refused };
+
 // An open file, closed when it goes. Calls that a signal interrupts are made again.
 class File {
  public:
@@ -44,9 +46,10 @@ class File {
 
   bool is_open() const { return handle_ != none; }
 
-  // Opens an existing file to be read. A folder gives 21 (EISDIR); a pipe, a socket or a device, which might
-  // let wait for ever or never end, 19 (ENODEV); a file of more than most_bytes_read 27 (EFBIG).
-  int open_to_read(const std::string& path);
+  // Opens an existing file to be read, where `path` is a link only if links are to be followed; 40 (ELOOP)
+  // where not. A folder gives 21 (EISDIR); a pipe, a socket or a device, which might let wait for ever or
+  // never end, 19 (ENODEV); a file of more than most_bytes_read 27 (EFBIG).
+  int open_to_read(const std::string& path, Links links = Links::followed);
   // Makes a new file to be written; gives 17 (EEXIST) when there is one, or a link. A private one is for the
   // user alone, others are as open as the user lets new files be.
   int make(const std::string& path, bool is_private);
@@ -63,6 +66,9 @@ class File {
   // Takes the lock of the file, which one handle of all programs can have, until it is closed. 16 (EBUSY)
   // when another one has it. Sets whether the lock is held: it is not where the system knows none.
   int lock(bool& held);
+  // Takes the lock of the file of that name, which is made where there is none and must be no link. 16 when
+  // another program has it.
+  int take_lock(const std::string& path);
   // Opens a file that is to be replaced and locks it, so that among those who do so nobody else replaces it
   // meanwhile; waits for others, for some seconds, then gives 16. Stays closed where there is no file, and
   // where the system needs no lock.
@@ -98,6 +104,10 @@ int may_write(const std::string& path);
 // Gives the file `from` the name `to`, in one step, in place of a file that has it.
 int rename(const std::string& from, const std::string& to);
 int remove(const std::string& path);
+
+// Makes a folder, for the user alone, where none is there; 20 (ENOTDIR) where something else stands, or a
+// link.
+int make_folder(const std::string& path);
 
 // The files of a folder ("" for the current one) whose names begin and end so. None where it cannot be read.
 std::vector<std::string> files_named(const std::string& folder, std::string_view beginning,
