@@ -1,0 +1,171 @@
+#include "situation/observer.h"
+
+#include <algorithm>
+
+#include "formats/layouts.h"
+#include "formats/ring_width_writer.h"
+
+namespace vorn {
+namespace {
+
+Place place_of(const Workspace& w) {
+  const ButtonNumber first = w.offered.first;
+  if (first == button::start.first)
+    return w.b(button::chronology_list).on ? Place::chronologies : Place::start;
+  if (first == button::correlation.first) return Place::correlation;
+  if (first == button::chooser.first) return Place::chooser;
+  if (first == button::editor.first) return Place::editor;
+  if (w.b(button::upper_plot).on || w.b(button::lower_plot).on) return Place::pick_year;
+  if (w.b(button::insertion_ok).on || w.b(button::deletion_ok).on) return Place::keep_edit;
+  return Place::crossdating;
+}
+
+std::string without_blanks(std::string_view label) {
+  const auto first = label.find_first_not_of(' ');
+  return first == std::string_view::npos ? "" : std::string(trimmed(label.substr(first)));
+}
+
+std::vector<ShownButton> shown_buttons(const Workspace& w) {
+  std::vector<ShownButton> shown;
+  for (const ButtonNumber n : w.offered) {
+    const Button& button = w.b(n);
+    if (!button.on) continue;
+    // The places of some are written anew while they are used; a rectangle is one all the same.
+    shown.push_back(
+        {{button.x1, button.y1, button.x2, button.y2}, n, without_blanks(button.label.view()), button.lit});
+  }
+  return shown;
+}
+
+}  // namespace
+
+Situation Observer::look(bool message) {
+  const bool menu = w.offered.size() > 0;
+  now_.wait = w.typing == Typing::number ? Wait::number
+              : w.typing == Typing::name ? Wait::name
+                                         : Wait::message;
+  if (message) now_.wait = Wait::message;
+  now_.buttons.clear();
+  if (menu) {
+    now_.place = place_of(w);
+    now_.wait = now_.place == Place::pick_year ? Wait::year : Wait::menu;
+    now_.buttons = shown_buttons(w);
+    now_.passes_left = w.passes_left;
+    look_at_store();
+    look_at_pair();
+    look_at_menu();
+  }
+  return now_;
+}
+
+void Observer::cores_written() {
+  written_ = now_.cores;
+  now_.unwritten.clear();
+}
+
+void Observer::look_at_store() {
+  now_.cores = copies_of_cores(w, now_.cores);
+  if (w.loads != loads_) written_ = now_.cores;
+  loads_ = w.loads;
+  current_file_ = w.cf;
+  now_.unwritten.clear();
+  for (const CoreChange& change : changes_between(written_, now_.cores)) {
+    now_.unwritten.push_back((change.after ? change.after : change.before)->name);
+  }
+  now_.file = w.nfil > 0 ? std::string(w.cnam(w.cf).trimmed()) : std::string();
+  now_.settings = w;
+}
+
+bool Observer::shows_pair() const {
+  return now_.place == Place::crossdating || now_.place == Place::pick_year ||
+         now_.place == Place::keep_edit || now_.place == Place::correlation;
+}
+
+// In the chooser and the editor the working copies are those of a store that may have changed: what was seen
+// of them before stays, until they are filled anew. On the start menu there are none.
+void Observer::look_at_pair() {
+  now_.first_year = w.fs;
+  now_.years_shown = w.sl;
+  now_.curves_are_indices = w.indon;
+  if (shows_pair()) {
+    now_.sample = member(1);
+    now_.reference = member(2);
+  } else if (now_.place == Place::start || now_.place == Place::chronologies) {
+    now_.sample = now_.reference = {};
+    changed_[0] = changed_[1] = {};
+  }
+}
+
+PairMember Observer::member(int k) {
+  const int entry = k == 1 ? w.tr1 : w.tr2;
+  const int slot = w.nd + k;
+  PairMember member;
+  if (entry < 1 || entry > w.nd) return member;
+  member.entry = entry;
+  member.name = w.nam(slot).trimmed();
+  member.is_core = entry <= w.nc;
+  member.first_year = w.fy(slot);
+  member.last_year = w.ly(slot);
+  member.can_be_saved = w.b(k == 1 ? button::save_sample : button::save_reference).on;
+  // Of a chronology the copy may lack the sample: only its years can be changed.
+  auto copy = std::make_shared<const SeriesCopy>(copy_of(w, slot));
+  if (member.is_core) {
+    const SeriesCopy& stored = *now_.cores[static_cast<std::size_t>(entry) - 1];
+    member.changed = copy->first_year != stored.first_year || copy->widths != stored.widths ||
+                     copy->presence != stored.presence;
+  } else {
+    member.changed = w.fy(slot) != w.fy(entry);
+  }
+  auto& changed = changed_[k - 1];
+  if (!member.changed) {
+    changed = {};
+  } else if (!changed || *changed != *copy) {
+    changed = copy;
+  }
+  auto curve = std::make_shared<Curve>();
+  // As the page draws them: the ring widths of cores alone, and of the last one neither.
+  const bool widths = !w.indon && w.chc(k) < w.nc;
+  const Pool<double>& drawn = widths ? w.x : w.ax;
+  curve->first_year = w.fy(slot);
+  for (int p = w.ad(slot); p < w.ad(slot) + w.yr(slot); ++p) curve->values.push_back(drawn.at(p));
+  curve->presence = copy->presence;
+  member.curve = std::move(curve);
+  return member;
+}
+
+void Observer::look_at_menu() {
+  now_.mode = ButtonNumber::none;
+  now_.marked.clear();
+  now_.destination.clear();
+  now_.editor_columns.clear();
+  now_.chronologies.clear();
+  if (now_.place == Place::chooser) {
+    for (const ButtonNumber n : button::chooser_modes) {
+      if (w.b(n).lit) now_.mode = n;
+    }
+    const bool moves = now_.mode == button::move_core;
+    for (int j = 1; j <= w.chs; ++j) {
+      const int k = w.chc(j);
+      if (moves && j == w.chs) {
+        if (k > w.nc && k <= w.nd) now_.destination = w.cnam(k - w.nc).trimmed();
+      } else if (k >= 1 && k <= w.nd) {
+        const std::string name(w.nam(k).trimmed());
+        const bool acted_on = k <= w.nc || now_.mode == button::pick_cores;
+        if (acted_on && std::ranges::find(now_.marked, name) == now_.marked.end())
+          now_.marked.push_back(name);
+      }
+    }
+  }
+  if (now_.place == Place::editor) {
+    now_.editor_first_year = w.edfs;
+    for (int m = 1; m <= w.chs; ++m) now_.editor_columns.emplace_back(w.nam(w.chc(m)).trimmed());
+  }
+  if (now_.place == Place::start || now_.place == Place::chronologies) {
+    for (int f = 1; f <= w.nfil; ++f) {
+      now_.chronologies.push_back({std::string(w.cnam(f).trimmed()), holds_ring_widths(w.rftype(f))});
+    }
+    now_.raw_output = w.nfil > 0 ? std::string(output_name(w.cnam(w.cf)).trimmed()) : std::string();
+  }
+}
+
+}  // namespace vorn
