@@ -13,33 +13,55 @@ void EventMailbox::show(const Page& page) {
   page_came_();
 }
 
-// Deliberate: [stale-clicks] a click on a page that was replaced is dropped, a key is kept.
+// Deliberate: [stale-clicks] a click on a page that was replaced is dropped, a key is kept; deeds that are no
+// events are about the session, not about a page.
 bool EventMailbox::counts(const Action& action) const {
+  if (!std::holds_alternative<Event>(action.deed)) return true;
   return action.seen >= fresh_from_ && (!action.by_mouse || action.seen == page_.number);
 }
 
-Event EventMailbox::next_event() {
+Deed EventMailbox::next_deed() {
   say(progress_, {});
-  const Event event = wait_for_event();
+  Deed deed = wait_for_deed();
   busy_since_ = now_();
-  return event;
+  return deed;
 }
 
-Event EventMailbox::wait_for_event() {
+Event EventMailbox::next_event() {
+  for (;;) {
+    const Deed deed = next_deed();
+    if (const auto* event = std::get_if<Event>(&deed)) return *event;
+  }
+}
+
+Deed EventMailbox::wait_for_deed() {
   std::unique_lock lock(mutex_);
   for (;;) {
     something_came_.wait(lock, [&] { return closed_ || !actions_.empty(); });
     if (closed_) throw ProgramEnd(EndReason::closed);
-    const Action action = actions_.front();
+    Action action = std::move(actions_.front());
     actions_.pop_front();
-    if (counts(action)) return action.event;
+    if (counts(action)) return std::move(action.deed);
   }
+}
+
+void EventMailbox::stand(const SharedStanding& standing) {
+  {
+    const std::lock_guard lock(mutex_);
+    standing_ = standing;
+  }
+  news_came_();
+}
+
+SharedStanding EventMailbox::standing() const {
+  const std::lock_guard lock(mutex_);
+  return standing_;
 }
 
 void EventMailbox::forget_pending() {
   const std::lock_guard lock(mutex_);
   fresh_from_ = page_.number;
-  actions_.clear();
+  std::erase_if(actions_, [](const Action& action) { return std::holds_alternative<Event>(action.deed); });
 }
 
 void EventMailbox::progress(std::string_view what, double share) {
@@ -92,10 +114,10 @@ NumberedPage EventMailbox::page() const {
   return page_;
 }
 
-void EventMailbox::put(const Action& action) {
+void EventMailbox::put(Action action) {
   {
     const std::lock_guard lock(mutex_);
-    actions_.push_back(action);
+    actions_.push_back(std::move(action));
   }
   something_came_.notify_one();
 }
@@ -106,6 +128,10 @@ void EventMailbox::put_click(const Event& event, unsigned long seen) {
 
 void EventMailbox::put_key(const Event& event, unsigned long seen) {
   put({event, seen, false});
+}
+
+void EventMailbox::put_deed(Deed deed) {
+  put({std::move(deed), 0, false});
 }
 
 void EventMailbox::close() {

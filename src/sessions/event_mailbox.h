@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "plot/page.h"
-#include "plot/screen.h"
+#include "sessions/inbox.h"
 
 namespace vorn {
 
@@ -27,14 +27,15 @@ struct NumberedPage {
 // The user acts on the page he sees, which may be older than the one the program shows by now. A click made
 // on an older page is dropped, because what it was aimed at is gone; keys are kept, so that one can type
 // ahead.
-class EventMailbox : public Screen {
+class EventMailbox : public Inbox {
  public:
   using Clock = std::chrono::steady_clock;
   // Work is told of when the program has not waited for so long, and then no oftener than this.
   static constexpr std::chrono::milliseconds worth_telling{300}, between_tellings{50};
 
   // Both are called by the program's thread: `page_came` after each new page, `news_came` when there is
-  // something new to be said of long work, of the file worked on, or besides. `now` tells the time.
+  // something new to be said of long work, of the file worked on, of how the session stands, or besides.
+  // `now` tells the time.
   explicit EventMailbox(
       std::function<void()> page_came, std::function<void()> news_came = [] {},
       std::function<Clock::time_point()> now = Clock::now)
@@ -45,7 +46,9 @@ class EventMailbox : public Screen {
 
   // --- The program's side.
   void show(const Page& page) override;
-  Event next_event() override;
+  Event next_event() override;  // passes over deeds that are no events
+  Deed next_deed() override;
+  void stand(const SharedStanding& standing) override;
   // After this nothing counts that was done before the page shown last was seen, not even keys.
   void forget_pending() override;
   void progress(std::string_view what, double share) override;
@@ -60,21 +63,25 @@ class EventMailbox : public Screen {
   std::string subject() const;
   // All that the program had to tell besides its pages, in its order.
   std::vector<std::string> notices() const;
+  // How the session stood last; null before it was told.
+  SharedStanding standing() const;
   // Something done with the mouse, or a key, on the page with the number `seen`.
   void put_click(const Event& event, unsigned long seen);
   void put_key(const Event& event, unsigned long seen);
-  // The window is to be closed: the program ends as soon as it waits.
+  // Something else to be done, whatever page is shown by then.
+  void put_deed(Deed deed);
+  // The window is to be closed, and nothing is to be asked: the program ends as soon as it waits.
   void close();
 
  private:
   struct Action {
-    Event event;
+    Deed deed;
     unsigned long seen = 0;
     bool by_mouse = false;
   };
-  void put(const Action& action);
+  void put(Action action);
   bool counts(const Action& action) const;
-  Event wait_for_event();
+  Deed wait_for_deed();
   void say(std::string& line, std::string_view news);
 
   std::function<void()> page_came_, news_came_;
@@ -84,6 +91,7 @@ class EventMailbox : public Screen {
   mutable std::mutex mutex_;
   std::condition_variable something_came_;
   NumberedPage page_;
+  SharedStanding standing_;
   std::string progress_, subject_;
   std::vector<std::string> notices_;
   std::deque<Action> actions_;
