@@ -1,0 +1,528 @@
+#include "sessions/session.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "workspace/vorndata.h"
+
+namespace vorn {
+namespace {
+
+constexpr std::string_view exchange_file = "Edit.raw";  // written whenever the editor is opened
+constexpr std::size_t longest_note = 2'000;
+
+bool is_click(const Deed& deed) {
+  const auto* event = std::get_if<Event>(&deed);
+  return event && event->code == Event::click;
+}
+
+// One line of plain text, so that a journal can hold it.
+std::string one_line(std::string text) {
+  text.resize(std::min(text.size(), longest_note));
+  for (char& c : text) {
+    if (static_cast<unsigned char>(c) < ' ' || c == 127) c = ' ';
+  }
+  return text;
+}
+
+int whole(double place) {
+  return static_cast<int>(std::lround(place));
+}
+
+// The middle of that year's width in the graph; nothing where it is not shown.
+std::optional<int> place_of_year(const Situation& situation, int year) {
+  const int k = year - situation.first_year;
+  if (k < 0 || k >= situation.years_shown) return {};
+  const double width = 2500.0 / situation.years_shown;
+  const int x = whole(200 + (k + 0.5) * width);
+  // Where years are narrower than page units the nearest place may be a neighbour's.
+  for (const int near : {x, x - 1, x + 1}) {
+    if (static_cast<int>((near - 200) / width) == k) return near;
+  }
+  return {};
+}
+
+}  // namespace
+
+Session::Session(WholeProgram program, Files& files, std::ostream& log, Inbox& inbox, Gate* gate,
+                 Keeper* keeper)
+    : program_(std::move(program)),
+      files_(files),
+      disk_(files),
+      log_(log),
+      program_log_(log.rdbuf()),
+      inbox_(inbox),
+      gate_(gate),
+      keeper_(keeper ? keeper : &no_keeper_) {
+  files_.kept = [this](std::size_t place) { keeper_->answered(place, files_.answers()[place]); };
+}
+
+void Session::begin_with(Keeper::TakenUp taken_up, Files* replayed) {
+  timeline_ = std::move(taken_up.timeline);
+  kept_answers_ = std::move(taken_up.answers);
+  replayed_ = replayed;
+  replay_name_ = "Take up";
+  goes_back_ = true;
+}
+
+int Session::run() {
+  to_take_up_ = keeper_->to_take_up();
+  for (;;) {
+    try {
+      const int status = run_once();
+      if (!is_replaying_) return status;
+      leave_off_last();
+    } catch (const GoBack&) {
+      // The program is run again, up to where it is to be.
+    }
+  }
+}
+
+// The step that was handed in last, when something is gone through again, ended the program.
+void Session::leave_off_last() {
+  const std::size_t good = replayed_steps_ > 0 ? replayed_steps_ - 1 : 0;
+  inbox_.notice(replay_name_ + ": the program ended at step " + std::to_string(replayed_steps_) + " of " +
+                std::to_string(timeline_.steps().size()) + ", which is left off with all behind it");
+  kept_answers_.resize(timeline_.cut(good, kept_answers_.size()));
+  keeper_->cut(good);
+  goes_back_ = true;
+}
+
+int Session::run_once() {
+  files_.begin_again(kept_answers_, replayed_);
+  replayed_steps_ = 0;
+  is_replaying_ = std::exchange(goes_back_, false);
+  files_looked_at_ = 0;
+  session_files_.clear();
+  rest_.reset();
+  pressed_.clear();
+  destination_.clear();
+  message_waits_ = false;
+  page_ = nullptr;
+  program_log_.rdbuf(is_replaying_ ? nullptr : log_.rdbuf());
+  const int status = program_(*this, files_, program_log_, [this](const Workspace& w) { start(w); });
+  w_ = nullptr;
+  observer_.reset();
+  if (!is_replaying_) {
+    const bool unsaved = situation_ && (!situation_->unwritten.empty() || situation_->sample.changed ||
+                                        situation_->reference.changed);
+    keeper_->ended(!waits_, unsaved);
+  }
+  return status;
+}
+
+void Session::start(const Workspace& w) {
+  w_ = &w;
+  observer_ = std::make_unique<Observer>(w);
+}
+
+// --- The screen of the program.
+
+// What is gone through again, and what is played, is not shown on the way.
+void Session::show(const Page& page) {
+  page_ = &page;
+  if (!is_replaying_ && queue_.empty()) inbox_.show(page);
+}
+
+void Session::forget_pending() {
+  message_waits_ = true;
+  if (!is_replaying_ && queue_.empty()) inbox_.forget_pending();
+}
+
+void Session::progress(std::string_view what, double share) {
+  if (!is_replaying_) inbox_.progress(what, share);
+}
+
+void Session::subject(std::string_view file) {
+  subject_ = file;
+  if (!is_replaying_) inbox_.subject(file);
+}
+
+void Session::notice(std::string_view text) {
+  if (!is_replaying_) inbox_.notice(text);
+}
+
+Event Session::next_event() {
+  waits_ = true;
+  look();
+  message_waits_ = false;
+  if (replays()) return replay_next();
+  if (is_replaying_) land();
+  const bool played = !queue_.empty();
+  while (!queue_.empty()) {
+    if (const auto event = next_queued()) return hand_in(*event);
+  }
+  if (played && page_) inbox_.show(*page_);
+  for (;;) {
+    publish();
+    Deed deed = inbox_.next_deed();
+    if (const auto event = do_deed(std::move(deed), false)) return hand_in(*event);
+    while (!question_ && !queue_.empty()) {
+      if (const auto event = next_queued()) return hand_in(*event);
+    }
+  }
+}
+
+Event Session::replay_next() {
+  const Event event = timeline_.steps()[replayed_steps_].event;
+  inbox_.progress(replay_name_,
+                  static_cast<double>(replayed_steps_) / static_cast<double>(timeline_.steps().size()));
+  note_press(event);
+  ++replayed_steps_;
+  return event;
+}
+
+// The last step was gone through: from here on everything is new again.
+void Session::land() {
+  is_replaying_ = false;
+  program_log_.rdbuf(log_.rdbuf());
+  replayed_ = nullptr;
+  if (files_.is_astray()) {
+    inbox_.notice(replay_name_ + ": the files were read in another order than before");
+  }
+  files_.keep_first(files_.given());
+  if (std::exchange(takes_up_, false)) keeper_->landed();
+  inbox_.subject(subject_);
+  if (page_) inbox_.show(*page_);
+}
+
+// --- What is seen at a wait.
+
+void Session::look() {
+  // While a message stands a file may be half written.
+  if (w_->offered.size() > 0) keep_new_files();
+  auto seen = std::make_shared<Situation>(observer_->look(message_waits_));
+  if (seen->place == Place::start && seen->wait == Wait::menu && !is_replaying_) {
+    FileKind kind = FileKind::missing;
+    const bool stands = !seen->raw_output.empty() && disk_.look_at(seen->raw_output, kind) == status::ok &&
+                        kind != FileKind::missing;
+    const bool ours = std::ranges::find(session_files_, seen->raw_output) != session_files_.end();
+    seen->replaces_other_file = stands && !ours;
+    seen->two_column_list_missing = disk_.look_at("TRW.fil", kind) == status::ok && kind == FileKind::missing;
+  }
+  situation_ = std::move(seen);
+  if (rests()) notice_decision();
+}
+
+bool Session::rests() const {
+  const Place place = situation_->place;
+  return situation_->wait == Wait::menu && place != Place::chronologies && place != Place::keep_edit;
+}
+
+// Which files were written since the last wait, and whether the cores were among them.
+void Session::keep_new_files() {
+  const auto& answers = files_.answers();
+  for (; files_looked_at_ < files_.given(); ++files_looked_at_) {
+    const FileAnswer& answer = answers[files_looked_at_];
+    if (!answer.is_committed || answer.commit_status != status::ok || answer.name == exchange_file) continue;
+    session_files_.push_back(answer.name);
+    new_files_.push_back(answer.name);
+    const bool saves = std::ranges::find(pressed_, button::save_raw) != pressed_.end();
+    if (saves && situation_ && answer.name == situation_->raw_output) observer_->cores_written();
+  }
+}
+
+Decided Session::decided_now() const {
+  return {.settings = situation_->settings,
+          .file = situation_->file,
+          .loads = observer_->loads(),
+          .cores = situation_->cores,
+          .sample = observer_->changed_sample(),
+          .reference = observer_->changed_reference(),
+          .sample_entry = situation_->sample.entry,
+          .reference_entry = situation_->reference.entry};
+}
+
+void Session::notice_decision() {
+  Decided now = decided_now();
+  if (rest_ && !is_replaying_) {
+    auto decision = decision_between(*rest_, now, pressed_, destination_);
+    const bool only_wrote = !decision && !new_files_.empty();
+    if (!new_files_.empty()) {
+      std::string names;
+      for (const std::string& name : new_files_) names += (names.empty() ? "" : ", ") + name;
+      written_ = "wrote " + names + ", " + std::to_string(situation_->cores.size()) + " cores";
+      if (only_wrote) decision = Decision{.what = "Write " + names};
+      if (decision) decision->wrote = names;
+    }
+    if (decision) keep(*decision, only_wrote);
+  }
+  new_files_.clear();
+  rest_ = std::move(now);
+  rest_step_ = is_replaying_ ? replayed_steps_ : timeline_.steps().size();
+  pressed_.clear();
+  destination_.clear();
+}
+
+// A slide that follows another of the same series goes on with it.
+void Session::keep(const Decision& decision, bool only_wrote) {
+  const auto& entries = timeline_.entries();
+  const bool goes_on_with_last = !only_wrote && !entries.empty() && timeline_.taken() == entries.size() &&
+                                 entries.back().to == rest_step_ &&
+                                 goes_on(entries.back().decision, decision);
+  if (goes_on_with_last) {
+    timeline_.went_on(both(entries.back().decision, decision));
+    keeper_->went_on(timeline_.entries().back());
+  } else {
+    timeline_.decided(decision, rest_step_, only_wrote);
+    keeper_->decided(timeline_.entries().back());
+  }
+}
+
+void Session::publish() {
+  auto standing = std::make_shared<Standing>();
+  standing->situation = situation_;
+  for (const Timeline::Entry& entry : timeline_.entries()) standing->decisions.push_back(entry.decision);
+  standing->taken = timeline_.taken();
+  standing->steps = timeline_.steps().size();
+  const auto to_undo = timeline_.to_undo();
+  standing->can_undo = to_undo && may_go_back();
+  standing->can_redo = timeline_.to_redo() && may_go_back();
+  if (to_undo) {
+    for (std::size_t k = *to_undo; k < timeline_.taken(); ++k) {
+      const std::string& wrote = timeline_.entries()[k].decision.wrote;
+      if (!wrote.empty()) standing->undo_says += (standing->undo_says.empty() ? "" : ", ") + wrote;
+    }
+    if (!standing->undo_says.empty()) standing->undo_says += " stays as it was written";
+  } else if (timeline_.taken() > 0) {
+    for (std::size_t k = timeline_.taken(); k > 0 && standing->undo_says.empty(); --k) {
+      const Decision& decision = timeline_.entries()[k - 1].decision;
+      if (decision.is_final)
+        standing->undo_says = "\"" + decision.what + "\" changed files and cannot be taken back";
+    }
+  }
+  standing->question = question_;
+  standing->written = written_;
+  standing->journal_trouble = keeper_->trouble();
+  standing->to_take_up = to_take_up_;
+  inbox_.stand(standing);
+}
+
+// --- What is done at a wait.
+
+Event Session::hand_in(const Event& event) {
+  waits_ = false;
+  note_press(event);
+  timeline_.happened(event, files_.answers().size());
+  replayed_steps_ = timeline_.steps().size();
+  keeper_->happened(event);
+  return event;
+}
+
+void Session::note_press(const Event& event) {
+  if (event.code != Event::click) return;
+  const ShownButton* hit = situation_->at(event.x, event.y);
+  if (!hit) return;
+  pressed_.push_back(hit->number);
+  if (hit->number == button::chooser_do_it && situation_->mode == button::move_core)
+    destination_ = situation_->destination;
+}
+
+std::optional<Event> Session::do_deed(Deed deed, bool asked) {
+  if (const auto* choice = std::get_if<Choose>(&deed)) return answer(choice->answer);
+  if (const auto* taken = std::get_if<TakeNote>(&deed)) return note(*taken), std::nullopt;
+  if (question_) return {};  // nothing is done before it is answered
+  if (auto* play = std::get_if<Play>(&deed)) {
+    playing_ = play->what;
+    for (const PlayStep& step : play->steps) queue_.push_back({.step = step});
+    return {};
+  }
+  if (std::holds_alternative<Undo>(deed)) return undo(), std::nullopt;
+  if (std::holds_alternative<Redo>(deed)) return redo(), std::nullopt;
+  if (const auto* to = std::get_if<GoTo>(&deed)) return go_to(to->decisions), std::nullopt;
+  if (const auto* up = std::get_if<TakeUp>(&deed)) return take_up(up->journal), std::nullopt;
+  if (!asked && is_asked(deed)) return {};
+  if (std::holds_alternative<Close>(deed)) throw ProgramEnd(EndReason::closed);
+  return std::get<Event>(deed);
+}
+
+// Whether a question now stands before the deed.
+bool Session::is_asked(const Deed& deed) {
+  const bool may_lose =
+      std::holds_alternative<Close>(deed) ||
+      (is_click(deed) && (situation_->wait == Wait::menu || situation_->wait == Wait::year));
+  if (!gate_ || !may_lose) return false;
+  question_ = gate_->before(deed, *situation_);
+  questioned_ = deed;
+  return question_.has_value();
+}
+
+std::optional<Event> Session::answer(std::size_t choice) {
+  if (!question_) return {};
+  const Question question = *std::exchange(question_, {});
+  if (choice + 1 >= question.answers.size()) {
+    queue_.clear();
+    return {};
+  }
+  const Question::Answer& chosen = question.answers[choice];
+  if (chosen.first.empty()) {
+    gate_->given_up(*situation_);
+    return chosen.does_it ? do_deed(questioned_, true) : std::nullopt;
+  }
+  playing_ = chosen.text;
+  // What could not be saved is asked for again: the deed behind the steps is not taken as asked.
+  if (chosen.does_it) queue_.push_front({.deed = questioned_});
+  for (auto step = chosen.first.rbegin(); step != chosen.first.rend(); ++step) {
+    // Whether another file may be replaced was not asked yet.
+    const bool asked = step->button != button::save_raw;
+    queue_.push_front({.step = *step, .asked = asked});
+  }
+  return {};
+}
+
+// The next event of what is played; nothing where a step is over, waits for an answer, or cannot be played.
+std::optional<Event> Session::next_queued() {
+  Queued next = std::move(queue_.front());
+  queue_.pop_front();
+  if (next.deed) {
+    if (situation_->wait != Wait::menu) return stop_playing("a message came between"), std::nullopt;
+    return do_deed(*next.deed, next.asked);
+  }
+  if (next.step->kind == PlayStep::Kind::to_start_menu) {
+    const auto event = way_to_start();
+    if (event) queue_.push_front(std::move(next));
+    return event;
+  }
+  const auto event = event_of(*next.step);
+  if (!event) return {};
+  return do_deed(*event, next.asked);
+}
+
+std::optional<Event> Session::event_of(const PlayStep& step) {
+  const bool menu = situation_->wait == Wait::menu || situation_->wait == Wait::year;
+  const auto press = [this](ButtonNumber n) -> std::optional<Event> {
+    const ShownButton* button = situation_->shown(n);
+    if (!button) return stop_playing("the button it needs is not shown"), std::nullopt;
+    return Event{(button->x1 + button->x2) / 2, (button->y1 + button->y2) / 2, Event::click};
+  };
+  switch (step.kind) {
+    case PlayStep::Kind::press:
+      return press(step.button);
+    case PlayStep::Kind::sample_year:
+    case PlayStep::Kind::reference_year: {
+      auto event = press(step.kind == PlayStep::Kind::sample_year ? button::upper_plot : button::lower_plot);
+      const auto x = place_of_year(*situation_, step.year);
+      if (event && !x) return stop_playing("the year is not shown"), std::nullopt;
+      if (event) event->x = *x;
+      return event;
+    }
+    case PlayStep::Kind::key:
+      if (menu) return stop_playing("nothing is typed here"), std::nullopt;
+      return Event{0, 0, step.code};
+    case PlayStep::Kind::click:
+      if (!menu) return stop_playing("no click is waited for"), std::nullopt;
+      return Event{step.x, step.y, Event::click};
+    case PlayStep::Kind::to_start_menu:
+      break;
+  }
+  return {};
+}
+
+// One event nearer to the start menu; nothing when it is reached.
+std::optional<Event> Session::way_to_start() {
+  if (situation_->wait == Wait::message) return Event{0, 0, Event::enter};
+  if (situation_->wait == Wait::number) return Event{0, 0, Event::escape};  // abandons the entry
+  if (situation_->wait == Wait::name) return Event{0, 0, Event::enter};
+  const auto press = [this](ButtonNumber n) { return event_of({.button = n}); };
+  switch (situation_->place) {
+    case Place::crossdating:
+      return press(button::exit_crossdating);
+    case Place::keep_edit:
+      return press(situation_->shown(button::insertion_ok) ? button::insertion_ok : button::deletion_ok);
+    case Place::correlation:
+      return press(button::correlation_exit);
+    case Place::chooser:
+      return press(button::chooser_exit);
+    case Place::editor:
+      return press(button::editor_exit);
+    case Place::pick_year:
+    case Place::chronologies:
+      cut_to_rest();
+      return {};
+    default:
+      return {};
+  }
+}
+
+// From these pages no click leads back: as if they had not been opened.
+void Session::cut_to_rest() {
+  queue_.push_front({.step = PlayStep{.kind = PlayStep::Kind::to_start_menu}});
+  kept_answers_ = files_.answers();
+  kept_answers_.resize(timeline_.cut(rest_step_, kept_answers_.size()));
+  keeper_->cut(rest_step_);
+  replay_name_ = playing_;
+  go_back();
+}
+
+void Session::stop_playing(const std::string& why) {
+  queue_.clear();
+  if (!playing_.empty()) inbox_.notice(playing_ + " stopped: " + why);
+}
+
+// --- Back and forth.
+
+bool Session::may_go_back() const {
+  return situation_ && (situation_->wait == Wait::menu || situation_->wait == Wait::year);
+}
+
+void Session::undo() {
+  if (!may_go_back() || !timeline_.to_undo()) return;
+  replay_name_ = "Undo";
+  kept_answers_ = files_.answers();
+  timeline_.undo(kept_answers_);
+  keeper_->undone();
+  go_back();
+}
+
+void Session::redo() {
+  if (!may_go_back() || !timeline_.to_redo()) return;
+  replay_name_ = "Redo";
+  kept_answers_ = files_.answers();
+  timeline_.redo(kept_answers_);
+  keeper_->redone();
+  go_back();
+}
+
+void Session::go_to(std::size_t decisions) {
+  if (!may_go_back()) return;
+  bool moved = false;
+  kept_answers_ = files_.answers();
+  while (timeline_.taken() > decisions && timeline_.to_undo()) {
+    timeline_.undo(kept_answers_);
+    keeper_->undone();
+    moved = true;
+  }
+  while (timeline_.taken() < decisions && timeline_.to_redo()) {
+    timeline_.redo(kept_answers_);
+    keeper_->redone();
+    moved = true;
+  }
+  replay_name_ = "Journal";
+  if (moved) go_back();
+}
+
+void Session::take_up(const std::string& journal) {
+  if (!may_go_back() || journal != to_take_up_) return;
+  Keeper::TakenUp taken_up = keeper_->take_up(journal);
+  to_take_up_.clear();
+  if (!taken_up.trouble.empty()) inbox_.notice(taken_up.trouble);
+  if (taken_up.timeline.steps().empty()) return;
+  begin_with(std::move(taken_up));
+  takes_up_ = true;
+  go_back();
+}
+
+void Session::go_back() {
+  goes_back_ = true;
+  throw GoBack();
+}
+
+void Session::note(const TakeNote& note) {
+  const std::string text = one_line(note.text);
+  timeline_.note(note.decision, text);
+  keeper_->noted(note.decision, text);
+}
+
+}  // namespace vorn
