@@ -10,13 +10,13 @@
 #include "apps/whole_program.h"
 #include "records/disk_files.h"
 #include "sessions/scripted_screen.h"
+#include "sessions/session.h"
 
 namespace {
 
 constexpr const char* usage =
     "usage: vorn_replay SCRIPT    (- for standard input; statements: click help press key type enter page "
-    "expect "
-    "refuse)";
+    "expect refuse undo redo)";
 constexpr int invalid_script = 2;
 constexpr int cannot_go_on = 4;
 
@@ -28,8 +28,14 @@ int play(const vorn::Script& script, const std::string& name) {
                               [&](const vorn::Page& page, const std::string& file) {
                                 return vorn::write_page(page, file, files, pictures);
                               });
-  const int status =
-      vorn::run_whole_program(screen, files, [&](const vorn::Workspace& started) { w = &started; });
+  const vorn::WholeProgram program = [&](vorn::Screen& shown, vorn::Files& read, std::ostream& log,
+                                         const auto& started) {
+    return vorn::run_whole_program(shown, read, log, [&](const vorn::Workspace& state) {
+      w = &state;
+      started(state);
+    });
+  };
+  const int status = vorn::Session(program, files, std::cerr, screen).run();
   if (const int line = screen.first_line_not_reached(); line != 0) {
     std::cerr << name << ':' << line << ": the program ended before this line was reached\n";
   }

@@ -25,7 +25,7 @@ int run_or_tell(vorn::Screen& screen, const std::string& folder) {
   try {
     vorn::DiskFiles disk(folder);
     vorn::HelpFiles files(disk, vorn::installed_with_program("examples/Help.prn"));
-    return vorn::run_whole_program(screen, files);
+    return vorn::run_whole_program(screen, files, std::cerr);
   } catch (const std::exception& failure) {
     std::cerr << "VORNosx: cannot go on: " << failure.what() << '\n';
     return 4;

@@ -10,10 +10,12 @@
 
 namespace vorn {
 
-int run_whole_program(Screen& screen, Files& files, const std::function<void(const Workspace&)>& started) {
+int run_whole_program(Screen& screen, Files& files, std::ostream& log,
+                      const std::function<void(const Workspace&)>& started) {
   os::let_writes_fail();  // messages go to standard error, whoever reads that
   Plot plot(screen);
   const auto workspace = std::make_unique<Workspace>(plot, files);
+  workspace->log = &log;
   if (started) started(*workspace);
   try {
     run_program(*workspace);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <iosfwd>
 #include <string_view>
 
 #include "plot/screen.h"
@@ -11,10 +12,11 @@ namespace vorn {
 class Files;
 struct Workspace;
 
-// Runs the program on `files` until it ends. `started` gets the state before anything is shown;
-// it lives until this returns. Result: the exit status, 0 when the user left (or at a pass limit), 4 when the
-// program cannot go on. What the screen itself throws to stop the run (other than ProgramEnd) passes through.
-int run_whole_program(Screen& screen, Files& files,
+// Runs the program on `files` until it ends. Each message shown is also written to `log`. `started` gets the
+// state before anything is shown; it lives until this returns. Result: the exit status, 0 when the user left
+// (or at a pass limit), 4 when the program cannot go on. What the screen itself throws to stop the run (other
+// than ProgramEnd) passes through.
+int run_whole_program(Screen& screen, Files& files, std::ostream& log,
                       const std::function<void(const Workspace&)>& started = {});
 
 // Answers the one-line options that every program has, --help and --version, on standard output. True when

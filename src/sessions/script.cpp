@@ -109,7 +109,7 @@ struct Form {
   Statement::Kind kind;
   void (*read)(Statement& statement, std::string_view rest);  // the rest of the line, behind one blank
 };
-constexpr std::array<Form, 9> forms = {{
+constexpr std::array<Form, 11> forms = {{
     {"click", Statement::Kind::click, read_position},
     {"help", Statement::Kind::help, read_position},
     {"press", Statement::Kind::press, read_button},
@@ -119,6 +119,8 @@ constexpr std::array<Form, 9> forms = {{
     {"page", Statement::Kind::page, read_file_name},
     {"expect", Statement::Kind::expect, read_text},
     {"refuse", Statement::Kind::refuse, read_text},
+    {"undo", Statement::Kind::undo, read_nothing},
+    {"redo", Statement::Kind::redo, read_nothing},
 }};
 
 // The statement on a line; nothing when it holds none.

@@ -11,7 +11,7 @@ namespace vorn {
 
 // One statement of a script.
 struct Statement {
-  enum class Kind { click, help, press, key, type, enter, page, expect, refuse };
+  enum class Kind { click, help, press, key, type, enter, page, expect, refuse, undo, redo };
   Kind kind = Kind::enter;
   int line = 0;      // of the script, counted from 1
   int x = 0, y = 0;  // click, help: page units
@@ -46,6 +46,8 @@ using ButtonNumbers = std::function<int(std::string_view name)>;
 //   page FILE      writes the page as it then stands (.txt, .png, .svg, .pdf)
 //   expect TEXT    some visible text on the page contains TEXT
 //   refuse TEXT    none does
+//   undo           takes back the last decision
+//   redo           takes it again
 // "#" at the start of a line or after a blank starts a comment; blanks before it are no part of the
 // statement. Empty lines count as comments. Lines end at LF or CR LF. All lines are looked at, so that all
 // errors are told. Without `number_of` no name is known.

@@ -27,19 +27,26 @@ ScriptedScreen::ScriptedScreen(std::vector<Statement> statements, std::string sc
       write_page_(std::move(write_page)) {}
 
 Event ScriptedScreen::next_event() {
+  for (;;) {
+    const Deed deed = next_deed();
+    if (const auto* event = std::get_if<Event>(&deed)) return *event;
+  }
+}
+
+Deed ScriptedScreen::next_deed() {
   while (pending_.empty()) {
     if (next_ == statements_.size()) stop_at_the_end();
     act(statements_[next_++]);
   }
   message_waits_ = false;
-  const Event event = pending_.front();
+  const Deed deed = pending_.front();
   pending_.pop_front();
-  return event;
+  return deed;
 }
 
 void ScriptedScreen::click(PageSpot spot, int code) {
   mouse_ = spot;
-  pending_.push_back({spot.x, spot.y, code});
+  pending_.push_back(Event{spot.x, spot.y, code});
 }
 
 void ScriptedScreen::act(const Statement& statement) {
@@ -67,7 +74,20 @@ void ScriptedScreen::act(const Statement& statement) {
     case Statement::Kind::expect:
     case Statement::Kind::refuse:
       return check(statement);
+    case Statement::Kind::undo:
+    case Statement::Kind::redo:
+      return go_back(statement);
   }
+}
+
+void ScriptedScreen::go_back(const Statement& statement) {
+  const bool undo = statement.kind == Statement::Kind::undo;
+  if (!standing_ || !(undo ? standing_->can_undo : standing_->can_redo)) {
+    const std::string why = undo && standing_ ? standing_->undo_says : "";
+    stop(statement, (undo ? "nothing can be taken back here" : "nothing can be taken again here") +
+                        (why.empty() ? "" : "; " + why));
+  }
+  pending_.push_back(undo ? Deed(Undo{}) : Deed(Redo{}));
 }
 
 // A button that has its number is clicked wherever it stands.

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "plot/page.h"
-#include "plot/screen.h"
+#include "sessions/inbox.h"
 #include "sessions/script.h"
 
 namespace vorn {
@@ -43,7 +43,7 @@ class ScriptStop : public std::exception {
 // Plays a valid script. Its statements act whenever the program waits, on the page as it then stands, up to
 // the next click or key, which is what the program gets. Of a typed text it gets what a window would hand on:
 // the characters 32 to 126.
-class ScriptedScreen : public Screen {
+class ScriptedScreen : public Inbox {
  public:
   // Writes a page to the file of this name and returns what went wrong, nothing when it is written.
   using PageWriter = std::function<std::optional<std::string>(const Page&, const std::string&)>;
@@ -53,7 +53,9 @@ class ScriptedScreen : public Screen {
                  PageWriter write_page);
 
   void show(const Page& page) override { page_ = page; }
-  Event next_event() override;
+  Event next_event() override;  // passes over undo and redo, for which a session is needed
+  Deed next_deed() override;
+  void stand(const SharedStanding& standing) override { standing_ = standing; }
   // Only messages ask for this, right before they wait; a script has nothing to forget.
   void forget_pending() override { message_waits_ = true; }
 
@@ -66,7 +68,8 @@ class ScriptedScreen : public Screen {
   void check(const Statement& statement) const;
   [[noreturn]] void stop_at_the_end() const;
   [[noreturn]] void stop(const Statement& statement, const std::string& why) const;
-  void press_key(int code) { pending_.push_back({mouse_.x, mouse_.y, code}); }
+  void go_back(const Statement& statement);
+  void press_key(int code) { pending_.push_back(Event{mouse_.x, mouse_.y, code}); }
   void click(PageSpot spot, int code);
 
   std::vector<Statement> statements_;
@@ -74,10 +77,11 @@ class ScriptedScreen : public Screen {
   ButtonPlaces buttons_;
   PageWriter write_page_;
   std::size_t next_ = 0;        // of the statements
-  std::deque<Event> pending_;   // what the last statement still has to hand on
+  std::deque<Deed> pending_;    // what the last statement still has to hand on
   PageSpot mouse_;              // where the last click was: keys carry it
   bool message_waits_ = false;  // the wait at hand is that of a message
   Page page_;
+  SharedStanding standing_;
 };
 
 }  // namespace vorn

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "plot/font_metrics.h"
 #include "records/disk_files.h"
 #include "sessions/scripted_screen.h"
+#include "sessions/session.h"
 #include "support/places.h"
 #include "support/scratch_folder.h"
 
@@ -93,9 +95,9 @@ class WatchedScreen : public ScriptedScreen {
       : ScriptedScreen(script.statements, "session", buttons,
                        [](const Page&, const std::string&) { return std::optional<std::string>(); }),
         seen_(seen) {}
-  Event next_event() override {
+  Deed next_deed() override {
     look_at(page_, seen_);
-    return ScriptedScreen::next_event();
+    return ScriptedScreen::next_deed();
   }
   void show(const Page& page) override {
     page_ = page;
@@ -115,7 +117,14 @@ void play(const fs::path& session, Seen& seen) {
   WatchedScreen screen(read_script(file, script_button), seen, button_places(w));
   try {
     DiskFiles files;
-    run_whole_program(screen, files, [&w](const Workspace& started) { w = &started; });
+    std::ostringstream log;
+    const WholeProgram program = [&w](Screen& shown, Files& read, std::ostream& out, const auto& started) {
+      return run_whole_program(shown, read, out, [&](const Workspace& state) {
+        w = &state;
+        started(state);
+      });
+    };
+    Session(program, files, log, screen).run();
   } catch (const ScriptStop& stop) {
     ASSERT_EQ(stop.exit_status(), ScriptStop::ended) << session << ": " << stop.what();
   }
