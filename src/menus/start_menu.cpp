@@ -25,7 +25,7 @@ namespace vorn {
 namespace {
 
 constexpr int pass_limit = 10'000;
-constexpr int list_columns = 3, list_rows = 30;
+constexpr int list_columns = 3;
 
 // Deliberate: [offers-116] what an abandoned entry offers to the test of its range, one more than the last
 // button's number.
@@ -174,22 +174,12 @@ class StartMenu {
   Flags& saved(ButtonNumber n) { return saved_[static_cast<std::size_t>(button::start.place(n))]; }
 
   void pick_chronology() {
-    const int k = entry_under_cursor();
+    const int k = entry_at(w.b(button::chronology_list), w.msx, w.msy);
     if (k < 1 || k > w.nfil || !w.rawok(k)) return;
     w.cf = k;
     init_raw(w, w.rftype(k));
     show_crns(w);
     close_list();
-  }
-
-  // Deliberate: [larger-rows] thirds and thirtieths of the whole area, a little larger than the cells that
-  // the list draws. Deliberate: [bottom-edge] on the lower edge it is row 30, the first entry of the next
-  // column.
-  int entry_under_cursor() const {
-    const Rectangle& area = w.b(button::chronology_list);
-    const int column = static_cast<int>((w.msx - area.x1) * 3.0 / 2500.0);
-    const int row = static_cast<int>((area.y1 - w.msy) * list_rows / static_cast<double>(area.y1 - area.y2));
-    return row + list_rows * column + 1;
   }
 
   // --- What is started from here.

@@ -58,4 +58,12 @@ void ch_disp(const Workspace& w, int ncol, int n, const NameOf& names) {
   }
 }
 
+// Deliberate: [larger-rows] thirds and thirtieths of the whole area, a little larger than the cells that the
+// list draws. Deliberate: [bottom-edge] on the lower edge it is row 30, the first entry of the next column.
+int entry_at(const Rectangle& area, int x, int y) {
+  const int column = static_cast<int>((x - area.x1) * 3.0 / total_width);
+  const int row = static_cast<int>((area.y1 - y) * rows / static_cast<double>(area.y1 - area.y2));
+  return row + rows * column + 1;
+}
+
 }  // namespace vorn

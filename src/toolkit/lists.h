@@ -27,4 +27,8 @@ void ch_disp(const Workspace& w, int ncol, int n, const Table<Text<N>>& names) {
   ch_disp(w, ncol, n, [&names](int i) { return names(i).view(); });
 }
 
+// The number, from 1, of the entry that a click at page position x, y picks in the list of chronologies,
+// which is shown in `area` in three columns. Beside the names shown it is a number that no name has.
+int entry_at(const Rectangle& area, int x, int y);
+
 }  // namespace vorn

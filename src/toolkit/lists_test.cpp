@@ -144,5 +144,20 @@ TEST_F(Lists, TablesOfNamesAreShownAsTheyAre) {
   EXPECT_TRUE(draws("text 15 25 205 252 \"a/long/file/name.rwl\""));
 }
 
+// The area is 2500 x 1400 units: a third is 833.33 across, a thirtieth 46.67 down.
+TEST(ListEntry, IsTheThirdAcrossAndTheThirtiethDownThatWasClicked) {
+  const Rectangle area = {200, 240, 2700, 1640};
+  EXPECT_EQ(entry_at(area, 200, 240), 1);
+  EXPECT_EQ(entry_at(area, 1033, 286), 1);
+  EXPECT_EQ(entry_at(area, 1034, 287), 32);
+  EXPECT_EQ(entry_at(area, 2699, 1639), 90);
+}
+
+TEST(ListEntry, OnTheEdgesIsTheNextColumnsFirstOne) {
+  const Rectangle area = {200, 240, 2700, 1640};
+  EXPECT_EQ(entry_at(area, 200, 1640), 31);
+  EXPECT_EQ(entry_at(area, 2700, 240), 91);
+}
+
 }  // namespace
 }  // namespace vorn
