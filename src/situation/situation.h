@@ -84,10 +84,16 @@ struct Situation {
   Settings settings = {};
   int passes_left = 0;  // clicks until the menu at hand ends by itself
 
+  // Where a ring is inserted or deleted: which of the two, and on Place::keep_edit the year that was picked,
+  // at which a bar stands in the graph.
+  bool inserts = false;
+  int picked_year = 0;
+
   // The chooser: its mode, what is marked, and where a move would go (its file's name).
   ButtonNumber mode = ButtonNumber::none;
   std::vector<std::string> marked = {};
   std::string destination = {};
+  std::vector<std::string> listed = {};  // the names that its list shows, from its first cell on
 
   // The raw-data editor: the first of its 30 years and the names of its columns.
   int editor_first_year = 0;
