@@ -21,6 +21,7 @@ struct Decision {
   std::string note = {};   // the user's, one line
   bool is_final = false;   // cannot be taken back: it changed files that are read again
   std::string wrote = {};  // the files that were written, which stay when it is taken back
+  bool in_copy = false;    // changed a working copy alone; "Save Change" brings it to the cores
 };
 
 // A question that must be answered before a deed is done.
