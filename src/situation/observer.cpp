@@ -8,6 +8,8 @@
 namespace vorn {
 namespace {
 
+constexpr std::size_t names_in_chooser = 210;
+
 Place place_of(const Workspace& w) {
   const ButtonNumber first = w.offered.first;
   if (first == button::start.first)
@@ -87,6 +89,8 @@ void Observer::look_at_pair() {
   now_.first_year = w.fs;
   now_.years_shown = w.sl;
   now_.curves_are_indices = w.indon;
+  now_.inserts = w.ins;
+  now_.picked_year = now_.place == Place::keep_edit ? w.insdel : 0;
   if (shows_pair()) {
     now_.sample = member(1);
     now_.reference = member(2);
@@ -133,29 +137,37 @@ PairMember Observer::member(int k) {
   return member;
 }
 
+void Observer::look_at_chooser() {
+  for (const ButtonNumber n : button::chooser_modes) {
+    if (w.b(n).lit) now_.mode = n;
+  }
+  const bool moves = now_.mode == button::move_core;
+  for (int j = 1; j <= w.chs; ++j) {
+    const int k = w.chc(j);
+    if (moves && j == w.chs) {
+      if (k > w.nc && k <= w.nd) now_.destination = w.cnam(k - w.nc).trimmed();
+    } else if (k >= 1 && k <= w.nd) {
+      const std::string name(w.nam(k).trimmed());
+      const bool acted_on = k <= w.nc || now_.mode == button::pick_cores;
+      if (acted_on && std::ranges::find(now_.marked, name) == now_.marked.end()) now_.marked.push_back(name);
+    }
+  }
+  // As the chooser draws its list: from the names scrolled off its top on.
+  const bool with_chronologies = now_.mode == button::pick_cores || moves;
+  const int last = with_chronologies ? w.nd : w.nc;
+  for (int k = std::max(w.sccc, 0) + 1; k <= last && now_.listed.size() < names_in_chooser; ++k) {
+    now_.listed.emplace_back(w.nam(k).trimmed());
+  }
+}
+
 void Observer::look_at_menu() {
   now_.mode = ButtonNumber::none;
   now_.marked.clear();
   now_.destination.clear();
+  now_.listed.clear();
   now_.editor_columns.clear();
   now_.chronologies.clear();
-  if (now_.place == Place::chooser) {
-    for (const ButtonNumber n : button::chooser_modes) {
-      if (w.b(n).lit) now_.mode = n;
-    }
-    const bool moves = now_.mode == button::move_core;
-    for (int j = 1; j <= w.chs; ++j) {
-      const int k = w.chc(j);
-      if (moves && j == w.chs) {
-        if (k > w.nc && k <= w.nd) now_.destination = w.cnam(k - w.nc).trimmed();
-      } else if (k >= 1 && k <= w.nd) {
-        const std::string name(w.nam(k).trimmed());
-        const bool acted_on = k <= w.nc || now_.mode == button::pick_cores;
-        if (acted_on && std::ranges::find(now_.marked, name) == now_.marked.end())
-          now_.marked.push_back(name);
-      }
-    }
-  }
+  if (now_.place == Place::chooser) look_at_chooser();
   if (now_.place == Place::editor) {
     now_.editor_first_year = w.edfs;
     for (int m = 1; m <= w.chs; ++m) now_.editor_columns.emplace_back(w.nam(w.chc(m)).trimmed());

@@ -33,6 +33,7 @@ class Observer {
   void look_at_store();
   void look_at_pair();
   void look_at_menu();
+  void look_at_chooser();
   PairMember member(int k);
   bool shows_pair() const;
 
