@@ -124,8 +124,7 @@ std::optional<Decision> copy_decision(const SharedSeries& before, const SharedSe
                                       const SharedSeries& stored) {
   if (before == after || (before && after && *before == *after)) return {};
   const SharedSeries from = before ? before : stored, to = after ? after : stored;
-  Decision decision;
-  decision.cores = {(to ? to : from)->name};
+  Decision decision{.cores = {(to ? to : from)->name}, .in_copy = true};
   if (!from || !to) {
     // A chronology has nothing but its years to change, and its copy is all there is to tell of.
     decision.what = std::string(slides) + (to ? to : from)->name;

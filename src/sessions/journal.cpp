@@ -135,7 +135,8 @@ Line line_of(std::string_view word, const Timeline::Entry& entry) {
   const Decision& decision = entry.decision;
   Line line(word);
   line.add(entry.from).add(static_cast<std::size_t>(entry.only_wrote));
-  line.add(static_cast<std::size_t>(decision.is_final)).add(decision.what).add(decision.before);
+  line.add(static_cast<std::size_t>(decision.is_final)).add(static_cast<std::size_t>(decision.in_copy));
+  line.add(decision.what).add(decision.before);
   line.add(decision.after).add(decision.wrote);
   for (const std::string& core : decision.cores) line.add(core);
   return line;
@@ -225,6 +226,7 @@ class Reader {
     if (entry.from > timeline().steps().size()) throw Damaged("a decision of later events");
     entry.only_wrote = fields.count() != 0;
     entry.decision.is_final = fields.count() != 0;
+    entry.decision.in_copy = fields.count() != 0;
     entry.decision.what = fields.text();
     entry.decision.before = fields.text();
     entry.decision.after = fields.text();
