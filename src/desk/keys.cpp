@@ -50,7 +50,7 @@ std::string keys_page() {
   text += row("Arrows, PgUp, PgDown",
               "In lists to a name; where a year is asked for to a year, or to the other curve");
   text += row("Return", "A click there; it ends what is typed");
-  text += row("Escape", "Passes over messages");
+  text += row("Escape", "Passes over messages; leaves a graph that shows no year to pick");
   return text;
 }
 
