@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "desk/actions.h"
+#include "desk/methods.h"
 #include "desk/page_cursor.h"
 #include "desk/questions.h"
 #include "desk/status_line.h"
@@ -99,6 +100,58 @@ TEST_F(AroundThePage, AWholeCorrectionNeedsNoMouse) {
   EXPECT_EQ(run(&questions_), 0);
   EXPECT_TRUE(has_ring_of_1960("OAK1"));
   EXPECT_FALSE(has_ring_of_1960("OAK2"));
+}
+
+// OAK3 is picked for the place of OAK1; then the chronology larch, the last one in the list, for that of
+// OAK2.
+TEST_F(AroundThePage, APairIsChosenWithoutAMouse) {
+  act("crossdate");
+  act("choose_cores");
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.situation->listed, (Texts{"OAK1", "OAK2", "OAK3", "OAK4", "oak", "larch"}));
+  });
+  go(Step::down);
+  click_cursor();
+  go(Step::down, 2);
+  click_cursor();
+  go(Step::up);
+  click_cursor();
+  go(Step::page_right);
+  click_cursor();
+  act("do_it");
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.situation->sample.name, "OAK3");
+    EXPECT_EQ(standing.situation->reference.entry, 6);
+  });
+  run(&questions_);
+}
+
+TEST_F(AroundThePage, TheYearThatWasPickedIsTold) {
+  act("crossdate");
+  act("insert_ring");
+  look([](const Standing& standing) { EXPECT_EQ(status_line(standing, {}).waits_for, "a year to insert"); });
+  play({{.kind = PlayStep::Kind::sample_year, .year = 1930}});
+  look([](const Standing& standing) {
+    EXPECT_TRUE(status_line(standing, PointAt{300, 500}).year.ends_with(", picked 1930"));
+  });
+  act("take_change_back");
+  act("delete_ring");
+  look([](const Standing& standing) { EXPECT_EQ(status_line(standing, {}).waits_for, "a year to delete"); });
+  run(&questions_);
+}
+
+TEST_F(AroundThePage, TheMethodsTellASavedChangeOnce) {
+  change_oak1();
+  screen.then([](const Standing& standing) { return TakeNote{standing.taken - 1, "a ring is missing"}; });
+  act("save_sample");
+  act("back");
+  look([](const Standing& standing) {
+    EXPECT_TRUE(methods_text(standing, "1")
+                    .ends_with("\n1. Insert 1930 in OAK1 (1900 to 1959 before, 1900 to 1960 after). Reason: "
+                               "a ring is missing\n"))
+        << methods_text(standing, "1");
+  });
+  run(&questions_);
 }
 
 TEST_F(AroundThePage, TheSampleMovesByTheYearsThatAreTyped) {
