@@ -143,7 +143,8 @@ SharedSeries core_at(const std::vector<SharedSeries>& cores, int entry) {
 
 std::optional<Decision> pair_decision(const Decided& before, const Decided& after) {
   const auto dropped = [](const SharedSeries& copy) {
-    return std::optional(Decision{.what = "Drop the change of " + copy->name, .cores = {copy->name}});
+    return std::optional(
+        Decision{.what = "Drop the change of " + copy->name, .cores = {copy->name}, .in_copy = true});
   };
   const bool left =
       after.sample_entry != before.sample_entry || after.reference_entry != before.reference_entry;

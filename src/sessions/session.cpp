@@ -296,7 +296,8 @@ void Session::publish() {
   standing->question = question_;
   standing->written = written_;
   standing->journal_trouble = keeper_->trouble();
-  standing->to_take_up = to_take_up_;
+  // With the first decision the session at hand is the one to be kept.
+  if (timeline_.taken() == 0) standing->to_take_up = to_take_up_;
   inbox_.stand(standing);
 }
 
@@ -504,7 +505,7 @@ void Session::go_to(std::size_t decisions) {
 }
 
 void Session::take_up(const std::string& journal) {
-  if (!may_go_back() || journal != to_take_up_) return;
+  if (!may_go_back() || journal != to_take_up_ || timeline_.taken() > 0) return;
   Keeper::TakenUp taken_up = keeper_->take_up(journal);
   to_take_up_.clear();
   if (!taken_up.trouble.empty()) inbox_.notice(taken_up.trouble);
