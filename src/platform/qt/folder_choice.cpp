@@ -9,11 +9,10 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
-#include <system_error>
 
+#include "platform/qt/file_writing.h"
 #include "platform/qt/installed_files.h"
 #include "platform/qt/settings.h"
-#include "records/disk_files.h"
 
 namespace vorn {
 namespace {
@@ -40,14 +39,6 @@ int ask(const QString& text, const QString& more, const QStringList& answers) {
   box.setEscapeButton(buttons.last());
   box.exec();
   return static_cast<int>(buttons.indexOf(box.clickedButton()));
-}
-
-// Returns what went wrong.
-std::optional<QString> write(const QString& path, const QByteArray& bytes) {
-  DiskFiles files;
-  const Status failed = write_whole(files, QFile::encodeName(path).toStdString(), bytes.toStdString());
-  if (!failed) return {};
-  return path + ": " + QString::fromStdString(std::generic_category().message(failed.number()));
 }
 
 void tell(const QString& failure) {
@@ -100,7 +91,7 @@ std::optional<QString> copy_examples(const QString& examples, const QString& cop
     if (QFile::exists(to)) continue;
     QFile file(QDir(examples).filePath(name));
     if (!file.open(QIODevice::ReadOnly)) return file.fileName() + ": " + file.errorString();
-    if (auto failure = write(to, file.readAll())) return failure;
+    if (auto failure = write_file(to, file.readAll())) return failure;
   }
   return {};
 }
@@ -118,7 +109,7 @@ QStringList names_for_list(const QString& folder) {
 }
 
 std::optional<QString> write_list(const QString& folder, const QStringList& names) {
-  return write(QDir(folder).filePath(list_name), QFile::encodeName(names.join('\n') + '\n'));
+  return write_file(QDir(folder).filePath(list_name), QFile::encodeName(names.join('\n') + '\n'));
 }
 
 std::optional<QString> choose_folder(const QStringList& data_places) {
