@@ -4,23 +4,24 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageLogContext>
-#include <QScreen>
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <clocale>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string>
 #include <thread>
 
 #include "platform/qt/folder_choice.h"
 #include "platform/qt/installed_files.h"
-#include "platform/qt/page_window.h"
+#include "platform/qt/main_window.h"
 #include "platform/qt/plain_labels.h"
 #include "platform/qt/program_icon.h"
+#include "platform/qt/recent_folders.h"
 #include "platform/qt/scale.h"
-#include "platform/qt/settings.h"
 
 namespace vorn {
 namespace {
@@ -60,6 +61,79 @@ std::optional<std::string> ask_for_folder() {
   return QFile::encodeName(*folder).toStdString();
 }
 
+// The window, and the program at work behind it, run after run.
+class Desktop {
+ public:
+  explicit Desktop(const WindowProgram& program) : program_(program) {}
+
+  int run(std::string folder) {
+    for (;;) {
+      const QString shown = folder.empty() ? QDir::currentPath() : QFile::decodeName(folder.c_str());
+      const int result = run_in(folder, shown);
+      const auto next = window_->next_folder();
+      if (!next) return finish(result);
+      folder = QFile::encodeName(*next).toStdString();
+    }
+  }
+
+ private:
+  // Both calls come from the program's thread and are posted to the window's. News that came while others
+  // wait to be shown are shown with them.
+  std::unique_ptr<EventMailbox> make_mailbox() {
+    const auto page_came = [this] {
+      QMetaObject::invokeMethod(
+          window_.get(), [this] { window_->show_page(); }, Qt::QueuedConnection);
+    };
+    const auto news_came = [this] {
+      if (news_wait_.exchange(true)) return;
+      QMetaObject::invokeMethod(
+          window_.get(), [this] { show_news(); }, Qt::QueuedConnection);
+    };
+    return std::make_unique<EventMailbox>(page_came, news_came);
+  }
+
+  void show_news() {
+    news_wait_ = false;
+    window_->show_news();
+  }
+
+  void open(EventMailbox& mailbox, const QString& shown) {
+    if (window_) return window_->serve(mailbox, shown);
+    window_ = std::make_unique<MainWindow>(mailbox, shown);
+    window_->arrange();
+    window_->show();
+  }
+
+  int run_in(const std::string& folder, const QString& shown) {
+    if (QFile::exists(QDir(shown).filePath("Vorn.fil"))) remember_recent_folder(shown);
+    auto mailbox = make_mailbox();
+    open(*mailbox, shown);
+    mailbox_.swap(mailbox);  // the one before goes when nothing shows it any more
+    int result = 0;
+    std::thread program_thread([&] {
+      result = program_(*mailbox_, folder);
+      // Posted, so that it works even before exec() runs; exit, because quit() asks the window, which would
+      // refuse.
+      QMetaObject::invokeMethod(
+          qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+    });
+    QCoreApplication::exec();
+    program_thread.join();
+    return result;
+  }
+
+  int finish(int result) {
+    window_->remember_arrangement();
+    window_->let_close();
+    return result;
+  }
+
+  const WindowProgram& program_;
+  std::unique_ptr<EventMailbox> mailbox_;
+  std::unique_ptr<MainWindow> window_;
+  std::atomic<bool> news_wait_ = false;
+};
+
 }  // namespace
 
 int run_in_window(const WindowProgram& program, std::optional<std::string> folder) {
@@ -82,41 +156,7 @@ int run_in_window(const WindowProgram& program, std::optional<std::string> folde
   if (!folder) folder = ask_for_folder();
   if (!folder) return 0;
 
-  PageWindow* shown = nullptr;
-  // Both are called by the program's thread and posted to the window's.
-  const auto page_came = [&] {
-    QMetaObject::invokeMethod(
-        shown, [&] { shown->update(); }, Qt::QueuedConnection);
-  };
-  const auto news_came = [&] {
-    QMetaObject::invokeMethod(
-        shown,
-        [&] {
-          shown->show_title();
-          shown->show_notices();
-        },
-        Qt::QueuedConnection);
-  };
-  EventMailbox mailbox(page_came, news_came);
-  PageWindow window(mailbox, folder->empty() ? QDir::currentPath() : QFile::decodeName(folder->c_str()));
-  shown = &window;
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  restore_place(window, PageWindow::first_size(screen ? screen->availableSize() : QSize(1600, 1200)));
-  window.show();
-
-  int result = 0;
-  std::thread program_thread([&] {
-    result = program(mailbox, *folder);
-    // Posted, so that it works even before exec() runs; exit, because quit() asks the window, which would
-    // refuse.
-    QMetaObject::invokeMethod(
-        &application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
-  });
-  QCoreApplication::exec();
-  program_thread.join();
-  remember_place(window);
-  window.let_close();
-  return result;
+  return Desktop(program).run(*folder);
 }
 
 }  // namespace vorn

@@ -5,11 +5,15 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTest>
+#include <QUrl>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -17,9 +21,10 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
+#include "platform/qt/main_window.h"
 #include "platform/qt/page_painter.h"
-#include "platform/qt/page_window.h"
 #include "platform/qt/settings.h"
 #include "platform/qt/window_system_for_tests.h"
 #include "plot/plot.h"
@@ -33,10 +38,11 @@ struct Desktop : testing::Test {
 
   static QWidget& page_window() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (dynamic_cast<PageWindow*>(window) != nullptr) return *window;
+      if (auto* whole = dynamic_cast<MainWindow*>(window)) return whole->page();
     }
     std::abort();
   }
+  static QWidget& whole_window() { return *page_window().window(); }
   // Lets the user act, on the window's thread, as soon as the page shown last is painted.
   static void user(const std::function<void(QWidget&)>& acts) {
     QMetaObject::invokeMethod(
@@ -72,7 +78,7 @@ TEST_F(Desktop, TheProgramGetsWhatTheUserDoes) {
 TEST_F(Desktop, ClosingWhileTheProgramWaitsUnwindsIt) {
   EXPECT_EXIT(run([](Screen& screen) {
                 screen.show(Page());
-                user([](QWidget& window) { window.close(); });
+                user([](QWidget& window) { window.window()->close(); });
                 try {
                   screen.next_event();
                 } catch (const ProgramEnd& end) {
@@ -85,7 +91,7 @@ TEST_F(Desktop, ClosingWhileTheProgramWaitsUnwindsIt) {
 
 TEST_F(Desktop, ClosingWhileTheProgramComputesEndsItWhenItWaits) {
   EXPECT_EXIT(run([](Screen& screen) {
-                user([](QWidget& window) { window.close(); });
+                user([](QWidget& window) { window.window()->close(); });
                 std::this_thread::sleep_for(std::chrono::milliseconds(200));
                 screen.show(Page());  // long work reports its progress and is not cut off
                 try {
@@ -103,8 +109,8 @@ int closed_with_dialog(Screen& screen, Qt::Key key) {
   screen.show(Page());
   Desktop::user([key](QWidget& window) {
     QTest::keyClick(&window, key, Qt::ControlModifier);
-    if (window.findChildren<QDialog*>().isEmpty()) std::_Exit(3);
-    window.close();
+    if (window.window()->findChildren<QDialog*>().isEmpty()) std::_Exit(3);
+    window.window()->close();
   });
   try {
     screen.next_event();
@@ -138,7 +144,7 @@ TEST_F(Desktop, AProgramThatEndsTakesDialogAndGuideAlong) {
 QRect place_in_next_session(const QRect& place) {
   run_in_window([&](Screen&, const std::string&) {
     QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [&] { Desktop::page_window().setGeometry(place); },
+        QCoreApplication::instance(), [&] { Desktop::whole_window().setGeometry(place); },
         Qt::BlockingQueuedConnection);
     return 0;
   });
@@ -237,12 +243,53 @@ TEST_F(Desktop, TheDialogsBeginInTheFolderThatIsGiven) {
       testing::ExitedWithCode(55), "");
 }
 
+// The user drops a folder on the window; the program ends and begins anew there, in the same window.
+TEST_F(Desktop, TheProgramIsRunAgainInTheFolderThatIsOpened) {
+  EXPECT_EXIT(
+      {
+        prepare_offscreen();
+        const QString site = make_site();
+        std::vector<std::string> folders;
+        const QWidget* first = nullptr;
+        const auto program = [&](Screen& screen, const std::string& folder) {
+          folders.push_back(folder);
+          screen.show(Page());
+          if (folders.size() > 1) {
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(), [&] { first = first == &whole_window() ? first : nullptr; },
+                Qt::BlockingQueuedConnection);
+            return 57;
+          }
+          user([&](QWidget& window) {
+            first = window.window();
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(site)});
+            QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(window.window(), &enter);
+            QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(window.window(), &event);
+          });
+          try {
+            screen.next_event();
+          } catch (const ProgramEnd& end) {
+            return end.exit_status();
+          }
+          return 1;
+        };
+        const int result = run_in_window(program, "");
+        const bool same = folders == std::vector<std::string>({"", site.toStdString()}) && first != nullptr;
+        std::exit(same ? result : 2);
+      },
+      testing::ExitedWithCode(57), "");
+}
+
 TEST_F(Desktop, TheTitleNamesTheFileWorkedOn) {
   EXPECT_EXIT(run([](Screen& screen) {
                 screen.subject("nowhere.rwl");
                 screen.show(Page());
                 user([](QWidget& window) {
-                  QTest::keyClick(&window, window.windowTitle() == "nowhere.rwl - Vorn" ? 'y' : 'n');
+                  QTest::keyClick(&window,
+                                  window.window()->windowTitle() == "nowhere.rwl - Vorn" ? 'y' : 'n');
                 });
                 return screen.next_event().code;
               }),
@@ -276,7 +323,7 @@ TEST_F(Desktop, TheTitleOfTheWindowFollowsLongWork) {
                 const auto title = [] {
                   QString text;
                   QMetaObject::invokeMethod(
-                      QCoreApplication::instance(), [&] { text = page_window().windowTitle(); },
+                      QCoreApplication::instance(), [&] { text = whole_window().windowTitle(); },
                       Qt::BlockingQueuedConnection);
                   return text;
                 };
@@ -290,7 +337,8 @@ TEST_F(Desktop, TheTitleOfTheWindowFollowsLongWork) {
                     [] {
                       QWidget& window = page_window();
                       const int key =
-                          QTest::qWaitFor([&] { return window.windowTitle() == "Vorn"; }) ? 'y' : 'n';
+                          QTest::qWaitFor([&] { return window.window()->windowTitle() == "Vorn"; }) ? 'y'
+                                                                                                    : 'n';
                       window.repaint();
                       QTest::keyClick(&window, static_cast<char>(key));
                     },

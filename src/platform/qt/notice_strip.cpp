@@ -41,7 +41,7 @@ void NoticeStrip::show_notices(const std::vector<std::string>& notices) {
   QStringList lines;
   for (const std::string& notice : notices) lines << shown_characters(notice);
   lines_->setPlainText(lines.join('\n'));
-  show();
+  setVisible(!notices.empty());
 }
 
 void NoticeStrip::toggle() {

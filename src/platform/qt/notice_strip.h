@@ -15,7 +15,7 @@ class NoticeStrip : public QWidget {
  public:
   explicit NoticeStrip(QWidget& window);
 
-  // Shows the strip when there are more notices than it showed before.
+  // Shows the strip when there are more notices than it showed before, and hides it when there are none.
   void show_notices(const std::vector<std::string>& notices);
   // Shows it with the keyboard in it, where there is anything to read, or closes it.
   void toggle();

@@ -1,11 +1,17 @@
-// The window: paints the page shown last and hands on what the user does.
+// The page in the window: paints the one shown last and hands on what the user does with it.
 #pragma once
 
 #include <QCoreApplication>
 #include <QPointF>
 #include <QSize>
 #include <QWidget>
+#include <functional>
+#include <optional>
 
+#include "desk/page_cursor.h"
+#include "desk/status_line.h"
+#include "platform/qt/curve_drag.h"
+#include "platform/qt/deed_gate.h"
 #include "platform/qt/notice_strip.h"
 #include "platform/qt/typefaces.h"
 #include "platform/qt/window_comforts.h"
@@ -14,54 +20,82 @@
 
 namespace vorn {
 
-// The page keeps its proportions and stands in the middle of the window, above the strip with the program's
+// The page keeps its proportions and stands in the middle of its room, above the strip with the program's
 // notices while there is one.
 //
 // A left click is a click, a right click or F1 a request for help; Return and the Enter of the keypad are 13,
 // Backspace 8, Escape 27, the characters 32 to 126 their own code; all other keys are dropped. Keys carry the
 // place of the mouse. The keys of the window's own comforts (see window_comforts.h) are never the program's.
 // Places beside the page count as the nearest place on it.
+//
+// At menus Tab and the arrows move a cursor over the page, and Return clicks what it marks. On the
+// cross-dating screen the mouse takes the sample's curve along, and the wheel changes the years shown.
 class PageWindow : public QWidget {
  public:
   // `folder` is where pages are saved if the user does not say otherwise, `program_folder` where the program
   // lies, beside which its guide is found.
   PageWindow(EventMailbox& mailbox, const QString& folder,
              const QString& program_folder = QCoreApplication::applicationDirPath());
+  // From now on another run of the program is shown, in another folder.
+  void serve(EventMailbox& mailbox, const QString& folder);
 
-  // Puts into the title what the mailbox says of long work and of the file worked on: "nowhere.rwl - Vorn",
-  // during long work "Stats.prn 45 % - nowhere.rwl - Vorn".
-  void show_title();
-  // Shows what the mailbox has to tell besides the page.
+  DeedGate& gate() { return gate_; }
+  // The number of the page that the user sees.
+  unsigned long seen() const { return seen_.number; }
+  QString subject() const;
+  // To be called when the session stands anew.
+  void stand();
+  // Shows what the mailbox has to tell besides the page, and why no journal is kept.
   void show_notices();
-  // The program has ended: from now on the window may close.
-  void let_close() { may_close_ = true; }
+  void toggle_notices() { notices_->toggle(); }
+  bool shows_notices() const { return notices_->isVisible(); }
+  // For help about what the mouse points at, or did last.
+  void ask_for_help() { gate_.put(event_at(mouse_, Event::help), seen_.number); }
+  void start(Comfort comfort) { comforts_.start(comfort, seen_.page, subject()); }
+
+  // Called with the place of the mouse on the page, nothing when it has left.
+  std::function<void(std::optional<PointAt>)> mouse_moved = [](auto) {};
 
   // The largest size of the proportions of a page within 90 % of a screen.
   static QSize first_size(QSize screen);
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void leaveEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool focusNextPrevChild(bool) override { return false; }  // Tab is a key like others
 
  private:
-  QString subject() const;
   QSize page_area() const;
   void place_notices();
+  QPointF on_page(QPointF place) const;
   Event event_at(QPointF place, int code) const;
+  SharedSituation situation() const;
+  void paint_cursor(QPainter& painter, double pixel) const;
+  bool is_programs_key(const QKeyEvent& event) const;
+  bool serve_cursor(const QKeyEvent& event);
+  void drop_curve();
 
-  EventMailbox& mailbox_;
+  EventMailbox* mailbox_;
+  DeedGate gate_;
   Typefaces typefaces_;
   WindowComforts comforts_;
   NoticeStrip* notices_;
   NumberedPage seen_;  // the page painted last
   QPointF mouse_;      // where the mouse was last, in the window
-  bool may_close_ = false;
+  PageCursor cursor_;
+  CurveDrag drag_;
+  Event press_;                   // that began the drag, and
+  unsigned long pressed_on_ = 0;  // the page it was made on
+  QPointF pressed_at_;
+  int wheel_ = 0;  // turned, but not yet by a year
 };
 
 }  // namespace vorn

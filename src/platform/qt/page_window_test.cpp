@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QCloseEvent>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTest>
-#include <chrono>
 #include <deque>
 #include <optional>
 
@@ -200,50 +198,6 @@ TEST_F(WindowOfPages, PlacesBesideThePageCountAsTheNearestOnIt) {
 TEST_F(WindowOfPages, TheFirstSizeFillsNoMoreThanNineTenthsOfTheScreen) {
   EXPECT_EQ(PageWindow::first_size({1920, 1080}), QSize(1374, 972));
   EXPECT_EQ(PageWindow::first_size({1000, 2000}), QSize(900, 636));
-}
-
-TEST_F(WindowOfPages, ClosingEndsTheProgramButTheWindowStaysUntilItHasUnwound) {
-  EXPECT_FALSE(window.close());
-  EXPECT_TRUE(window.isVisible());
-  EXPECT_THROW(plot.csrpos(), ProgramEnd);
-  window.let_close();
-  EXPECT_TRUE(window.close());
-}
-
-TEST_F(WindowOfPages, TheTitleSaysWhatRunsAndHowFarItIs) {
-  EventMailbox::Clock::time_point now{std::chrono::hours(1)};
-  EventMailbox working([] {}, [] {}, [&now] { return now; });
-  PageWindow busy(working, ".");
-  EXPECT_EQ(busy.windowTitle(), "Vorn");
-  now += EventMailbox::worth_telling;
-  working.progress("Stats.prn", 0.45);
-  busy.show_title();
-  EXPECT_EQ(busy.windowTitle(), "Stats.prn 45 % - Vorn");
-  working.put_key({0, 0, 'k'}, 0);
-  working.next_event();
-  busy.show_title();
-  EXPECT_EQ(busy.windowTitle(), "Vorn");
-}
-
-TEST_F(WindowOfPages, TheTitleNamesTheFileWorkedOn) {
-  EventMailbox::Clock::time_point now{std::chrono::hours(1)};
-  EventMailbox working([] {}, [] {}, [&now] { return now; });
-  PageWindow busy(working, ".");
-  working.subject("trees/nowhere.rwl");
-  busy.show_title();
-  EXPECT_EQ(busy.windowTitle(), "trees/nowhere.rwl - Vorn");
-  now += EventMailbox::worth_telling;
-  working.progress("Stats.prn", 0.45);
-  busy.show_title();
-  EXPECT_EQ(busy.windowTitle(), "Stats.prn 45 % - trees/nowhere.rwl - Vorn");
-  working.subject("b\xE9zier.rwl");  // Latin-1
-  busy.show_title();
-  EXPECT_TRUE(busy.windowTitle().endsWith(QString::fromUtf8("b\u00e9zier.rwl - Vorn")));
-  working.subject("");
-  working.put_key({0, 0, 'k'}, 0);
-  working.next_event();
-  busy.show_title();
-  EXPECT_EQ(busy.windowTitle(), "Vorn");
 }
 
 TEST_F(WindowOfPages, PaintsThePageShownLast) {

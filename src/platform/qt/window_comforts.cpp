@@ -85,7 +85,8 @@ void WindowComforts::start(Comfort comfort, std::shared_ptr<const Page> page, co
 }
 
 void WindowComforts::toggle_full_screen() {
-  window_.setWindowState(window_.windowState() ^ Qt::WindowFullScreen);
+  QWidget& whole = *window_.window();
+  whole.setWindowState(whole.windowState() ^ Qt::WindowFullScreen);
 }
 
 void WindowComforts::save(const SharedPage& page, const QString& subject) {

@@ -38,6 +38,8 @@ class WindowComforts {
   WindowComforts(const WindowComforts&) = delete;
   WindowComforts& operator=(const WindowComforts&) = delete;
 
+  // From now on pages are saved in this folder, unless the user says otherwise.
+  void begin_in(const QString& folder) { folder_ = folder; }
   // What the user asks for, of the page that he sees. `subject` names the file worked on, empty for none.
   void start(Comfort comfort, std::shared_ptr<const Page> page, const QString& subject);
 

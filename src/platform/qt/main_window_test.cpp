@@ -1,0 +1,796 @@
+// The window with what stands around the page; the test is the user and the session in turn.
+#include "platform/qt/main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QUrl>
+#include <QWheelEvent>
+#include <chrono>
+#include <optional>
+#include <variant>
+#include <vector>
+
+#include "platform/qt/page_painter.h"
+#include "platform/qt/settings.h"
+#include "platform/qt/window_system_for_tests.h"
+#include "plot/plot.h"
+#include "support/scratch_folder.h"
+
+namespace vorn {
+namespace {
+
+ShownButton shown(ButtonNumber number, int x, int y) {
+  ShownButton result;
+  result.x1 = x;
+  result.y1 = y;
+  result.x2 = x + 100;
+  result.y2 = y + 50;
+  result.number = number;
+  return result;
+}
+
+struct Windowed : testing::Test {
+  QApplication& application = application_for_tests();
+  ScratchFolder folder;
+  EventMailbox mailbox{[] {}};
+  std::optional<MainWindow> window;
+  Plot plot{mailbox};
+  Situation situation;
+  Standing standing;
+
+  Windowed() {
+    QFile::remove(settings_file());
+    situation.wait = Wait::menu;
+    situation.place = Place::start;
+    situation.file = "nowhere.rwl";
+    window.emplace(mailbox, QDir::currentPath());
+    window->resize(800, 600);
+    window->show();
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&*window));
+    plot.show();
+    page().repaint();
+  }
+  ~Windowed() override { QFile::remove(settings_file()); }
+
+  PageWindow& page() { return window->page(); }
+  // The session stands so, and the window is told.
+  void stand() {
+    standing.situation = std::make_shared<const Situation>(situation);
+    mailbox.stand(std::make_shared<const Standing>(standing));
+    window->show_news();
+  }
+  void stand_on_crossdating() {
+    situation.place = Place::crossdating;
+    situation.first_year = 1800;
+    situation.years_shown = 100;
+    situation.sample = {.entry = 1, .name = "T001", .is_core = true, .first_year = 1750, .last_year = 1899};
+    situation.reference = {.entry = 2, .name = "MEAN", .first_year = 1700, .last_year = 1900};
+    situation.buttons.clear();
+    int x = 0;
+    for (const ButtonNumber n : button::scroll_row) situation.buttons.push_back(shown(n, x += 110, 20));
+    for (const ButtonNumber n : button::sample_row) situation.buttons.push_back(shown(n, x += 110, 20));
+    situation.buttons.push_back(shown(button::insert_ring, 100, 100));
+    stand();
+  }
+  // All that reached the session since this was called last.
+  std::vector<Deed> arrived() {
+    constexpr std::size_t end = 999;
+    mailbox.put_deed(Choose{end});
+    std::vector<Deed> deeds;
+    for (;;) {
+      Deed deed = mailbox.next_deed();
+      const auto* choice = std::get_if<Choose>(&deed);
+      if (choice && choice->answer == end) return deeds;
+      deeds.push_back(std::move(deed));
+    }
+  }
+  template <class Kind>
+  std::optional<Kind> only() {
+    const auto deeds = arrived();
+    EXPECT_EQ(deeds.size(), 1U);
+    if (deeds.size() != 1 || !std::holds_alternative<Kind>(deeds.front())) return {};
+    return std::get<Kind>(deeds.front());
+  }
+  template <class Dialog>
+  Dialog* open_dialog() {
+    for (auto* dialog : window->findChildren<Dialog*>()) {
+      if (dialog->isVisible()) return dialog;
+    }
+    return nullptr;
+  }
+  void answer(const char* text) {
+    auto* box = open_dialog<QMessageBox>();
+    ASSERT_NE(box, nullptr);
+    for (QAbstractButton* button : box->buttons()) {
+      if (button->text() == text) return button->click();
+    }
+    FAIL() << text;
+  }
+  QAction* action(const char* id) { return page().findChild<QAction*>(id); }
+  QString field(const char* name) { return window->findChild<ElidedLabel*>(name)->text(); }
+  QPoint on_page(int x, int y) { return page_to_area(page().size()).map(QPointF(x, y)).toPoint(); }
+  void mouse(QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+    const Qt::MouseButton cause = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, QPointF(at), page().mapToGlobal(QPointF(at)), cause, held, {});
+    QApplication::sendEvent(&page(), &event);
+  }
+  void press_at(QPoint at) { mouse(QEvent::MouseButtonPress, at, Qt::LeftButton); }
+  void drag_to(QPoint at) { mouse(QEvent::MouseMove, at, Qt::LeftButton); }
+  void release_at(QPoint at) { mouse(QEvent::MouseButtonRelease, at, Qt::NoButton); }
+  void turn_wheel(int units) {
+    const QPointF at = page().rect().center();
+    QWheelEvent event(at, page().mapToGlobal(at), {}, QPoint(0, units), Qt::NoButton, {}, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(&page(), &event);
+  }
+};
+
+ButtonNumber pressed(const Play& play) {
+  return play.steps.empty() ? ButtonNumber::none : play.steps.front().button;
+}
+
+// --- The menus.
+
+TEST_F(Windowed, TheMenusHoldEveryActionInTheOrderOfTheTable) {
+  QStringList expected, found;
+  for (const ActionRow& row : action_rows()) expected << QString::fromStdString(std::string(row.id));
+  for (QAction* title : window->menuBar()->actions()) {
+    for (QAction* entry : title->menu()->actions()) {
+      if (!entry->isSeparator()) found << entry->objectName();
+    }
+  }
+  QStringList by_menu;
+  for (const Menu menu : {Menu::file, Menu::edit, Menu::view, Menu::cores, Menu::help}) {
+    for (const ActionRow& row : action_rows()) {
+      if (row.menu == menu) by_menu << QString::fromStdString(std::string(row.id));
+    }
+  }
+  EXPECT_EQ(found, by_menu);
+  EXPECT_EQ(found.size(), expected.size());
+}
+
+TEST_F(Windowed, WhatTheWindowIsToDoItDoes) {
+  for (const ActionRow& row : action_rows()) {
+    const QString id = QString::fromStdString(std::string(row.id));
+    EXPECT_EQ(window->does(id), row.window_does_it) << row.id;
+  }
+}
+
+TEST_F(Windowed, NoKeyIsThatOfTwoActions) {
+  QStringList keys;
+  for (const QAction* entry : page().findChildren<QAction*>()) {
+    for (const QKeySequence& key : entry->shortcuts()) {
+      if (!key.isEmpty()) keys << key.toString(QKeySequence::PortableText);
+    }
+  }
+  QStringList once = keys;
+  once.removeDuplicates();
+  EXPECT_GT(once.size(), 20);
+  EXPECT_EQ(keys.size(), once.size()) << keys.join(' ').toStdString();
+}
+
+TEST_F(Windowed, AnEntryShowsHowItsActionStands) {
+  EXPECT_FALSE(action("save_raw")->isEnabled());
+  situation.buttons = {shown(button::save_raw, 100, 100), shown(button::raw_compact, 300, 100)};
+  situation.settings.raw_output = Layout::compact;
+  stand();
+  EXPECT_TRUE(action("save_raw")->isEnabled());
+  EXPECT_TRUE(action("raw_compact")->isChecked());
+  EXPECT_FALSE(action("raw_tucson")->isChecked());
+  EXPECT_FALSE(action("insert_ring")->isEnabled());
+  EXPECT_TRUE(action("insert_ring")->toolTip().endsWith(": on the cross-dating screen"))
+      << action("insert_ring")->toolTip().toStdString();
+  EXPECT_EQ(action("insert_ring")->statusTip(), action("insert_ring")->toolTip());
+}
+
+TEST_F(Windowed, AnEntryNamesWhatWillBeTakenBack) {
+  standing.decisions = {{.what = "Insert 1750 in T001 & T002"}};
+  standing.taken = 1;
+  standing.can_undo = true;
+  stand();
+  EXPECT_EQ(action("undo")->text(), "Undo Insert 1750 in T001 && T002");
+  action("undo")->trigger();
+  EXPECT_TRUE(only<Undo>());
+}
+
+TEST_F(Windowed, AnEntryChosenIsOneDeed) {
+  situation.buttons = {shown(button::save_raw, 100, 100)};
+  stand();
+  action("save_raw")->trigger();
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  EXPECT_EQ(pressed(*play), button::save_raw);
+}
+
+TEST_F(Windowed, AMarkIsTheProgramsToChange) {
+  situation.buttons = {shown(button::spline_on, 100, 100)};
+  situation.settings.splineon = true;
+  stand();
+  action("spline_on")->trigger();
+  EXPECT_EQ(arrived().size(), 1U);
+  EXPECT_TRUE(action("spline_on")->isChecked());
+}
+
+// --- Keys.
+
+TEST_F(Windowed, AtAMenuAKeyIsThatOfItsAction) {
+  stand_on_crossdating();
+  QTest::keyClick(&page(), Qt::Key_Right);
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  EXPECT_EQ(pressed(*play), button::sample_plus_1);
+}
+
+TEST_F(Windowed, WhereSomethingIsTypedTheKeysAreTheProgramsAlone) {
+  for (const Wait wait : {Wait::name, Wait::number, Wait::message}) {
+    stand_on_crossdating();
+    situation.wait = wait;
+    stand();
+    QTest::keyClick(&page(), 'k');
+    QTest::keyClick(&page(), Qt::Key_Return);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Insert, Qt::Key_Delete, Qt::Key_Tab})
+      QTest::keyClick(&page(), key);
+    const auto deeds = arrived();
+    ASSERT_EQ(deeds.size(), 2U);
+    EXPECT_EQ(std::get<Event>(deeds[0]).code, 'k');
+    EXPECT_EQ(std::get<Event>(deeds[1]).code, Event::enter);
+    situation.wait = Wait::menu;
+  }
+}
+
+TEST_F(Windowed, F1AsksTheProgramForHelp) {
+  stand_on_crossdating();
+  QTest::keyClick(&page(), Qt::Key_F1);
+  const auto event = only<Event>();
+  ASSERT_TRUE(event);
+  EXPECT_EQ(event->code, Event::help);
+}
+
+TEST_F(Windowed, AKeyHeldDownActsAgainWhenTheDeedBeforeIsDone) {
+  stand_on_crossdating();
+  const auto hold = [&](bool again) {
+    QTest::simulateEvent(&page(), true, Qt::Key_Right, Qt::NoModifier, QString(), again);
+  };
+  hold(false);
+  for (int i = 0; i < 5; ++i) hold(true);
+  EXPECT_EQ(arrived().size(), 1U);
+  stand();
+  for (int i = 0; i < 5; ++i) hold(true);
+  EXPECT_EQ(arrived().size(), 1U);
+  hold(false);  // pressed anew
+  EXPECT_EQ(arrived().size(), 1U);
+}
+
+TEST_F(Windowed, TypedCharactersThatRepeatWaitForEachOther) {
+  situation.wait = Wait::name;
+  stand();
+  const auto hold = [&](bool again) {
+    QTest::simulateEvent(&page(), true, Qt::Key_Backspace, Qt::NoModifier, QString(), again);
+  };
+  hold(false);
+  hold(true);
+  EXPECT_EQ(arrived().size(), 1U);
+  stand();
+  hold(true);
+  EXPECT_EQ(arrived().size(), 1U);
+}
+
+TEST_F(Windowed, WithoutAMouseTabGoesToAButtonAndReturnClicksIt) {
+  situation.buttons = {shown(button::crossdate, 1000, 1000)};
+  stand();
+  const QImage before = page().grab().toImage();
+  QTest::keyClick(&page(), Qt::Key_Tab);
+  EXPECT_NE(page().grab().toImage(), before);  // it is marked
+  QTest::keyClick(&page(), Qt::Key_Return);
+  const auto click = only<Event>();
+  ASSERT_TRUE(click);
+  EXPECT_EQ(click->code, Event::click);
+  EXPECT_TRUE(situation.at(click->x, click->y));
+  situation.wait = Wait::message;
+  stand();
+  EXPECT_EQ(page().grab().toImage(), before);
+}
+
+// --- Questions.
+
+Question about_losing() {
+  return {.text = "T001 was changed.",
+          .more = "It would be lost.",
+          .answers = {{"Save First", true, {}}, {"Drop", true, {}}, {"Stay", false, {}}}};
+}
+
+TEST_F(Windowed, EachAnswerToAQuestionIsOneDeed) {
+  const std::vector<const char*> answers = {"Save First", "Drop", "Stay"};
+  for (std::size_t i = 0; i < answers.size(); ++i) {
+    standing.question = about_losing();
+    stand();
+    answer(answers[i]);
+    const auto choice = only<Choose>();
+    ASSERT_TRUE(choice);
+    EXPECT_EQ(choice->answer, i);
+    standing.question.reset();
+    stand();
+    EXPECT_EQ(open_dialog<QMessageBox>(), nullptr);
+  }
+}
+
+TEST_F(Windowed, EscapeIsTheLastAnswer) {
+  standing.question = about_losing();
+  stand();
+  QTest::keyClick(open_dialog<QMessageBox>(), Qt::Key_Escape);
+  const auto choice = only<Choose>();
+  ASSERT_TRUE(choice);
+  EXPECT_EQ(choice->answer, 2U);
+}
+
+TEST_F(Windowed, AQuestionThatGoesTakesItsBoxAlongAndAnswersNothing) {
+  standing.question = about_losing();
+  stand();
+  ASSERT_NE(open_dialog<QMessageBox>(), nullptr);
+  standing.question.reset();
+  stand();
+  EXPECT_EQ(open_dialog<QMessageBox>(), nullptr);
+  EXPECT_TRUE(arrived().empty());
+}
+
+TEST_F(Windowed, AQuestionIsAskedOnceHoweverOftenNewsCome) {
+  standing.question = about_losing();
+  stand();
+  stand();
+  window->show_news();
+  EXPECT_EQ(window->findChildren<QMessageBox*>().size(), 1);
+  answer("Drop");
+  window->show_news();  // the session has not answered yet
+  EXPECT_EQ(open_dialog<QMessageBox>(), nullptr);
+}
+
+// --- Closing.
+
+TEST_F(Windowed, ClosingAsksTheSessionOnceAndTheWindowStays) {
+  stand();
+  EXPECT_FALSE(window->close());
+  EXPECT_FALSE(window->close());  // the program is still busy
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(only<Close>());
+  stand();
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(only<Close>());
+  window->let_close();
+  EXPECT_TRUE(window->close());
+}
+
+TEST_F(Windowed, WhereNoSessionStandsClosingEndsTheProgramAtOnce) {
+  EXPECT_FALSE(window->close());
+  EXPECT_THROW(plot.csrpos(), ProgramEnd);
+}
+
+TEST_F(Windowed, WhoStaysOpensNoOtherFolderEither) {
+  folder.write("Vorn.fil", "nowhere.rwl\n");
+  stand();
+  const auto drop = [&] {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QDir::currentPath())});
+    QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&*window, &enter);
+    QDropEvent event(QPointF(100, 100), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&*window, &event);
+  };
+  drop();
+  EXPECT_TRUE(only<Close>());
+  standing.question = about_losing();
+  stand();
+  answer("Stay");
+  EXPECT_EQ(window->next_folder(), std::nullopt);
+  standing.question.reset();
+  stand();
+  drop();
+  EXPECT_EQ(window->next_folder(), QDir::currentPath());
+  EXPECT_EQ(window->next_folder(), std::nullopt);
+}
+
+// --- What is said.
+
+TEST_F(Windowed, TheTitleSaysWhatRunsAndHowFarItIs) {
+  EventMailbox::Clock::time_point now{std::chrono::hours(1)};
+  EventMailbox working([] {}, [] {}, [&now] { return now; });
+  MainWindow busy(working, ".");
+  EXPECT_EQ(busy.windowTitle(), "Vorn");
+  now += EventMailbox::worth_telling;
+  working.progress("Stats.prn", 0.45);
+  busy.show_news();
+  EXPECT_EQ(busy.windowTitle(), "Stats.prn 45 % - Vorn");
+  working.put_key({0, 0, 'k'}, 0);
+  working.next_event();
+  busy.show_news();
+  EXPECT_EQ(busy.windowTitle(), "Vorn");
+}
+
+TEST_F(Windowed, TheTitleNamesTheFileWorkedOn) {
+  mailbox.subject("trees/nowhere.rwl");
+  window->show_news();
+  EXPECT_EQ(window->windowTitle(), "trees/nowhere.rwl - Vorn");
+  mailbox.subject("b\xE9zier.rwl");  // Latin-1
+  window->show_news();
+  EXPECT_EQ(window->windowTitle(), QString::fromUtf8("b\u00e9zier.rwl - Vorn"));
+  mailbox.subject("");
+  window->show_news();
+  EXPECT_EQ(window->windowTitle(), "Vorn");
+}
+
+TEST_F(Windowed, TheTitleHasAStarWhileSomethingIsNotWritten) {
+  mailbox.subject("nowhere.rwl");
+  situation.unwritten = {"T001"};
+  stand();
+  EXPECT_EQ(window->windowTitle(), "*nowhere.rwl - Vorn");
+  situation.unwritten.clear();
+  stand();
+  EXPECT_EQ(window->windowTitle(), "nowhere.rwl - Vorn");
+}
+
+TEST_F(Windowed, TheStatusBarFollowsTheMouseOverTheYears) {
+  stand_on_crossdating();
+  EXPECT_EQ(field("year"), "");
+  QTest::mouseMove(&page(), on_page(200 + 25 * 50 + 12, 800));
+  EXPECT_TRUE(field("year").startsWith("1850")) << field("year").toStdString();
+  QTest::mouseMove(&page(), on_page(1000, 1600));
+  EXPECT_EQ(field("year"), "");
+}
+
+TEST_F(Windowed, TheStatusBarSaysWhatIsWaitedForAndWhatIsNotWritten) {
+  situation.unwritten = {"T001"};
+  standing.written = "wrote Stats.prn, 25 cores";
+  stand();
+  EXPECT_TRUE(field("waits_for").startsWith("Waits for ")) << field("waits_for").toStdString();
+  EXPECT_EQ(page().accessibleDescription(), field("waits_for"));
+  EXPECT_TRUE(field("changes").contains("T001"));
+  EXPECT_EQ(field("written"), "wrote Stats.prn, 25 cores");
+}
+
+TEST_F(Windowed, WhyNoJournalIsKeptIsSaidInBothPlaces) {
+  standing.journal_trouble = "the folder cannot be written";
+  stand();
+  stand();
+  EXPECT_TRUE(field("warning").contains("the folder cannot be written"));
+  auto* lines = page().findChild<NoticeStrip*>()->findChild<QPlainTextEdit*>();
+  EXPECT_EQ(lines->toPlainText().count("the folder cannot be written"), 1);
+}
+
+TEST_F(Windowed, EarlierWorkIsOfferedOnce) {
+  standing.to_take_up = "1.vrs";
+  stand();
+  answer("Not Now");
+  stand();
+  EXPECT_EQ(open_dialog<QMessageBox>(), nullptr);
+  EXPECT_TRUE(arrived().empty());
+}
+
+TEST_F(Windowed, EarlierWorkIsTakenUpAfterAYes) {
+  standing.to_take_up = "1.vrs";
+  stand();
+  answer("Take It Up");
+  const auto deed = only<TakeUp>();
+  ASSERT_TRUE(deed);
+  EXPECT_EQ(deed->journal, "1.vrs");
+}
+
+// --- The journal.
+
+struct JournalShown : Windowed {
+  QTreeView* list = window->findChild<QTreeView*>();
+  JournalShown() {
+    standing.decisions = {{.what = "Insert 1750 in T001", .before = "1701-1850", .after = "1702-1850"},
+                          {.what = "Delete 1760 in T001", .note = "double ring"},
+                          {.what = "Save Raw", .is_final = true}};
+    standing.taken = 2;
+    standing.can_undo = standing.can_redo = true;
+    stand();
+  }
+  QVariant at(int row, int column, int role = Qt::DisplayRole) {
+    return list->model()->index(row, column).data(role);
+  }
+  QAbstractButton* button(const char* text) {
+    for (auto* found : window->findChild<JournalDock*>()->findChildren<QPushButton*>()) {
+      if (found->text() == text) return found;
+    }
+    return nullptr;
+  }
+};
+
+TEST_F(JournalShown, ListsTheDecisionsAndMarksWhereTheSessionStands) {
+  ASSERT_EQ(list->model()->rowCount(), 4);
+  EXPECT_EQ(at(0, 0), "The beginning");
+  EXPECT_EQ(at(1, 0), "Insert 1750 in T001");
+  EXPECT_EQ(at(2, 0), QString::fromUtf8("\u25B6 Delete 1760 in T001"));
+  EXPECT_EQ(at(2, 1), "double ring");
+  EXPECT_TRUE(at(1, 0, Qt::ToolTipRole).toString().contains(QString::fromUtf8("1701-1850 \u2192 1702-1850")));
+  EXPECT_TRUE(at(3, 0, Qt::ToolTipRole).toString().contains("Cannot be taken back"));
+  EXPECT_TRUE(at(3, 0, Qt::AccessibleTextRole).toString().endsWith("taken back"));
+  EXPECT_FALSE(at(2, 0, Qt::ForegroundRole).isValid());
+  EXPECT_TRUE(at(3, 0, Qt::ForegroundRole).isValid());
+}
+
+TEST_F(JournalShown, WhatIsTakenBackCanStillBeRead) {
+  const auto luminance = [](QColor colour) {
+    const auto linear = [](double part) {
+      return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+  };
+  const double letters = luminance(at(3, 0, Qt::ForegroundRole).value<QColor>());
+  const double ground = luminance(window->palette().color(QPalette::Base));
+  EXPECT_GE((std::max(letters, ground) + 0.05) / (std::min(letters, ground) + 0.05), 4.5);
+}
+
+TEST_F(JournalShown, ReturnGoesToWhereTheSessionStoodThen) {
+  list->setFocus();
+  list->setCurrentIndex(list->model()->index(1, 0));
+  QTest::keyClick(list, Qt::Key_Return);
+  const auto deed = only<GoTo>();
+  ASSERT_TRUE(deed);
+  EXPECT_EQ(deed->decisions, 1U);
+  emit list->doubleClicked(list->model()->index(0, 0));
+  const auto back = only<GoTo>();
+  ASSERT_TRUE(back);
+  EXPECT_EQ(back->decisions, 0U);
+  emit list->doubleClicked(list->model()->index(2, 0));  // it stands there
+  EXPECT_TRUE(arrived().empty());
+}
+
+TEST_F(JournalShown, ANoteIsWrittenInItsPlace) {
+  const QModelIndex cell = list->model()->index(1, 1);
+  list->setCurrentIndex(cell);
+  list->edit(cell);
+  auto* field = list->findChild<QLineEdit*>();
+  ASSERT_NE(field, nullptr);
+  QTest::keyClicks(field, "false ring");
+  QTest::keyClick(field, Qt::Key_Return);
+  QCoreApplication::processEvents();
+  const auto deed = only<TakeNote>();
+  ASSERT_TRUE(deed);
+  EXPECT_EQ(deed->decision, 0U);
+  EXPECT_EQ(deed->text, "false ring");
+}
+
+TEST_F(JournalShown, TheNoteOnTheLastDecisionIsAskedForByTheMenuToo) {
+  action("note")->trigger();
+  auto* dialog = open_dialog<QInputDialog>();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->textValue(), "double ring");
+  dialog->setTextValue(" seen in\nthe bark ");
+  dialog->accept();
+  const auto deed = only<TakeNote>();
+  ASSERT_TRUE(deed);
+  EXPECT_EQ(deed->decision, 1U);
+  EXPECT_EQ(deed->text, "seen in the bark");
+}
+
+TEST_F(JournalShown, ItsButtonsUndoRedoAndShowTheMethods) {
+  button("Undo")->click();
+  EXPECT_TRUE(only<Undo>());
+  button("Redo")->click();
+  EXPECT_TRUE(only<Redo>());
+  button("Methods...")->click();
+  QString text;
+  for (auto* dialog : window->findChildren<QDialog*>()) {
+    if (auto* lines = dialog->findChild<QPlainTextEdit*>()) text = lines->toPlainText();
+  }
+  EXPECT_TRUE(text.contains("Vorn")) << text.toStdString();
+  standing.can_undo = standing.can_redo = false;
+  stand();
+  EXPECT_FALSE(button("Undo")->isEnabled());
+  EXPECT_FALSE(button("Redo")->isEnabled());
+}
+
+TEST_F(JournalShown, FewerDecisionsAreFewerRows) {
+  standing.decisions.resize(1);
+  standing.taken = 1;
+  stand();
+  EXPECT_EQ(list->model()->rowCount(), 2);
+  EXPECT_EQ(at(1, 0), QString::fromUtf8("\u25B6 Insert 1750 in T001"));
+}
+
+TEST_F(JournalShown, EscapeGivesTheKeyboardBackToThePage) {
+  list->setFocus();
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_TRUE(page().hasFocus());
+}
+
+TEST_F(JournalShown, WhetherItIsShownIsRemembered) {
+  window->arrange();
+  window->findChild<JournalDock*>()->hide();
+  window->remember_arrangement();
+  MainWindow next(mailbox, ".");
+  next.arrange();
+  EXPECT_TRUE(next.findChild<JournalDock*>()->isHidden());
+  window->findChild<JournalDock*>()->show();
+  window->remember_arrangement();
+  MainWindow other(mailbox, ".");
+  other.arrange();
+  EXPECT_FALSE(other.findChild<JournalDock*>()->isHidden());
+}
+
+TEST_F(JournalShown, NonsenseInTheSettingsLeavesTheFirstArrangement) {
+  remember("docks", "nonsense");
+  MainWindow next(mailbox, ".");
+  next.arrange();
+  EXPECT_NE(next.findChild<JournalDock*>(), nullptr);
+  EXPECT_LE(next.minimumSizeHint().width(), 700);  // no dock keeps the window from becoming small
+}
+
+// --- The mouse on the graph.
+
+struct OnTheGraph : Windowed {
+  OnTheGraph() { stand_on_crossdating(); }
+};
+
+TEST_F(OnTheGraph, TheCurveTakenAlongIsOneMoveOfTheSample) {
+  press_at(on_page(1000, 800));
+  drag_to(on_page(1100, 805));
+  drag_to(on_page(1300, 810));  // 12 years
+  EXPECT_TRUE(arrived().empty());
+  release_at(on_page(1300, 810));
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  const auto expected = std::get<Play>(*move_sample_by(12, *mailbox.standing()));
+  EXPECT_EQ(play->what, expected.what);
+  EXPECT_EQ(play->steps.size(), expected.steps.size());
+}
+
+TEST_F(OnTheGraph, WhileItIsTakenAlongThePageShowsWhereItWouldBe) {
+  plot.setclr(colour::light_blue);
+  plot.line(400, 700, 700, 900);
+  plot.show();
+  const QImage before = page().grab().toImage();
+  press_at(on_page(1000, 800));
+  drag_to(on_page(1300, 810));
+  const QImage meanwhile = page().grab().toImage();
+  EXPECT_NE(meanwhile, before);
+  // Behind the curve by 300 page units.
+  bool is_blue = false;
+  const QPoint middle = on_page(550 + 300, 800);
+  for (int y = -12; y <= 12; ++y) {
+    const QColor seen = meanwhile.pixelColor(middle + QPoint(0, y));
+    is_blue |= seen.blue() > seen.red() + 60;
+  }
+  EXPECT_TRUE(is_blue);
+  QTest::keyClick(&page(), Qt::Key_Escape);
+  release_at(on_page(1300, 810));
+  EXPECT_EQ(page().grab().toImage(), before);
+  EXPECT_TRUE(arrived().empty());
+}
+
+TEST_F(OnTheGraph, WhatItWouldMeanIsSaidInYears) {
+  EXPECT_EQ(CurveDrag::words(12, situation.sample), "+12 years, 1762-1911");
+  EXPECT_EQ(CurveDrag::words(-1, situation.sample), "-1 year, 1749-1898");
+}
+
+TEST_F(OnTheGraph, AClickThereIsAClickWhenTheButtonIsLetGo) {
+  press_at(on_page(1000, 800));
+  EXPECT_TRUE(arrived().empty());
+  drag_to(on_page(1000, 800) + QPoint(1, 1));  // a hand is not that still
+  release_at(on_page(1000, 800) + QPoint(1, 1));
+  const auto click = only<Event>();
+  ASSERT_TRUE(click);
+  EXPECT_EQ(click->code, Event::click);
+  EXPECT_NEAR(click->x, 1000, 3);
+}
+
+TEST_F(OnTheGraph, ACurveBroughtBackIsNotMoved) {
+  press_at(on_page(1000, 800));
+  drag_to(on_page(1300, 800));
+  drag_to(on_page(1003, 800));
+  release_at(on_page(1003, 800));
+  EXPECT_TRUE(arrived().empty());
+}
+
+TEST_F(OnTheGraph, WhereAYearIsPickedAClickIsOneAtOnce) {
+  situation.wait = Wait::year;
+  situation.place = Place::pick_year;
+  stand();
+  press_at(on_page(1000, 800));
+  EXPECT_TRUE(only<Event>());
+}
+
+TEST_F(OnTheGraph, TheWheelChangesTheYearsShown) {
+  turn_wheel(120);
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  const auto expected = std::get<Play>(*scroll_years_by(-10, *mailbox.standing()));
+  EXPECT_EQ(play->steps.size(), expected.steps.size());
+  EXPECT_EQ(pressed(*play), pressed(expected));
+}
+
+TEST_F(OnTheGraph, WhatIsTurnedMeanwhileIsScrolledAtOnceBehind) {
+  for (int i = 0; i < 4; ++i) turn_wheel(-120);
+  EXPECT_EQ(arrived().size(), 1U);
+  stand();
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  const auto expected = std::get<Play>(*scroll_years_by(30, *mailbox.standing()));
+  EXPECT_EQ(play->steps.size(), expected.steps.size());
+  stand();
+  EXPECT_TRUE(arrived().empty());
+}
+
+TEST_F(OnTheGraph, TheMoveCanBeTyped) {
+  action("move_sample")->trigger();
+  auto* dialog = open_dialog<QInputDialog>();
+  ASSERT_NE(dialog, nullptr);
+  dialog->setIntValue(-1);
+  dialog->accept();
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  EXPECT_EQ(pressed(*play), button::sample_minus_1);
+}
+
+TEST_F(OnTheGraph, TheFirstYearCanBeTyped) {
+  action("begin_sample")->trigger();
+  auto* dialog = open_dialog<QInputDialog>();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->intValue(), 1750);
+  dialog->setIntValue(1760);
+  dialog->accept();
+  const auto play = only<Play>();
+  ASSERT_TRUE(play);
+  EXPECT_EQ(pressed(*play), button::sample_plus_10);
+}
+
+// --- All of it.
+
+TEST_F(Windowed, OnADarkDesktopThePageStaysPaperAndTheRestFollows) {
+  const QPalette light = QApplication::palette();
+  QPalette dark(QColor(0x2B2B2B));
+  dark.setColor(QPalette::Base, QColor(0x1E1E1E));
+  dark.setColor(QPalette::Text, Qt::white);
+  dark.setColor(QPalette::WindowText, Qt::white);
+  QApplication::setPalette(dark);
+  QCoreApplication::processEvents();
+  standing.decisions = {{.what = "Insert 1750 in T001"}, {.what = "Delete 1760 in T001"}};
+  standing.taken = 1;
+  stand_on_crossdating();
+  const QImage image = window->grab().toImage();
+  QApplication::setPalette(light);
+  EXPECT_EQ(image.pixelColor(page().mapTo(&*window, page().rect().center())), QColor(Qt::white));
+  EXPECT_LT(image.pixelColor(image.width() - 3, 3).lightness(), 100);
+}
+
+TEST_F(Windowed, EveryPartHasAName) {
+  stand();
+  for (const QWidget* part : std::initializer_list<const QWidget*>{&*window, &page(), window->statusBar(),
+                                                                   window->findChild<JournalDock*>(),
+                                                                   window->findChild<QTreeView*>()}) {
+    EXPECT_FALSE(part->accessibleName().isEmpty()) << part->metaObject()->className();
+  }
+  for (const ElidedLabel* label : window->findChildren<ElidedLabel*>())
+    EXPECT_FALSE(label->accessibleName().isEmpty());
+}
+
+TEST_F(Windowed, AnotherRunOfTheProgramBeginsWithNothingOfTheOneBefore) {
+  standing.decisions = {{.what = "Insert 1750 in T001"}};
+  standing.taken = 1;
+  situation.unwritten = {"T001"};
+  stand();
+  EventMailbox next([] {});
+  window->serve(next, ".");
+  EXPECT_EQ(window->findChild<QTreeView*>()->model()->rowCount(), 0);
+  EXPECT_EQ(window->windowTitle(), "Vorn");
+  EXPECT_EQ(field("changes"), "");
+  QTest::keyClick(&page(), 'x');
+  EXPECT_TRUE(arrived().empty());
+  EXPECT_EQ(next.next_event().code, 'x');
+}
+
+}  // namespace
+}  // namespace vorn
