@@ -9,10 +9,13 @@
 #include <system_error>
 
 #include "apps/whole_program.h"
+#include "desk/questions.h"
 #include "platform/qt/desktop.h"
 #include "platform/qt/installed_files.h"
 #include "records/disk_files.h"
 #include "sessions/help_files.h"
+#include "sessions/journal.h"
+#include "sessions/session.h"
 
 namespace {
 
@@ -21,11 +24,26 @@ constexpr std::string_view usage =
     "       VORNosx --choose    asks in a window in which folder to work, as a desktop starts it";
 constexpr int wrong_usage = 2;
 
-int run_or_tell(vorn::Screen& screen, const std::string& folder) {
+// Asks before work is lost.
+class Asking : public vorn::Gate {
+ public:
+  std::optional<vorn::Question> before(const vorn::Deed& deed, const vorn::Situation& situation) override {
+    return questions_.before(deed, situation);
+  }
+  void given_up(const vorn::Situation& situation) override { questions_.given_up(situation); }
+
+ private:
+  vorn::Questions questions_;
+};
+
+int run_or_tell(vorn::Inbox& inbox, const std::string& folder) {
   try {
     vorn::DiskFiles disk(folder);
     vorn::HelpFiles files(disk, vorn::installed_with_program("examples/Help.prn"));
-    return vorn::run_whole_program(screen, files, std::cerr);
+    Asking asking;
+    vorn::Journal journal(folder, VORN_VERSION);
+    vorn::Session session(vorn::run_whole_program, files, std::cerr, inbox, &asking, &journal);
+    return session.run();
   } catch (const std::exception& failure) {
     std::cerr << "VORNosx: cannot go on: " << failure.what() << '\n';
     return 4;
