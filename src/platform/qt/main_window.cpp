@@ -68,7 +68,12 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
   menuBar()->setAccessibleName("Menus");
   page_->mouse_moved = [this](std::optional<PointAt> at) { show_status(at); };
   if (QAction* recent = menus_.action("recent_folders")) recent->setMenu(recent_);
-  connect(menus_.menu(Menu::view), &QMenu::aboutToShow, this, [this] { show_switches(); });
+  for (const QMenu* menu : menuBar()->findChildren<QMenu*>()) {
+    connect(menu, &QMenu::aboutToShow, this, [this] {
+      key_repeats_ = false;
+      show_switches();
+    });
+  }
   connect(journal_, &QDockWidget::visibilityChanged, this, [this] { show_switches(); });
   fill_recent_folders();
   page_->setFocus();
@@ -141,13 +146,14 @@ void MainWindow::put(const Deed& deed, bool repeated) {
 }
 
 void MainWindow::act(const QString& id) {
+  const bool repeated = std::exchange(key_repeats_, false);
   if (const auto at = actions_.constFind(id); at != actions_.cend()) {
-    if (!key_repeats_) (*at)();
+    if (!repeated) (*at)();
     return show_switches();
   }
   if (id == "quit" && !shown_) return close_program();
   if (!shown_) return;
-  if (auto deed = deed_of(id.toStdString(), *shown_)) put(*deed, key_repeats_);
+  if (auto deed = deed_of(id.toStdString(), *shown_)) put(*deed, repeated);
   // A mark that the click has changed is put right: the program decides.
   if (QAction* action = menus_.action(id); action && action->isCheckable()) menus_.show(*shown_);
 }

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "platform/qt/page_painter.h"
+#include "platform/qt/recent_folders.h"
 #include "platform/qt/settings.h"
 #include "platform/qt/window_system_for_tests.h"
 #include "plot/plot.h"
@@ -353,6 +354,64 @@ TEST_F(Windowed, AQuestionIsAskedOnceHoweverOftenNewsCome) {
   answer("Drop");
   window->show_news();  // the session has not answered yet
   EXPECT_EQ(open_dialog<QMessageBox>(), nullptr);
+}
+
+// --- What the window does by itself.
+
+TEST_F(Windowed, AKeyHeldDownSwitchesOnce) {
+  stand_on_crossdating();
+  const auto hold = [&](bool again) {
+    QTest::simulateEvent(&page(), true, Qt::Key_F9, Qt::NoModifier, QString(), again);
+  };
+  const auto is_shown = [&] { return window->findChild<JournalDock*>()->isVisible(); };
+  const bool before = is_shown();
+  hold(false);
+  EXPECT_NE(is_shown(), before);
+  page().setFocus();
+  hold(true);
+  EXPECT_NE(is_shown(), before);
+  action("journal")->trigger();  // by the mouse: no key repeats
+  EXPECT_EQ(is_shown(), before);
+}
+
+TEST_F(Windowed, KeysAndProgramAreTold) {
+  action("keys")->trigger();
+  auto* dialog = open_dialog<QDialog>();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->findChild<QPlainTextEdit*>()->toPlainText(), QString::fromStdString(keys_page()));
+  dialog->close();
+  action("about")->trigger();
+  ASSERT_NE(open_dialog<QMessageBox>(), nullptr);
+  EXPECT_TRUE(open_dialog<QMessageBox>()->informativeText().contains(qVersion()));
+}
+
+TEST_F(Windowed, TheCorrectedFileTakesItsPlaceInTheListAfterAYes) {
+  folder.write("Vorn.fil", "nowhere.rwl\nother.rwl\n");
+  folder.write("Tucson.prn", "");
+  situation.raw_output = "Tucson.prn";
+  standing.decisions = {{.what = "Save Raw", .wrote = "Tucson.prn"}};
+  stand();
+  action("use_corrected")->trigger();
+  answer("Cancel");
+  EXPECT_EQ(folder.read("Vorn.fil"), "nowhere.rwl\nother.rwl\n");
+  action("use_corrected")->trigger();
+  answer("Use It");
+  EXPECT_EQ(folder.read("Vorn.fil"), "Tucson.prn\nother.rwl\n");
+  EXPECT_EQ(folder.read("Vorn.fil.1"), "nowhere.rwl\nother.rwl\n");
+  EXPECT_EQ(window->next_folder(), QDir::currentPath());
+  EXPECT_TRUE(only<Close>());
+}
+
+TEST_F(Windowed, TheRecentFoldersAreAMenu) {
+  folder.write("Vorn.fil", "nowhere.rwl\n");
+  remember_recent_folder(QDir::currentPath());
+  EventMailbox next([] {});
+  window->serve(next, QDir::currentPath());
+  QMenu* recent = action("recent_folders")->menu();
+  ASSERT_EQ(recent->actions().size(), 1);
+  EXPECT_EQ(recent->actions().first()->text(), QDir::toNativeSeparators(QDir::currentPath()));
+  recent->actions().first()->trigger();
+  EXPECT_EQ(window->next_folder(), QDir::currentPath());
 }
 
 // --- Closing.
