@@ -80,6 +80,10 @@ std::optional<QString> examples_to_work_on(const QStringList& data_places, const
 
 }  // namespace
 
+void remember_folder(const QString& folder) {
+  remember(folder_key, folder.toUtf8());
+}
+
 std::optional<QString> copy_examples(const QString& examples, const QString& copy) {
   if (has_list(copy)) return {};
   if (!QDir().mkpath(copy)) return copy + " cannot be made";
@@ -131,7 +135,7 @@ std::optional<QString> choose_folder(const QStringList& data_places) {
     if (answer == 2) folder = examples_to_work_on(data_places, copy);
     if (answer >= 3) return {};
     if (!folder) continue;
-    remember(folder_key, folder->toUtf8());
+    remember_folder(*folder);
     return folder;
   }
 }

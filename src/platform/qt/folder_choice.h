@@ -13,6 +13,9 @@ namespace vorn {
 // Needs the application object. Returns nothing when the user does not want any.
 std::optional<QString> choose_folder(const QStringList& data_places);
 
+// Offers this folder first, the next time.
+void remember_folder(const QString& folder);
+
 // A copy of the folder `examples` at `copy`, to be worked on. A copy that is already there stays as it is.
 // Returns what went wrong.
 std::optional<QString> copy_examples(const QString& examples, const QString& copy);

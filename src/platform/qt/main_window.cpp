@@ -18,6 +18,7 @@
 #include "desk/actions.h"
 #include "desk/file_list.h"
 #include "desk/methods.h"
+#include "platform/qt/folder_choice.h"
 #include "platform/qt/question_box.h"
 #include "platform/qt/recent_folders.h"
 #include "platform/qt/settings.h"
@@ -196,6 +197,7 @@ void MainWindow::fill_recent_folders() {
 void MainWindow::open_in(const QString& folder) {
   close_program();
   next_folder_ = folder;
+  remember_folder(folder);
 }
 
 // Asked once, however often the user asks while the program is busy. Where no session asks back there is

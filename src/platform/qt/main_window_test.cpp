@@ -454,6 +454,7 @@ TEST_F(Windowed, WhoStaysOpensNoOtherFolderEither) {
   standing.question.reset();
   stand();
   drop();
+  EXPECT_EQ(remembered("folder"), QDir::currentPath().toUtf8());  // to be offered at the next start
   EXPECT_EQ(window->next_folder(), QDir::currentPath());
   EXPECT_EQ(window->next_folder(), std::nullopt);
 }
