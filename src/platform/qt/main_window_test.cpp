@@ -289,10 +289,13 @@ TEST_F(Windowed, TypedCharactersThatRepeatWaitForEachOther) {
 
 TEST_F(Windowed, WithoutAMouseTabGoesToAButtonAndReturnClicksIt) {
   situation.buttons = {shown(button::crossdate, 1000, 1000)};
+  situation.buttons.front().label = "Crossdate";
   stand();
   const QImage before = page().grab().toImage();
   QTest::keyClick(&page(), Qt::Key_Tab);
   EXPECT_NE(page().grab().toImage(), before);  // it is marked
+  EXPECT_TRUE(page().accessibleDescription().endsWith("; marked: Crossdate"))
+      << page().accessibleDescription().toStdString();
   QTest::keyClick(&page(), Qt::Key_Return);
   const auto click = only<Event>();
   ASSERT_TRUE(click);
@@ -301,6 +304,26 @@ TEST_F(Windowed, WithoutAMouseTabGoesToAButtonAndReturnClicksIt) {
   situation.wait = Wait::message;
   stand();
   EXPECT_EQ(page().grab().toImage(), before);
+}
+
+TEST_F(Windowed, TheYearThatTheKeyboardMarksIsSaidAsThatOfTheMouseIs) {
+  stand_on_crossdating();
+  situation.wait = Wait::year;
+  situation.place = Place::pick_year;
+  ShownButton curve = shown(button::upper_plot, 200, 450);
+  curve.x2 = 2700;
+  curve.y2 = 600;
+  situation.buttons = {curve};
+  stand();
+  QTest::keyClick(&page(), Qt::Key_Tab);
+  const QString first = field("year");
+  EXPECT_FALSE(first.isEmpty());
+  EXPECT_TRUE(page().accessibleDescription().endsWith("; marked: " + first.left(4)))
+      << page().accessibleDescription().toStdString();
+  QTest::keyClick(&page(), Qt::Key_Right);
+  EXPECT_NE(field("year"), first);
+  QTest::keyClick(&page(), Qt::Key_Return);
+  EXPECT_TRUE(only<Event>());
 }
 
 // --- Questions.

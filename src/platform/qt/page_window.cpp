@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStringList>
 #include <QWheelEvent>
 #include <algorithm>
 #include <array>
@@ -146,15 +147,34 @@ void PageWindow::stand() {
     drag_.end();
   if (!takes_clicks(now)) cursor_.hide();
   gate_.go_on();
+  describe();
+  update();
+}
+
+// What the cursor marks, in words: a button's label or a year.
+QString PageWindow::marked() const {
+  const auto now = situation();
+  const auto click = now ? cursor_.click(*now) : std::nullopt;
+  if (!click) return {};
+  const auto year = year_at(*now, {click->x, click->y});
+  if (now->wait == Wait::year && year) return QString::number(*year);
+  const ShownButton* button = now->at(click->x, click->y);
+  return button ? shown_characters(button->label) : QString();
+}
+
+// For those who do not see the page.
+void PageWindow::describe() {
   const SharedStanding standing = gate_.standing();
   const QString waits = standing ? shown_characters(status_line(*standing, {}).waits_for) : QString();
-  const QString description = waits.isEmpty() ? waits : "Waits for " + waits;
-  if (description != accessibleDescription()) {
-    setAccessibleDescription(description);
-    QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
-    QAccessible::updateAccessibility(&changed);
-  }
-  update();
+  const QString mark = marked();
+  QStringList parts{waits.isEmpty() ? waits : "Waits for " + waits,
+                    mark.isEmpty() ? mark : "marked: " + mark};
+  parts.removeAll("");
+  const QString description = parts.join("; ");
+  if (description == accessibleDescription()) return;
+  setAccessibleDescription(description);
+  QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
+  QAccessible::updateAccessibility(&changed);
 }
 
 // From the upper left corner of the window.
@@ -285,6 +305,9 @@ bool PageWindow::serve_cursor(const QKeyEvent& event) {
   if (!takes_clicks(now)) return false;
   if (const auto step = step_of(event)) {
     if (!cursor_.go(*step, *now)) return false;
+    // What the mouse would be told of that place is told of the mark.
+    if (const auto there = cursor_.click(*now)) mouse_moved(PointAt{there->x, there->y});
+    describe();
     update();
     return true;
   }
