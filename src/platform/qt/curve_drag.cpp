@@ -95,7 +95,7 @@ int CurveDrag::years(const Situation& situation) const {
 }
 
 QString CurveDrag::words(int years, const PairMember& sample) {
-  const QString by =
+  QString by =
       QString("%1%2 %3").arg(years > 0 ? "+" : "").arg(years).arg(std::abs(years) == 1 ? "year" : "years");
   if (sample.last_year < sample.first_year) return by;
   return by + QString(", %1-%2").arg(sample.first_year + years).arg(sample.last_year + years);

@@ -49,7 +49,7 @@ QFileDialog* dialog_for(QWidget& window, const QString& title, const QString& st
 
 QString first_free_name(const QString& folder) {
   for (int number = 1;; ++number) {
-    const QString path = path_in(folder, list_name + '.' + QString::number(number));
+    QString path = path_in(folder, list_name + '.' + QString::number(number));
     if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink()) return path;
   }
 }
@@ -59,7 +59,7 @@ QString first_free_name(const QString& folder) {
 QStringList in_order_of_list(QStringList names) {
   names.sort();
   names.removeDuplicates();
-  std::ranges::stable_partition(names, [](const QString& name) { return !is_chronology(name); });
+  std::stable_partition(names.begin(), names.end(), [](const QString& name) { return !is_chronology(name); });
   return names;
 }
 
