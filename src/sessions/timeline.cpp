@@ -27,8 +27,7 @@ void move_to_back(std::vector<T>& from, std::size_t count, std::vector<T>& to) {
 void Timeline::decided(const Decision& decision, std::size_t from, bool only_wrote) {
   VORN_ASSERT(from <= steps_.size());
   entries_.resize(taken_);
-  tail_.clear();
-  tail_answers_.clear();
+  forget_tail();
   entries_.push_back({decision, from, steps_.size(), only_wrote});
   ++taken_;
 }
@@ -39,6 +38,7 @@ void Timeline::went_on(const Decision& decision) {
   entries_.back().decision = decision;
   entries_.back().decision.note = note;
   entries_.back().to = steps_.size();
+  forget_tail();
 }
 
 void Timeline::note(std::size_t entry, const std::string& text) {
@@ -64,7 +64,7 @@ std::size_t Timeline::undo(std::vector<FileAnswer>& answers) {
   const std::size_t answers_left = steps_.at(from).answers;
   // What happened since the last step back and decided nothing is forgotten.
   if (!tail_.empty()) {
-    answers.resize(std::min(answers.size(), base_ < steps_.size() ? steps_[base_].answers : answers.size()));
+    answers.resize(std::min(answers.size(), tail_.front().answers));
     steps_.resize(base_);
   }
   move_to_front(answers, std::min(answers_left, answers.size()), answers.size(), tail_answers_);
@@ -75,8 +75,8 @@ std::size_t Timeline::undo(std::vector<FileAnswer>& answers) {
 }
 
 void Timeline::redo(std::vector<FileAnswer>& answers) {
-  VORN_ASSERT(to_redo());
-  if (base_ < steps_.size()) answers.resize(steps_[base_].answers);
+  VORN_ASSERT(to_redo() && !tail_.empty());
+  answers.resize(std::min(answers.size(), tail_.front().answers));
   steps_.resize(base_);
   std::size_t last = taken_;
   while (last + 1 < entries_.size() && entries_[last + 1].only_wrote) ++last;
@@ -88,6 +88,12 @@ void Timeline::redo(std::vector<FileAnswer>& answers) {
   move_to_back(tail_answers_, answers_then - answers.size(), answers);
   base_ = to;
   taken_ = last + 1;
+  if (taken_ == entries_.size()) forget_tail();  // what decided nothing behind the last one
+}
+
+void Timeline::forget_tail() {
+  tail_.clear();
+  tail_answers_.clear();
 }
 
 std::size_t Timeline::cut(std::size_t count, std::size_t answers) {
@@ -95,8 +101,7 @@ std::size_t Timeline::cut(std::size_t count, std::size_t answers) {
   const std::size_t left = steps_[count].answers;
   steps_.resize(count);
   if (!tail_.empty() && count >= base_) return left;  // what was taken back still goes on at its place
-  tail_.clear();
-  tail_answers_.clear();
+  forget_tail();
   entries_.resize(taken_);
   while (!entries_.empty() && entries_.back().to > count) entries_.pop_back();
   taken_ = entries_.size();

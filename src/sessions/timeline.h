@@ -56,6 +56,8 @@ class Timeline {
   std::size_t cut(std::size_t count, std::size_t answers);
 
  private:
+  void forget_tail();
+
   std::vector<TimelineStep> steps_;
   std::vector<Entry> entries_;
   std::size_t taken_ = 0;
