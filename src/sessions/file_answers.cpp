@@ -99,21 +99,28 @@ void AnsweredFiles::begin_again(std::vector<FileAnswer> answers, Files* replayed
   answers_ = std::move(answers);
   replayed_ = replayed;
   next_ = 0;
+  is_live_ = is_astray_ = false;
+}
+
+void AnsweredFiles::go_live() {
+  answers_.resize(next_);
+  replayed_ = nullptr;
+  is_live_ = true;
   is_astray_ = false;
 }
 
-void AnsweredFiles::keep_first(std::size_t count) {
-  answers_.resize(std::min(count, answers_.size()));
-  next_ = std::min(next_, answers_.size());
+const FileAnswer* AnsweredFiles::go_astray() {
+  static const FileAnswer astray = {.status = Status(EIO)};
+  is_astray_ = true;
+  return &astray;
 }
 
+// Null where the real files are to answer.
 const FileAnswer* AnsweredFiles::next_answer(FileAnswer::Kind kind, const std::string& name) {
-  static const FileAnswer astray = {.status = Status(EIO)};
-  if (!is_replaying() && !is_astray_) return nullptr;
-  if (is_astray_ || answers_[next_].kind != kind || answers_[next_].name != name) {
-    is_astray_ = true;
-    return &astray;
-  }
+  if (is_astray_) return go_astray();
+  const bool writes = kind == FileAnswer::Kind::make || kind == FileAnswer::Kind::extend;
+  if (!is_replaying()) return writes && !is_live_ ? go_astray() : nullptr;
+  if (answers_[next_].kind != kind || answers_[next_].name != name) return go_astray();
   return &answers_[next_++];
 }
 

@@ -37,16 +37,17 @@ struct FileAnswer {
 //
 // While there are answers to be given again, every call is answered with the next one and nothing is touched;
 // what is written then goes to `replayed`, where one is given, or nowhere. Behind them the calls go to the
-// real files, and each answer is kept. A call that does not fit the next answer (another name, another kind)
-// is a replay gone astray: it and all that follow are answered 5 (EIO), and `is_astray` says so.
+// real files, and each answer is kept; but a file is written only when all has been gone through (go_live).
+// A call that does not fit the next answer (another name, another kind), or would write too early, is a
+// replay gone astray: it and all that follow are answered 5 (EIO), and `is_astray` says so.
 class AnsweredFiles : public Files {
  public:
   explicit AnsweredFiles(Files& files) : files_(files) {}
 
   // Gives these answers again, from the first on.
   void begin_again(std::vector<FileAnswer> answers, Files* replayed = nullptr);
-  // Takes back all answers behind the first `count`.
-  void keep_first(std::size_t count);
+  // All has been gone through: answers that were not asked for are dropped, and files are written.
+  void go_live();
   // Whether the next call is answered by one that was kept.
   bool is_replaying() const { return next_ < answers_.size(); }
   bool is_astray() const { return is_astray_; }
@@ -68,6 +69,7 @@ class AnsweredFiles : public Files {
   class LiveSink;
   class ReplayedSink;
   const FileAnswer* next_answer(FileAnswer::Kind kind, const std::string& name);
+  const FileAnswer* go_astray();
   std::size_t keep(FileAnswer answer);
   Contents shared(const std::string& name, std::string bytes) const;
 
@@ -75,7 +77,7 @@ class AnsweredFiles : public Files {
   Files* replayed_ = nullptr;
   std::vector<FileAnswer> answers_;
   std::size_t next_ = 0;  // of the answers, the one to be given next; behind the last: calls are live
-  bool is_astray_ = false;
+  bool is_live_ = true, is_astray_ = false;
 };
 
 }  // namespace vorn

@@ -73,27 +73,36 @@ int Session::run() {
     try {
       const int status = run_once();
       if (!is_replaying_) return status;
-      leave_off_last();
+      leave_off_last("the program ended");
     } catch (const GoBack&) {
       // The program is run again, up to where it is to be.
     }
   }
 }
 
-// The step that was handed in last, when something is gone through again, ended the program.
-void Session::leave_off_last() {
-  const std::size_t good = replayed_steps_ > 0 ? replayed_steps_ - 1 : 0;
-  inbox_.notice(replay_name_ + ": the program ended at step " + std::to_string(replayed_steps_) + " of " +
-                std::to_string(timeline_.steps().size()) + ", which is left off with all behind it");
-  kept_answers_.resize(timeline_.cut(good, kept_answers_.size()));
-  keeper_->cut(good);
-  goes_back_ = true;
+// The step that was handed in last cannot be gone through again. Where not even the start can, all is given
+// up.
+void Session::leave_off_last(const std::string& why) {
+  const std::size_t steps = timeline_.steps().size();
+  inbox_.notice(replay_name_ + ": " + why + " at step " + std::to_string(replayed_steps_) + " of " +
+                std::to_string(steps) + ", which is left off with all behind it");
+  goes_back_ = replayed_steps_ > 0;
+  if (goes_back_) {
+    const std::size_t good = replayed_steps_ - 1;
+    kept_answers_.resize(timeline_.cut(good, kept_answers_.size()));
+    keeper_->cut(good);
+  } else {
+    timeline_ = {};
+    kept_answers_.clear();
+    keeper_->begun_anew();
+  }
 }
 
 int Session::run_once() {
   files_.begin_again(kept_answers_, replayed_);
   replayed_steps_ = 0;
   is_replaying_ = std::exchange(goes_back_, false);
+  if (!is_replaying_) files_.go_live();
   files_looked_at_ = 0;
   session_files_.clear();
   rest_.reset();
@@ -146,6 +155,10 @@ void Session::notice(std::string_view text) {
 
 Event Session::next_event() {
   waits_ = true;
+  if (is_replaying_ && files_.is_astray()) {
+    leave_off_last("the files were not asked for as before");
+    throw GoBack();
+  }
   look();
   message_waits_ = false;
   if (replays()) return replay_next();
@@ -179,10 +192,7 @@ void Session::land() {
   is_replaying_ = false;
   program_log_.rdbuf(log_.rdbuf());
   replayed_ = nullptr;
-  if (files_.is_astray()) {
-    inbox_.notice(replay_name_ + ": the files were read in another order than before");
-  }
-  files_.keep_first(files_.given());
+  files_.go_live();
   if (std::exchange(takes_up_, false)) keeper_->landed();
   inbox_.subject(subject_);
   if (page_) inbox_.show(*page_);

@@ -51,6 +51,8 @@ class Keeper {
   virtual void undone() {}
   virtual void redone() {}
   virtual void cut(std::size_t /*steps*/) {}
+  // Nothing of what was done can be gone through: the session begins anew.
+  virtual void begun_anew() {}
   // What was taken up has been gone through.
   virtual void landed() {}
   // The program has ended; `by_event` when the event that happened last made it do so.
@@ -101,7 +103,7 @@ class Session : public Screen {
   };
 
   int run_once();
-  void leave_off_last();
+  void leave_off_last(const std::string& why);
   void start(const Workspace& w);
   bool replays() const { return replayed_steps_ < timeline_.steps().size(); }
   Event replay_next();
