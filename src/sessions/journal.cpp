@@ -23,7 +23,7 @@ constexpr std::string_view first_line = "# Vorn journal 1";
 constexpr std::string_view mark = "#: ";  // of the lines that a session reads and a script does not
 constexpr std::size_t most_bytes = std::size_t{1} << 26;  // of a journal that is read
 constexpr std::size_t most_answers = 1'000'000;
-constexpr std::size_t most_kept_bytes = std::size_t{1} << 30;  // of all kept files that a journal names
+constexpr std::string_view part_ending = ".part";
 
 // --- Fields of a line: divided by tabs, without control characters.
 
@@ -50,7 +50,7 @@ std::string unescaped(std::string_view text) {
       out += text[k];
       continue;
     }
-    int byte = 0;
+    unsigned byte = 0;
     const bool is_whole = k + 3 < text.size() && text[k + 1] == 'x';
     const char* const digits = text.data() + k + 2;
     if (!is_whole || std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2) throw Damaged("escape");
@@ -104,7 +104,7 @@ class Fields {
   }
   Status status() {
     const long value = number();
-    if (value < -1 || value > 9999) throw Damaged("no status");
+    if (value < 0 || value > 4999) throw Damaged("no status of a file");
     return Status(static_cast<std::int32_t>(value));
   }
   bool more() const { return next_ < fields_.size(); }
@@ -158,6 +158,7 @@ class Reader {
   void read(std::string_view line) {
     if (line.starts_with(mark)) return record(Fields(line.substr(mark.size())));
     if (line.empty() || line.starts_with('#')) return;
+    if (journal_.has_ended) throw Damaged("something behind the end");
     std::istringstream in{std::string(line)};
     const Script script = read_script(in);
     if (script.statements.size() != 1) throw Damaged("no statement");
@@ -191,12 +192,13 @@ class Reader {
 
   void record(Fields fields) {
     const std::string word = fields.text();
+    if (journal_.has_ended) throw Damaged("something behind the end");
     if (word == "decision") {
-      const Timeline::Entry entry = read_entry(fields);
+      const Timeline::Entry entry = read_entry(word, fields);
       return timeline().decided(entry.decision, entry.from, entry.only_wrote);
     }
     if (word == "goes-on") {
-      const Timeline::Entry entry = read_entry(fields);
+      const Timeline::Entry entry = read_entry(word, fields);
       if (timeline().taken() == 0 || timeline().to_redo()) throw Damaged("nothing goes on");
       return timeline().went_on(entry.decision);
     }
@@ -205,6 +207,11 @@ class Reader {
       return timeline().note(entry, fields.text());
     }
     if (word == "made") return made(fields);
+    if (word == "anew") {
+      timeline() = {};
+      journal_.answers.clear();
+      return;
+    }
     if (word == "cut") return cut(fields.count());
     if (word == "trying") {
       journal_.is_tried = true;
@@ -220,10 +227,13 @@ class Reader {
     answer(static_cast<FileAnswer::Kind>(kind - answer_words.begin()), fields);
   }
 
-  Timeline::Entry read_entry(Fields& fields) {
+  Timeline::Entry read_entry(std::string_view word, Fields& fields) {
     Timeline::Entry entry;
     entry.from = fields.count();
-    if (entry.from > timeline().steps().size()) throw Damaged("a decision of later events");
+    const std::size_t taken = timeline().taken();
+    const std::size_t behind = taken == 0 ? 0 : timeline().entries()[taken - 1].to;
+    if (entry.from >= timeline().steps().size()) throw Damaged("a decision of later events");
+    if (word != "goes-on" && entry.from < behind) throw Damaged("a decision of events that led to another");
     entry.only_wrote = fields.count() != 0;
     entry.decision.is_final = fields.count() != 0;
     entry.decision.in_copy = fields.count() != 0;
@@ -257,6 +267,8 @@ class Reader {
     const std::size_t place = fields.count();
     if (place >= journal_.answers.size()) throw Damaged("a file that was not made");
     FileAnswer& answer = journal_.answers[place];
+    const bool is_written = answer.kind == FileAnswer::Kind::make || answer.kind == FileAnswer::Kind::extend;
+    if (!is_written || answer.status != status::ok) throw Damaged("a file that was not made");
     answer.pieces = fields.count();
     answer.write_status = fields.status();
     answer.is_committed = fields.count() != 0;
@@ -276,18 +288,19 @@ class Reader {
   const KeptContents& contents_;
 };
 
-// An append that was begun and whose end is not known is not tried again: it would append twice.
+// A file that was begun and whose end is not known is not taken for written, nor written again.
 void leave_off_half_done(ReadJournal& journal) {
   if (journal.timeline.steps().empty()) return;
   const std::size_t last = journal.timeline.steps().size() - 1;
   const auto& answers = journal.answers;
-  for (std::size_t k = journal.timeline.steps()[last].answers; k < answers.size(); ++k) {
-    const bool half = answers[k].kind == FileAnswer::Kind::extend && answers[k].status == status::ok &&
-                      !answers[k].is_committed && answers[k].write_status == status::ok;
-    if (!half) continue;
+  const auto is_half_done = [](const FileAnswer& answer) {
+    const bool is_begun = answer.kind == FileAnswer::Kind::make || answer.kind == FileAnswer::Kind::extend;
+    return is_begun && answer.status == status::ok && !answer.is_committed &&
+           answer.write_status == status::ok;
+  };
+  const auto of_last = answers.begin() + static_cast<std::ptrdiff_t>(journal.timeline.steps()[last].answers);
+  if (std::any_of(of_last, answers.end(), is_half_done))
     journal.answers.resize(journal.timeline.cut(last, answers.size()));
-    return;
-  }
 }
 
 std::string kept_name(std::string_view bytes) {
@@ -325,8 +338,16 @@ std::optional<std::string> read_plain(const std::string& path, std::size_t most)
   return bytes;
 }
 
-// So that names stand in the order of time.
-std::string name_by_time() {
+// Names of journals: the time of the first event, and a number, so that they stand in the order of time.
+constexpr std::string_view name_form = "00000000-000000-0000.vrs";
+constexpr std::size_t time_length = 15;
+
+bool is_journal_name(std::string_view name) {
+  const auto fits = [](char c, char form) { return form == '0' ? c >= '0' && c <= '9' : c == form; };
+  return std::ranges::equal(name, name_form, fits);
+}
+
+std::string time_now() {
   const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
   std::array<char, 32> text{};
   std::tm utc{};
@@ -335,8 +356,32 @@ std::string name_by_time() {
 #else
   gmtime_r(&now, &utc);
 #endif
-  std::strftime(text.data(), text.size(), "%Y%m%d-%H%M%S-", &utc);
-  return text.data() + os::unguessable().substr(0, 4) + std::string(ending);
+  std::strftime(text.data(), text.size(), "%Y%m%d-%H%M%S", &utc);
+  return text.data();
+}
+
+// The names of kept files that stand in a journal.
+std::set<std::string> kept_names_in(std::string_view journal) {
+  std::set<std::string> names;
+  for (auto tab = journal.find('\t'); tab != std::string_view::npos; tab = journal.find('\t', tab + 1)) {
+    if (const auto name = journal.substr(tab + 1, 32); is_kept_name(name)) names.emplace(name);
+  }
+  return names;
+}
+
+// How many bytes stand under a name; 0 where none do.
+std::size_t size_of(const std::string& path) {
+  os::Stamp stamp;
+  return os::stamp_of(path, stamp) ? 0 : static_cast<std::size_t>(stamp.size);
+}
+
+// The lines without that of the end, which is the last one where there is one.
+std::string without_end(std::string lines) {
+  const std::string end = std::string(mark) + "ended\t";
+  const auto last = lines.rfind('\n', lines.size() < 2 ? 0 : lines.size() - 2);
+  const std::size_t begin = last == std::string::npos ? 0 : last + 1;
+  if (std::string_view(lines).substr(begin).starts_with(end)) lines.resize(begin);
+  return lines;
 }
 
 std::string file_name_of(const std::string& path) {
@@ -372,15 +417,16 @@ ReadJournal read_journal(std::string_view text, const KeptContents& contents) {
   return journal;
 }
 
-Journal::Journal(std::string folder, std::string version)
-    : folder_(std::move(folder)), version_(std::move(version)) {}
+Journal::Journal(std::string folder, std::string version, std::size_t most_kept)
+    : folder_(std::move(folder)), version_(std::move(version)), most_kept_(most_kept) {}
 
 std::string Journal::place(std::string_view name) const {
   return folder_.empty() ? std::string(name) : folder_ + '/' + std::string(name);
 }
 
 void Journal::fail(std::string_view what, Status status) {
-  trouble_ = "No journal is kept: " + std::string(what) + (status ? ": " + words_of(status) : "");
+  if (trouble_.empty())
+    trouble_ = "No journal is kept: " + std::string(what) + (status ? ": " + words_of(status) : "");
   file_.close();
 }
 
@@ -393,17 +439,48 @@ bool Journal::lock() {
   return true;
 }
 
+bool Journal::make_folders() {
+  if (!trouble_.empty() || !lock()) return false;
+  if (const Status failed{os::make_folder(place(kept_folder))}) return fail(kept_folder, failed), false;
+  return true;
+}
+
 // With the first event: who only looks leaves nothing behind.
 bool Journal::begin() {
   if (file_.is_open()) return true;
-  if (!trouble_.empty() || !lock()) return false;
-  if (const Status failed{os::make_folder(place(kept_folder))}) return fail(kept_folder, failed), false;
-  thin_out(most_sessions - 1);
-  name_ = std::string(folder_name) + '/' + name_by_time();
-  if (const Status failed{file_.make(place(name_), true)}) return fail(name_, failed), false;
-  for (const auto& [name, contents] : std::exchange(not_kept_, {})) keep(contents);
+  if (!make_folders()) return false;
+  thin_out();
+  const std::string name = new_name();
+  if (const Status failed{file_.make(place(name), true)}) return fail(name, failed), false;
+  name_ = name;
+  for (const auto& [kept_as, contents] : std::exchange(not_kept_, {})) keep(contents);
   write(std::string(first_line) + "\n# program " + version_ + "\n" + std::exchange(before_begin_, {}));
   return file_.is_open();
+}
+
+// Behind all that are there, also where the clock has not moved or was set back.
+std::string Journal::new_name() const {
+  const auto all = journals();
+  const std::string newest = all.empty() ? std::string(name_form) : all.back();
+  std::string time = time_now();
+  int number = 0;
+  if (newest.substr(0, time_length) >= time) {
+    time = newest.substr(0, time_length);
+    number = std::stoi(newest.substr(time_length + 1, 4)) + 1;
+  }
+  std::array<char, 32> digits{};
+  std::snprintf(digits.data(), digits.size(), "-%04d", number);
+  return std::string(folder_name) + '/' + time + digits.data() + std::string(ending);
+}
+
+// Their names without the folder, the oldest first.
+std::vector<std::string> Journal::journals() const {
+  std::vector<std::string> names;
+  for (const std::string& path : os::files_named(place(folder_name), "", ending)) {
+    if (const std::string name = file_name_of(path); is_journal_name(name)) names.push_back(name);
+  }
+  std::ranges::sort(names);
+  return names;
 }
 
 void Journal::write(std::string_view line) {
@@ -431,21 +508,25 @@ std::string Journal::keep(const Contents& contents) {
     return name;
   }
   if (!there_.insert(name).second) return name;
-  const std::string kept = std::string(kept_folder) + '/' + name;
-  FileKind kind = FileKind::missing;
-  if (os::kind_of(place(kept), kind) == 0 && kind == FileKind::regular) return name;
-  const std::string part = kept + '.' + os::unguessable();
-  os::File file;
-  int failed = file.make(place(part), true);
-  if (!failed) failed = file.write(*contents);
-  if (!failed) failed = file.close();
-  if (!failed) failed = os::rename(place(part), place(kept));
-  if (failed) {
-    file.discard(place(part));
-    fail(kept, Status(failed));
-  }
-  not_synced_.push_back(kept);
+  bytes_kept_ += contents->size();
+  if (bytes_kept_ > most_kept_ / 2) return fail("the files read are too large to be kept", {}), name;
+  const std::string kept_as = std::string(kept_folder) + '/' + name;
+  not_synced_.push_back(kept_as);
+  if (kept(name)) return name;
+  if (const Status failed = keep_as(kept_as, *contents)) fail(kept_as, failed);
   return name;
+}
+
+// In place of whatever stands there, so that nothing half written ever has the name.
+Status Journal::keep_as(const std::string& kept, const std::string& bytes) const {
+  const std::string part = place(kept + '.' + os::unguessable());
+  os::File file;
+  int failed = file.make(part, true);
+  if (!failed) failed = file.write(bytes);
+  if (!failed) failed = file.close();
+  if (!failed) failed = os::rename(part, place(kept));
+  if (failed) file.discard(part);
+  return Status(failed);
 }
 
 Contents Journal::kept(const std::string& name) const {
@@ -499,60 +580,65 @@ void Journal::cut(std::size_t steps) {
   sync();
 }
 
+void Journal::begun_anew() {
+  write(Line("anew").text() + '\n');
+  sync();
+}
+
 void Journal::landed() {
   write(Line("landed").text() + '\n');
   sync();
 }
 
+// What a journal that had to stop before its end holds is not to be offered when all is written.
 void Journal::ended(bool by_event, bool unsaved) {
+  if (!trouble_.empty() && !name_.empty() && !unsaved) os::remove(place(name_));
   write(Line("ended").add(static_cast<std::size_t>(by_event)).add(static_cast<std::size_t>(unsaved)).text() +
         '\n');
   sync();
 }
 
-// Names tell the time, so the oldest come first.
-void Journal::thin_out(std::size_t most) const {
-  auto journals = os::files_named(place(folder_name), "", ending);
-  std::ranges::sort(journals);
-  if (journals.size() <= most) return;
-  const auto kept_from = journals.end() - static_cast<std::ptrdiff_t>(most);
-  for (auto old = journals.begin(); old != kept_from; ++old) os::remove(*old);
-  std::set<std::string, std::less<>> named;
-  for (auto journal = kept_from; journal != journals.end(); ++journal) {
-    const auto text = read_plain(*journal, most_bytes);
-    if (!text) return;  // nobody knows what it names
-    for (std::size_t k = 0; k + 32 <= text->size(); ++k) {
-      if (k > 0 && (*text)[k - 1] != '\t') continue;
-      if (const std::string_view name = std::string_view(*text).substr(k, 32); is_kept_name(name))
-        named.emplace(name);
-    }
+// What cannot be read can never be taken up, so that nothing is kept for it.
+void Journal::thin_out() const {
+  std::set<std::string> named;
+  std::size_t bytes = 0, sessions = 0;
+  const auto all = journals();
+  for (auto name = all.rbegin(); name != all.rend(); ++name) {
+    const std::string path = place(std::string(folder_name) + '/' + *name);
+    ++sessions;
+    std::set<std::string> more = kept_names_in(read_plain(path, most_bytes).value_or(std::string()));
+    std::erase_if(more, [&](const std::string& kept) { return named.contains(kept); });
+    for (const std::string& kept : more) bytes += size_of(place(std::string(kept_folder) + '/' + kept));
+    const bool stays = sessions == 1 || (sessions < most_sessions && bytes <= most_kept_ / 2);
+    if (stays) named.merge(more);
+    if (!stays) os::remove(path);
   }
   for (const std::string& file : os::files_named(place(kept_folder), "", "")) {
     if (!named.contains(file_name_of(file))) os::remove(file);
   }
+  for (const std::string& part : os::files_named(place(folder_name), "", part_ending)) os::remove(part);
 }
 
 // The newest one, when it did not end with all work written.
 std::string Journal::to_take_up() {
   FileKind kind = FileKind::missing;
   if (os::kind_of(place(folder_name), kind) || kind != FileKind::folder || !lock()) return {};
-  auto journals = os::files_named(place(folder_name), "", ending);
-  if (journals.empty()) return {};
-  std::ranges::sort(journals);
-  const auto text = read_plain(journals.back(), most_bytes);
+  const auto all = journals();
+  if (all.empty()) return {};
+  const auto text = read_plain(place(std::string(folder_name) + '/' + all.back()), most_bytes);
   if (!text) return {};
   // Whether the kept files are there is asked when it is taken up.
   const ReadJournal journal =
       read_journal(*text, [](const std::string&) { return std::make_shared<const std::string>(); });
   const bool has_work = journal.timeline.taken() > 0 && (!journal.has_ended || journal.was_unsaved);
-  return has_work && !journal.is_tried ? file_name_of(journals.back()) : std::string();
+  return has_work && !journal.is_tried ? all.back() : std::string();
 }
 
 Keeper::TakenUp Journal::take_up(const std::string& journal) {
   const std::string from = std::string(folder_name) + '/' + file_name_of(journal);
   const auto text = read_plain(place(from), most_bytes);
   if (!text) return {.trouble = from + " cannot be read"};
-  std::size_t bytes_left = most_kept_bytes;
+  std::size_t bytes_left = most_kept_ / 2;
   std::map<std::string, Contents> known;
   ReadJournal read = read_journal(*text, [&](const std::string& name) -> Contents {
     if (const auto found = known.find(name); found != known.end()) return found->second;
@@ -566,22 +652,48 @@ Keeper::TakenUp Journal::take_up(const std::string& journal) {
     taken_up.trouble = from + " is damaged in line " + std::to_string(read.damaged_line) +
                        ": taken up is what stands before it";
   }
+  if (read.timeline.steps().empty()) return taken_up;
   // What this session has done so far is given up with it; the new journal begins with the whole of the old.
-  file_.close();
-  before_begin_.clear();
-  not_kept_.clear();
-  std::string lines = text->substr(0, read.good);
-  if (const auto ended = lines.rfind(std::string(mark) + "ended"); ended != std::string::npos)
-    lines.resize(ended);
+  std::string lines = without_end(text->substr(0, read.good));
   lines.erase(0, std::min(lines.find('\n') + 1, lines.size()));
-  if (begin()) {
-    write(Line("trying").text() + '\n' + lines + Line("cut").add(read.timeline.steps().size()).text() + '\n');
-    sync();
-    if (trouble_.empty()) os::remove(place(from));
+  lines += Line("cut").add(read.timeline.steps().size()).text() + '\n' + Line("trying").text() + '\n';
+  there_.clear();
+  bytes_kept_ = 0;
+  for (const auto& [name, contents] : known) {
+    there_.insert(name);
+    bytes_kept_ += contents->size();
   }
+  if (begin_with(lines)) os::remove(place(from));
   taken_up.timeline = std::move(read.timeline);
   taken_up.answers = std::move(read.answers);
   return taken_up;
+}
+
+// A journal that begins with these lines, in place of what there is of this session's. It gets its name when
+// it is whole, so that the one taken up is not lost in between.
+bool Journal::begin_with(const std::string& lines) {
+  const std::string given_up = std::exchange(name_, {});
+  file_.close();
+  before_begin_.clear();
+  not_kept_.clear();
+  if (!make_folders()) return false;
+  const std::string name = new_name();
+  const std::string part = place(name + std::string(part_ending));
+  os::remove(part);
+  Status failed{file_.make(part, true)};
+  if (!failed) failed = Status(file_.write(std::string(first_line) + '\n' + lines));
+  if (!failed) failed = Status(file_.sync());
+  if (!failed) failed = Status(file_.close());
+  if (!failed) failed = Status(os::rename(part, place(name)));
+  if (!failed) failed = Status(file_.open_device(place(name)));
+  if (failed) {
+    file_.discard(part);
+    fail(name, failed);
+    return false;
+  }
+  name_ = name;
+  if (!given_up.empty()) os::remove(place(given_up));
+  return true;
 }
 
 }  // namespace vorn

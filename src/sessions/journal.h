@@ -20,8 +20,10 @@
 
 namespace vorn {
 
-// Reads the lines of a journal up to the first one that is damaged or cut off. `contents` gives what was kept
-// under a name; it is called for each file that was read.
+// Reads the lines of a journal up to the first one that is damaged or cut off; what they say is so far sound
+// that it can be gone through. `contents` gives what was kept under a name, null where nothing is; it is
+// called for each file that was read. A last step that began to write a file, of which no end is known, is
+// left off.
 struct ReadJournal {
   Timeline timeline = {};
   std::vector<FileAnswer> answers = {};
@@ -38,12 +40,15 @@ ReadJournal read_journal(std::string_view text, const KeptContents& contents);
 //
 // Nothing is written before the first event. What cannot be written is said by trouble(), and the session
 // goes on without a journal; so it does where another program works in the folder. Links in ".vorn" are not
-// followed. Old sessions go when there are more than `most_sessions`, with the files that no other one read.
+// followed. With the first event old sessions are thinned out: the oldest go when there are more than
+// `most_sessions` or when what they keep is more than half of `most_kept`, the newest never; and all kept
+// files that no journal names. The other half is this session's.
 class Journal : public Keeper {
  public:
   static constexpr std::size_t most_sessions = 20;
+  static constexpr std::size_t usual_most_kept = std::size_t{1} << 30;  // bytes
 
-  Journal(std::string folder, std::string version);
+  Journal(std::string folder, std::string version, std::size_t most_kept = usual_most_kept);
 
   void happened(const Event& event) override;
   void answered(std::size_t place, const FileAnswer& answer) override;
@@ -53,6 +58,7 @@ class Journal : public Keeper {
   void undone() override;
   void redone() override;
   void cut(std::size_t steps) override;
+  void begun_anew() override;
   void landed() override;
   void ended(bool by_event, bool unsaved) override;
   std::string trouble() const override { return trouble_; }
@@ -62,21 +68,28 @@ class Journal : public Keeper {
  private:
   std::string place(std::string_view name) const;
   bool lock();
+  bool make_folders();
   bool begin();
-  void thin_out(std::size_t most) const;
+  std::string new_name() const;
+  std::vector<std::string> journals() const;
+  void thin_out() const;
   void write(std::string_view line);
   void sync();
   void fail(std::string_view what, Status status);
   std::string keep(const Contents& contents);
+  Status keep_as(const std::string& kept, const std::string& bytes) const;
   Contents kept(const std::string& name) const;
+  bool begin_with(const std::string& lines);
 
   std::string folder_, version_;
+  std::size_t most_kept_;
   os::File lock_, file_;
   std::string name_;                                        // of the journal, in the folder
   std::string before_begin_;                                // lines of the time before the first event
   std::vector<std::pair<std::string, Contents>> not_kept_;  // and the contents that they name
   std::vector<std::string> not_synced_;                     // kept files
   std::set<std::string> there_;                             // kept files that are known to be there
+  std::size_t bytes_kept_ = 0;                              // theirs
   std::string trouble_;
 };
 
