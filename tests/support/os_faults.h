@@ -28,6 +28,8 @@ struct Faults {
   Fault open, read, write, fsync, close, rename, fchmod, remove;
   Fault stat, lstat, fstat, access, fchown, flock;
 
+  bool passes_fsync_over =
+      false;  // nothing is brought to the disk: slow, and of no use where no machine stops
   std::size_t most_at_once = SIZE_MAX;  // bytes that a read or write moves
 
   bool any_struck() const;
