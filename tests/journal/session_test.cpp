@@ -2,6 +2,9 @@
 // asked.
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <iostream>
+
 #include "journal/session_bench.h"
 
 namespace vorn {
@@ -331,6 +334,41 @@ TEST_F(SessionAtWork, EndsByClosingWhenNothingIsAskedOrAllIsGivenUp) {
   EXPECT_EQ(run(&gate), 0);
   EXPECT_TRUE(gate.given);
   EXPECT_EQ(gate.asked, 1);
+}
+
+// How long it takes is said, and no matter of this test.
+TEST_F(SessionAtWork, TakesBackInALargeStore) {
+  constexpr int rounds = 40;
+  std::string many;
+  for (int k = 1; k <= 300; ++k)
+    many += raw_core_text("T" + std::to_string(1000 + k), 1700 + 10 * (k % 7), 200, 13u * k);
+  folder.write("oak.rwl", many);
+  for (int k = 0; k < rounds; ++k) {
+    press(button::spline_on);
+    press(button::crossdate);
+    press(button::sample_plus_1);
+    press(button::save_sample);
+    press(button::exit_crossdating);
+  }
+  std::clock_t before = 0;
+  look([&](const Standing& standing) {
+    EXPECT_EQ(standing.situation->cores.size(), 300u);
+    EXPECT_EQ(standing.taken, 3u * rounds);
+    before = std::clock();
+  });
+  deed(Undo{});
+  look([&](const Standing& standing) {
+    EXPECT_EQ(standing.taken, 3u * rounds - 1);
+    EXPECT_EQ(w->fy(1), 1710 + rounds - 1);
+    std::cout << "undo of " << standing.steps << " events in 300 cores: "
+              << 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC << " ms" << std::endl;
+  });
+  deed(Redo{});
+  look([this](const Standing& standing) {
+    EXPECT_EQ(standing.taken, 3u * rounds);
+    EXPECT_EQ(w->fy(1), 1710 + rounds);
+  });
+  EXPECT_EQ(run(), 0);
 }
 
 TEST_F(SessionAtWork, KeepsNotesOnDecisions) {
