@@ -100,16 +100,17 @@ FreshWorkspace::FreshWorkspace(void (*prepare)(Workspace&)) {
   ReturnScreen screen;
   plot_.emplace(screen);
   stretch.taking = true;
-  w_ = new Workspace(*plot_, files_);
+  w_ = new Workspace(*plot_, port_);
   stretch.taking = false;
   w_->log = &nobody();
   if (prepare) prepare(*w_);
   keep_copy();
 }
 
-Workspace& FreshWorkspace::start(Screen& screen) {
+Workspace& FreshWorkspace::start(Screen& screen, Files& files) {
   must_hold(madvise(stretch.begin, stretch.used, MADV_DONTNEED) == 0, "a workspace can be made fresh");
   plot_.emplace(screen);
+  port_.files = &files;
   return *w_;
 }
 

@@ -6,7 +6,9 @@
 // by the operating system; going back to the copy gives up the pages that were written, whatever wrote them.
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <string>
 
 #include "plot/plot.h"
 #include "plot/screen.h"
@@ -24,11 +26,31 @@ class FreshWorkspace {
 
   // The Workspace in that state again, with a new page on `screen`, which must live as long as it is used.
   // What an earlier call answered is no longer valid.
-  Workspace& start(Screen& screen);
+  Workspace& start(Screen& screen) { return start(screen, disk_); }
+  // The same, on files of the caller's.
+  Workspace& start(Screen& screen, Files& files);
 
  private:
   std::optional<Plot> plot_;  // at the same place each time: the Workspace refers to it
-  DiskFiles files_;
+  // The Workspace keeps the files that it was made with: these, which stand for those of the start.
+  class Port : public Files {
+   public:
+    explicit Port(Files& first) : files(&first) {}
+    Status look_at(const std::string& name, FileKind& kind) override { return files->look_at(name, kind); }
+    Status open(const std::string& name, std::unique_ptr<ByteSource>& source) override {
+      return files->open(name, source);
+    }
+    Status make(const std::string& name, std::unique_ptr<ByteSink>& sink) override {
+      return files->make(name, sink);
+    }
+    Status extend(const std::string& name, std::unique_ptr<ByteSource>& older,
+                  std::unique_ptr<ByteSink>& sink) override {
+      return files->extend(name, older, sink);
+    }
+    Files* files;
+  };
+  DiskFiles disk_;
+  Port port_{disk_};
   Workspace* w_ = nullptr;
 };
 
