@@ -619,19 +619,24 @@ void Journal::thin_out() const {
   for (const std::string& part : os::files_named(place(folder_name), "", part_ending)) os::remove(part);
 }
 
-// The newest one, when it did not end with all work written.
+// The newest one in which something was decided, when it did not end with all work written. Who only looked
+// around since, or whose journal cannot be read, has given up nothing.
 std::string Journal::to_take_up() {
   FileKind kind = FileKind::missing;
   if (os::kind_of(place(folder_name), kind) || kind != FileKind::folder || !lock()) return {};
   const auto all = journals();
-  if (all.empty()) return {};
-  const auto text = read_plain(place(std::string(folder_name) + '/' + all.back()), most_bytes);
-  if (!text) return {};
-  // Whether the kept files are there is asked when it is taken up.
-  const ReadJournal journal =
-      read_journal(*text, [](const std::string&) { return std::make_shared<const std::string>(); });
-  const bool has_work = journal.timeline.taken() > 0 && (!journal.has_ended || journal.was_unsaved);
-  return has_work && !journal.is_tried ? all.back() : std::string();
+  for (auto name = all.rbegin(); name != all.rend(); ++name) {
+    const auto text = read_plain(place(std::string(folder_name) + '/' + *name), most_bytes);
+    if (!text) continue;
+    // Whether the kept files are there is asked when it is taken up.
+    const ReadJournal journal =
+        read_journal(*text, [](const std::string&) { return std::make_shared<const std::string>(); });
+    if (journal.is_tried) return {};
+    if (journal.timeline.entries().empty()) continue;
+    const bool has_work = journal.timeline.taken() > 0 && (!journal.has_ended || journal.was_unsaved);
+    return has_work ? *name : std::string();
+  }
+  return {};
 }
 
 Keeper::TakenUp Journal::take_up(const std::string& journal) {

@@ -125,6 +125,19 @@ TEST_F(JournalInFolder, IsNotOfferedWhenAllWasWritten) {
   EXPECT_FALSE(offered);
 }
 
+TEST_F(JournalInFolder, IsOfferedUntilSomethingElseIsDecided) {
+  work();
+  press(button::crossdate);  // only looks around
+  run_kept();
+  folder.write(".vorn/20990101-000000-0000.vrs", "press quit\n");
+  ASSERT_EQ(journals().size(), 3u);
+  EXPECT_EQ(take_up(), two_decisions);
+  press(button::spline_on);
+  run_kept();
+  EXPECT_TRUE(take_up().empty());
+  EXPECT_FALSE(offered);
+}
+
 TEST_F(JournalInFolder, KeepsNotesThatLookLikeItsOwnLines) {
   press(button::crossdate);
   insert_ring_at(1930);
