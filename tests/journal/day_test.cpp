@@ -297,9 +297,15 @@ class Kills : public ::testing::Test {
     const Event& event = morning->steps.back().event;
     EXPECT_EQ(event.code, report_->event.code);
     ++at_an_event_;
+    // The same user, when nothing killed the program, saw where that event led.
+    const auto then = std::ranges::find(undisturbed_, all, &Report::Wait::events);
+    ASSERT_NE(then, undisturbed_.end());
+    EXPECT_TRUE(morning->user.seen.store == then->sight.store) << "another store";
+    EXPECT_TRUE(morning->user.seen.page == then->sight.page) << "another page";
   }
 
   SharedReport report_;
+  std::vector<Report::Wait> undisturbed_;
   int killed_ = 0, taken_up_ = 0, compared_ = 0, at_an_event_ = 0;
 };
 
@@ -319,6 +325,8 @@ TEST_F(Kills, LoseNothingOfWhatWasDone) {
       ASSERT_NO_FATAL_FAILURE(wander(*report_, seed, true, dies_at));
       if (kill == 0) {
         calls = report_->calls;
+        undisturbed_.assign(report_->waits.begin(),
+                            report_->waits.begin() + static_cast<std::ptrdiff_t>(report_->count));
         ASSERT_TRUE(report_->ended);
         continue;
       }
