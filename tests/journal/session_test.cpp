@@ -371,6 +371,22 @@ TEST_F(SessionAtWork, TakesBackInALargeStore) {
   EXPECT_EQ(run(), 0);
 }
 
+TEST_F(SessionAtWork, TakesBackASlideThatWentOnBehindAStepForth) {
+  press(button::crossdate);
+  press(button::sample_plus_1);
+  press(button::scroll_plus_10);
+  deed(Undo{});
+  deed(Redo{});
+  press(button::sample_plus_1);
+  deed(Undo{});
+  deed(Redo{});
+  look([](const Standing& standing) {
+    EXPECT_EQ(words(standing), Names{"Slide OAK1 by +2 years"});
+    EXPECT_EQ(standing.situation->sample.first_year, 1902);
+  });
+  EXPECT_EQ(run(), 0);
+}
+
 TEST_F(SessionAtWork, KeepsNotesOnDecisions) {
   press(button::spline_on);
   deed(TakeNote{0, "narrow\nrings"});
