@@ -58,10 +58,13 @@ std::string width_words(const SeriesCopy& before, const SeriesCopy& after) {
   return "Change the width of " + year_list(years) + " in " + after.name;
 }
 
-std::string slide_words(const SeriesCopy& before, const SeriesCopy& after) {
-  const int by = after.first_year - before.first_year;
-  return std::string(slides) + after.name + " by " + (by > 0 ? "+" : "") + number(by) +
+std::string slide_words(const std::string& name, int by) {
+  return std::string(slides) + name + " by " + (by > 0 ? "+" : "") + number(by) +
          (by == 1 || by == -1 ? " year" : " years");
+}
+
+std::string slide_words(const SeriesCopy& before, const SeriesCopy& after) {
+  return slide_words(after.name, after.first_year - before.first_year);
 }
 
 std::string change_words(const CoreChange& change) {
@@ -124,16 +127,21 @@ std::optional<Decision> copy_decision(const SharedSeries& before, const SharedSe
                                       const SharedSeries& stored) {
   if (before == after || (before && after && *before == *after)) return {};
   const SharedSeries from = before ? before : stored, to = after ? after : stored;
-  Decision decision{.cores = {(to ? to : from)->name}, .in_copy = true};
-  if (!from || !to) {
-    // A chronology has nothing but its years to change, and its copy is all there is to tell of.
-    decision.what = std::string(slides) + (to ? to : from)->name;
-    return decision;
-  }
+  Decision decision{.cores = {to->name}, .in_copy = true};
   const bool same_rings = from->widths == to->widths && from->presence == to->presence;
   decision.what = same_rings ? slide_words(*from, *to) : ring_words(*from, *to);
   say_years(decision, from, to);
   return decision;
+}
+
+// A chronology has nothing but its years to change: what it holds follows the cores.
+std::optional<Decision> slid_chronology(const SharedSeries& before, const SharedSeries& after,
+                                        int stored_from) {
+  if (!before && !after) return {};
+  const std::string& name = (after ? after : before)->name;
+  const int by = (after ? after->first_year : stored_from) - (before ? before->first_year : stored_from);
+  if (by == 0) return {};
+  return Decision{.what = slide_words(name, by), .cores = {name}, .in_copy = true};
 }
 
 SharedSeries core_at(const std::vector<SharedSeries>& cores, int entry) {
@@ -141,18 +149,24 @@ SharedSeries core_at(const std::vector<SharedSeries>& cores, int entry) {
   return is_core ? cores[static_cast<std::size_t>(entry) - 1] : nullptr;
 }
 
-std::optional<Decision> pair_decision(const Decided& before, const Decided& after) {
+std::optional<Decision> pair_decision(const Decided& before, const Decided& after,
+                                      const std::vector<ButtonNumber>& pressed) {
   const auto dropped = [](const SharedSeries& copy) {
     return std::optional(
         Decision{.what = "Drop the change of " + copy->name, .cores = {copy->name}, .in_copy = true});
   };
-  const bool left =
-      after.sample_entry != before.sample_entry || after.reference_entry != before.reference_entry;
+  const bool left = after.sample_entry != before.sample_entry ||
+                    after.reference_entry != before.reference_entry ||
+                    was_pressed(pressed, button::chooser_exit);
   if (before.sample && !after.sample && left) return dropped(before.sample);
   if (before.reference && !after.reference && left) return dropped(before.reference);
-  if (auto sample = copy_decision(before.sample, after.sample, core_at(after.cores, after.sample_entry)))
+  const auto became = [&after](const SharedSeries& was, const SharedSeries& is, int entry, int stored_from) {
+    const SharedSeries core = core_at(after.cores, entry);
+    return core ? copy_decision(was, is, core) : slid_chronology(was, is, stored_from);
+  };
+  if (auto sample = became(before.sample, after.sample, after.sample_entry, after.sample_stored_from))
     return sample;
-  return copy_decision(before.reference, after.reference, core_at(after.cores, after.reference_entry));
+  return became(before.reference, after.reference, after.reference_entry, after.reference_stored_from);
 }
 
 // --- What became of the settings.
@@ -186,7 +200,7 @@ std::optional<Decision> decision_between(const Decided& before, const Decided& a
     decision.is_final = moved;
     return decision;
   }
-  if (auto decision = pair_decision(before, after)) return decision;
+  if (auto decision = pair_decision(before, after, pressed)) return decision;
   if (const std::string words = setting_words(before.settings, after.settings); !words.empty())
     return Decision{.what = words};
   return {};
@@ -194,7 +208,7 @@ std::optional<Decision> decision_between(const Decided& before, const Decided& a
 
 bool goes_on(const Decision& earlier, const Decision& decision) {
   return earlier.what.starts_with(slides) && decision.what.starts_with(slides) &&
-         earlier.cores == decision.cores && !earlier.is_final;
+         earlier.cores == decision.cores && earlier.in_copy == decision.in_copy && !earlier.is_final;
 }
 
 // "Slide T001 by +3 years" and again by +2: by +5.
@@ -203,11 +217,10 @@ Decision both(const Decision& earlier, const Decision& decision) {
     const auto at = what.rfind(" by ");
     return at == std::string::npos ? 0 : std::atoi(what.c_str() + at + 4);
   };
-  const int by = years(earlier.what) + years(decision.what);
   Decision whole = decision;
   whole.before = earlier.before;
-  whole.what = decision.what.substr(0, decision.what.rfind(" by ")) + " by " + (by > 0 ? "+" : "") +
-               number(by) + (by == 1 || by == -1 ? " year" : " years");
+  whole.what = slide_words(decision.what.substr(slides.size(), decision.what.rfind(" by ") - slides.size()),
+                           years(earlier.what) + years(decision.what));
   return whole;
 }
 

@@ -19,6 +19,7 @@ struct Decided {
   // The working copies, where they differ from what is stored, and of what entry they are.
   SharedSeries sample = {}, reference = {};
   int sample_entry = 0, reference_entry = 0;
+  int sample_stored_from = 0, reference_stored_from = 0;  // their first years as they are stored
 };
 
 // The decision that leads from one to the other, in words; nothing where nothing was decided. `pressed` are

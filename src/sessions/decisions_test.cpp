@@ -68,7 +68,8 @@ TEST_F(InWords, Slides) {
   EXPECT_EQ(what(), "Slide B by -1 year");
   EXPECT_EQ(decision->cores, std::vector<std::string>{"B"});
   after.reference_entry = before.reference_entry = 9;  // a chronology: not in the store
-  EXPECT_EQ(what(), "Slide B");
+  after.reference_stored_from = before.reference_stored_from = 1897;
+  EXPECT_EQ(what(), "Slide B by +2 years");
 }
 
 TEST_F(InWords, SlidesBackToWhatIsStored) {

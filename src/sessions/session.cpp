@@ -242,7 +242,9 @@ Decided Session::decided_now() const {
           .sample = observer_->changed_sample(),
           .reference = observer_->changed_reference(),
           .sample_entry = situation_->sample.entry,
-          .reference_entry = situation_->reference.entry};
+          .reference_entry = situation_->reference.entry,
+          .sample_stored_from = situation_->sample.stored_first_year,
+          .reference_stored_from = situation_->reference.stored_first_year};
 }
 
 void Session::notice_decision() {

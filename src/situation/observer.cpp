@@ -110,6 +110,7 @@ PairMember Observer::member(int k) {
   member.is_core = entry <= w.nc;
   member.first_year = w.fy(slot);
   member.last_year = w.ly(slot);
+  member.stored_first_year = w.fy(entry);
   member.can_be_saved = w.b(k == 1 ? button::save_sample : button::save_reference).on;
   // Of a chronology the copy may lack the sample: only its years can be changed.
   auto copy = std::make_shared<const SeriesCopy>(copy_of(w, slot));
@@ -118,7 +119,7 @@ PairMember Observer::member(int k) {
     member.changed = copy->first_year != stored.first_year || copy->widths != stored.widths ||
                      copy->presence != stored.presence;
   } else {
-    member.changed = w.fy(slot) != w.fy(entry);
+    member.changed = member.first_year != member.stored_first_year;
   }
   auto& changed = changed_[k - 1];
   if (!member.changed) {

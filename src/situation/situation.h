@@ -58,8 +58,9 @@ struct PairMember {
   bool is_core = false;
   int first_year = 0, last_year = 0;
   bool changed = false;       // the working copy is not what is stored
-  bool can_be_saved = false;  // its "Save Change" is shown
+  bool can_be_saved = false;  // its "Save Change" is shown, here or behind the page at hand
   std::shared_ptr<const Curve> curve = {};
+  int stored_first_year = 0;  // as it is stored
 };
 
 // A chronology that can be chosen, in the order of the list.

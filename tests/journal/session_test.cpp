@@ -387,6 +387,36 @@ TEST_F(SessionAtWork, TakesBackASlideThatWentOnBehindAStepForth) {
   EXPECT_EQ(run(), 0);
 }
 
+TEST_F(SessionAtWork, TellsBySoManyYearsAChronologyWasSlid) {
+  press(button::crossdate);
+  press(button::choose_cores);
+  for (const int name : {0, 1, 5, 2}) {
+    screen.then([name](const Standing& standing) {
+      const ShownButton* list = standing.situation->shown(button::chooser_list);
+      const int height = (list->y2 - list->y1) / 30;
+      return Event{list->x1 + 20, list->y1 + name * height + height / 2, Event::click};
+    });
+  }
+  press(button::chooser_do_it);
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.situation->sample.name, "larch");
+    EXPECT_FALSE(standing.situation->sample.is_core);
+  });
+  press(button::sample_plus_1);
+  press(button::sample_plus_10);
+  look([](const Standing& standing) {
+    EXPECT_EQ(words(standing).back(), "Slide larch by +11 years");
+    EXPECT_TRUE(standing.situation->sample.changed);
+  });
+  press(button::choose_cores);
+  press(button::chooser_exit);
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.situation->sample.name, "larch");
+    EXPECT_EQ(words(standing).back(), "Drop the change of larch");
+  });
+  EXPECT_EQ(run(), 0);
+}
+
 TEST_F(SessionAtWork, KeepsNotesOnDecisions) {
   press(button::spline_on);
   deed(TakeNote{0, "narrow\nrings"});
