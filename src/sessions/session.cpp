@@ -20,7 +20,12 @@ bool is_click(const Deed& deed) {
 
 // One line of plain text, so that a journal can hold it.
 std::string one_line(std::string text) {
-  text.resize(std::min(text.size(), longest_note));
+  if (text.size() > longest_note) {
+    std::size_t end = longest_note;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+      --end;  // no part of a character
+    text.resize(end);
+  }
   for (char& c : text) {
     if (static_cast<unsigned char>(c) < ' ' || c == 127) c = ' ';
   }
@@ -94,6 +99,8 @@ void Session::leave_off_last(const std::string& why) {
   } else {
     timeline_ = {};
     kept_answers_.clear();
+    replayed_ = nullptr;
+    takes_up_ = false;
     keeper_->begun_anew();
   }
 }
@@ -104,7 +111,6 @@ int Session::run_once() {
   is_replaying_ = std::exchange(goes_back_, false);
   if (!is_replaying_) files_.go_live();
   files_looked_at_ = 0;
-  session_files_.clear();
   rest_.reset();
   pressed_.clear();
   destination_.clear();
@@ -160,14 +166,14 @@ Event Session::next_event() {
     throw GoBack();
   }
   look();
-  message_waits_ = false;
+  const bool message = std::exchange(message_waits_, false);
   if (replays()) return replay_next();
+  const bool is_unseen = is_replaying_ || !queue_.empty();
   if (is_replaying_) land();
-  const bool played = !queue_.empty();
-  while (!queue_.empty()) {
+  while (!question_ && !queue_.empty()) {
     if (const auto event = next_queued()) return hand_in(*event);
   }
-  if (played && page_) inbox_.show(*page_);
+  if (is_unseen) show_at_last(message);
   for (;;) {
     publish();
     Deed deed = inbox_.next_deed();
@@ -195,7 +201,15 @@ void Session::land() {
   files_.go_live();
   if (std::exchange(takes_up_, false)) keeper_->landed();
   inbox_.subject(subject_);
+  auto seen = std::make_shared<Situation>(*situation_);
+  look_at_disk(*seen);
+  situation_ = std::move(seen);
+}
+
+// What was typed before the user saw a message is not its answer.
+void Session::show_at_last(bool message) {
   if (page_) inbox_.show(*page_);
+  if (message) inbox_.forget_pending();
 }
 
 // --- What is seen at a wait.
@@ -204,16 +218,18 @@ void Session::look() {
   // While a message stands a file may be half written.
   if (w_->offered.size() > 0) keep_new_files();
   auto seen = std::make_shared<Situation>(observer_->look(message_waits_));
-  if (seen->place == Place::start && seen->wait == Wait::menu && !is_replaying_) {
-    FileKind kind = FileKind::missing;
-    const bool stands = !seen->raw_output.empty() && disk_.look_at(seen->raw_output, kind) == status::ok &&
-                        kind != FileKind::missing;
-    const bool ours = std::ranges::find(session_files_, seen->raw_output) != session_files_.end();
-    seen->replaces_other_file = stands && !ours;
-    seen->two_column_list_missing = disk_.look_at("TRW.fil", kind) == status::ok && kind == FileKind::missing;
-  }
+  if (!is_replaying_) look_at_disk(*seen);
   situation_ = std::move(seen);
   if (rests()) notice_decision();
+}
+
+void Session::look_at_disk(Situation& seen) const {
+  if (seen.place != Place::start || seen.wait != Wait::menu) return;
+  FileKind kind = FileKind::missing;
+  const bool stands = !seen.raw_output.empty() && disk_.look_at(seen.raw_output, kind) == status::ok &&
+                      kind != FileKind::missing;
+  seen.replaces_other_file = stands && !session_files_.contains(seen.raw_output);
+  seen.two_column_list_missing = disk_.look_at("TRW.fil", kind) == status::ok && kind == FileKind::missing;
 }
 
 bool Session::rests() const {
@@ -227,7 +243,7 @@ void Session::keep_new_files() {
   for (; files_looked_at_ < files_.given(); ++files_looked_at_) {
     const FileAnswer& answer = answers[files_looked_at_];
     if (!answer.is_committed || answer.commit_status != status::ok || answer.name == exchange_file) continue;
-    session_files_.push_back(answer.name);
+    session_files_.insert(answer.name);
     new_files_.push_back(answer.name);
     const bool saves = std::ranges::find(pressed_, button::save_raw) != pressed_.end();
     if (saves && situation_ && answer.name == situation_->raw_output) observer_->cores_written();
@@ -365,7 +381,7 @@ bool Session::is_asked(const Deed& deed) {
 std::optional<Event> Session::answer(std::size_t choice) {
   if (!question_) return {};
   const Question question = *std::exchange(question_, {});
-  if (choice + 1 >= question.answers.size()) {
+  if (question.answers.empty() || choice >= question.answers.size() - 1) {
     queue_.clear();
     return {};
   }

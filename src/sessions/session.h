@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -111,6 +112,8 @@ class Session : public Screen {
 
   // What is seen at a wait.
   void look();
+  void look_at_disk(Situation& seen) const;
+  void show_at_last(bool message);
   Decided decided_now() const;
   void notice_decision();
   void keep(const Decision& decision, bool only_wrote);
@@ -163,9 +166,9 @@ class Session : public Screen {
   std::size_t rest_step_ = 0;          // and how many steps there were
   std::vector<ButtonNumber> pressed_;  // since
   std::string destination_;
-  std::vector<std::string> session_files_;  // that this session wrote
-  std::vector<std::string> new_files_;      // those of them since the last rest
-  std::size_t files_looked_at_ = 0;         // of the answers
+  std::set<std::string> session_files_;  // that this session wrote, also what was taken back
+  std::vector<std::string> new_files_;   // those of them since the last rest
+  std::size_t files_looked_at_ = 0;      // of the answers
   std::string written_;
 
   bool message_waits_ = false;

@@ -29,7 +29,11 @@ class StandingScreen : public Inbox {
   using Step = std::function<std::optional<Deed>(const Standing&)>;
 
   void then(Step step) { steps_.push_back(std::move(step)); }
-  void show(const Page& page) override { page_ = page; }
+  void show(const Page& page) override {
+    page_ = page;
+    ++pages;
+  }
+  void forget_pending() override { forgotten_behind = pages; }
   void stand(const SharedStanding& standing) override { standing_ = standing; }
   void notice(std::string_view text) override { notices.emplace_back(text); }
   Event next_event() override { throw ProgramEnd(EndReason::closed); }
@@ -46,6 +50,7 @@ class StandingScreen : public Inbox {
   const Standing& standing() const { return *standing_; }
 
   std::vector<std::string> notices;
+  int pages = 0, forgotten_behind = 0;  // shown; how many when what had been typed was forgotten
 
  private:
   std::deque<Step> steps_;
@@ -101,6 +106,7 @@ class SessionBench : public ::testing::Test {
   // Runs the session until the steps are used up. `w` is the state at work.
   int run(Gate* gate = nullptr, Keeper* keeper = nullptr) {
     const WholeProgram program = [this](Screen& shown, Files& files, std::ostream& out, const auto& started) {
+      if (!begins(files)) return 4;
       Plot plot(shown);
       const auto state = std::make_unique<Workspace>(plot, files);
       state->log = &out;
@@ -124,6 +130,8 @@ class SessionBench : public ::testing::Test {
   std::ostringstream log;
   StandingScreen screen;
   const Workspace* w = nullptr;
+  // Whether the program begins at all.
+  std::function<bool(Files&)> begins = [](Files&) { return true; };
 };
 
 }  // namespace vorn

@@ -417,6 +417,124 @@ TEST_F(SessionAtWork, TellsBySoManyYearsAChronologyWasSlid) {
   EXPECT_EQ(run(), 0);
 }
 
+TEST_F(SessionAtWork, KnowsOfTheDiskAgainWhereItLands) {
+  folder.write("oak.RWW", "somebody's\n");
+  press(button::spline_on);
+  deed(Undo{});
+  look([](const Standing& standing) {
+    EXPECT_TRUE(standing.situation->two_column_list_missing);
+    EXPECT_TRUE(standing.situation->replaces_other_file);
+  });
+  EXPECT_EQ(run(), 0);
+}
+
+TEST_F(SessionAtWork, KnowsItsOwnFilesThoughTheirDecisionsWereTakenBack) {
+  press(button::spline_on);
+  press(button::save_raw);
+  deed(Undo{});
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.taken, 0u);
+    EXPECT_FALSE(standing.situation->replaces_other_file);
+  });
+  EXPECT_EQ(run(), 0);
+}
+
+TEST_F(SessionAtWork, LetsNoEarlierKeyPassOverAMessageThatEndsThePlaying) {
+  play({{.button = button::read_two_column}, {.button = button::crossdate}});
+  look([this](const Standing& standing) {
+    EXPECT_EQ(standing.situation->wait, Wait::message);
+    EXPECT_EQ(screen.forgotten_behind, screen.pages);
+  });
+  EXPECT_EQ(run(), 0);
+}
+
+// Asks before each click on "Save Raw", whatever is answered.
+class AskingAtSaveRaw : public Gate {
+ public:
+  std::optional<Question> before(const Deed& deed, const Situation& situation) override {
+    const auto* event = std::get_if<Event>(&deed);
+    const ShownButton* hit = event ? situation.at(event->x, event->y) : nullptr;
+    if (!hit || hit->number != button::save_raw) return {};
+    return Question{.text = "Save?", .more = "", .answers = {{"Save", true}, {"Stay"}}};
+  }
+  void given_up(const Situation&) override {}
+};
+
+TEST_F(SessionAtWork, PlaysOnBehindAnAnswer) {
+  AskingAtSaveRaw gate;
+  play({{.button = button::spline_on}, {.button = button::save_raw}, {.button = button::crossdate}});
+  look([](const Standing& standing) {
+    ASSERT_TRUE(standing.question);
+    EXPECT_FALSE(standing.situation->settings.splineon);
+  });
+  deed(Choose{0});
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.situation->place, Place::crossdating);
+    EXPECT_TRUE(ScratchFolder::exists("oak.RWW"));
+  });
+  EXPECT_EQ(run(&gate), 0);
+}
+
+TEST_F(SessionAtWork, PlaysNoFurtherWhenTheUserStays) {
+  AskingAtSaveRaw gate;
+  for (const std::size_t stays : {std::size_t{1}, std::size_t{7}, SIZE_MAX}) {
+    play({{.button = button::spline_on}, {.button = button::save_raw}, {.button = button::crossdate}});
+    deed(Choose{stays});
+    look([](const Standing& standing) {
+      EXPECT_EQ(standing.situation->place, Place::start);
+      EXPECT_FALSE(standing.question);
+      EXPECT_FALSE(ScratchFolder::exists("oak.RWW"));
+    });
+  }
+  EXPECT_EQ(run(&gate), 0);
+}
+
+// Keeps a journal of a folder in which nothing could be read.
+class OfNothing : public Keeper {
+ public:
+  std::string to_take_up() override { return "of-nothing"; }
+  TakenUp take_up(const std::string& journal) override {
+    TakenUp taken_up;
+    taken_up.timeline.happened({300, 300, Event::click}, 1);
+    taken_up.answers = {{.kind = FileAnswer::Kind::open, .name = "Beginning", .status = Status(2)}};
+    EXPECT_EQ(journal, "of-nothing");
+    return taken_up;
+  }
+};
+
+TEST_F(SessionAtWork, BeginsAnewWhereWhatIsTakenUpCannotEvenBegin) {
+  OfNothing keeper;
+  folder.write("Beginning", "");
+  begins = [](Files& files) {
+    std::unique_ptr<ByteSource> source;
+    return files.open("Beginning", source) == status::ok;
+  };
+  deed(TakeUp{"foreign"});
+  deed(TakeUp{"of-nothing"});
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.situation->place, Place::start);
+    EXPECT_EQ(standing.situation->cores.size(), 4u);
+    EXPECT_EQ(standing.steps, 0u);
+    EXPECT_EQ(standing.to_take_up, "");
+  });
+  press(button::spline_on);
+  deed(Undo{});
+  look([](const Standing& standing) { EXPECT_TRUE(standing.can_redo); });
+  EXPECT_EQ(run(nullptr, &keeper), 0);
+}
+
+TEST_F(SessionAtWork, CutsALongNoteBetweenTwoCharacters) {
+  press(button::spline_on);
+  std::string note = "x";
+  while (note.size() < 3'000) note += "\u00e4";
+  deed(TakeNote{0, note});
+  look([](const Standing& standing) {
+    EXPECT_EQ(standing.decisions[0].note.size(), 1'999u);
+    EXPECT_TRUE(standing.decisions[0].note.ends_with("\u00e4"));
+  });
+  EXPECT_EQ(run(), 0);
+}
+
 TEST_F(SessionAtWork, KeepsNotesOnDecisions) {
   press(button::spline_on);
   deed(TakeNote{0, "narrow\nrings"});
