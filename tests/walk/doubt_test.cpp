@@ -2,7 +2,6 @@
 // and goes to others; in the end all is lost but the journal, and he takes the session up on another day.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <map>
@@ -19,9 +18,9 @@
 #include "sessions/journal.h"
 #include "sessions/session.h"
 #include "support/scratch_folder.h"
+#include "walk/sight.h"
 #include "walk/walk_files.h"
 #include "walk/walker.h"
-#include "workspace/fingerprint.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -31,41 +30,6 @@ namespace fs = std::filesystem;
 
 constexpr int usual_steps = 300;
 constexpr std::uint32_t usual_seed = 1;
-
-std::uint32_t number_from(const char* variable, std::uint32_t usual) {
-  const char* const value = std::getenv(variable);
-  return value == nullptr ? usual : static_cast<std::uint32_t>(std::strtoul(value, nullptr, 10));
-}
-
-// What a wait can be told by: the page and the store.
-struct Sight {
-  std::string page;
-  Fingerprint store;
-  bool operator==(const Sight&) const = default;
-};
-
-Fingerprint fingerprint_of(const Workspace& w) {
-  Fingerprint print;
-  for (const int number :
-       {w.nc, w.nd, w.cf, w.nfil, w.ss, w.jpr, w.seg, w.olap, w.fs, w.sl, w.tr1, w.tr2, w.chs})
-    print.add(static_cast<std::uint64_t>(number));
-  for (int i = 1; i <= w.nd + 2 && i <= max_series; ++i) {
-    print.add(static_cast<std::uint64_t>(w.fy(i)));
-    print.add(static_cast<std::uint64_t>(w.yr(i)));
-    for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
-      print.add(std::bit_cast<std::uint64_t>(w.x.at(p)));
-      print.add(std::bit_cast<std::uint64_t>(w.ax.at(p)));
-      print.add(std::uint64_t{w.xok.at(p)});
-    }
-  }
-  return print;
-}
-
-std::string text_of(const Page& page) {
-  std::ostringstream text;
-  page.write_text(text);
-  return text.str();
-}
 
 class Doubter : public Inbox {
  public:
