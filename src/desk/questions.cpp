@@ -130,13 +130,16 @@ Steps to_a_menu(const Situation& now) {
       return {key(Event::escape)};
     case Wait::name:
       return {key(Event::enter)};
+    case Wait::year:
+      return {{.kind = PlayStep::Kind::to_menu}};
     default:
       return {};
   }
 }
 
 bool can_reach_saves(const Situation& now) {
-  return now.place == Place::crossdating || now.place == Place::correlation || now.place == Place::keep_edit;
+  return now.place == Place::crossdating || now.place == Place::correlation ||
+         now.place == Place::keep_edit || now.place == Place::pick_year;
 }
 
 bool can_save(const PairMember& copy, const Situation& now) {

@@ -53,12 +53,13 @@ Texts answers(const Question& question) {
   return texts;
 }
 
-// "press BUTTON", "key CODE" or "start" for each step.
+// "press BUTTON", "key CODE", "menu" or "start" for each step.
 Texts steps(const Question::Answer& answer) {
   Texts texts;
   for (const PlayStep& step : answer.first) {
     if (step.kind == PlayStep::Kind::press) texts.push_back("press " + std::to_string(plain(step.button)));
     if (step.kind == PlayStep::Kind::key) texts.push_back("key " + std::to_string(step.code));
+    if (step.kind == PlayStep::Kind::to_menu) texts.emplace_back("menu");
     if (step.kind == PlayStep::Kind::to_start_menu) texts.emplace_back("start");
   }
   return texts;
@@ -176,10 +177,13 @@ TEST(Questions, AChronologyIsSavedAndNotWritten) {
   EXPECT_EQ(steps(question->answers[0]), (Texts{press(button::save_reference)}));
 }
 
-TEST(Questions, WhereAYearIsPickedNothingCanBeSaved) {
+TEST(Questions, WhereAYearIsPickedItIsSavedBehindThat) {
+  Situation now = with_change(Place::pick_year);
+  now.sample.is_core = false;
   Questions questions;
-  const auto question = questions.before(Close{}, with_change(Place::pick_year));
-  EXPECT_EQ(answers(*question), (Texts{"Drop the Change", "Stay"}));
+  const auto question = questions.before(Close{}, now);
+  EXPECT_EQ(answers(*question), (Texts{"Save Change First", "Drop the Change", "Stay"}));
+  EXPECT_EQ(steps(question->answers[0]), (Texts{"menu", press(button::save_sample)}));
 }
 
 TEST(Questions, ClosingAtAMessageOrAPromptEndsThatFirst) {
@@ -241,11 +245,14 @@ TEST(Questions, AChronologyWithoutCoresAndAnEmptyPlaceDoNot) {
 }
 
 TEST(Questions, ClosingFromAnyPageFindsTheWayToSaveRaw) {
-  for (const Place place : {Place::chooser, Place::editor, Place::correlation, Place::pick_year}) {
+  for (const Place place : {Place::chooser, Place::editor, Place::correlation}) {
     Questions questions;
     const auto question = questions.before(Close{}, with_unwritten(place));
     EXPECT_EQ(steps(question->answers[0]), (Texts{"start", press(button::save_raw)}));
   }
+  Questions questions;
+  const auto question = questions.before(Close{}, with_unwritten(Place::pick_year));
+  EXPECT_EQ(steps(question->answers[0]), (Texts{"menu", "start", press(button::save_raw)}));
 }
 
 TEST(Questions, ForBothThereIsOneQuestion) {

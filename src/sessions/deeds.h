@@ -20,6 +20,7 @@ struct PlayStep {
     reference_year,
     key,            // one key, when something is typed or a message stands
     click,          // a click at that page position, at any menu
+    to_menu,        // away from a page that no click leads back from, as if it had not been opened
     to_start_menu,  // whatever leads there, keeping what the editor changed; may be many clicks
   };
   Kind kind = Kind::press;

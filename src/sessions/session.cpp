@@ -409,6 +409,10 @@ std::optional<Event> Session::next_queued() {
     if (situation_->wait != Wait::menu) return stop_playing("a message came between"), std::nullopt;
     return do_deed(*next.deed, next.asked);
   }
+  if (next.step->kind == PlayStep::Kind::to_menu) {
+    if (is_one_way()) cut_to_rest();
+    return {};
+  }
   if (next.step->kind == PlayStep::Kind::to_start_menu) {
     const auto event = way_to_start();
     if (event) queue_.push_front(std::move(next));
@@ -443,6 +447,7 @@ std::optional<Event> Session::event_of(const PlayStep& step) {
     case PlayStep::Kind::click:
       if (!menu) return stop_playing("no click is waited for"), std::nullopt;
       return Event{step.x, step.y, Event::click};
+    case PlayStep::Kind::to_menu:
     case PlayStep::Kind::to_start_menu:
       break;
   }
@@ -454,6 +459,10 @@ std::optional<Event> Session::way_to_start() {
   if (situation_->wait == Wait::message) return Event{0, 0, Event::enter};
   if (situation_->wait == Wait::number) return Event{0, 0, Event::escape};  // abandons the entry
   if (situation_->wait == Wait::name) return Event{0, 0, Event::enter};
+  if (is_one_way()) {
+    queue_.push_front({.step = PlayStep{.kind = PlayStep::Kind::to_start_menu}});
+    cut_to_rest();
+  }
   const auto press = [this](ButtonNumber n) { return event_of({.button = n}); };
   switch (situation_->place) {
     case Place::crossdating:
@@ -466,18 +475,18 @@ std::optional<Event> Session::way_to_start() {
       return press(button::chooser_exit);
     case Place::editor:
       return press(button::editor_exit);
-    case Place::pick_year:
-    case Place::chronologies:
-      cut_to_rest();
-      return {};
     default:
       return {};
   }
 }
 
-// From these pages no click leads back: as if they had not been opened.
+// From these pages no click leads back.
+bool Session::is_one_way() const {
+  return situation_->place == Place::pick_year || situation_->place == Place::chronologies;
+}
+
+// As if the page had not been opened.
 void Session::cut_to_rest() {
-  queue_.push_front({.step = PlayStep{.kind = PlayStep::Kind::to_start_menu}});
   kept_answers_ = files_.answers();
   kept_answers_.resize(timeline_.cut(rest_step_, kept_answers_.size()));
   keeper_->cut(rest_step_);

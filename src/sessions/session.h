@@ -133,7 +133,8 @@ class Session : public Screen {
   void redo();
   void go_to(std::size_t decisions);
   void take_up(const std::string& journal);
-  void cut_to_rest();
+  bool is_one_way() const;
+  [[noreturn]] void cut_to_rest();
   [[noreturn]] void go_back();
   void note(const TakeNote& note);
   Event hand_in(const Event& event);

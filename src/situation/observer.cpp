@@ -111,7 +111,9 @@ PairMember Observer::member(int k) {
   member.first_year = w.fy(slot);
   member.last_year = w.ly(slot);
   member.stored_first_year = w.fy(entry);
-  member.can_be_saved = w.b(k == 1 ? button::save_sample : button::save_reference).on;
+  member.can_be_saved = now_.place == Place::crossdating
+                            ? w.b(k == 1 ? button::save_sample : button::save_reference).on
+                            : (k == 1 ? w.tr1ok : w.tr2ok);
   // Of a chronology the copy may lack the sample: only its years can be changed.
   auto copy = std::make_shared<const SeriesCopy>(copy_of(w, slot));
   if (member.is_core) {

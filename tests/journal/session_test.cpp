@@ -505,9 +505,9 @@ class OfNothing : public Keeper {
 TEST_F(SessionAtWork, BeginsAnewWhereWhatIsTakenUpCannotEvenBegin) {
   OfNothing keeper;
   folder.write("Beginning", "");
-  begins = [](Files& files) {
+  begins = [](Files& answered) {
     std::unique_ptr<ByteSource> source;
-    return files.open("Beginning", source) == status::ok;
+    return answered.open("Beginning", source) == status::ok;
   };
   deed(TakeUp{"foreign"});
   deed(TakeUp{"of-nothing"});
