@@ -1,7 +1,9 @@
 #include "situation/observer.h"
 
 #include <algorithm>
+#include <map>
 
+#include "formats/compact.h"
 #include "formats/layouts.h"
 #include "formats/ring_width_writer.h"
 
@@ -60,9 +62,30 @@ Situation Observer::look(bool message) {
   return now_;
 }
 
+// Whether the file holds core i as it stands, in the layout that it was written in.
+bool Observer::is_held(std::size_t i) const {
+  if (w.raw_output == Layout::none) return false;  // the file is empty
+  return w.raw_output != Layout::compact || fits_compact(w, static_cast<int>(i));
+}
+
 void Observer::cores_written() {
-  written_ = now_.cores;
+  std::map<SharedSeries, SharedSeries> changed;
+  for (const CoreChange& change : changes_between(written_, now_.cores)) {
+    if (change.after) changed[change.after] = change.before;
+  }
+  std::vector<SharedSeries> written;
   now_.unwritten.clear();
+  for (std::size_t k = 0; k < now_.cores.size(); ++k) {
+    const SharedSeries& core = now_.cores[k];
+    const auto change = changed.find(core);
+    if (change == changed.end() || is_held(k + 1)) {
+      written.push_back(core);
+      continue;
+    }
+    now_.unwritten.push_back(core->name);
+    if (change->second) written.push_back(change->second);
+  }
+  written_ = std::move(written);
 }
 
 void Observer::look_at_store() {

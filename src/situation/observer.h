@@ -1,6 +1,7 @@
 // Looks at the state, on the program's thread, whenever the program waits.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,7 @@ class Observer {
   // at, and what was seen of it at the last menu stays. `message` tells that a message stands on the page.
   Situation look(bool message);
 
-  // The cores that were at work at the last menu are now in a file as they stand.
+  // The cores that were at work at the last menu are now in a file, all that its layout can hold.
   void cores_written();
 
   // How often cores were loaded, and the number of the current file.
@@ -30,6 +31,7 @@ class Observer {
   const SharedSeries& changed_reference() const { return changed_[1]; }
 
  private:
+  bool is_held(std::size_t i) const;
   void look_at_store();
   void look_at_pair();
   void look_at_menu();

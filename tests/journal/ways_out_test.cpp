@@ -340,6 +340,33 @@ TEST_F(WaysOut, TheLastCoreCannotBeSavedAndIsAskedForAllTheSame) {
   EXPECT_EQ(screen.steps_left(), 0u);
 }
 
+TEST_F(WaysOut, RingsTooWideForTheLayoutAreNotTakenForWritten) {
+  Questions questions;
+  std::string wide = raw_core_text("OAK1", 1900, 60, 7);
+  wide.replace(wide.find("OAK1    1900") + 12, 6, " 12345");
+  folder.write("oak.rwl", wide + raw_core_text("OAK2", 1900, 60, 14) + raw_core_text("OAK3", 1900, 60, 21));
+  press(button::raw_compact);
+  do_work(Work::core);
+  press(button::exit_crossdating);
+  deed(Close{});
+  reply("Save Raw First");
+  look([this](const Standing& standing) {
+    EXPECT_EQ(standing.situation->unwritten, std::vector<std::string>{"OAK1"});
+    ASSERT_FALSE(screen.notices.empty());
+    EXPECT_NE(screen.notices.back().find("do not fit and are lost, in OAK1"), std::string::npos);
+    EXPECT_TRUE(standing.question.has_value()) << "what could not be written is asked for again";
+  });
+  reply("Stay");
+  press(button::raw_tucson);
+  deed(Close{});
+  reply("Save Raw First");
+  bool goes_on = false;
+  look([&](const Standing&) { goes_on = true; });
+  run(&questions);
+  EXPECT_FALSE(goes_on);
+  EXPECT_TRUE(has_ring_of_1960());
+}
+
 // A folder that takes no cores.
 class NoCores : public Files {
  public:
