@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "formats/compact.h"
 #include "formats/layouts.h"
@@ -89,13 +90,16 @@ void Observer::cores_written() {
 }
 
 void Observer::look_at_store() {
-  now_.cores = copies_of_cores(w, now_.cores);
+  std::vector<SharedSeries> cores = copies_of_cores(w, now_.cores);
+  const bool is_same = cores == now_.cores && w.loads == loads_;
+  now_.cores = std::move(cores);
   if (w.loads != loads_) written_ = now_.cores;
   loads_ = w.loads;
   current_file_ = w.cf;
-  now_.unwritten.clear();
-  for (const CoreChange& change : changes_between(written_, now_.cores)) {
-    now_.unwritten.push_back((change.after ? change.after : change.before)->name);
+  if (!is_same) {
+    now_.unwritten.clear();
+    for (const CoreChange& change : changes_between(written_, now_.cores))
+      now_.unwritten.push_back((change.after ? change.after : change.before)->name);
   }
   now_.file = w.nfil > 0 ? std::string(w.cnam(w.cf).trimmed()) : std::string();
   now_.settings = w;
