@@ -56,14 +56,23 @@ std::vector<SharedSeries> copies_of_cores(const SeriesStore& w, const std::vecto
   std::vector<SharedSeries> copies;
   copies.reserve(static_cast<std::size_t>(w.nc));
   std::size_t next = 0;
+  std::map<std::string_view, std::vector<std::size_t>> places;  // by name; filled when it is needed
+  const auto place_of = [&](std::string_view name) {
+    if (places.empty()) {
+      for (std::size_t k = 0; k < before.size(); ++k) places[before[k]->name].push_back(k);
+    }
+    const auto named = places.find(name);
+    if (named == places.end()) return before.end();
+    const auto at = std::ranges::lower_bound(named->second, next);
+    return at == named->second.end() ? before.end() : before.begin() + static_cast<std::ptrdiff_t>(*at);
+  };
   for (int i = 1; i <= w.nc; ++i) {
     const auto is_it = [&](const SharedSeries& older) { return is_copy(w, i, *older); };
     const auto same_place = before.begin() + static_cast<std::ptrdiff_t>(std::min(next, before.size()));
     auto found = same_place;
     if (found != before.end() && !is_it(*found)) {
       // One that has another name was deleted, or this one is new.
-      found = std::find_if(same_place, before.end(),
-                           [&](const SharedSeries& older) { return older->name == w.nam(i).trimmed(); });
+      found = (*found)->name == w.nam(i).trimmed() ? found : place_of(w.nam(i).trimmed());
     }
     if (found != before.end()) next = static_cast<std::size_t>(found - before.begin()) + 1;
     copies.push_back(
