@@ -90,10 +90,14 @@ std::optional<int> year_of_bar(const Situation& now) {
   return static_cast<int>(bar);
 }
 
-std::string year_text(const Situation& now, int year) {
-  std::string text = std::to_string(year);
-  if (const auto bar = year_of_bar(now)) text += ", bar " + std::to_string(*bar);
-  if (now.place == Place::keep_edit) text += ", picked " + std::to_string(now.picked_year);
+std::string year_text(const Situation& now, std::optional<int> year, std::optional<int> bar) {
+  std::string text;
+  const auto add = [&text](std::string_view what, int of) {
+    text += (text.empty() ? "" : ", ") + std::string(what) + std::to_string(of);
+  };
+  if (year) add("", *year);
+  if (bar) add("bar ", *bar);
+  if (now.place == Place::keep_edit) add("picked ", now.picked_year);
   return text;
 }
 
@@ -166,10 +170,10 @@ StatusLine status_line(const Standing& standing, std::optional<PointAt> mouse) {
   line.waits_for = standing.question ? "an answer to the question" : waits_for(now);
   line.changes = changes_text(now);
   line.warning = warning_text(now);
-  if (const auto year = mouse ? year_at(now, *mouse) : std::nullopt) {
-    line.year = year_text(now, *year);
-    line.values = values_text(now, *year);
-  }
+  if (!shows_graph(now.place)) return line;
+  const auto year = mouse ? year_at(now, *mouse) : std::nullopt, bar = year_of_bar(now);
+  line.year = year_text(now, year, bar);
+  if (year || bar) line.values = values_text(now, year ? *year : *bar);
   return line;
 }
 

@@ -116,9 +116,21 @@ TEST(StatusLine, TellsMissingRingsAndLeavesOutWhatHasNoSuchYear) {
   EXPECT_EQ(status_line(standing_at(now), PointAt{200, 500}).values, "");
 }
 
-TEST(StatusLine, WithoutAMouseOnTheGraphThereIsNoYear) {
-  EXPECT_EQ(status_line(standing_at(Place::crossdating), {}).year, "");
-  EXPECT_EQ(status_line(standing_at(Place::crossdating), PointAt{10, 10}).values, "");
+// Who works by keys alone reads there where the bar stands.
+TEST(StatusLine, WithoutAMouseOnTheGraphItTellsTheYearOfTheBar) {
+  EXPECT_EQ(status_line(standing_at(Place::crossdating), {}).year, "bar 1749");
+  EXPECT_EQ(status_line(standing_at(Place::crossdating), PointAt{10, 10}).values, "T001 1.00, MEAN 0.50");
+  Situation now = situation_at(Place::keep_edit);
+  now.picked_year = 1760;
+  EXPECT_EQ(status_line(standing_at(now), {}).year, "bar 1749, picked 1760");
+}
+
+TEST(StatusLine, WithoutMouseBarAndGraphThereIsNoYear) {
+  Situation now = situation_at(Place::crossdating);
+  now.sample.last_year = 1720;
+  EXPECT_EQ(status_line(standing_at(now), {}).year, "");
+  EXPECT_EQ(status_line(standing_at(now), {}).values, "");
+  EXPECT_EQ(status_line(standing_at(Place::correlation), PointAt{300, 500}).year, "");
 }
 
 TEST(StatusLine, TellsWhatIsNeitherSavedNorWritten) {
