@@ -185,7 +185,7 @@ bool PageCursor::go_along_curve(Step step, const Situation& now) {
 }
 
 // The cursor comes to the name or year where it was before; at first to the first name, or to the middle of
-// the years shown.
+// the years shown, where the bar stands.
 void PageCursor::enter(const ShownButton& button, const Situation& now) {
   button_ = button.number;
   if (list_of(button_, now) && list_ != button_) {
@@ -194,7 +194,7 @@ void PageCursor::enter(const ShownButton& button, const Situation& now) {
   }
   const Axis axis(now);
   if (!is_curve(button_) || axis.shows(year_)) return;
-  year_ = held_year(axis.first + axis.shown / 2);
+  year_ = held_year((2 * axis.first + axis.shown - 1) / 2);
   if (!axis.x_of(year_)) year_ = year_beside(axis, year_, 1).value_or(year_);
 }
 

@@ -198,26 +198,27 @@ TEST_F(Cursor, PicksTheRowsOfTheEditor) {
 
 // --- Years.
 
+// Of 1700 to 1799, as the bar.
 TEST_F(Cursor, BeginsInTheMiddleOfTheYearsShown) {
   now_ = situation_at(Place::pick_year);
   ASSERT_TRUE(go(Step::right));
   EXPECT_EQ(button(), button::upper_plot);
-  EXPECT_EQ(year(), 1750);
+  EXPECT_EQ(year(), 1749);
 }
 
 TEST_F(Cursor, GoesAlongTheCurveAndToTheOtherOne) {
   now_ = situation_at(Place::pick_year);
   go(Step::right);
   go(Step::right);
-  EXPECT_EQ(year(), 1751);
+  EXPECT_EQ(year(), 1750);
   go(Step::page_left);
-  EXPECT_EQ(year(), 1741);
+  EXPECT_EQ(year(), 1740);
   go(Step::down);
   EXPECT_EQ(button(), button::lower_plot);
-  EXPECT_EQ(year(), 1741);
+  EXPECT_EQ(year(), 1740);
   go(Step::next);
   EXPECT_EQ(button(), button::upper_plot);
-  EXPECT_EQ(year(), 1741);
+  EXPECT_EQ(year(), 1740);
 }
 
 TEST_F(Cursor, StaysWithinTheYearsShown) {
@@ -237,11 +238,11 @@ TEST_F(Cursor, ComesBackToItsYearWhileThatIsShown) {
   go(Step::next);
   now_ = situation_at(Place::pick_year);
   go(Step::left);
-  EXPECT_EQ(year(), 1760);
+  EXPECT_EQ(year(), 1759);
   now_.first_year = 1500;
   EXPECT_FALSE(cursor_.mark(now_).has_value());
   go(Step::left);
-  EXPECT_EQ(year(), 1550);
+  EXPECT_EQ(year(), 1549);
 }
 
 TEST_F(Cursor, StaysOnTheCurveThatIsThere) {
