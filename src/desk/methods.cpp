@@ -1,7 +1,9 @@
 #include "desk/methods.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "desk/words.h"
@@ -80,8 +82,9 @@ std::string recipe(const Situation& now, std::string_view version) {
   if (!now.file.empty()) text += " of " + now.file;
   text += " " + detrending(settings) + ", " + prewhitening(settings) + " and " + transformation(settings) +
           ". Chronologies are the mean of their cores, year by year over the rings present (Fritts 1976). "
+          "A core was compared with the chronology of its site without that core. "
           "Correlations (Pearson 1896) were computed over segments of " +
-          counted(settings.seg, "year") + ", in the report of correlations one every " +
+          counted(settings.seg, "year") + "; in the report of correlations one begins every " +
           counted(settings.olap, "year") + " (Holmes 1983).";
   return in_lines(text, 0);
 }
@@ -93,6 +96,26 @@ struct Change {
   std::vector<std::string> reasons;
   bool saved = true;
 };
+
+// A paper tells what was done: "Inserted 1868 in NOW07".
+std::string as_done(std::string what) {
+  constexpr std::array<std::pair<std::string_view, std::string_view>, 6> verbs{{{"Insert ", "Inserted "},
+                                                                                {"Delete ", "Deleted "},
+                                                                                {"Slide ", "Moved "},
+                                                                                {"Move ", "Moved "},
+                                                                                {"Change ", "Changed "},
+                                                                                {"Make ", "Made "}}};
+  for (const auto& [verb, done] : verbs) {
+    if (what.starts_with(verb)) return what.replace(0, verb.size(), done);
+  }
+  return what;
+}
+
+std::string as_sentence(std::string text) {
+  constexpr std::string_view ends = ".!?";
+  if (!text.empty() && ends.find(text.back()) == ends.npos) text += '.';
+  return text;
+}
 
 void add_reason(Change& change, const std::string& note) {
   if (!note.empty()) change.reasons.push_back(note);
@@ -132,15 +155,16 @@ std::string in_words(const Change& change, std::size_t number) {
   const std::string what =
       decision.what.starts_with(saving) ? decision.what.substr(saving.size()) : decision.what;
   std::string text = std::to_string(number) + ". ";
-  // The name stands in the words of most decisions already.
-  const bool is_named = decision.cores.size() == 1 && what.find(decision.cores.front()) != std::string::npos;
+  // The names stand in the words of most decisions already.
+  const bool is_named = std::ranges::all_of(
+      decision.cores, [&what](const std::string& core) { return what.find(core) != std::string::npos; });
   if (!is_named) text += named(decision.cores) + ": ";
-  text += what;
+  text += as_done(what);
   if (!decision.before.empty() && !decision.after.empty() && decision.before != decision.after)
     text += " (" + decision.before + " before, " + decision.after + " after)";
   if (!change.saved) text += ", in the working copy, not saved";
   text += ".";
-  for (const std::string& reason : change.reasons) text += " Reason: " + reason;
+  for (const std::string& reason : change.reasons) text += " Reason: " + as_sentence(reason);
   return in_lines(text, 3);
 }
 

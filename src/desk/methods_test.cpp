@@ -38,7 +38,8 @@ TEST(Methods, TheRecipeIsThatOfTheSettings) {
   EXPECT_TRUE(has(text, "half of the amplitude at a period of 32 years")) << text;
   EXPECT_TRUE(has(text, "autoregressive models of an order of at most 11 (Burg 1975, Cook 1985)")) << text;
   EXPECT_TRUE(has(text, "transformed by natural logarithms")) << text;
-  EXPECT_TRUE(has(text, "segments of 50 years, in the report of correlations one every 25 years")) << text;
+  EXPECT_TRUE(has(text, "segments of 50 years; in the report of correlations one begins every 25 years"))
+      << text;
 }
 
 TEST(Methods, StepsThatAreOffAreSaidToBe) {
@@ -53,16 +54,17 @@ TEST(Methods, StepsThatAreOffAreSaidToBe) {
 TEST(Methods, EveryChangeThatHoldsIsTold) {
   Standing standing = standing_at(Place::start);
   standing.decisions = {decision("Insert 1750 in T001", {"T001"}), decision("Stats Rep", {}),
-                        decision("Delete Core", {"T003", "T004"}), decision("Insert 1760 in T001", {"T001"})};
+                        decision("Delete T003 and T004", {"T003", "T004"}),
+                        decision("Insert 1760 in T001", {"T001"})};
   standing.decisions[0].before = "1701 to 1850";
   standing.decisions[0].after = "1701 to 1851";
   standing.decisions[0].note = "narrow ring of 1749, no latewood";
   standing.taken = 3;
   const std::string text = methods_text(standing, "1.2");
-  EXPECT_TRUE(has(
-      text,
-      "\n1. Insert 1750 in T001 (1701 to 1850 before, 1701 to 1851 after). Reason: narrow ring of 1749, no\n"
-      "   latewood\n2. T003 and T004: Delete Core.\n"))
+  EXPECT_TRUE(has(text,
+                  "\n1. Inserted 1750 in T001 (1701 to 1850 before, 1701 to 1851 after). Reason: narrow ring "
+                  "of 1749, no\n"
+                  "   latewood.\n2. Deleted T003 and T004.\n"))
       << text;
   EXPECT_FALSE(has(text, "1760")) << text;
   EXPECT_FALSE(has(text, "Stats Rep")) << text;
@@ -76,10 +78,10 @@ TEST(Methods, AChangeOfAWorkingCopyIsToldOnceWithItsReasons) {
                         decision("Save Change: Change rings of T001", {"T001"})};
   standing.decisions[0].in_copy = standing.decisions[1].in_copy = true;
   standing.decisions[0].note = "a ring is missing";
-  standing.decisions[2].note = "checked";
+  standing.decisions[2].note = "checked!";
   standing.taken = 3;
   EXPECT_TRUE(methods(standing).ends_with(
-      " as follows.  1. Change rings of T001. Reason: a ring is missing Reason: checked "))
+      " as follows.  1. Changed rings of T001. Reason: a ring is missing. Reason: checked! "))
       << methods(standing);
 }
 
@@ -91,7 +93,7 @@ TEST(Methods, AChangeThatWasDroppedIsNotToldAndOneThatIsNotSavedIsSaidToBe) {
   for (Decision& made : standing.decisions) made.in_copy = true;
   standing.taken = 3;
   EXPECT_TRUE(
-      methods(standing).ends_with(" as follows.  1. Slide T002 by +1 year, in the working copy, not saved. "))
+      methods(standing).ends_with(" as follows.  1. Moved T002 by +1 year, in the working copy, not saved. "))
       << methods(standing);
 }
 
@@ -103,7 +105,7 @@ TEST(Methods, ADroppedCopyLeavesWhatWasDoneToTheCoreItself) {
                         decision("Drop the change of T001", {"T001"})};
   standing.decisions[1].in_copy = standing.decisions[2].in_copy = true;
   standing.taken = 3;
-  EXPECT_TRUE(methods(standing).ends_with(" as follows.  1. Insert 1750 in T001. ")) << methods(standing);
+  EXPECT_TRUE(methods(standing).ends_with(" as follows.  1. Inserted 1750 in T001. ")) << methods(standing);
 }
 
 TEST(Methods, WithoutAChangeThatIsSaid) {

@@ -146,9 +146,10 @@ TEST_F(AroundThePage, TheMethodsTellASavedChangeOnce) {
   act("save_sample");
   act("back");
   look([](const Standing& standing) {
-    EXPECT_TRUE(methods_text(standing, "1")
-                    .ends_with("\n1. Insert 1930 in OAK1 (1900 to 1959 before, 1900 to 1960 after). Reason: "
-                               "a ring is missing\n"))
+    EXPECT_TRUE(
+        methods_text(standing, "1")
+            .ends_with("\n1. Inserted 1930 in OAK1 (1900 to 1959 before, 1900 to 1960 after). Reason: "
+                       "a ring is missing.\n"))
         << methods_text(standing, "1");
   });
   run(&questions_);
