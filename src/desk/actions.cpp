@@ -135,15 +135,13 @@ ActionState done_if(bool can_be_done, std::string_view why_not) {
 
 ActionState state_of_undo(const Standing& standing) {
   ActionState state = done_if(standing.can_undo, "nothing was done that can be taken back");
-  if (standing.can_undo && standing.taken > 0 && standing.taken <= standing.decisions.size())
-    state.now = "Undo " + standing.decisions[standing.taken - 1].what;
+  if (standing.can_undo && !standing.to_undo.empty()) state.now = "Undo " + standing.to_undo;
   return state;
 }
 
 ActionState state_of_redo(const Standing& standing) {
   ActionState state = done_if(standing.can_redo, "nothing was taken back");
-  if (standing.can_redo && standing.taken < standing.decisions.size())
-    state.now = "Redo " + standing.decisions[standing.taken].what;
+  if (standing.can_redo && !standing.to_redo.empty()) state.now = "Redo " + standing.to_redo;
   return state;
 }
 

@@ -199,11 +199,8 @@ TEST(ActionState, TheChoosersModeIsChosen) {
 TEST(ActionState, UndoAndRedoSayWhatTheyDo) {
   Standing standing = standing_at(Place::crossdating);
   EXPECT_FALSE(state_of("undo", standing).can_be_done);
-  Decision insert, slide;
-  insert.what = "Insert 1750 in T001";
-  slide.what = "Move T001 by 10 years";
-  standing.decisions = {insert, slide};
-  standing.taken = 1;
+  standing.to_undo = "Insert 1750 in T001";
+  standing.to_redo = "Move T001 by 10 years";
   standing.can_undo = standing.can_redo = true;
   EXPECT_EQ(state_of("undo", standing).now, "Undo Insert 1750 in T001");
   EXPECT_EQ(state_of("redo", standing).now, "Redo Move T001 by 10 years");

@@ -307,8 +307,11 @@ void Session::publish() {
   standing->steps = timeline_.steps().size();
   const auto to_undo = timeline_.to_undo();
   standing->can_undo = to_undo && may_go_back();
-  standing->can_redo = timeline_.to_redo() && may_go_back();
+  const auto to_redo = timeline_.to_redo();
+  standing->can_redo = to_redo && may_go_back();
+  if (to_redo) standing->to_redo = timeline_.entries()[*to_redo].decision.what;
   if (to_undo) {
+    standing->to_undo = timeline_.entries()[*to_undo].decision.what;
     for (std::size_t k = *to_undo; k < timeline_.taken(); ++k) {
       const std::string& wrote = timeline_.entries()[k].decision.wrote;
       if (!wrote.empty()) standing->undo_says += (standing->undo_says.empty() ? "" : ", ") + wrote;

@@ -42,11 +42,12 @@ struct Standing {
   std::size_t taken = 0;            // how many of them hold
   std::size_t steps = 0;            // the events that led here
   bool can_undo = false, can_redo = false;
-  std::string undo_says;             // what taking back the last one leaves as it is; empty for nothing
-  std::optional<Question> question;  // it stands, and nothing else is done before it is answered
-  std::string written;               // what was written last: "wrote Stats.prn, 25 cores"
-  std::string journal_trouble;       // why no journal is kept; empty where one is
-  std::string to_take_up;            // the journal of an earlier session whose work was not written
+  std::string to_undo = {}, to_redo = {};  // what undo and redo would do, in words
+  std::string undo_says;                   // what taking back the last one leaves as it is; empty for nothing
+  std::optional<Question> question;        // it stands, and nothing else is done before it is answered
+  std::string written;                     // what was written last: "wrote Stats.prn, 25 cores"
+  std::string journal_trouble;             // why no journal is kept; empty where one is
+  std::string to_take_up;                  // the journal of an earlier session whose work was not written
   bool unsaved() const {
     return situation &&
            (!situation->unwritten.empty() || situation->sample.changed || situation->reference.changed);

@@ -182,7 +182,10 @@ TEST_F(SessionAtWork, LeavesWrittenFilesWhenItTakesBack) {
   press(button::save_sample);
   press(button::exit_crossdating);
   press(button::save_raw);
-  look([](const Standing& standing) { EXPECT_EQ(standing.undo_says, "oak.RWW stays as it was written"); });
+  look([](const Standing& standing) {
+    EXPECT_TRUE(standing.to_undo.starts_with("Save Change: ")) << standing.to_undo;
+    EXPECT_EQ(standing.undo_says, "oak.RWW stays as it was written");
+  });
   deed(Undo{});
   look([this](const Standing& standing) {
     EXPECT_EQ(standing.taken, 1u);

@@ -196,8 +196,7 @@ TEST_F(Windowed, AnEntryShowsHowItsActionStands) {
 }
 
 TEST_F(Windowed, AnEntryNamesWhatWillBeTakenBack) {
-  standing.decisions = {{.what = "Insert 1750 in T001 & T002"}};
-  standing.taken = 1;
+  standing.to_undo = "Insert 1750 in T001 & T002";
   standing.can_undo = true;
   stand();
   EXPECT_EQ(action("undo")->text(), "Undo Insert 1750 in T001 && T002");
