@@ -20,6 +20,7 @@
 #include "platform/qt/main_window.h"
 #include "platform/qt/plain_labels.h"
 #include "platform/qt/program_icon.h"
+#include "platform/qt/readable_letters.h"
 #include "platform/qt/recent_folders.h"
 #include "platform/qt/scale.h"
 
@@ -148,6 +149,7 @@ int run_in_window(const WindowProgram& program, std::optional<std::string> folde
   raise_scales_below_one();
   QApplication application(argument_count, arguments.data());
   new PlainLabels(&application);
+  new ReadableLetters(&application);
   qInstallMessageHandler(usual);
   std::setlocale(LC_NUMERIC, "C");  // which the application object changed: numbers in files have points
   QGuiApplication::setQuitOnLastWindowClosed(false);
