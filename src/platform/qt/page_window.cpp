@@ -19,7 +19,6 @@
 namespace vorn {
 namespace {
 
-constexpr QRgb surround = 0x606060;  // what is left of the window beside the page
 constexpr QRgb cursor_blue = 0x0038B8, cursor_white = 0xFFFFFF;
 constexpr int wheel_units_a_year = 12;  // a notch of the wheel is 120: ten years
 
@@ -115,13 +114,19 @@ void PageWindow::paintEvent(QPaintEvent*) {
   const Page& page = latest.page ? *latest.page : empty;
   const QTransform to_area = page_to_area(page_area());
   QPainter painter(this);
-  painter.fillRect(rect(), QColor(surround));
+  painter.fillRect(rect(), surround());
   painter.setTransform(to_area, true);
   paint_page(painter, page, typefaces_, Device::pixels);
   seen_ = latest;
   const double pixel = 1 / to_area.m11();
   paint_cursor(painter, pixel);
   if (const auto now = situation()) drag_.paint(painter, page, *now, pixel);
+}
+
+// What is left of the window beside the page: a shade darker than the panels, on a light desktop and a dark
+// one.
+QColor PageWindow::surround() const {
+  return palette().color(QPalette::Window).darker(125);
 }
 
 // A ring of dark and light around what is marked, so that it stands out on any ground.

@@ -78,6 +78,7 @@ class PageWindow : public QWidget {
   QPointF on_page(QPointF place) const;
   Event event_at(QPointF place, int code) const;
   SharedSituation situation() const;
+  QColor surround() const;
   void paint_cursor(QPainter& painter, double pixel) const;
   bool is_programs_key(const QKeyEvent& event) const;
   bool serve_cursor(const QKeyEvent& event);
