@@ -6,9 +6,9 @@ namespace vorn {
 
 StatusFields::StatusFields()
     : waits_for_(field("waits_for", "What the program waits for", 8)),
-      year_(field("year", "Year under the mouse", 3)),
+      year_(field("year", "Year under the mouse and of the bar", 4)),
       values_(field("values", "Values of that year", 4)),
-      written_(field("written", "What was written last", 3)),
+      written_(field("written", "What was written last", 4)),
       changes_(field("changes", "Changes not written", 4)),
       warning_(field("warning", "Warning", 4)) {
   setAccessibleName("Status");
