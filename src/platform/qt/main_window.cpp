@@ -92,6 +92,7 @@ void MainWindow::serve(EventMailbox& mailbox, const QString& folder) {
   folder_ = folder;
   page_->serve(mailbox, folder);
   close_asked_ = take_up_offered_ = false;
+  withdraw_offer();
   fill_recent_folders();
   show_standing({});
   show_news();
@@ -238,14 +239,23 @@ bool MainWindow::event(QEvent* event) {
   return QMainWindow::event(event);
 }
 
+// The offer goes when there is nothing to take up any more.
 void MainWindow::offer_to_take_up(const Standing& standing) {
-  if (take_up_offered_ || standing.to_take_up.empty() || question_.is_open()) return;
+  if (standing.to_take_up.empty()) return withdraw_offer();
+  if (take_up_offered_ || question_.is_open()) return;
   take_up_offered_ = true;
-  ask_beside(*this, "The work of an earlier session was not written. Take it up?",
-             "All that was done then is done again, up to where it ended.", {"Take It Up", "Not Now"},
-             [this, journal = standing.to_take_up](int answer) {
-               if (answer == 0) put(TakeUp{journal});
-             });
+  offer_ = ask_beside(*this, "The work of an earlier session was not written. Take it up?",
+                      "All that was done then is done again, up to where it ended.",
+                      {"Take It Up", "Not Now"}, [this, journal = standing.to_take_up](int answer) {
+                        if (answer == 0) put(TakeUp{journal});
+                      });
+}
+
+void MainWindow::withdraw_offer() {
+  if (!offer_) return;
+  offer_->disconnect(this);
+  offer_->close();
+  offer_.clear();
 }
 
 // --- The actions of the window's own.

@@ -3,6 +3,8 @@
 
 #include <QMainWindow>
 #include <QMap>
+#include <QMessageBox>
+#include <QPointer>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -66,6 +68,7 @@ class MainWindow : public QMainWindow {
   void close_program();
   void open_in(const QString& folder);
   void offer_to_take_up(const Standing& standing);
+  void withdraw_offer();
 
   // The actions that the window does by itself.
   void ask_for_move();
@@ -93,7 +96,8 @@ class MainWindow : public QMainWindow {
   SharedStanding close_asked_at_;  // how the session stood when the program was asked to end
   bool close_asked_ = false;
   bool take_up_offered_ = false;
-  bool key_repeats_ = false;  // the last key came again because it is held down
+  QPointer<QMessageBox> offer_;  // to take up earlier work, while it stands
+  bool key_repeats_ = false;     // the last key came again because it is held down
   bool may_close_ = false;
   std::optional<QString> next_folder_;
 };

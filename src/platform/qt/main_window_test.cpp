@@ -567,6 +567,17 @@ TEST_F(Windowed, EarlierWorkIsTakenUpAfterAYes) {
   EXPECT_EQ(deed->journal, "1.vrs");
 }
 
+// As when another decision was made first.
+TEST_F(Windowed, TheOfferOfEarlierWorkGoesWhenThereIsNoneAnyMore) {
+  standing.to_take_up = "1.vrs";
+  stand();
+  ASSERT_NE(open_dialog<QMessageBox>(), nullptr);
+  standing.to_take_up.clear();
+  stand();
+  EXPECT_EQ(open_dialog<QMessageBox>(), nullptr);
+  EXPECT_TRUE(arrived().empty());
+}
+
 // --- The journal.
 
 struct JournalShown : Windowed {
