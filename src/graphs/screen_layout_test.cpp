@@ -241,7 +241,7 @@ TEST_F(ScreenLayout, AxesOfAHundredYearsHaveALabelADecadeEachFreeOfTheNext) {
 
 TEST_F(ScreenLayout, ThePicturesOfTheDocumentationCanBeMadeAnew) {
   ASSERT_TRUE(plays((source_folder() / "docs/pictures/pictures.vrs").string()));
-  for (const char* picture : {"start.png", "crossdating.png", "lag-table.png"}) {
+  for (const char* picture : {"start.png", "lag-table.png"}) {
     EXPECT_TRUE(ScratchFolder::read(picture).starts_with("\x89PNG")) << picture;
   }
 }
