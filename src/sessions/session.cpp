@@ -299,6 +299,16 @@ void Session::keep(const Decision& decision, bool only_wrote) {
   }
 }
 
+// The files written by what undo would take back.
+std::string Session::what_stays() const {
+  std::string names;
+  for (std::size_t k = timeline_.to_undo().value_or(timeline_.taken()); k < timeline_.taken(); ++k) {
+    const std::string& wrote = timeline_.entries()[k].decision.wrote;
+    if (!wrote.empty()) names += (names.empty() ? "" : ", ") + wrote;
+  }
+  return names.empty() ? names : names + " stays as it was written";
+}
+
 void Session::publish() {
   auto standing = std::make_shared<Standing>();
   standing->situation = situation_;
@@ -312,11 +322,7 @@ void Session::publish() {
   if (to_redo) standing->to_redo = timeline_.entries()[*to_redo].decision.what;
   if (to_undo) {
     standing->to_undo = timeline_.entries()[*to_undo].decision.what;
-    for (std::size_t k = *to_undo; k < timeline_.taken(); ++k) {
-      const std::string& wrote = timeline_.entries()[k].decision.wrote;
-      if (!wrote.empty()) standing->undo_says += (standing->undo_says.empty() ? "" : ", ") + wrote;
-    }
-    if (!standing->undo_says.empty()) standing->undo_says += " stays as it was written";
+    standing->undo_says = what_stays();
   } else if (timeline_.taken() > 0) {
     for (std::size_t k = timeline_.taken(); k > 0 && standing->undo_says.empty(); --k) {
       const Decision& decision = timeline_.entries()[k - 1].decision;
@@ -511,6 +517,7 @@ bool Session::may_go_back() const {
 void Session::undo() {
   if (!may_go_back() || !timeline_.to_undo()) return;
   replay_name_ = "Undo";
+  written_ = what_stays();
   kept_answers_ = files_.answers();
   timeline_.undo(kept_answers_);
   keeper_->undone();

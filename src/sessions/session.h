@@ -138,6 +138,7 @@ class Session : public Screen {
   [[noreturn]] void go_back();
   void note(const TakeNote& note);
   Event hand_in(const Event& event);
+  std::string what_stays() const;
   void publish();
   bool may_go_back() const;
 

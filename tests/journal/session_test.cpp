@@ -191,6 +191,7 @@ TEST_F(SessionAtWork, LeavesWrittenFilesWhenItTakesBack) {
     EXPECT_EQ(standing.taken, 1u);
     EXPECT_EQ(w->yr(1), 60);
     EXPECT_TRUE(ScratchFolder::exists("oak.RWW"));
+    EXPECT_EQ(standing.written, "oak.RWW stays as it was written");
   });
   EXPECT_EQ(run(), 0);
 }

@@ -106,6 +106,8 @@ void MainWindow::show_news() {
 }
 
 void MainWindow::show_standing(const SharedStanding& standing) {
+  // The program waits again behind a question: what it asked before is not going to be done.
+  if (standing && !standing->question && shown_ && shown_->question) next_folder_.reset();
   shown_ = standing;
   page_->stand();
   show_status(mouse_);
