@@ -17,6 +17,15 @@ struct SeriesView {
 
   YearSpan years() const { return {first, first + static_cast<std::int64_t>(values.size()) - 1}; }
 
+  // Whether a ring is that of `year`; where nobody asks, every year within years() has one.
+  bool has(std::int64_t year) const {
+    const std::int64_t k = year - first;
+    return k >= 0 && k < static_cast<std::int64_t>(values.size()) &&
+           (present.empty() || present[static_cast<std::size_t>(k)]);
+  }
+  // The value of a year within years().
+  double at(std::int64_t year) const { return values[static_cast<std::size_t>(year - first)]; }
+
   // The part of `span`, which must lie within years().
   SeriesView over(YearSpan span) const {
     const auto from = static_cast<std::size_t>(span.first - first);

@@ -39,6 +39,20 @@ TEST(SeriesView, OverSomeOfItsYearsIsThatPart) {
   EXPECT_TRUE((SeriesView{1900, values}.over({1900, 1901}).present.empty()));
 }
 
+TEST(SeriesView, HasTheYearsOfItsRings) {
+  const std::vector<double> values = {1, 2, 3};
+  const std::array<bool, 3> present = {true, false, true};
+  const SeriesView series{1900, values, present}, all{-1, values};
+  EXPECT_FALSE(series.has(1899));
+  EXPECT_TRUE(series.has(1900));
+  EXPECT_FALSE(series.has(1901));
+  EXPECT_FALSE(series.has(1903));
+  EXPECT_EQ(series.at(1901), 2);
+  EXPECT_TRUE(all.has(0));
+  EXPECT_FALSE(all.has(2));
+  EXPECT_EQ(all.at(1), 3);
+}
+
 TEST(SeriesView, OfNoValuesEndsBeforeItBegins) {
   EXPECT_EQ(SeriesView{}.years(), (YearSpan{0, -1}));
 }
