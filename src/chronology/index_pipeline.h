@@ -1,9 +1,13 @@
 // From ring widths to indices: detrending, prewhitening and the logarithm.
 #pragma once
 
+#include "chronology/compared_series.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
+
+// What the switches and the model's order of the settings say.
+Treatment treatment_of(const Settings& settings);
 
 // Computes `tx` and `ax` of entry i anew from its widths `x`, by the switches as they stand:
 //   splineon  tx = x / spline curve of period ss, the curve nowhere below 0.1; otherwise tx = x
