@@ -1,0 +1,35 @@
+// What a core is compared with: the mean of the others, year by year.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "workspace/series_view.h"
+
+namespace vorn {
+
+// In so many of the other cores a year must have a ring for their mean to count.
+inline constexpr int least_depth = 3;
+
+// A mean of series, which it owns.
+class Reference {
+ public:
+  // Of all `cores` but number `left_out`, counted from 0; a number that none has leaves out none.
+  //
+  // A year's value is the mean over the rings present in it whose values are finite. It counts where these
+  // are at least `depth`. Source: R. L. Holmes (1983), Tree-Ring Bulletin 43, for leaving out the core that
+  // is compared.
+  Reference(std::span<const SeriesView> cores, std::size_t left_out, int depth = least_depth);
+
+  // Holds as long as the reference does.
+  SeriesView view() const { return {first_, values_, {present_.get(), values_.size()}}; }
+
+ private:
+  std::int64_t first_ = 0;
+  std::vector<double> values_;
+  std::unique_ptr<bool[]> present_;
+};
+
+}  // namespace vorn
