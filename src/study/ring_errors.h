@@ -104,6 +104,7 @@ struct RingErrors {
 //           where the core has more than 400 years.
 // Limits:   what it finds below a correlation of 0.4, or against fewer than three other cores, was not
 //           measured; three errors and more are not looked for.
+// Source:   measured on real ring widths by tools/measure_locator.
 RingErrors ring_errors(const StudiedCore& core, const SeriesView& reference,
                        const RingErrorSwitches& switches = {});
 
