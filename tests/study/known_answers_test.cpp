@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "study/dates.h"
 #include "study/loaded_folder.h"
 #include "study/reference.h"
 #include "study/ring_errors.h"
@@ -94,6 +95,47 @@ TEST(KnownErrors, OfARealCoreWithARingTakenOutIsItsYearAlone) {
   EXPECT_EQ(best.from, 1500);
   EXPECT_EQ(best.to, 1500);
   EXPECT_GT(best.gain, gain_to_look_at);
+}
+
+// --- Dates.
+
+// The years of the beams' file are those of nobody: year 1 is 1652.
+TEST(KnownDates, OfTheBeamsOfTheExamplesStandOut) {
+  LoadedFolder examples(source_folder() / "examples");
+  constexpr int beams = 5, dated = 6;
+  examples.choose_file(beams);
+  const Workspace& w = examples.w;
+  std::vector<double> values;
+  for (int k = 1; k <= w.cyr(dated); ++k) values.push_back(w.crn(k, dated));
+  const SeriesToDate reference = {{w.cfy(dated), values}, values};
+  ASSERT_EQ(values.size(), 414u);
+  const auto cores = examples.cores();
+  const StudiedCores studied(cores, w);
+  ASSERT_EQ(cores.size(), 5u);
+  for (std::size_t i = 0; i < cores.size(); ++i) {
+    const Dates found = dates({studied.core(i).compared, cores[i].values}, {&reference, 1}).front();
+    EXPECT_EQ(found.ranked.front().shift, 1651) << i;
+    EXPECT_TRUE(found.stands_out) << i;
+    EXPECT_LT(found.ranked.front().p, 1e-4) << i;
+  }
+}
+
+TEST(KnownDates, OfRealCoresThatAreMovedStandOut) {
+  if (!std::filesystem::exists(real_files_folder() / "co021.rwl"))
+    GTEST_SKIP() << "no real files at " << real_files_folder();
+  const LoadedFolder site(real_files_folder(), "co021.rwl");
+  const auto cores = site.cores();
+  const StudiedCores studied(cores, site.w);
+  for (std::size_t i = 0; i < cores.size(); ++i) {
+    const Reference others(studied.compared(), i);
+    SeriesToDate sample = {studied.core(i).compared, cores[i].values};
+    sample.compared.first += 137;
+    const SeriesToDate reference = {others.view()};
+    const Dates found = dates(sample, {&reference, 1}).front();
+    EXPECT_EQ(found.ranked.front().shift, -137) << site.name(i);
+    EXPECT_NEAR(found.ranked.front().r, 0.895, 0.055) << site.name(i);
+    EXPECT_TRUE(found.stands_out) << site.name(i);
+  }
 }
 
 }  // namespace
