@@ -75,8 +75,8 @@ struct ErrorPair {
 // A gain from which on an error is worth a look: among cores that nobody touched one in twenty reaches it.
 inline constexpr double gain_to_look_at = 7.0;
 // By so much a pair must beat the core as it is dated to be told, and by so much the best single correction.
-// Among cores that nobody touched one in twenty-five has such a pair; with one error one in fifty.
-inline constexpr double gain_of_a_pair = 10.0, gain_of_a_second = 5.0;
+// Among cores that nobody touched one in twenty-five has such a pair.
+inline constexpr double gain_of_a_pair = 11.0, gain_of_a_second = 5.0;
 // A margin from which on the year is sure to within two years, in some 95 of 100 cases.
 inline constexpr double sure_margin = 3.0;
 
