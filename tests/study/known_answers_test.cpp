@@ -14,6 +14,7 @@
 #include "study/loaded_folder.h"
 #include "study/reference.h"
 #include "study/ring_errors.h"
+#include "study/site.h"
 #include "study/studied_cores.h"
 #include "support/places.h"
 
@@ -135,6 +136,26 @@ TEST(KnownDates, OfRealCoresThatAreMovedStandOut) {
     EXPECT_EQ(found.ranked.front().shift, -137) << site.name(i);
     EXPECT_NEAR(found.ranked.front().r, 0.895, 0.055) << site.name(i);
     EXPECT_TRUE(found.stands_out) << site.name(i);
+  }
+}
+
+// --- Sites.
+
+TEST(KnownSites, OfTheExamplesNeedWhatWasPlantedAndNothingElse) {
+  LoadedFolder examples(source_folder() / "examples");
+  for (int f = 1; f <= examples.w.nraw; ++f) {
+    examples.choose_file(f);
+    const auto cores = examples.cores();
+    const SiteSurvey site = survey(StudiedCores(cores, examples.w), examples.w);
+    std::vector<std::string> first;  // core and remedy of those that need something, in their order
+    for (const std::size_t i : site.order) {
+      if (site.cores[i].remedy != Remedy::none)
+        first.push_back(examples.name(i) + ": " + todo(site.cores[i], cores[i]));
+    }
+    const std::vector<std::string> planted = {"NOW19: Move it by -7 years, to 1808 to 2003",
+                                              "NOW07: Look for a ring missing in 1866 to 1869",
+                                              "NOW14: Look for a ring counted twice in 1876"};
+    EXPECT_EQ(first, f == 1 ? planted : std::vector<std::string>{}) << f;
   }
 }
 
