@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 #include "study/error_pairs.h"
@@ -62,7 +63,7 @@ class Locator {
       for (const KeptEnd end : {KeptEnd::inner, KeptEnd::outer}) look_for(kind, end);
     }
     std::stable_sort(found_.candidates.begin(), found_.candidates.end(),
-                     [](const auto& a, const auto& b) { return a.score > b.score; });
+                     [](const auto& a, const auto& b) { return a.all > b.all; });
     if (switches_.pairs) look_for_pair();
     return found_;
   }
@@ -107,6 +108,7 @@ class Locator {
       likelihoods.push_back(std::exp(score - *best));
     }
     found.margin = *best - second;
+    found.all = *best + std::log(std::accumulate(likelihoods.begin(), likelihoods.end(), 0.0));
     const YearSpan set = likely_years(likelihoods, evidence.first);
     found.from = set.first;
     found.to = set.last;

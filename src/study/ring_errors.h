@@ -55,7 +55,9 @@ struct ErrorCandidate {
   std::int64_t year = 0;          // of the corrected dating
   std::int64_t from = 0, to = 0;  // the years that the set of 90 % spans
   double score = no_score;
-  double gain = 0;    // over the core as it is dated
+  double all =
+      no_score;     // the logarithm of the sum of exp(score) over all its years: by it candidates are ranked
+  double gain = 0;  // over the core as it is dated
   double margin = 0;  // over the best year more than two years away; infinite without one
   double r = 0;       // of the corrected core with the reference
 };

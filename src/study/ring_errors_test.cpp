@@ -230,7 +230,17 @@ TEST(RingErrors, TheSetHoldsNineTenthsAndNoYearTooMany) {
   }
   EXPECT_EQ(best.from, from);
   EXPECT_EQ(best.to, to);
+  EXPECT_NEAR(best.all, best.score + std::log(all), 1e-12);
   EXPECT_GE(best.margin, 0);
+}
+
+TEST(RingErrors, CandidatesAreRankedByAllTheirYears) {
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    const Series reference(1900, noise(80, seed)), core(1900, noise(80, seed + 300));
+    const RingErrors found = ring_errors({core.view(), {}}, reference.view(), plain);
+    ASSERT_EQ(found.candidates.size(), 4u);
+    for (std::size_t k = 1; k < 4; ++k) EXPECT_GE(found.candidates[k - 1].all, found.candidates[k].all);
+  }
 }
 
 TEST(RingErrors, TwoErrorsAreFoundTogether) {
