@@ -111,7 +111,7 @@ class Trial {
     return ring_errors(studied.core(0), others, switches);
   }
 
-  void judge(Planted& planted, const RingErrors& found, Correction kind, std::int64_t year) const {
+  static void judge(Planted& planted, const RingErrors& found, Correction kind, std::int64_t year) {
     ++planted.errors;
     if (found.candidates.empty()) return;
     const ErrorCandidate& best = found.candidates.front();

@@ -51,7 +51,10 @@ class LaggedSums {
  public:
   LaggedSums(const StudiedCore& core, const SeriesView& reference);
 
-  const RunningSums& at(int lag) const { return sums_[static_cast<std::size_t>(lag + farthest_lag)]; }
+  const RunningSums& at(int lag) const {
+    const int place = lag + farthest_lag;
+    return sums_[static_cast<std::size_t>(place)];
+  }
   // Adds the ring of `year` that two make together, of which the inner one is read at `lag`.
   void add_merged(Sums& sums, int lag, std::int64_t year) const;
 

@@ -55,11 +55,10 @@ struct ErrorCandidate {
   std::int64_t year = 0;          // of the corrected dating
   std::int64_t from = 0, to = 0;  // the years that the set of 90 % spans
   double score = no_score;
-  double all =
-      no_score;     // the logarithm of the sum of exp(score) over all its years: by it candidates are ranked
-  double gain = 0;  // over the core as it is dated
-  double margin = 0;  // over the best year more than two years away; infinite without one
-  double r = 0;       // of the corrected core with the reference
+  double all = no_score;  // of all its years, ln of the sum of exp(score): candidates are ranked by it
+  double gain = 0;        // over the core as it is dated
+  double margin = 0;      // over the best year more than two years away; infinite without one
+  double r = 0;           // of the corrected core with the reference
 };
 
 // Two errors, the earlier one first. The years are of the corrected dating: of each error the one with the
