@@ -178,12 +178,13 @@ constexpr const char* loads_a_library = "apps/picture_module";
 
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
 // is for the edge, for tests, and for the files that speak to the file system and ask for memory. One kernel
-// uses vector instructions through a library.
+// uses vector instructions through a library, and one file writes JSON through another.
 bool may_use_system_header(const std::string& file, const std::string& header) {
   if (header.find_first_of("./") == std::string::npos) return true;
   return is_test(file) || file.starts_with("platform/qt/") || file.starts_with("apps/") ||
          without_ending(file) == "records/os_file" || without_ending(file) == "base/zero_memory" ||
-         (without_ending(file) == "statistics/pair_tiles" && header.starts_with("hwy/"));
+         (without_ending(file) == "statistics/pair_tiles" && header.starts_with("hwy/")) ||
+         (without_ending(file) == "batch/table" && header.starts_with("nlohmann/"));
 }
 
 // What is wrong with one include, empty when nothing is.

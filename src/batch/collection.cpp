@@ -1,0 +1,101 @@
+#include "batch/collection.h"
+
+#include <ostream>
+#include <system_error>
+
+#include "chronology/index_pipeline.h"
+#include "formats/layouts.h"
+#include "plot/plot.h"
+#include "statistics/chronology_entries.h"
+
+namespace vorn {
+namespace {
+
+class KeptTroubles : public Troubles {
+ public:
+  explicit KeptTroubles(std::vector<Trouble>& all) : all_(all) {}
+  void tell(const Trouble& trouble) override { all_.push_back(trouble); }
+
+ private:
+  std::vector<Trouble>& all_;
+};
+
+// Nobody is there to answer: a message is gone on from.
+class NobodysScreen : public Screen {
+ public:
+  void show(const vorn::Page&) override {}
+  Event next_event() override { return {0, 0, Event::enter}; }
+};
+
+// A label is what a message begins with, "Open"; what follows it there is a number.
+std::string words_of(const Trouble& trouble) {
+  if (!trouble.words.empty()) return trouble.words;
+  const std::string label(trimmed(trouble.label));
+  if (status::of_system(trouble.status))
+    return label + ": " + std::generic_category().message(trouble.status.number());
+  if (trouble.status == status::not_a_number) return label + ": a field is no number";
+  if (trouble.status == status::number_too_large) return label + ": a number is too large";
+  if (trouble.status == status::end_of_file) return label + ": the file ends before its data do";
+  return label + " fails with status " + std::to_string(trouble.status.number());
+}
+
+std::string one_line(const Trouble& trouble) {
+  std::string text = words_of(trouble);
+  if (!trouble.series.empty()) text = trouble.series + ": " + text;
+  return (trouble.line > 0 ? ":" + std::to_string(trouble.line) : "") + ": " + text;
+}
+
+}  // namespace
+
+struct Collection::Page {
+  NobodysScreen screen;
+  Plot plot{screen};
+  std::ostream nowhere{nullptr};
+};
+
+Collection::~Collection() = default;
+
+Collection::Collection(Files& files, const std::string& path, const Settings& settings)
+    : path_(path), page_(std::make_unique<Page>()), w_(std::make_unique<Workspace>(page_->plot, files)) {
+  w_->log = &page_->nowhere;
+  static_cast<Settings&>(*w_) = settings;
+  w_->nfil = w_->cf = 1;
+  w_->cnam(1) = path;
+  KeptTroubles troubles(troubles_);
+  recognition_ = find_rftyp(files, path, troubles);
+  w_->rftype(1) = recognition_.layout;
+  w_->rfhead(1) = recognition_.header_lines;
+  const LayoutRow* row = row_of(recognition_.layout);
+  w_->rawok(1) = row != nullptr;
+  if (!row) return;
+  const Reading reading{files, path, recognition_.header_lines, troubles};
+  decided_ = row->read_cores ? row->read_cores(*w_, reading) : row->read_chronology(*w_, 1, reading);
+  try {
+    if (row->read_cores) data_man2(*w_);
+    w_->nraw = row->read_cores ? 1 : 0;
+    place_chronologies(*w_, *w_);
+  } catch (const ProgramEnd&) {
+    is_too_long_ = true;
+  }
+}
+
+bool Collection::has_cores() const {
+  return w_->nc > 0 && !is_too_long_;
+}
+
+std::vector<std::string> Collection::words() const {
+  std::vector<std::string> all;
+  for (const Trouble& trouble : troubles_) all.push_back(path_ + one_line(trouble));
+  if (!row_of(recognition_.layout) && troubles_.empty()) all.push_back(path_ + ": no layout that is known");
+  for (const std::string& limit : limits_passed(decided_, path_)) all.push_back(limit);
+  if (is_too_long_) all.push_back(path_ + ": its cores span more than 12,000 years");
+  return all;
+}
+
+std::string recipe_of(const Settings& settings) {
+  const std::string spline = settings.splineon ? "spline " + std::to_string(settings.ss) : "no spline";
+  const std::string ar = settings.aron ? "ar " + std::to_string(settings.jpr) : "no ar";
+  return spline + ", " + ar + (settings.logon ? ", log" : ", no log");
+}
+
+}  // namespace vorn

@@ -1,0 +1,53 @@
+// One file, read without a page.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "formats/read_decisions.h"
+#include "formats/recognition.h"
+#include "records/files.h"
+#include "records/troubles.h"
+#include "workspace/vorndata.h"
+
+namespace vorn {
+
+// The file as the program reads it, with all that was told and decided on the way. A file of ring widths
+// fills the store and gets its chronology; one of indices fills the first column of the file table.
+class Collection {
+ public:
+  // Reads `path` with these settings. Nothing is thrown for what a file holds.
+  Collection(Files& files, const std::string& path, const Settings& settings);
+  ~Collection();
+  Collection(const Collection&) = delete;
+  Collection& operator=(const Collection&) = delete;
+
+  const std::string& path() const { return path_; }
+  // Whether there are cores to be looked at.
+  bool has_cores() const;
+  // The state of the program with this file as its only one: entry 1 to nc the cores, cf = 1.
+  Workspace& state() { return *w_; }
+  const Recognition& recognition() const { return recognition_; }
+  const ReadDecisions& decided() const { return decided_; }
+  const std::vector<Trouble>& troubles() const { return troubles_; }
+  // One sentence for whoever reads the words beside the data: why nothing, or not all, was read. Begins with
+  // the path.
+  std::vector<std::string> words() const;
+
+ private:
+  struct Page;
+  std::string path_;
+  std::unique_ptr<Page> page_;
+  std::unique_ptr<Workspace> w_;
+  Recognition recognition_;
+  ReadDecisions decided_;
+  std::vector<Trouble> troubles_;
+  bool is_too_long_ = false;
+};
+
+// "spline 32, ar 11, log", and what is not done: "no spline".
+std::string recipe_of(const Settings& settings);
+
+}  // namespace vorn
