@@ -1,0 +1,46 @@
+// The verbs of the command line that answer from one file: rows of values from what was read.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "batch/collection.h"
+#include "batch/table.h"
+#include "study/ring_errors.h"
+
+namespace vorn {
+
+enum class Severity { note, warning, error };
+
+// What some verbs are told beside the settings.
+struct VerbSwitches {
+  double least_gain = gain_to_look_at;  // locate: of the errors that are given; 0 gives the best of each core
+  bool narrow_years = true;             // locate: missing rings are looked for where the others are narrow
+};
+
+struct Verb {
+  TableForm form;
+  std::string_view does;  // one line for the help
+  // Gives the rows of one file. A verb for cores gives none for a file without.
+  void (*rows)(Collection& collection, const VerbSwitches& switches,
+               const std::function<void(const Row&)>& add);
+};
+
+// locate: of each core whose dating gains by a ring put in (insert) or by two made one (merge) the best
+// correction: its year, the years that hold 90 % of the likelihood, the gain in score, the margin to the best
+// year elsewhere, and which end keeps its dates (see study/ring_errors.h). Where two errors explain far more,
+// the earlier one stands in these columns, the later one's year and kind in `pair` and `pair_kind`.
+// stats: of each core its years, rings, mean and standard deviation of the widths (mm), correlation with the
+// chronology without it (r) and mean correlation with the other cores (rbar), as Stats.prn has them. A
+// correlation is absent where there are fewer than 40 common years.
+// chron: of each year of the file's chronology its value and the number of cores.
+// check: what was read and how, and what was not: of the file, of each series, of lines.
+std::span<const Verb> verbs();
+const Verb* verb_named(std::string_view name);
+
+// How grave a row of `check` is.
+Severity severity_of(const Row& row);
+
+}  // namespace vorn

@@ -1,0 +1,187 @@
+// The verbs of the command line against what the program itself writes of the same files.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "batch/collection.h"
+#include "batch/verbs.h"
+#include "records/disk_files.h"
+#include "records/memory_files.h"
+#include "support/places.h"
+#include "support/whole_program.h"
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<Row> rows_of(Files& files, const std::string& file, const char* verb,
+                         const Settings& settings = {}, const VerbSwitches& switches = {}) {
+  Collection collection(files, file, settings);
+  std::vector<Row> rows;
+  verb_named(verb)->rows(collection, switches, [&](const Row& row) { rows.push_back(row); });
+  return rows;
+}
+
+double value(const Row& row, std::size_t column) {
+  const auto* real = std::get_if<double>(&row[column]);
+  return real ? *real : 0;
+}
+
+std::int64_t whole(const Row& row, std::size_t column) {
+  return std::get<std::int64_t>(row[column]);
+}
+
+std::string printed(const char* format, double value) {
+  char text[40];
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+// The line that Stats.prn has of a core.
+std::string report_line(const Row& row) {
+  char text[100];
+  std::snprintf(text, sizeof text, "%-8s%7d%7d%7d", std::get<std::string>(row[1]).c_str(),
+                static_cast<int>(whole(row, 2)), static_cast<int>(whole(row, 3)),
+                static_cast<int>(whole(row, 4)));
+  std::string line = text;
+  for (const std::size_t column : {5u, 6u, 7u, 8u}) line += printed("%7.2f", value(row, column));
+  return line;
+}
+
+class BatchOfExamples : public WholeProgram {
+ protected:
+  void lay_out(const std::string& name) {
+    fs::copy(source_folder() / "examples" / name, name);
+    folder.write("Vorn.fil", name + "\n");
+  }
+  std::string text(const std::string& name) { return folder.read(name); }
+};
+
+TEST_F(BatchOfExamples, StatsAreThoseOfTheReport) {
+  for (const char* name : {"nowhere.rwl", "nearby.fh", "faraway.rwm", "yonder.rwl", "adrift.rwl"}) {
+    SCOPED_TRACE(name);
+    lay_out(name);
+    press(button::stats_report);
+    play();
+    const std::string report = text("Stats.prn");
+    const auto rows = rows_of(disk, name, "stats");
+    EXPECT_FALSE(rows.empty());
+    for (const Row& row : rows)
+      EXPECT_NE(report.find(report_line(row) + "\n"), std::string::npos) << report_line(row);
+    w = std::make_unique<Workspace>(plot, disk);
+    w->log = &log;
+  }
+}
+
+TEST_F(BatchOfExamples, StatsFollowTheSettings) {
+  lay_out("nowhere.rwl");
+  press(button::spline_on);
+  press(button::log_on);
+  press(button::crossdate);
+  press(button::exit_crossdating);
+  press(button::stats_report);
+  play();
+  Settings settings;
+  settings.splineon = settings.logon = false;
+  const auto rows = rows_of(disk, "nowhere.rwl", "stats", settings);
+  ASSERT_EQ(rows.size(), 25u);
+  for (const Row& row : rows)
+    EXPECT_NE(text("Stats.prn").find(report_line(row)), std::string::npos) << report_line(row);
+}
+
+TEST_F(BatchOfExamples, ChronIsTheTableOfTheChronology) {
+  lay_out("nowhere.rwl");
+  press(button::crn_column);
+  press(button::save_crn);
+  play();
+  std::istringstream table(text("Column.prn"));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(table, line);) lines.push_back(line);
+  const auto rows = rows_of(disk, "nowhere.rwl", "chron");
+  ASSERT_EQ(rows.size(), 300u);
+  std::size_t found = 0;
+  for (const Row& row : rows) {
+    const std::string year = std::to_string(whole(row, 1));
+    for (const std::string& line : lines) {
+      std::istringstream fields(line);
+      std::string first, index, depth;
+      fields >> first >> index >> depth;
+      if (first != year) continue;
+      ++found;
+      EXPECT_EQ(depth, std::to_string(whole(row, 3))) << year;
+      EXPECT_NEAR(std::stod(index), value(row, 2) * 1000, 0.51) << year;
+    }
+  }
+  EXPECT_EQ(found, rows.size());
+}
+
+TEST_F(BatchOfExamples, LocateNamesTheTwoPlantedErrorsAndNoOther) {
+  lay_out("nowhere.rwl");
+  const auto rows = rows_of(disk, "nowhere.rwl", "locate");
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(std::get<std::string>(rows[0][1]), "NOW07");
+  EXPECT_EQ(std::get<std::string>(rows[0][2]), "insert");
+  EXPECT_LE(whole(rows[0], 4), 1868);
+  EXPECT_GE(whole(rows[0], 5), 1868);
+  EXPECT_EQ(std::get<std::string>(rows[0][9]), "inner");
+  EXPECT_EQ(std::get<std::string>(rows[1][1]), "NOW14");
+  EXPECT_EQ(std::get<std::string>(rows[1][2]), "merge");
+  EXPECT_EQ(whole(rows[1], 3), 1876);
+  EXPECT_EQ(rows_of(disk, "nowhere.rwl", "locate", {}, {.least_gain = 0}).size(), 25u);
+  const auto by_widths = rows_of(disk, "nowhere.rwl", "locate", {}, {.narrow_years = false});
+  EXPECT_EQ(whole(by_widths.at(0), 3), 1868);
+}
+
+TEST(Batch, ChecksWhatWasReadAndWhatWasNot) {
+  MemoryFiles files;
+  std::string text = raw_core_text("OAK1", 1900, 60, 7);
+  text += "\n" + raw_core_text("OAK2", 1900, 60, 14);
+  files.put("oak.rwl", text);
+  bool told_behind = false, told_series = false, told_layout = false;
+  for (const Row& row : rows_of(files, "oak.rwl", "check")) {
+    const std::string check = std::get<std::string>(row[3]);
+    if (check == "behind-end") {
+      told_behind = true;
+      EXPECT_EQ(whole(row, 1), 8);
+      EXPECT_EQ(severity_of(row), Severity::error);
+    }
+    if (check == "series") {
+      told_series = true;
+      EXPECT_EQ(std::get<std::string>(row[2]), "OAK1");
+      EXPECT_EQ(whole(row, 7), 60);
+      EXPECT_EQ(severity_of(row), Severity::note);
+    }
+    if (check == "layout") told_layout = true;
+  }
+  EXPECT_TRUE(told_behind);
+  EXPECT_TRUE(told_series);
+  EXPECT_TRUE(told_layout);
+}
+
+TEST(Batch, AFileThatIsNoneGivesWordsAndNoRows) {
+  MemoryFiles files;
+  files.put("README", "This is no file of ring widths.\n");
+  EXPECT_TRUE(rows_of(files, "README", "stats").empty());
+  Collection unknown(files, "README", {});
+  EXPECT_EQ(unknown.words(), std::vector<std::string>{"README: no layout that is known"});
+  Collection gone(files, "gone.rwl", {});
+  ASSERT_FALSE(gone.words().empty());
+  EXPECT_EQ(gone.words()[0], "gone.rwl: Open: No such file or directory");
+}
+
+TEST(Batch, SaysByWhatRecipe) {
+  Settings settings;
+  EXPECT_EQ(recipe_of(settings), "spline 32, ar 11, log");
+  settings.splineon = settings.aron = settings.logon = false;
+  EXPECT_EQ(recipe_of(settings), "no spline, no ar, no log");
+}
+
+}  // namespace
+}  // namespace vorn
