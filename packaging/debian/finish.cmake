@@ -11,5 +11,5 @@ file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright ${CMAKE_CURRENT_LIST_DIR}/changelo
 file(REMOVE ${tree}/doc/vorn/LICENSE)
 file(CREATE_LINK copyright ${tree}/doc/vorn/LICENSE SYMBOLIC)
 execute_process(
-  COMMAND gzip -9n ${tree}/doc/vorn/changelog ${tree}/man/man1/VORNosx.1 ${tree}/man/man1/vorn_replay.1
+  COMMAND gzip -9n ${tree}/doc/vorn/changelog ${tree}/man/man1/VORNosx.1 ${tree}/man/man1/vorn.1 ${tree}/man/man1/vorn_replay.1
   COMMAND_ERROR_IS_FATAL ANY)
