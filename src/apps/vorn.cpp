@@ -35,7 +35,8 @@ struct Wanted {
   std::string output;  // empty: standard output
   vorn::Settings settings;
   vorn::VerbSwitches switches;
-  std::vector<std::string> series;  // only these; all when empty
+  std::vector<std::string> references;  // files
+  std::vector<std::string> series;      // only these; all when empty
   int threads = 1;
   bool quiet = false;
   std::optional<vorn::Severity> fail_on;
@@ -155,6 +156,24 @@ class Work {
   std::condition_variable came_;
 };
 
+// Reads what the cores are dated by. Answers false where one of them is none.
+bool read_references(Wanted& wanted) {
+  vorn::DiskFiles files;
+  bool all = true;
+  for (const std::string& name : wanted.references) {
+    vorn::Collection collection(files, name, wanted.settings);
+    for (const std::string& words : collection.words())
+      std::cerr << "vorn: " << vorn::plain_text(words) << '\n';
+    auto reference = std::make_shared<const vorn::DatingReference>(collection);
+    if (reference->series().compared.values.empty()) {
+      std::cerr << "vorn: " << vorn::plain_text(name) << ": no chronology to date by\n";
+      all = false;
+    }
+    wanted.switches.references.push_back(std::move(reference));
+  }
+  return all;
+}
+
 int run(const Wanted& wanted) {
   std::ofstream file;
   if (!wanted.output.empty()) file.open(wanted.output, std::ios::binary);
@@ -212,6 +231,14 @@ int answer(int argc, char** argv) {
     sub->add_option("--series", wanted.series, "only these series")->delimiter(',');
     sub->add_option("-j", wanted.threads, "so many files at a time")->check(CLI::Range(1, 64));
     sub->add_flag("-q", wanted.quiet, "says nothing of what was not read");
+    if (verb.form.verb == "date")
+      sub->add_option("--reference", wanted.references,
+                      "files that the cores are dated by; without, the others of their file");
+    if (verb.form.verb == "site") {
+      sub->add_option("--segment", wanted.settings.seg, "years of a segment")->check(CLI::Range(4, 12'000));
+      sub->add_option("--overlap", wanted.settings.olap, "years by which segments overlap")
+          ->check(CLI::Range(1, 11'999));
+    }
     if (verb.form.verb == "locate") {
       sub->add_option("--gain", wanted.switches.least_gain,
                       "least gain of an error that is given, 7 at first; 0 gives the best of each core");
@@ -233,6 +260,7 @@ int answer(int argc, char** argv) {
   wanted.settings.aron = !no_ar;
   wanted.settings.logon = !no_log;
   if (!fail_on.empty()) wanted.fail_on = fail_on == "error" ? vorn::Severity::error : vorn::Severity::warning;
+  if (!read_references(wanted)) return cannot_go_on;
   return run(wanted);
 }
 

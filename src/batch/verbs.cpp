@@ -8,6 +8,7 @@
 #include "formats/layouts.h"
 #include "statistics/tree_correlations.h"
 #include "study/reference.h"
+#include "study/site.h"
 #include "study/studied_cores.h"
 
 namespace vorn {
@@ -78,6 +79,25 @@ void locate_rows(Collection& collection, const VerbSwitches& switches, const Add
         errors.pair || (!errors.candidates.empty() &&
                         (switches.least_gain <= 0 || errors.candidates.front().gain >= switches.least_gain));
     if (any) add(located(collection.path(), name_of_core(w, i), errors));
+  }
+}
+
+// --- date and site
+
+void dated_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
+  date_rows(collection, switches.references, add);
+}
+
+void site_rows(Collection& collection, const VerbSwitches&, const Add& add) {
+  if (!collection.has_cores()) return;
+  const Workspace& w = collection.state();
+  const std::vector<SeriesView> cores = cores_of(w);
+  const SiteSurvey site = survey(StudiedCores(cores, w), w);
+  for (const std::size_t k : site.order) {
+    const SiteCore& core = site.cores[k];
+    const int i = static_cast<int>(k) + 1;
+    add({collection.path(), name_of_core(w, i), whole(w.fy(i)), whole(w.ly(i)), number(core.r),
+         number(core.need), whole(core.low), whole(core.lagging), todo(core, cores[k])});
   }
 }
 
@@ -247,6 +267,14 @@ const std::vector<Verb>& table() {
       {{"locate", {file, series, "kind", "year", "from", "to", "gain", "margin", "pair", "end", "pair_kind"}},
        "the year in which a ring is missing or false",
        locate_rows},
+      {{"date",
+        {file, series, "reference", "first_year", "shift", "overlap", "r", "t_bp", "t_h", "glk", "p",
+         "margin"}},
+       "where each core is best dated, and how sure",
+       dated_rows},
+      {{"site", {file, series, "first_year", "last_year", "r", "need", "flags_a", "flags_b", "todo"}},
+       "which core needs work first, and what to do",
+       site_rows},
       {{"stats", {file, series, "first_year", "last_year", "rings", "mean_mm", "sd_mm", "r", "rbar"}},
        "years, widths and agreement of each core",
        stats_rows},

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "batch/collection.h"
+#include "batch/dating.h"
 #include "batch/table.h"
 #include "study/ring_errors.h"
 
@@ -17,7 +18,9 @@ enum class Severity { note, warning, error };
 // What some verbs are told beside the settings.
 struct VerbSwitches {
   double least_gain = gain_to_look_at;  // locate: of the errors that are given; 0 gives the best of each core
-  bool narrow_years = true;             // locate: missing rings are looked for where the others are narrow
+  DatingReferences references =
+      {};                    // date: what the cores are dated by; the others of their file where empty
+  bool narrow_years = true;  // locate: missing rings are looked for where the others are narrow
 };
 
 struct Verb {
@@ -32,6 +35,9 @@ struct Verb {
 // correction: its year, the years that hold 90 % of the likelihood, the gain in score, the margin to the best
 // year elsewhere, and which end keeps its dates (see study/ring_errors.h). Where two errors explain far more,
 // the earlier one stands in these columns, the later one's year and kind in `pair` and `pair_kind`.
+// date: of each core the best position on each reference, and how sure it is (see study/dates.h). Without a
+// position that has 20 years in common the columns behind the overlap, 0, are empty.
+// site: the cores of a file, the one first that needs work most, and what to do about it (see study/site.h).
 // stats: of each core its years, rings, mean and standard deviation of the widths (mm), correlation with the
 // chronology without it (r) and mean correlation with the other cores (rbar), as Stats.prn has them. A
 // correlation is absent where there are fewer than 40 common years.

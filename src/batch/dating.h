@@ -1,0 +1,40 @@
+// The verb `date`: samples at every position of references.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "batch/collection.h"
+#include "batch/table.h"
+#include "study/dates.h"
+#include "study/reference.h"
+
+namespace vorn {
+
+// What samples are dated by: a chronology, which owns its values.
+class DatingReference {
+ public:
+  // The mean of the cores of a file of ring widths, but for core number `left_out`, counted from 0; or the
+  // chronology of an index file as it stands. Without any value where there is none.
+  explicit DatingReference(Collection& collection, std::size_t left_out = static_cast<std::size_t>(-1));
+
+  const std::string& name() const { return name_; }
+  SeriesToDate series() const;
+
+ private:
+  std::string name_;
+  std::int64_t first_ = 0;
+  std::vector<double> compared_, growth_;
+  std::unique_ptr<bool[]> present_;
+};
+
+using DatingReferences = std::vector<std::shared_ptr<const DatingReference>>;
+
+// For each core and reference the best position; without references each core is dated by the others of its
+// file.
+void date_rows(Collection& collection, const DatingReferences& references,
+               const std::function<void(const Row&)>& add);
+
+}  // namespace vorn
