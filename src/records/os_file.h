@@ -53,7 +53,8 @@ class File {
   // Makes a new file to be written; gives 17 (EEXIST) when there is one, or a link. A private one is for the
   // user alone, others are as open as the user lets new files be.
   int make(const std::string& path, bool is_private);
-  // Opens what is there to be written at its end, as a device is. A pipe without a reader gives 6 (ENXIO) at once.
+  // Opens what is there to be written at its end, as a device is. A pipe without a reader gives 6 (ENXIO) at
+  // once.
   int open_device(const std::string& path);
 
   // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many. Gives
