@@ -212,15 +212,14 @@ int answer(int argc, char** argv) {
   app.require_subcommand(1);
   Wanted wanted;
   bool json = false, no_spline = false, no_ar = false, no_log = false;
-  std::string fail_on;
+  std::string fail_on, format = "table";
   const std::map<std::string, vorn::TableFormat> formats = {{"table", vorn::TableFormat::table},
                                                             {"csv", vorn::TableFormat::csv},
                                                             {"json", vorn::TableFormat::json}};
   for (const vorn::Verb& verb : vorn::verbs()) {
     CLI::App* sub = app.add_subcommand(std::string(verb.form.verb), std::string(verb.does));
     sub->add_option("FILE", wanted.files, "files to read; - is standard input")->required();
-    sub->add_option("--format", wanted.format, "table, csv or json")
-        ->transform(CLI::CheckedTransformer(formats));
+    sub->add_option("--format", format, "table, csv or json")->check(CLI::IsMember({"table", "csv", "json"}));
     sub->add_flag("--json", json, "the same as --format json");
     sub->add_option("-o", wanted.output, "writes to this file");
     sub->add_option("--spline", wanted.settings.ss, "years of the spline")->check(CLI::Range(3, 999));
@@ -255,7 +254,7 @@ int answer(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? done : wrong_use;
   }
-  if (json) wanted.format = vorn::TableFormat::json;
+  wanted.format = json ? vorn::TableFormat::json : formats.at(format);
   wanted.settings.splineon = !no_spline;
   wanted.settings.aron = !no_ar;
   wanted.settings.logon = !no_log;
