@@ -125,7 +125,8 @@ TEST(BestMatch, RanksPlacesThatTheEstimatesCannotTellApart) {
   }
   store.set_pair(1900, a, 1700, b);
   std::vector<int> offsets;
-  for (const Match& match : best_matches(store.w)[0].matches) offsets.push_back(match.offset);
+  const auto stretches = best_matches(store.w);
+  for (const Match& match : stretches[0].matches) offsets.push_back(match.offset);
   EXPECT_EQ(offsets, (std::vector<int>{-100, -50, 0, 50, 100, 150}));
 }
 

@@ -365,7 +365,7 @@ TEST_F(JournalInFolder, BeginsAnewWhereNotEvenTheStartCanBeGoneThrough) {
   EXPECT_TRUE(offered);
   EXPECT_EQ(screen.notices, Names{"Take up: the files were not asked for as before at step 0 of " +
                                   std::to_string(steps_of_work) + ", which is left off with all behind it"});
-  EXPECT_EQ(w->nc, 4);
+  EXPECT_EQ(screen.standing().situation->cores.size(), 4u);
 }
 
 TEST_F(JournalInFolder, WritesNoFileWhenItIsTakenUp) {
