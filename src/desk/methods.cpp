@@ -113,7 +113,7 @@ std::string as_done(std::string what) {
 
 std::string as_sentence(std::string text) {
   constexpr std::string_view ends = ".!?";
-  if (!text.empty() && ends.find(text.back()) == ends.npos) text += '.';
+  if (!text.empty() && ends.find(text.back()) == std::string_view::npos) text += '.';
   return text;
 }
 

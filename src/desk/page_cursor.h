@@ -20,17 +20,17 @@ class PageCursor {
 
   // Goes on, where a click on a button or a year is waited for. Answers false where the step means nothing:
   // then it is free for something else.
-  bool go(Step step, const Situation& situation);
+  bool go(Step step, const Situation& now);
   // What is marked on the page, and the click there; nothing where the cursor is not shown.
-  std::optional<Rectangle> mark(const Situation& situation) const;
-  std::optional<Event> click(const Situation& situation) const;
+  std::optional<Rectangle> mark(const Situation& now) const;
+  std::optional<Event> click(const Situation& now) const;
   void hide();
 
  private:
-  bool go_on(Step step, const Situation& situation);
-  bool go_in_list(Step step, const Situation& situation);
-  bool go_along_curve(Step step, const Situation& situation);
-  void enter(const ShownButton& button, const Situation& situation);
+  bool go_on(Step step, const Situation& now);
+  bool go_in_list(Step step, const Situation& now);
+  bool go_along_curve(Step step, const Situation& now);
+  void enter(const ShownButton& button, const Situation& now);
 
   ButtonNumber button_ = ButtonNumber::none;
   ButtonNumber list_ = ButtonNumber::none;  // the list that cell_ is in

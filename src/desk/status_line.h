@@ -28,6 +28,6 @@ StatusLine status_line(const Standing& standing, std::optional<PointAt> mouse);
 
 // The year at page position x of the cross-dating screen's graph, as a click there picks it; nothing beside
 // it or on other pages.
-std::optional<int> year_at(const Situation& situation, PointAt mouse);
+std::optional<int> year_at(const Situation& now, PointAt mouse);
 
 }  // namespace vorn

@@ -1,7 +1,7 @@
 #include "sessions/decisions.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <charconv>
 #include <string_view>
 
 namespace vorn {
@@ -32,6 +32,7 @@ std::string listed(const std::vector<std::string>& names) {
 
 std::string year_list(const std::vector<int>& years) {
   std::vector<std::string> texts;
+  texts.reserve(years.size());
   for (const int year : years) texts.push_back(number(year));
   return listed(texts);
 }
@@ -215,7 +216,11 @@ bool goes_on(const Decision& earlier, const Decision& decision) {
 Decision both(const Decision& earlier, const Decision& decision) {
   const auto years = [](const std::string& what) {
     const auto at = what.rfind(" by ");
-    return at == std::string::npos ? 0 : std::atoi(what.c_str() + at + 4);
+    int by = 0;
+    if (at == std::string::npos) return by;
+    const char* const number = what.c_str() + at + 4;
+    std::from_chars(number + (*number == '+' ? 1 : 0), what.c_str() + what.size(), by);
+    return by;
   };
   Decision whole = decision;
   whole.before = earlier.before;

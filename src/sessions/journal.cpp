@@ -7,6 +7,7 @@
 #include <cstring>
 #include <ctime>
 #include <optional>
+#include <ranges>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
@@ -502,7 +503,7 @@ void Journal::sync() {
 
 // Keeps the contents under their own name, once.
 std::string Journal::keep(const Contents& contents) {
-  const std::string name = kept_name(*contents);
+  std::string name = kept_name(*contents);
   if (!file_.is_open()) {
     if (trouble_.empty()) not_kept_.emplace_back(name, contents);
     return name;
@@ -603,8 +604,8 @@ void Journal::thin_out() const {
   std::set<std::string> named;
   std::size_t bytes = 0, sessions = 0;
   const auto all = journals();
-  for (auto name = all.rbegin(); name != all.rend(); ++name) {
-    const std::string path = place(std::string(folder_name) + '/' + *name);
+  for (const std::string& name : std::views::reverse(all)) {
+    const std::string path = place(std::string(folder_name) + '/' + name);
     ++sessions;
     std::set<std::string> more = kept_names_in(read_plain(path, most_bytes).value_or(std::string()));
     std::erase_if(more, [&](const std::string& kept) { return named.contains(kept); });
@@ -625,8 +626,8 @@ std::string Journal::to_take_up() {
   FileKind kind = FileKind::missing;
   if (os::kind_of(place(folder_name), kind) || kind != FileKind::folder || !lock()) return {};
   const auto all = journals();
-  for (auto name = all.rbegin(); name != all.rend(); ++name) {
-    const auto text = read_plain(place(std::string(folder_name) + '/' + *name), most_bytes);
+  for (const std::string& name : std::views::reverse(all)) {
+    const auto text = read_plain(place(std::string(folder_name) + '/' + name), most_bytes);
     if (!text) continue;
     // Whether the kept files are there is asked when it is taken up.
     const ReadJournal journal =
@@ -634,7 +635,7 @@ std::string Journal::to_take_up() {
     if (journal.is_tried) return {};
     if (journal.timeline.entries().empty()) continue;
     const bool has_work = journal.timeline.taken() > 0 && (!journal.has_ended || journal.was_unsaved);
-    return has_work ? *name : std::string();
+    return has_work ? name : std::string();
   }
   return {};
 }

@@ -69,7 +69,9 @@ class ScriptedScreen : public Inbox {
   [[noreturn]] void stop_at_the_end() const;
   [[noreturn]] void stop(const Statement& statement, const std::string& why) const;
   void go_back(const Statement& statement);
-  void press_key(int code) { pending_.push_back(Event{mouse_.x, mouse_.y, code}); }
+  void press_key(int code) {
+    pending_.push_back(Event{mouse_.x, mouse_.y, code});  // NOLINT(modernize-use-emplace): see click
+  }
   void click(PageSpot spot, int code);
 
   std::vector<Statement> statements_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <ranges>
 #include <utility>
 
 #include "workspace/vorndata.h"
@@ -402,10 +403,10 @@ std::optional<Event> Session::answer(std::size_t choice) {
   playing_ = chosen.text;
   // What could not be saved is asked for again: the deed behind the steps is not taken as asked.
   if (chosen.does_it) queue_.push_front({.deed = questioned_});
-  for (auto step = chosen.first.rbegin(); step != chosen.first.rend(); ++step) {
+  for (const PlayStep& step : std::views::reverse(chosen.first)) {
     // Whether another file may be replaced was not asked yet.
-    const bool asked = step->button != button::save_raw;
-    queue_.push_front({.step = *step, .asked = asked});
+    const bool asked = step.button != button::save_raw;
+    queue_.push_front({.step = step, .asked = asked});
   }
   return {};
 }

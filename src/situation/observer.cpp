@@ -102,7 +102,7 @@ void Observer::look_at_store() {
       now_.unwritten.push_back((change.after ? change.after : change.before)->name);
   }
   now_.file = w.nfil > 0 ? std::string(w.cnam(w.cf).trimmed()) : std::string();
-  now_.settings = w;
+  now_.settings = static_cast<const Settings&>(w);
 }
 
 bool Observer::shows_pair() const {
