@@ -247,7 +247,7 @@ void check_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   const ReadDecisions& decided = collection.decided();
   findings.tell("layout", Severity::note, {recognition.line}, std::string(name_of(recognition.layout)),
                 "by " + std::string(recognition.test));
-  for (const SeriesRead& series : decided.series) tell_series(series, findings);
+  for (const SeriesRead& one : decided.series) tell_series(one, findings);
   for (const LinesNotTaken& lines : decided.not_taken) {
     const auto [check, severity, words] = why(lines.why);
     findings.tell(check, severity, {lines.first, "", lines.first, lines.last}, Cell(), std::string(words));

@@ -115,11 +115,13 @@ constexpr Action table[] = {
     {{"about", Menu::help, "About Vorn", "", window, line}},
 };
 
-constexpr auto rows = [] {
+constexpr std::array<ActionRow, std::size(table)> rows_of_table() {
   std::array<ActionRow, std::size(table)> all;
   for (std::size_t k = 0; k < all.size(); ++k) all[k] = table[k].row;
   return all;
-}();
+}
+
+constexpr auto rows = rows_of_table();
 
 }  // namespace
 

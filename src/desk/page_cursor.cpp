@@ -75,7 +75,8 @@ struct Axis {
 std::optional<int> year_beside(const Axis& axis, int year, int years) {
   const int side = years < 0 ? -1 : 1;
   std::optional<int> found;
-  for (std::int64_t next = std::int64_t{year} + side; axis.shows(next); next += side) {
+  std::int64_t next = year;
+  while (axis.shows(next += side)) {
     if (axis.x_of(next)) found = static_cast<int>(next);
     if (found && std::abs(next - year) >= std::abs(years)) return found;
   }

@@ -140,7 +140,8 @@ std::optional<Deed> begin_sample_in(std::int64_t year, const Standing& standing)
 
 std::optional<Deed> scroll_years_by(std::int64_t years, const Standing& standing) {
   if (years == 0 || !shows(standing, button::scroll_plus_1)) return {};
-  const Years wanted = std::clamp<Years>(years, Years{-2} * max_years, Years{2} * max_years);
+  constexpr Years farthest = Years{2} * max_years;
+  const Years wanted = std::clamp(years, -farthest, farthest);
   const Path one_way = path_of(all_one_way(wanted), wanted > 0),
              shortest = path_of(fewest(wanted), wanted > 0);
   // At the ends of the series a way past the aim would come back too far.

@@ -110,7 +110,7 @@ SharedSituation PageWindow::situation() const {
 
 void PageWindow::paintEvent(QPaintEvent*) {
   const NumberedPage latest = mailbox_->page();
-  const Page empty;
+  const Page empty{};
   const Page& page = latest.page ? *latest.page : empty;
   const QTransform to_area = page_to_area(page_area());
   QPainter painter(this);
