@@ -7,7 +7,6 @@
 #include <cstring>
 #include <ctime>
 #include <optional>
-#include <ranges>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
@@ -603,8 +602,9 @@ void Journal::ended(bool by_event, bool unsaved) {
 void Journal::thin_out() const {
   std::set<std::string> named;
   std::size_t bytes = 0, sessions = 0;
-  const auto all = journals();
-  for (const std::string& name : std::views::reverse(all)) {
+  auto newest_first = journals();
+  std::ranges::reverse(newest_first);
+  for (const std::string& name : newest_first) {
     const std::string path = place(std::string(folder_name) + '/' + name);
     ++sessions;
     std::set<std::string> more = kept_names_in(read_plain(path, most_bytes).value_or(std::string()));
@@ -625,8 +625,9 @@ void Journal::thin_out() const {
 std::string Journal::to_take_up() {
   FileKind kind = FileKind::missing;
   if (os::kind_of(place(folder_name), kind) || kind != FileKind::folder || !lock()) return {};
-  const auto all = journals();
-  for (const std::string& name : std::views::reverse(all)) {
+  auto newest_first = journals();
+  std::ranges::reverse(newest_first);
+  for (const std::string& name : newest_first) {
     const auto text = read_plain(place(std::string(folder_name) + '/' + name), most_bytes);
     if (!text) continue;
     // Whether the kept files are there is asked when it is taken up.

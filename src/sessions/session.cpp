@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <ranges>
 #include <utility>
+#include <vector>
 
 #include "workspace/vorndata.h"
 
@@ -401,13 +401,15 @@ std::optional<Event> Session::answer(std::size_t choice) {
     return chosen.does_it ? do_deed(questioned_, true) : std::nullopt;
   }
   playing_ = chosen.text;
-  // What could not be saved is asked for again: the deed behind the steps is not taken as asked.
-  if (chosen.does_it) queue_.push_front({.deed = questioned_});
-  for (const PlayStep& step : std::views::reverse(chosen.first)) {
+  std::vector<Queued> steps;
+  for (const PlayStep& step : chosen.first) {
     // Whether another file may be replaced was not asked yet.
     const bool asked = step.button != button::save_raw;
-    queue_.push_front({.step = step, .asked = asked});
+    steps.push_back({.step = step, .asked = asked});
   }
+  // What could not be saved is asked for again: the deed behind the steps is not taken as asked.
+  if (chosen.does_it) steps.push_back({.deed = questioned_});
+  queue_.insert(queue_.begin(), steps.begin(), steps.end());
   return {};
 }
 
