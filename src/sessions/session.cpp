@@ -121,11 +121,7 @@ int Session::run_once() {
   const int status = program_(*this, files_, program_log_, [this](const Workspace& w) { start(w); });
   w_ = nullptr;
   observer_.reset();
-  if (!is_replaying_) {
-    const bool unsaved = situation_ && (!situation_->unwritten.empty() || situation_->sample.changed ||
-                                        situation_->reference.changed);
-    keeper_->ended(!waits_, unsaved);
-  }
+  if (!is_replaying_) keeper_->ended(!waits_, situation_ && situation_->unsaved());
   return status;
 }
 

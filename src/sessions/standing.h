@@ -48,10 +48,7 @@ struct Standing {
   std::string written;                     // what was written last: "wrote Stats.prn, 25 cores"
   std::string journal_trouble;             // why no journal is kept; empty where one is
   std::string to_take_up;                  // the journal of an earlier session whose work was not written
-  bool unsaved() const {
-    return situation &&
-           (!situation->unwritten.empty() || situation->sample.changed || situation->reference.changed);
-  }
+  bool unsaved() const { return situation && situation->unsaved(); }
 };
 
 using SharedStanding = std::shared_ptr<const Standing>;

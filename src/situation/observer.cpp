@@ -95,7 +95,6 @@ void Observer::look_at_store() {
   now_.cores = std::move(cores);
   if (w.loads != loads_) written_ = now_.cores;
   loads_ = w.loads;
-  current_file_ = w.cf;
   if (!is_same) {
     now_.unwritten.clear();
     for (const CoreChange& change : changes_between(written_, now_.cores))

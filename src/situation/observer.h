@@ -23,9 +23,8 @@ class Observer {
   // The cores that were at work at the last menu are now in a file, all that its layout can hold.
   void cores_written();
 
-  // How often cores were loaded, and the number of the current file.
+  // How often cores were loaded.
   int loads() const { return loads_; }
-  int current_file() const { return current_file_; }
   // The working copies that differ from what is stored, as they stand; empty for those that do not.
   const SharedSeries& changed_sample() const { return changed_[0]; }
   const SharedSeries& changed_reference() const { return changed_[1]; }
@@ -43,7 +42,7 @@ class Observer {
   Situation now_;
   std::vector<SharedSeries> written_;  // the cores as they were last read or written
   SharedSeries changed_[2];
-  int loads_ = 0, current_file_ = 0;
+  int loads_ = 0;
 };
 
 }  // namespace vorn

@@ -106,6 +106,9 @@ struct Situation {
   bool replaces_other_file = false;      // a file of that name stands there which this session did not write
   bool two_column_list_missing = false;  // "Read TRW" has nothing to read and would end the program
 
+  // Whether work would be lost if the program ended now.
+  bool unsaved() const { return !unwritten.empty() || sample.changed || reference.changed; }
+
   const ShownButton* shown(ButtonNumber n) const;
   // The button that a click there hits; null for none.
   const ShownButton* at(int x, int y) const;
