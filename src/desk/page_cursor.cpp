@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "workspace/view.h"
+#include "situation/graph_axis.h"
 
 namespace vorn {
 namespace {
@@ -51,28 +51,8 @@ Rectangle cell_of(const Rectangle& area, const List& list, int k) {
 
 // --- Curves.
 
-// Where the years shown stand: those that a click can pick. With more years than page units not all can.
-struct Axis {
-  explicit Axis(const Situation& now)
-      : first(now.first_year), shown(now.years_shown), unit(2500.0 / now.years_shown) {}
-
-  bool shows(std::int64_t year) const { return year >= first && year < first + shown; }
-  // The middle of the page units at which the year is picked.
-  std::optional<int> x_of(std::int64_t year) const {
-    if (!shows(year)) return {};
-    const auto k = static_cast<double>(year - first);
-    const int begin = static_cast<int>(std::ceil(k * unit)),
-              end = static_cast<int>(std::ceil((k + 1) * unit));
-    return begin < end ? std::optional(200 + (begin + end - 1) / 2) : std::nullopt;
-  }
-
-  std::int64_t first;
-  int shown;
-  double unit;
-};
-
 // The next year to that side, `years` farther or at least as near as there is one.
-std::optional<int> year_beside(const Axis& axis, int year, int years) {
+std::optional<int> year_beside(const GraphAxis& axis, int year, int years) {
   const int side = years < 0 ? -1 : 1;
   std::optional<int> found;
   std::int64_t next = year;
@@ -155,11 +135,11 @@ bool PageCursor::go_in_list(Step step, const Situation& now) {
 bool PageCursor::go_along_curve(Step step, const Situation& now) {
   const ShownButton* button = first_shown({button_, button::upper_plot, button::lower_plot}, now);
   if (!button || !is_curve(button->number)) return false;
-  if (button_ != button->number || !Axis(now).shows(year_)) {
+  if (button_ != button->number || !GraphAxis(now).shows(year_)) {
     enter(*button, now);
     return true;
   }
-  const auto go_by = [&](int years) { year_ = year_beside(Axis(now), year_, years).value_or(year_); };
+  const auto go_by = [&](int years) { year_ = year_beside(GraphAxis(now), year_, years).value_or(year_); };
   const auto go_to = [&](ButtonNumber n) {
     if (now.shown(n)) button_ = n;
   };
@@ -193,9 +173,9 @@ void PageCursor::enter(const ShownButton& button, const Situation& now) {
     list_ = button_;
     cell_ = 0;
   }
-  const Axis axis(now);
+  const GraphAxis axis(now);
   if (!is_curve(button_) || axis.shows(year_)) return;
-  year_ = held_year((2 * axis.first + axis.shown - 1) / 2);
+  year_ = held_year((axis.first() + axis.last()) / 2);
   if (!axis.x_of(year_)) year_ = year_beside(axis, year_, 1).value_or(year_);
 }
 
@@ -203,10 +183,10 @@ std::optional<Rectangle> PageCursor::mark(const Situation& now) const {
   const ShownButton* button = takes_clicks(now) ? now.shown(button_) : nullptr;
   if (!button) return {};
   if (is_curve(button_)) {
-    const Axis axis(now);
+    const GraphAxis axis(now);
     const auto x = axis.x_of(year_);
     if (!x) return {};
-    const int half = std::max(1, static_cast<int>(axis.unit / 2));
+    const int half = std::max(1, static_cast<int>(axis.unit() / 2));
     return Rectangle{*x - half, button->y1, *x + half, button->y2};
   }
   const auto list = list_of(button_, now);
@@ -219,7 +199,7 @@ std::optional<Event> PageCursor::click(const Situation& now) const {
   const auto area = mark(now);
   if (!area) return {};
   if (!is_curve(button_)) return click_in(*area);
-  return click_at(*Axis(now).x_of(year_), (area->y1 + area->y2) / 2);
+  return click_at(*GraphAxis(now).x_of(year_), (area->y1 + area->y2) / 2);
 }
 
 void PageCursor::hide() {

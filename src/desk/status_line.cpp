@@ -5,13 +5,11 @@
 #include <string_view>
 
 #include "desk/words.h"
-#include "workspace/view.h"
+#include "situation/graph_axis.h"
 
 namespace vorn {
 namespace {
 
-constexpr Rectangle graph = {200, 450, 2700, 1300};
-constexpr double graph_width = 2500.0;
 constexpr int warned_ahead = 100;  // clicks
 
 // --- What the program waits for.
@@ -157,9 +155,9 @@ std::string warning_text(const Situation& now) {
 
 std::optional<int> year_at(const Situation& now, PointAt mouse) {
   if (!shows_graph(now.place) || now.years_shown < 1) return {};
-  if (mouse.x < graph.x1 || mouse.x > graph.x2 || mouse.y < graph.y1 || mouse.y > graph.y2) return {};
-  return held_year(std::int64_t{now.first_year} +
-                   static_cast<int>((mouse.x - graph.x1) / (graph_width / now.years_shown)));
+  constexpr Rectangle area = graph_area;
+  if (mouse.x < area.x1 || mouse.x > area.x2 || mouse.y < area.y1 || mouse.y > area.y2) return {};
+  return GraphAxis(now).year_at(mouse.x);
 }
 
 StatusLine status_line(const Standing& standing, std::optional<PointAt> mouse) {

@@ -1,11 +1,10 @@
 #include "sessions/session.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <utility>
 #include <vector>
 
+#include "situation/graph_axis.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -31,23 +30,6 @@ std::string one_line(std::string text) {
     if (static_cast<unsigned char>(c) < ' ' || c == 127) c = ' ';
   }
   return text;
-}
-
-int whole(double place) {
-  return static_cast<int>(std::lround(place));
-}
-
-// The middle of that year's width in the graph; nothing where it is not shown.
-std::optional<int> place_of_year(const Situation& situation, int year) {
-  const int k = year - situation.first_year;
-  if (k < 0 || k >= situation.years_shown) return {};
-  const double width = 2500.0 / situation.years_shown;
-  const int x = whole(200 + (k + 0.5) * width);
-  // Where years are narrower than page units the nearest place may be a neighbour's.
-  for (const int near : {x, x - 1, x + 1}) {
-    if (static_cast<int>((near - 200) / width) == k) return near;
-  }
-  return {};
 }
 
 }  // namespace
@@ -444,7 +426,7 @@ std::optional<Event> Session::event_of(const PlayStep& step) {
     case PlayStep::Kind::sample_year:
     case PlayStep::Kind::reference_year: {
       auto event = press(step.kind == PlayStep::Kind::sample_year ? button::upper_plot : button::lower_plot);
-      const auto x = place_of_year(*situation_, step.year);
+      const auto x = GraphAxis(*situation_).x_of(step.year);
       if (event && !x) return stop_playing("the year is not shown"), std::nullopt;
       if (event) event->x = *x;
       return event;

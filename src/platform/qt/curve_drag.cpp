@@ -5,11 +5,12 @@
 #include <cmath>
 
 #include "platform/qt/page_painter.h"
+#include "situation/graph_axis.h"
 
 namespace vorn {
 namespace {
 
-constexpr double graph_left = 200, graph_width = 2500, graph_top = 450, graph_bottom = 1300;
+constexpr double graph_left = graph_area.x1, graph_width = graph_area.x2 - graph_area.x1;
 
 double years_across(const Situation& situation) {
   return std::max(1, situation.years_shown);
@@ -19,7 +20,7 @@ double years_across(const Situation& situation) {
 bool is_sample_curve(const Mark& mark) {
   if (mark.kind != Mark::Kind::line || mark.colour != colour::light_blue) return false;
   return std::ranges::all_of(mark.points,
-                             [](const PagePoint& at) { return graph_area().contains(at.x, at.y); });
+                             [](const PagePoint& at) { return area_of_graph().contains(at.x, at.y); });
 }
 
 QPolygonF points_of(const Mark& mark) {
@@ -60,12 +61,12 @@ void write_words(QPainter& painter, const QString& words, QPointF above, double 
 
 }  // namespace
 
-QRectF graph_area() {
-  return QRectF(QPointF(graph_left, graph_top), QPointF(graph_left + graph_width, graph_bottom));
+QRectF area_of_graph() {
+  return QRectF(QPointF(graph_area.x1, graph_area.y1), QPointF(graph_area.x2, graph_area.y2));
 }
 
 bool CurveDrag::may_begin(const Standing& standing, QPointF on_page) {
-  if (!standing.situation || !graph_area().contains(on_page)) return false;
+  if (!standing.situation || !area_of_graph().contains(on_page)) return false;
   const Situation& situation = *standing.situation;
   if (situation.wait != Wait::menu || situation.place != Place::crossdating) return false;
   const bool on_button =
@@ -109,7 +110,7 @@ void CurveDrag::paint(QPainter& painter, const Page& page, const Situation& situ
   painter.setBrush(Qt::NoBrush);
   QPen pen(letter_shade(colour::light_blue), 1.5 * pixel, Qt::DashLine);
   painter.setPen(pen);
-  painter.setClipRect(graph_area(), Qt::IntersectClip);
+  painter.setClipRect(area_of_graph(), Qt::IntersectClip);
   const double shift = by * graph_width / years_across(situation);
   for (const Mark& mark : page.marks()) {
     if (is_sample_curve(mark)) painter.drawPolyline(points_of(mark).translated(shift, 0));

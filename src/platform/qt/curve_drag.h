@@ -40,6 +40,6 @@ class CurveDrag {
 };
 
 // Where the curves of the cross-dating screen are, in page units.
-QRectF graph_area();
+QRectF area_of_graph();
 
 }  // namespace vorn
