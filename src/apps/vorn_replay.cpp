@@ -28,13 +28,7 @@ int play(const vorn::Script& script, const std::string& name) {
                               [&](const vorn::Page& page, const std::string& file) {
                                 return vorn::write_page(page, file, files, pictures);
                               });
-  const vorn::WholeProgram program = [&](vorn::Screen& shown, vorn::Files& read, std::ostream& log,
-                                         const auto& started) {
-    return vorn::run_whole_program(shown, read, log, [&](const vorn::Workspace& state) {
-      w = &state;
-      started(state);
-    });
-  };
+  const vorn::WholeProgram program = vorn::whole_program([&w](const vorn::Workspace& begun) { w = &begun; });
   const int status = vorn::Session(program, files, std::cerr, screen).run();
   if (const int line = screen.first_line_not_reached(); line != 0) {
     std::cerr << name << ':' << line << ": the program ended before this line was reached\n";

@@ -2,6 +2,7 @@
 
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "menus/main_program.h"
 #include "plot/plot.h"
@@ -23,6 +24,15 @@ int run_whole_program(Screen& screen, Files& files, std::ostream& log,
     return end.exit_status();
   }
   return 0;
+}
+
+WholeProgram whole_program(std::function<void(const Workspace&)> begun) {
+  return [begun = std::move(begun)](Screen& screen, Files& files, std::ostream& log, const auto& started) {
+    return run_whole_program(screen, files, log, [&](const Workspace& w) {
+      begun(w);
+      started(w);
+    });
+  };
 }
 
 bool answered(std::string_view argument, std::string_view program, std::string_view usage) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "plot/screen.h"
+#include "sessions/session.h"
 
 namespace vorn {
 
@@ -18,6 +19,10 @@ struct Workspace;
 // than ProgramEnd) passes through.
 int run_whole_program(Screen& screen, Files& files, std::ostream& log,
                       const std::function<void(const Workspace&)>& started = {});
+
+// The same for a session (see sessions/session.h). `begun` gets each state, as often as the session runs the
+// program, before anything is shown.
+WholeProgram whole_program(std::function<void(const Workspace&)> begun);
 
 // Answers the one-line options that every program has, --help and --version, on standard output. True when
 // `argument` was one of them and nothing else is to be done.

@@ -118,12 +118,7 @@ void play(const fs::path& session, Seen& seen) {
   try {
     DiskFiles files;
     std::ostringstream log;
-    const WholeProgram program = [&w](Screen& shown, Files& read, std::ostream& out, const auto& started) {
-      return run_whole_program(shown, read, out, [&](const Workspace& state) {
-        w = &state;
-        started(state);
-      });
-    };
+    const WholeProgram program = whole_program([&w](const Workspace& begun) { w = &begun; });
     Session(program, files, log, screen).run();
   } catch (const ScriptStop& stop) {
     ASSERT_EQ(stop.exit_status(), ScriptStop::ended) << session << ": " << stop.what();

@@ -15,8 +15,7 @@
 #include <span>
 #include <sstream>
 
-#include "menus/main_program.h"
-#include "plot/plot.h"
+#include "apps/whole_program.h"
 #include "records/disk_files.h"
 #include "records/memory_files.h"
 #include "sessions/journal.h"
@@ -120,22 +119,6 @@ class SharedReport {
   Report* report_;
 };
 
-WholeProgram program_that(std::function<void(const Workspace&)> begun) {
-  return [begun](Screen& screen, Files& files, std::ostream& log, const auto& started) {
-    Plot plot(screen);
-    const auto w = std::make_unique<Workspace>(plot, files);
-    w->log = &log;
-    begun(*w);
-    started(*w);
-    try {
-      run_program(*w);
-    } catch (const ProgramEnd& end) {
-      return end.exit_status();
-    }
-    return 0;
-  };
-}
-
 class Eyes : public Inbox {
  public:
   virtual void begin(const Workspace& w) { w_ = &w; }
@@ -227,7 +210,7 @@ void wander(Report& report, std::uint32_t seed, bool doubts, int dies_at) {
     DiskFiles disk;
     Journal journal("", "1");
     Wanderer user(report, seed, steps_of_a_walk, doubts);
-    Session session(program_that([&user](const Workspace& w) { user.begin(w); }), disk, log, user, nullptr,
+    Session session(whole_program([&user](const Workspace& w) { user.begin(w); }), disk, log, user, nullptr,
                     &journal);
     user.session = &session;
     session.run();
@@ -252,7 +235,7 @@ std::unique_ptr<Morning> next_day() {
   std::ostringstream log;
   DiskFiles disk;
   Journal journal("", "1");
-  Session session(program_that([&morning](const Workspace& w) { morning->user.begin(w); }), disk, log,
+  Session session(whole_program([&morning](const Workspace& w) { morning->user.begin(w); }), disk, log,
                   morning->user, nullptr, &journal);
   session.run();
   EXPECT_EQ(journal.trouble(), "");
@@ -419,7 +402,7 @@ TEST(Replays, WriteWhatTheSessionWrote) {
     MemoryFiles replayed;
     NextDay user;
     const auto answers = taken_up.answers;
-    Session session(program_that([&user](const Workspace& w) { user.begin(w); }), disk, log, user);
+    Session session(whole_program([&user](const Workspace& w) { user.begin(w); }), disk, log, user);
     session.begin_with(std::move(taken_up), &replayed);
     session.run();
     EXPECT_EQ(user.said, "");

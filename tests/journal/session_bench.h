@@ -10,8 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "menus/main_program.h"
-#include "plot/plot.h"
+#include "apps/whole_program.h"
 #include "plot/visible_text.h"
 #include "records/disk_files.h"
 #include "sessions/journal.h"
@@ -105,20 +104,9 @@ class SessionBench : public ::testing::Test {
 
   // Runs the session until the steps are used up. `w` is the state at work.
   int run(Gate* gate = nullptr, Keeper* keeper = nullptr) {
-    const WholeProgram program = [this](Screen& shown, Files& answered, std::ostream& out,
-                                        const auto& started) {
-      if (!begins(answered)) return 4;
-      Plot plot(shown);
-      const auto state = std::make_unique<Workspace>(plot, answered);
-      state->log = &out;
-      w = state.get();
-      started(*state);
-      try {
-        run_program(*state);
-      } catch (const ProgramEnd& end) {
-        return end.exit_status();
-      }
-      return 0;
+    const WholeProgram whole = whole_program([this](const Workspace& begun) { w = &begun; });
+    const WholeProgram program = [&](Screen& shown, Files& answered, std::ostream& out, const auto& started) {
+      return begins(answered) ? whole(shown, answered, out, started) : 4;
     };
     Session session(program, files ? *files : disk, log, screen, gate, keeper);
     const int status = session.run();

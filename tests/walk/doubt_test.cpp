@@ -11,8 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "menus/main_program.h"
-#include "plot/plot.h"
+#include "apps/whole_program.h"
 #include "records/disk_files.h"
 #include "records/memory_files.h"
 #include "sessions/journal.h"
@@ -132,23 +131,6 @@ class Onlooker : public Inbox {
   bool asked_ = false;
 };
 
-template <class Begun>
-WholeProgram program_that(Begun begun) {
-  return [begun](Screen& screen, Files& files, std::ostream& log, const auto& started) {
-    Plot plot(screen);
-    const auto w = std::make_unique<Workspace>(plot, files);
-    w->log = &log;
-    begun(*w);
-    started(*w);
-    try {
-      run_program(*w);
-    } catch (const ProgramEnd& end) {
-      return end.exit_status();
-    }
-    return 0;
-  };
-}
-
 class Doubt : public ::testing::TestWithParam<WalkFiles> {};
 
 TEST_P(Doubt, IsServedAndNothingIsLostOfWhatWasDone) {
@@ -170,7 +152,7 @@ TEST_P(Doubt, IsServedAndNothingIsLostOfWhatWasDone) {
     Doubter doubter(walker, seed + starts);
     {
       Journal journal("", "0");
-      Session session(program_that([&](const Workspace& w) { doubter.begin(w); }), disk, log, doubter,
+      Session session(whole_program([&](const Workspace& w) { doubter.begin(w); }), disk, log, doubter,
                       nullptr, &journal);
       doubter.session = &session;
       session.run();
@@ -185,7 +167,7 @@ TEST_P(Doubt, IsServedAndNothingIsLostOfWhatWasDone) {
     }
     Onlooker onlooker;
     Journal journal("", "0");
-    Session session(program_that([&](const Workspace& w) { onlooker.begin(w); }), disk, log, onlooker,
+    Session session(whole_program([&](const Workspace& w) { onlooker.begin(w); }), disk, log, onlooker,
                     nullptr, &journal);
     session.run();
     if (doubter.standing().decisions.empty() || !doubter.standing().unsaved()) continue;
