@@ -83,6 +83,13 @@ bool Collection::has_cores() const {
   return w_->nc > 0 && !is_too_long_;
 }
 
+std::vector<SeriesView> Collection::cores() const {
+  const SeriesStore& w = *w_;
+  std::vector<SeriesView> all;
+  for (int i = 1; i <= w.nc; ++i) all.push_back({w.fy(i), w.widths(i), w.presence(i)});
+  return all;
+}
+
 std::vector<std::string> Collection::words() const {
   std::vector<std::string> all;
   for (const Trouble& trouble : troubles_) all.push_back(path_ + one_line(trouble));

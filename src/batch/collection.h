@@ -10,6 +10,7 @@
 #include "formats/recognition.h"
 #include "records/files.h"
 #include "records/troubles.h"
+#include "workspace/series_view.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -29,6 +30,8 @@ class Collection {
   bool has_cores() const;
   // The state of the program with this file as its only one: entry 1 to nc the cores, cf = 1.
   Workspace& state() { return *w_; }
+  // Its cores, which live as long as this does.
+  std::vector<SeriesView> cores() const;
   const Recognition& recognition() const { return recognition_; }
   const ReadDecisions& decided() const { return decided_; }
   const std::vector<Trouble>& troubles() const { return troubles_; }

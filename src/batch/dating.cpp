@@ -1,19 +1,15 @@
 #include "batch/dating.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 #include "formats/layouts.h"
-#include "study/studied_cores.h"
+#include "study/reference.h"
 
 namespace vorn {
 namespace {
-
-std::vector<SeriesView> cores_of(const SeriesStore& w) {
-  std::vector<SeriesView> cores;
-  for (int i = 1; i <= w.nc; ++i) cores.push_back({w.fy(i), w.widths(i), w.presence(i)});
-  return cores;
-}
 
 // A few cores give a mean, too, but not one of three.
 int depth_for(std::size_t cores) {
@@ -22,25 +18,11 @@ int depth_for(std::size_t cores) {
 
 }  // namespace
 
-DatingReference::DatingReference(Collection& collection, std::size_t left_out) : name_(collection.path()) {
+DatingReference::DatingReference(Collection& collection) : name_(collection.path()) {
   const Workspace& w = collection.state();
   if (collection.has_cores()) {
-    const auto cores = cores_of(w);
-    const StudiedCores studied(cores, w);
-    const Reference compared(studied.compared(), left_out, depth_for(cores.size()));
-    const Reference widths(cores, left_out, depth_for(cores.size()));
-    const SeriesView values = compared.view(), growth = widths.view();
-    first_ = values.first;
-    compared_.assign(values.values.begin(), values.values.end());
-    present_ = std::make_unique<bool[]>(compared_.size());
-    std::ranges::copy(values.present, present_.get());
-    for (std::size_t k = 0; k < compared_.size(); ++k) {
-      const std::int64_t at = first_ + static_cast<std::int64_t>(k) - growth.first;
-      const bool known = at >= 0 && at < static_cast<std::int64_t>(growth.values.size());
-      growth_.push_back(known ? growth.values[static_cast<std::size_t>(at)]
-                              : std::numeric_limits<double>::quiet_NaN());
-    }
-    if (left_out < cores.size()) name_ = "rest of " + name_;
+    const auto cores = collection.cores();
+    take_mean(cores, StudiedCores(cores, w), cores.size());
   } else if (row_of(w.rftype(1)) && !holds_ring_widths(w.rftype(1))) {
     const int years = std::clamp(w.cyr(1), 0, max_years);
     first_ = w.cfy(1);
@@ -53,6 +35,26 @@ DatingReference::DatingReference(Collection& collection, std::size_t left_out) :
   }
 }
 
+DatingReference::DatingReference(std::string name, std::span<const SeriesView> cores,
+                                 const StudiedCores& studied, std::size_t left_out)
+    : name_(std::move(name)) {
+  take_mean(cores, studied, left_out);
+}
+
+void DatingReference::take_mean(std::span<const SeriesView> cores, const StudiedCores& studied,
+                                std::size_t left_out) {
+  const Reference compared(studied.compared(), left_out, depth_for(cores.size()));
+  const Reference widths(cores, left_out, depth_for(cores.size()));
+  const SeriesView values = compared.view(), growth = widths.view();
+  first_ = values.first;
+  compared_.assign(values.values.begin(), values.values.end());
+  present_ = std::make_unique<bool[]>(compared_.size());
+  std::ranges::copy(values.present, present_.get());
+  for (std::int64_t year = first_; year < first_ + std::ssize(compared_); ++year) {
+    growth_.push_back(growth.has(year) ? growth.at(year) : std::numeric_limits<double>::quiet_NaN());
+  }
+}
+
 SeriesToDate DatingReference::series() const {
   return {{first_, compared_, {present_.get(), compared_.size()}}, growth_};
 }
@@ -61,11 +63,14 @@ void date_rows(Collection& collection, const DatingReferences& references,
                const std::function<void(const Row&)>& add) {
   if (!collection.has_cores()) return;
   const Workspace& w = collection.state();
-  const auto cores = cores_of(w);
+  const auto cores = collection.cores();
   const StudiedCores studied(cores, w);
   for (std::size_t i = 0; i < cores.size(); ++i) {
     DatingReferences used = references;
-    if (used.empty()) used.push_back(std::make_shared<const DatingReference>(collection, i));
+    if (used.empty()) {
+      used.push_back(
+          std::make_shared<const DatingReference>("rest of " + collection.path(), cores, studied, i));
+    }
     std::vector<SeriesToDate> series;
     for (const auto& reference : used) series.push_back(reference->series());
     const auto found = dates({studied.core(i).compared, cores[i].values}, series);

@@ -1,29 +1,37 @@
 // The verb `date`: samples at every position of references.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "batch/collection.h"
 #include "batch/table.h"
 #include "study/dates.h"
-#include "study/reference.h"
+#include "study/studied_cores.h"
 
 namespace vorn {
 
 // What samples are dated by: a chronology, which owns its values.
 class DatingReference {
  public:
-  // The mean of the cores of a file of ring widths, but for core number `left_out`, counted from 0; or the
-  // chronology of an index file as it stands. Without any value where there is none.
-  explicit DatingReference(Collection& collection, std::size_t left_out = static_cast<std::size_t>(-1));
+  // The mean of the cores of a file of ring widths, or the chronology of an index file as it stands. Without
+  // any value where there is none.
+  explicit DatingReference(Collection& collection);
+  // The mean of all cores of a file but number `left_out`, counted from 0; `studied` are the same cores.
+  DatingReference(std::string name, std::span<const SeriesView> cores, const StudiedCores& studied,
+                  std::size_t left_out);
 
   const std::string& name() const { return name_; }
   SeriesToDate series() const;
 
  private:
+  void take_mean(std::span<const SeriesView> cores, const StudiedCores& studied, std::size_t left_out);
+
   std::string name_;
   std::int64_t first_ = 0;
   std::vector<double> compared_, growth_;

@@ -30,12 +30,6 @@ std::string_view kind_words(Correction kind) {
   return kind == Correction::insert ? "insert" : "merge";
 }
 
-std::vector<SeriesView> cores_of(const SeriesStore& w) {
-  std::vector<SeriesView> cores;
-  for (int i = 1; i <= w.nc; ++i) cores.push_back({w.fy(i), w.widths(i), w.presence(i)});
-  return cores;
-}
-
 Row located(const std::string& file, const std::string& core, const RingErrors& errors) {
   const auto end = [](KeptEnd kept) { return std::string(kept == KeptEnd::inner ? "inner" : "outer"); };
   if (const auto& pair = errors.pair) {
@@ -68,7 +62,7 @@ Row located(const std::string& file, const std::string& core, const RingErrors& 
 void locate_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
   if (!collection.has_cores()) return;
   const Workspace& w = collection.state();
-  const std::vector<SeriesView> cores = cores_of(w);
+  const std::vector<SeriesView> cores = collection.cores();
   const StudiedCores studied(cores, w);
   for (int i = 1; i <= w.nc; ++i) {
     const std::size_t k = static_cast<std::size_t>(i) - 1;
@@ -91,7 +85,7 @@ void dated_rows(Collection& collection, const VerbSwitches& switches, const Add&
 void site_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   if (!collection.has_cores()) return;
   const Workspace& w = collection.state();
-  const std::vector<SeriesView> cores = cores_of(w);
+  const std::vector<SeriesView> cores = collection.cores();
   const SiteSurvey site = survey(StudiedCores(cores, w), w);
   for (const std::size_t k : site.order) {
     const SiteCore& core = site.cores[k];
