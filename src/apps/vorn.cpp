@@ -5,14 +5,15 @@
 #include <atomic>
 #include <cerrno>
 #include <condition_variable>
-#include <fstream>
 #include <iostream>
 #include <iterator>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <sstream>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -174,9 +175,19 @@ bool read_references(Wanted& wanted) {
   return all;
 }
 
+// Brings what was written to the file that was asked for: as a whole, or not at all.
+bool write_output(const std::string& name, const std::string& text) {
+  vorn::DiskFiles files;
+  const vorn::Status failed = vorn::write_whole(files, name, text);
+  if (failed) {
+    std::cerr << "vorn: " << vorn::plain_text(name) << ": "
+              << std::generic_category().message(failed.number()) << '\n';
+  }
+  return !failed;
+}
+
 int run(const Wanted& wanted) {
-  std::ofstream file;
-  if (!wanted.output.empty()) file.open(wanted.output, std::ios::binary);
+  std::ostringstream file;
   std::ostream& out = wanted.output.empty() ? std::cout : file;
   InputFiles files(wanted.files);
   vorn::TableWriter writer(out, wanted.format, wanted.verb->form, VORN_VERSION,
@@ -193,14 +204,13 @@ int run(const Wanted& wanted) {
     }
     return static_cast<bool>(out);
   });
-  const bool is_written = writer.end();
-  // Who reads no more, as "head" does, has all that he wanted.
-  if (!is_written && wanted.output.empty() && errno == EPIPE) return grave ? found : done;
-  if (!is_written) {
-    std::cerr << "vorn: " << (wanted.output.empty() ? "standard output" : wanted.output)
-              << " cannot be written\n";
+  if (!writer.end()) {
+    // Who reads no more, as "head" does, has all that he wanted.
+    if (errno == EPIPE) return grave ? found : done;
+    std::cerr << "vorn: standard output cannot be written\n";
     return cannot_go_on;
   }
+  if (!wanted.output.empty() && !write_output(wanted.output, file.str())) return cannot_go_on;
   return grave ? found : done;
 }
 
@@ -227,12 +237,16 @@ int answer(int argc, char** argv) {
     sub->add_option("--ar", wanted.settings.jpr, "highest order of the AR model")->check(CLI::Range(1, 11));
     sub->add_flag("--no-ar", no_ar, "no prewhitening");
     sub->add_flag("--no-log", no_log, "no logarithms");
-    sub->add_option("--series", wanted.series, "only these series")->delimiter(',');
+    // One value each time, so that the files may follow.
+    sub->add_option("--series", wanted.series, "only these series; A,B or again for each")
+        ->delimiter(',')
+        ->allow_extra_args(false);
     sub->add_option("-j", wanted.threads, "so many files at a time")->check(CLI::Range(1, 64));
     sub->add_flag("-q", wanted.quiet, "says nothing of what was not read");
     if (verb.form.verb == "date")
       sub->add_option("--reference", wanted.references,
-                      "files that the cores are dated by; without, the others of their file");
+                      "a file that the cores are dated by, again for each; without, the others of their file")
+          ->allow_extra_args(false);
     if (verb.form.verb == "site") {
       sub->add_option("--segment", wanted.settings.seg, "years of a segment")->check(CLI::Range(4, 12'000));
       sub->add_option("--overlap", wanted.settings.olap, "years by which segments overlap")

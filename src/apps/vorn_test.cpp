@@ -91,7 +91,18 @@ TEST_F(CommandLine, WritesToAFileOrSaysWhyNot) {
   EXPECT_TRUE(folder.read("out.csv").starts_with("file,year,value,depth\noak.rwl,1900,"));
   EXPECT_EQ(printed, "");
   EXPECT_EQ(run(VORN " chron -o nowhere/out.csv oak.rwl"), 4);
-  EXPECT_EQ(said, "vorn: nowhere/out.csv cannot be written\n");
+  EXPECT_EQ(said, "vorn: nowhere/out.csv: No such file or directory\n");
+}
+
+// As every file of the program is.
+TEST_F(CommandLine, ReplacesAFileAsAWholeOrNotAtAll) {
+  folder.write("out.csv", "older\n");
+  ASSERT_EQ(run("chmod 640 out.csv && (ulimit -f 1; " VORN
+                " chron --format csv -o out.csv oak.rwl oak.rwl oak.rwl)"),
+            4);
+  EXPECT_EQ(folder.read("out.csv"), "older\n");
+  ASSERT_EQ(run(VORN " chron --format csv -o out.csv oak.rwl && stat -c %a out.csv"), 0);
+  EXPECT_EQ(printed, "640\n");
 }
 
 TEST_F(CommandLine, SaysWhenTheDiskIsFullAndNothingWhenNobodyReadsOn) {
@@ -103,6 +114,15 @@ TEST_F(CommandLine, SaysWhenTheDiskIsFullAndNothingWhenNobodyReadsOn) {
   EXPECT_EQ(run(VORN " chron --format csv" + files + " | head -n 1"), 0);
   EXPECT_EQ(printed, "file,year,value,depth\n");
   EXPECT_EQ(said, "");
+}
+
+TEST_F(CommandLine, OptionsTakeOneValueEachSoThatFilesMayFollow) {
+  EXPECT_EQ(run(VORN " stats --format csv --series OAK1,OAK2 oak.rwl"), 0);
+  EXPECT_EQ(lines(), 3);
+  EXPECT_EQ(run(VORN " stats --format csv --series OAK1 --series OAK3 oak.rwl"), 0);
+  EXPECT_EQ(lines(), 3);
+  EXPECT_EQ(run(VORN " date --format csv --reference oak.rwl oak.rwl"), 0);
+  EXPECT_EQ(lines(), 4);
 }
 
 TEST_F(CommandLine, NothingToDateByEndsIt) {
