@@ -7,7 +7,6 @@
 #include "statistics/correlation.h"
 #include "statistics/correlation_lines.h"
 #include "statistics/report_file.h"
-#include "statistics/segment_grid.h"
 
 namespace vorn {
 namespace {
@@ -107,13 +106,8 @@ void correlate_block(Workspace& w, const SegmentBlock& block, YearSpan used) {
 
 }  // namespace
 
-void cor_report(Workspace& w, Troubles& troubles) {
+void cor_blocks(Workspace& w, const UseBlock& use) {
   LongWork work(w.plot, report_name);
-  ReportFile file;
-  told(troubles, report_name, file.create(w.files, report_name), "Open ");
-  const Status written = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
-  told(troubles, report_name, written, "WRITE");
-
   const YearSpan used = use_well_covered_years(w);
   prepare_sums(w);
   const SegmentGrid grid(used, w.seg, w.olap);
@@ -121,8 +115,17 @@ void cor_report(Workspace& w, Troubles& troubles) {
     const SegmentBlock block = grid.block(k);
     work.part(static_cast<double>(k) / grid.blocks(), (k + 1.0) / grid.blocks());
     correlate_block(w, block, used);
-    write_block(w, w, w.mess, block, file);
+    use(block, used);
   }
+}
+
+void cor_report(Workspace& w, Troubles& troubles) {
+  LongWork work(w.plot, report_name);
+  ReportFile file;
+  told(troubles, report_name, file.create(w.files, report_name), "Open ");
+  const Status written = file.write(EditFormat(title), w.cfy(w.cf), w.cly(w.cf), w.cnam(w.cf).view());
+  told(troubles, report_name, written, "WRITE");
+  cor_blocks(w, [&](const SegmentBlock& block, YearSpan) { write_block(w, w, w.mess, block, file); });
   w.ios = told(troubles, report_name, file.close(), "Close");
 }
 
