@@ -30,6 +30,7 @@ class Collection {
   bool has_cores() const;
   // The state of the program with this file as its only one: entry 1 to nc the cores, cf = 1.
   Workspace& state() { return *w_; }
+  const Workspace& state() const { return *w_; }
   // Its cores, which live as long as this does.
   std::vector<SeriesView> cores() const;
   const Recognition& recognition() const { return recognition_; }

@@ -1,10 +1,9 @@
 #include "batch/verbs.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <limits>
 
+#include "batch/reading_check.h"
 #include "formats/layouts.h"
 #include "statistics/tree_correlations.h"
 #include "study/reference.h"
@@ -95,6 +94,13 @@ void site_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   }
 }
 
+void corr_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
+  if (switches.grid == CorrelationGrid::lags)
+    lag_rows(collection, switches.beside.get(), switches.farthest_lag, add);
+  else
+    report_rows(collection, add);
+}
+
 // --- stats
 
 // As the program counts common years for both correlations: where there are too few it has 0 and the report
@@ -133,125 +139,53 @@ void chron_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   }
 }
 
-// --- check
-
-constexpr std::size_t severity_column = 4;
-constexpr std::array<std::string_view, 3> severity_words = {"note", "warning", "error"};
-
-class Findings {
- public:
-  Findings(const std::string& file, const Add& add) : file_(file), add_(add) {}
-
-  struct Place {
-    std::int64_t line = 0;
-    std::string series = {};
-    std::int64_t from = 0, to = 0;
-  };
-  void tell(std::string_view check, Severity severity, const Place& place, const Cell& value,
-            std::string message) {
-    const auto known = [](std::int64_t line) { return line > 0 ? Cell(line) : Cell(); };
-    add_({file_, known(place.line), place.series.empty() ? Cell() : Cell(place.series), std::string(check),
-          std::string(severity_words[static_cast<std::size_t>(severity)]), known(place.from), known(place.to),
-          value, std::move(message)});
-  }
-
- private:
-  const std::string& file_;
-  const Add& add_;
-};
-
-std::string_view unit_words(UnitBy by) {
-  switch (by) {
-    case UnitBy::hundredths_mark:
-      return "by the end mark 999";
-    case UnitBy::thousandths_mark:
-      return "by the end mark -9999";
-    case UnitBy::no_mark:
-      return "since there is no end mark";
-    case UnitBy::unit_line:
-      return "by its unit line";
-    case UnitBy::mean:
-      return "by the size of its values, since there is no unit line";
-    case UnitBy::exponent:
-      return "by the exponent of its header";
-    case UnitBy::edit_format:
-      return "by its format, since there is no exponent";
-  }
-  return "";
+void checked_rows(Collection& collection, const VerbSwitches&, const Add& add) {
+  check_rows(collection, add);
 }
 
-struct WhyNotTaken {
-  std::string_view check;
-  Severity severity;
-  std::string_view words;
-};
+// --- How grave a row is.
 
-WhyNotTaken why(NotTaken reason) {
-  switch (reason) {
-    case NotTaken::header:
-      return {"header", Severity::note, "header lines before the data"};
-    case NotTaken::unknown_key:
-      return {"unknown-key", Severity::note, "a keyword that is not read"};
-    case NotTaken::no_end_mark:
-      return {"no-end-mark", Severity::warning, "the last line of a series without an end mark is left out"};
-    case NotTaken::long_header:
-      return {"long-header", Severity::error, "no data within as many lines as a header may have"};
-    case NotTaken::cut_header:
-      return {"cut-header", Severity::error, "the file ends in a header"};
-    case NotTaken::behind_end:
-      return {"behind-end", Severity::error, "a line without a name ends the file: what follows is not read"};
-    case NotTaken::no_room:
-      return {"no-room", Severity::error, "there is no room for more rings"};
-    case NotTaken::series_limit:
-      return {"series-limit", Severity::error, "more series than a file may hold"};
-    case NotTaken::year_limit:
-      return {"year-limit", Severity::error, "more years than a chronology may have"};
-  }
-  return {};
+Severity warning_if(bool is_finding) {
+  return is_finding ? Severity::warning : Severity::note;
 }
 
-void tell_series(const SeriesRead& series, Findings& findings) {
-  const Findings::Place place{series.first_line, std::string(series.name.trimmed()), series.first_line,
-                              series.last_line};
-  const std::string unit = series.unit > 0 ? "1/" + plain_text(series.unit) + " mm " : "unknown unit ";
-  findings.tell("series", Severity::note, place, Cell(std::int64_t{series.rings}),
-                std::to_string(series.rings) + " rings in " + unit + std::string(unit_words(series.unit_by)));
-  if (series.unit_by == UnitBy::no_mark)
-    findings.tell("no-end-mark", Severity::warning, place, Cell(),
-                  "the unit is a guess: there is no end mark");
-  if (series.split)
-    findings.tell("split", Severity::warning, place, Cell(),
-                  "too long for one series: what follows is one of its own");
+double number_in(const Row& row, std::size_t column, double otherwise) {
+  const auto* value = std::get_if<double>(&row.at(column));
+  return value ? *value : otherwise;
 }
 
-void check_rows(Collection& collection, const VerbSwitches&, const Add& add) {
-  Findings findings(collection.path(), add);
-  const Recognition& recognition = collection.recognition();
-  for (const Trouble& trouble : collection.troubles()) {
-    std::string message = trouble.words;
-    if (message.empty())
-      message = trouble.label + "fails with status " + std::to_string(trouble.status.number());
-    findings.tell("read", Severity::error, {trouble.line, trouble.series},
-                  Cell(std::int64_t{trouble.status.number()}), std::move(message));
-  }
-  if (!row_of(recognition.layout)) {
-    findings.tell("layout", Severity::error, {}, Cell(), "no layout that is known");
-    return;
-  }
-  const ReadDecisions& decided = collection.decided();
-  findings.tell("layout", Severity::note, {recognition.line}, std::string(name_of(recognition.layout)),
-                "by " + std::string(recognition.test));
-  for (const SeriesRead& one : decided.series) tell_series(one, findings);
-  for (const LinesNotTaken& lines : decided.not_taken) {
-    const auto [check, severity, words] = why(lines.why);
-    findings.tell(check, severity, {lines.first, "", lines.first, lines.last}, Cell(), std::string(words));
-  }
-  if (decided.more_not_taken > 0)
-    findings.tell("more", Severity::warning, {}, Cell(static_cast<std::int64_t>(decided.more_not_taken)),
-                  "further lines were not taken");
-  if (decided.missing_rings > 0)
-    findings.tell("missing-rings", Severity::note, {}, Cell(std::int64_t{decided.missing_rings}),
-                  "rings that the file marks as missing");
+bool has_words(const Row& row, std::size_t column) {
+  const auto* words = std::get_if<std::string>(&row.at(column));
+  return words && !words->empty();
+}
+
+Severity of_error(const Row& row, const VerbSwitches& switches) {
+  const double least = switches.least_gain > 0 ? switches.least_gain : gain_to_look_at;
+  return warning_if(number_in(row, 6, 0) >= least);
+}
+
+// A date that stands out and is not the core's own. The margin is absent where no other date was possible.
+Severity of_date(const Row& row, const VerbSwitches&) {
+  const auto* shift = std::get_if<std::int64_t>(&row.at(4));
+  const bool stands_out = number_in(row, 6, 0) > 0 && number_in(row, 10, 1) < probability_of_a_date &&
+                          number_in(row, 11, 2 * margin_of_a_date) > margin_of_a_date;
+  return warning_if(shift && *shift != 0 && stands_out);
+}
+
+Severity of_core(const Row& row, const VerbSwitches&) {
+  return warning_if(has_words(row, 8));
+}
+
+Severity of_segment(const Row& row, const VerbSwitches&) {
+  return warning_if(has_words(row, 6));
+}
+
+Severity of_figures(const Row&, const VerbSwitches&) {
+  return Severity::note;
+}
+
+Severity of_check(const Row& row, const VerbSwitches&) {
+  return severity_of(row);
 }
 
 constexpr std::string_view file = "file", series = "series";
@@ -260,22 +194,31 @@ const std::vector<Verb>& table() {
   static const std::vector<Verb> all = {
       {{"locate", {file, series, "kind", "year", "from", "to", "gain", "margin", "pair", "end", "pair_kind"}},
        "the year in which a ring is missing or false",
-       locate_rows},
+       locate_rows,
+       of_error},
       {{"date",
         {file, series, "reference", "first_year", "shift", "overlap", "r", "t_bp", "t_h", "glk", "p",
          "margin"}},
        "where each core is best dated, and how sure",
-       dated_rows},
+       dated_rows,
+       of_date},
       {{"site", {file, series, "first_year", "last_year", "r", "need", "flags_a", "flags_b", "todo"}},
        "which core needs work first, and what to do",
-       site_rows},
+       site_rows,
+       of_core},
       {{"stats", {file, series, "first_year", "last_year", "rings", "mean_mm", "sd_mm", "r", "rbar"}},
        "years, widths and agreement of each core",
-       stats_rows},
-      {{"chron", {file, "year", "value", "depth"}}, "the chronology of each file", chron_rows},
+       stats_rows,
+       of_figures},
+      {{"corr", {file, series, "from", "to", "lag", "r", "flag"}},
+       "the correlations of each core, segment by segment",
+       corr_rows,
+       of_segment},
+      {{"chron", {file, "year", "value", "depth"}}, "the chronology of each file", chron_rows, of_figures},
       {{"check", {file, "line", series, "check", "severity", "from", "to", "value", "message"}},
        "what was read and how, and what was not",
-       check_rows}};
+       checked_rows,
+       of_check}};
   return all;
 }
 
@@ -288,12 +231,6 @@ std::span<const Verb> verbs() {
 const Verb* verb_named(std::string_view name) {
   const auto found = std::ranges::find(table(), name, [](const Verb& verb) { return verb.form.verb; });
   return found == table().end() ? nullptr : &*found;
-}
-
-Severity severity_of(const Row& row) {
-  const auto* word = std::get_if<std::string>(&row.at(severity_column));
-  const auto found = std::ranges::find(severity_words, word ? std::string_view(*word) : "note");
-  return static_cast<Severity>(found - severity_words.begin());
 }
 
 }  // namespace vorn

@@ -2,18 +2,25 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include "batch/collection.h"
+#include "batch/correlations.h"
 #include "batch/dating.h"
+#include "batch/reading_check.h"
 #include "batch/table.h"
 #include "study/ring_errors.h"
 
 namespace vorn {
 
-enum class Severity { note, warning, error };
+// Which figures corr gives.
+enum class CorrelationGrid {
+  report,  // those of Corr.prn: segments begin olap years apart
+  lags     // those of the correlation screen: segments overlap by olap years, each at several lags
+};
 
 // What some verbs are told beside the settings.
 struct VerbSwitches {
@@ -21,6 +28,10 @@ struct VerbSwitches {
   DatingReferences references =
       {};                    // date: what the cores are dated by; the others of their file where empty
   bool narrow_years = true;  // locate: missing rings are looked for where the others are narrow
+  CorrelationGrid grid = CorrelationGrid::report;  // corr
+  int farthest_lag = max_lag;                      // corr, lags: up to so many years to either side
+  std::shared_ptr<const OtherChronology> beside =
+      nullptr;  // corr, lags: instead of the core's own chronology
 };
 
 struct Verb {
@@ -29,6 +40,8 @@ struct Verb {
   // Gives the rows of one file. A verb for cores gives none for a file without.
   void (*rows)(Collection& collection, const VerbSwitches& switches,
                const std::function<void(const Row&)>& add);
+  // Whether a row is a finding, and how grave.
+  Severity (*severity)(const Row& row, const VerbSwitches& switches);
 };
 
 // locate: of each core whose dating gains by a ring put in (insert) or by two made one (merge) the best
@@ -41,12 +54,10 @@ struct Verb {
 // stats: of each core its years, rings, mean and standard deviation of the widths (mm), correlation with the
 // chronology without it (r) and mean correlation with the other cores (rbar), as Stats.prn has them. A
 // correlation is absent where there are fewer than 40 common years.
+// corr: see correlations.h.
 // chron: of each year of the file's chronology its value and the number of cores.
 // check: what was read and how, and what was not: of the file, of each series, of lines.
 std::span<const Verb> verbs();
 const Verb* verb_named(std::string_view name);
-
-// How grave a row of `check` is.
-Severity severity_of(const Row& row);
 
 }  // namespace vorn
