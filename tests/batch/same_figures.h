@@ -1,0 +1,28 @@
+// Whether the command line gives the figures of the program: those that a session writes into its files and
+// shows in its lag table, to the last printed digit.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "workspace/settings.h"
+
+namespace vorn {
+
+struct SameFigures {
+  // How many lines of Stats.prn, cells of Corr.prn, cells of lag tables and lines of Column.prn were
+  // compared.
+  long stats = 0, report = 0, lags = 0, chron = 0;
+  bool was_read = false;  // as cores or as a chronology
+  std::vector<std::string> differences;
+
+  long compared() const { return stats + report + lags + chron; }
+  void add(const SameFigures& other);
+};
+
+// Plays a session of vorn_replay on a copy of the file in a folder of its own, and works the same out as
+// `vorn` does. Of the cores the first `most_tables` are looked at in the lag table.
+SameFigures compare_figures(const std::filesystem::path& file, const Settings& settings, int most_tables);
+
+}  // namespace vorn
