@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <sstream>
 #include <string>
 
 #include "support/menu_bench.h"
+#include "support/places.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -66,6 +68,28 @@ TEST_F(CommandLine, EndsByWhatIsFound) {
   EXPECT_EQ(run(VORN " check --fail-on error oak.rwl"), 0);
   EXPECT_EQ(run(VORN " check --fail-on error oak.rwl note.txt"), 1);
   EXPECT_EQ(run(VORN " check note.txt"), 0);
+  // What could not be read is an error to every verb.
+  EXPECT_EQ(run(VORN " stats --fail-on error oak.rwl"), 0);
+  EXPECT_EQ(run(VORN " stats --fail-on error oak.rwl note.txt"), 1);
+  EXPECT_EQ(run(VORN " chron --fail-on error gone.rwl"), 1);
+  EXPECT_EQ(run(VORN " chron gone.rwl"), 0);
+}
+
+TEST_F(CommandLine, AFindingOfAnyVerbIsAWarning) {
+  // Cores that have nothing in common: some segments agree no better than chance would.
+  EXPECT_EQ(run(VORN " corr --fail-on warning oak.rwl"), 1);
+  EXPECT_EQ(run(VORN " corr --fail-on error oak.rwl"), 0);
+  EXPECT_EQ(run(VORN " stats --fail-on warning oak.rwl"), 0);
+  const std::string nowhere = (source_folder() / "examples" / "nowhere.rwl").string();
+  EXPECT_EQ(run(VORN " locate --fail-on warning " + nowhere), 1);
+  EXPECT_EQ(run(VORN " locate --fail-on warning --series NOW07,NOW14 " + nowhere), 1);
+  EXPECT_EQ(run(VORN " locate --fail-on warning --series NOW01 " + nowhere), 0);
+  // The best of each core is no finding yet.
+  EXPECT_EQ(run(VORN " locate --fail-on warning --gain 0 --series NOW01 " + nowhere), 0);
+  EXPECT_EQ(run(VORN " site --fail-on warning --series NOW19 " + nowhere), 1);
+  EXPECT_EQ(run(VORN " site --fail-on warning --series NOW01 " + nowhere), 0);
+  EXPECT_EQ(run(VORN " date --fail-on warning --series NOW19 " + nowhere), 1);
+  EXPECT_EQ(run(VORN " date --fail-on warning --series NOW01 " + nowhere), 0);
 }
 
 TEST_F(CommandLine, EndsWith2WhereItIsUsedWrongly) {
@@ -74,7 +98,16 @@ TEST_F(CommandLine, EndsWith2WhereItIsUsedWrongly) {
   EXPECT_EQ(run(VORN " stats"), 2);
   EXPECT_EQ(run(VORN " stats --spline 2 oak.rwl"), 2);
   EXPECT_EQ(run(VORN " stats --format xml oak.rwl"), 2);
-  EXPECT_EQ(run(VORN " stats --fail-on error oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " stats --fail-on note oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " corr --grid tiles oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " corr --max-lag 3 oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " corr --reference oak.rwl oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " corr --grid lags --max-lag 11 oak.rwl"), 2);
+  for (const char* verb : {" corr", " corr --grid lags", " site"}) {
+    EXPECT_EQ(run(VORN + std::string(verb) + " --step 10 --overlap 40 oak.rwl"), 2);
+    EXPECT_EQ(run(VORN + std::string(verb) + " --segment 40 --overlap 40 oak.rwl"), 2);
+    EXPECT_EQ(run(VORN + std::string(verb) + " --segment 40 --step 41 oak.rwl"), 2);
+  }
   EXPECT_EQ(printed, "");
 }
 
@@ -82,7 +115,7 @@ TEST_F(CommandLine, SaysWhatItIs) {
   EXPECT_EQ(run(VORN " --version"), 0);
   EXPECT_EQ(printed, "vorn " VORN_VERSION "\n");
   EXPECT_EQ(run(VORN " --help"), 0);
-  for (const char* verb : {"locate", "date", "site", "stats", "chron", "check"})
+  for (const char* verb : {"locate", "date", "site", "stats", "corr", "chron", "check", "Examples:"})
     EXPECT_NE(printed.find(verb), std::string::npos) << verb;
 }
 
@@ -125,9 +158,81 @@ TEST_F(CommandLine, OptionsTakeOneValueEachSoThatFilesMayFollow) {
   EXPECT_EQ(lines(), 4);
 }
 
-TEST_F(CommandLine, NothingToDateByEndsIt) {
+// The first years of the segments of OAK1, one after another.
+std::string starts_of(const std::string& csv) {
+  std::istringstream in(csv);
+  std::string starts, last;
+  for (std::string line; std::getline(in, line);) {
+    const auto from = line.find(",OAK1,");
+    if (from == std::string::npos || line.substr(from + 6, 4) == last) continue;
+    last = line.substr(from + 6, 4);
+    starts += (starts.empty() ? "" : " ") + last;
+  }
+  return starts;
+}
+
+TEST_F(CommandLine, StepAndOverlapAreTwoWordsForTheSame) {
+  const std::string corr = VORN " corr --format csv oak.rwl --segment 20 ";
+  for (const char* grid : {"--grid report ", "--grid lags "}) {
+    ASSERT_EQ(run(corr + grid + "--step 8"), 0);
+    EXPECT_EQ(starts_of(printed), grid == std::string("--grid report ")
+                                      ? "1896 1904 1912 1920 1928 1936"  // on multiples of the step
+                                      : "1900 1908 1916 1924 1932 1940");
+    const std::string by_step = printed;
+    ASSERT_EQ(run(corr + grid + "--overlap 12"), 0);
+    EXPECT_EQ(printed, by_step);
+  }
+  // Half a segment, where the program's 25 years would leave no step.
+  ASSERT_EQ(run(corr + "--grid lags"), 0);
+  EXPECT_EQ(starts_of(printed), "1900 1910 1920 1930 1940");
+  ASSERT_EQ(run(VORN " corr --json oak.rwl --grid lags"), 0);
+  EXPECT_NE(printed.find("segment 50, step 25, grid lags\""), std::string::npos) << printed;
+  ASSERT_EQ(run(VORN " site --json oak.rwl --overlap 10"), 0);
+  EXPECT_NE(printed.find("segment 50, step 40\""), std::string::npos) << printed;
+}
+
+TEST_F(CommandLine, LagsAreThoseOfTheChronologyThatIsNamed) {
+  ASSERT_EQ(run(VORN " corr --format csv --grid lags --max-lag 2 --series OAK2 oak.rwl"), 0);
+  const std::string own = printed;
+  ASSERT_EQ(run(VORN " corr --format csv --grid lags --max-lag 2 --series OAK2 --reference oak.rwl oak.rwl"),
+            0);
+  EXPECT_EQ(std::ranges::count(own, '\n'), lines());
+  // With OAK2 in it, its own correlation is higher.
+  EXPECT_NE(printed, own);
+  EXPECT_EQ(run(VORN " corr --grid lags --reference note.txt oak.rwl"), 4);
+}
+
+// --- What a terminal is shown.
+
+TEST_F(CommandLine, ShowsItsProgressOnATerminalAlone) {
+  std::string files;
+  for (int k = 0; k < 5; ++k) files += " oak.rwl";
+  ASSERT_EQ(run(VORN " stats" + files + " gone.rwl"), 0);
+  EXPECT_EQ(said.find("files"), std::string::npos) << said;
+  if (run("command -v script") != 0) GTEST_SKIP() << "no program 'script', which lends a terminal";
+  const auto on_terminal = [&](const std::string& command) {
+    return run("script -qec '" + command + "' /dev/null");
+  };
+  ASSERT_EQ(on_terminal(VORN " stats" + files + " >rows.txt"), 0);
+  EXPECT_NE(printed.find("\rvorn: 5 of 5 files"), std::string::npos) << printed;
+  EXPECT_TRUE(printed.ends_with("\r" + std::string(18, ' ') + "\r")) << printed;
+  EXPECT_EQ(printed.find('\n'), std::string::npos);
+  EXPECT_EQ(printed.find('\x1b'), std::string::npos);
+  ASSERT_EQ(on_terminal(VORN " stats -q" + files + " >rows.txt"), 0);
+  EXPECT_EQ(printed, "");
+  ASSERT_EQ(on_terminal(VORN " stats oak.rwl >rows.txt"), 0);
+  EXPECT_EQ(printed, "");
+  // Rows come on the same terminal.
+  ASSERT_EQ(on_terminal(VORN " stats" + files), 0);
+  EXPECT_EQ(printed.find("files"), std::string::npos) << printed;
+  EXPECT_EQ(printed.find('\x1b'), std::string::npos);
+  ASSERT_EQ(on_terminal(VORN " --help"), 0);
+  EXPECT_EQ(printed.find('\x1b'), std::string::npos);
+}
+
+TEST_F(CommandLine, NothingToCompareWithEndsIt) {
   EXPECT_EQ(run(VORN " date oak.rwl --reference note.txt"), 4);
-  EXPECT_NE(said.find("vorn: note.txt: no chronology to date by\n"), std::string::npos) << said;
+  EXPECT_NE(said.find("vorn: note.txt: no chronology to compare with\n"), std::string::npos) << said;
 }
 
 }  // namespace

@@ -1,0 +1,202 @@
+#include "apps/vorn_request.h"
+
+#include <CLI/CLI.hpp>
+#include <map>
+#include <memory>
+
+namespace vorn {
+namespace {
+
+constexpr int most_threads = 64;
+
+// What is typed, before it is put in the program's own terms.
+struct Typed {
+  std::string format = "table", grid = "report", fail_on, reference;
+  bool json = false, no_spline = false, no_ar = false, no_log = false, no_narrow = false;
+  std::optional<int> step, overlap, farthest_lag;
+};
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  vorn locate site.rwl                        where is a ring missing, or one counted twice?\n"
+    "  vorn date beam.rwl --reference oaks.crn     where does the beam belong?\n"
+    "  vorn stats --format csv *.rwl >stats.csv    a row for each core, for R, Python and spreadsheets\n"
+    "\n"
+    "\"vorn VERB --help\" lists the options of a verb, \"man vorn\" tells all.";
+
+std::string example_of(std::string_view verb) {
+  static const std::map<std::string_view, std::string_view> all = {
+      {"locate", "locate --series A12,A14 site.rwl"},
+      {"date", "date beam.rwl --reference oaks.crn --reference firs.crn"},
+      {"site", "site --segment 60 --step 30 site.rwl"},
+      {"stats", "stats --format csv -o stats.csv *.rwl"},
+      {"corr", "corr --grid lags --series A12 site.rwl"},
+      {"chron", "chron --format csv --no-log site.rwl >site.csv"},
+      {"check", "check --fail-on error *.rwl && echo all were read"}};
+  const auto found = all.find(verb);
+  return found == all.end() ? "" : "Example: vorn " + std::string(found->second);
+}
+
+// --- Options.
+
+CLI::Option* with_value(CLI::Option* option, const char* value) {
+  return option->option_text(value);
+}
+
+void add_choice(CLI::App& app, const char* name, std::string& value, const std::vector<std::string>& choices,
+                const char* does) {
+  std::string all;
+  for (const std::string& choice : choices) all += (all.empty() ? "" : "|") + choice;
+  app.add_option(name, value, does)->check(CLI::IsMember(choices))->option_text(all);
+}
+
+template <class Number>
+CLI::Option* add_number(CLI::App& app, const char* name, Number& value, int least, int most,
+                        const char* does) {
+  return with_value(app.add_option(name, value, does)->check(CLI::Range(least, most)), "N");
+}
+
+void add_output(CLI::App& app, Request& request, Typed& typed) {
+  add_choice(app, "--format", typed.format, {"table", "csv", "json"}, "how the rows are written; at first table");
+  app.add_flag("--json", typed.json, "the same as --format json");
+  with_value(app.add_option("-o", request.output, "writes to this file"), "FILE");
+  // One value each time, so that the files may follow.
+  with_value(app.add_option("--series", request.series, "only these series; again for more")
+                 ->delimiter(',')
+                 ->allow_extra_args(false),
+             "A,B");
+  add_choice(app, "--fail-on", typed.fail_on, {"warning", "error"}, "ends with 1 where something so grave is found");
+  add_number(app, "-j", request.threads, 1, most_threads, "works on so many files at a time");
+  app.add_flag("-q", request.quiet, "says nothing of what was not read, and no progress");
+}
+
+void add_settings(CLI::App& app, Request& request, Typed& typed) {
+  add_number(app, "--spline", request.settings.ss, 3, 999, "years of the spline; at first 32");
+  app.add_flag("--no-spline", typed.no_spline, "no detrending");
+  add_number(app, "--ar", request.settings.jpr, 1, 11, "highest order of the AR model; at first 11");
+  app.add_flag("--no-ar", typed.no_ar, "no prewhitening");
+  app.add_flag("--no-log", typed.no_log, "no logarithms");
+}
+
+void add_segments(CLI::App& app, Request& request, Typed& typed) {
+  add_number(app, "--segment", request.settings.seg, 4, max_years, "years of a segment; at first 50");
+  CLI::Option* step = add_number(app, "--step", typed.step, 1, max_years,
+                                 "years from one segment's beginning to the next; at first 25");
+  add_number(app, "--overlap", typed.overlap, 0, max_years - 1, "years by which segments overlap, instead")
+      ->excludes(step);
+}
+
+void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& typed) {
+  if (verb == "locate") {
+    with_value(app.add_option("--gain", request.switches.least_gain,
+                              "least gain of an error that is given, at first 7; 0: the best of each core"),
+               "X");
+    app.add_flag("--no-narrow", typed.no_narrow, "missing rings are as likely in wide years");
+  }
+  if (verb == "date") {
+    with_value(app.add_option("--reference", request.references,
+                              "what the cores are dated by, again for each; without, the others of their file")
+                   ->allow_extra_args(false),
+               "FILE");
+  }
+  if (verb == "site" || verb == "corr") add_segments(app, request, typed);
+  if (verb == "corr") {
+    add_choice(app, "--grid", typed.grid, {"report", "lags"}, "the figures of Corr.prn, or of the lag table");
+    add_number(app, "--max-lag", typed.farthest_lag, 1, max_lag, "lags: so many years to either side; at first 10");
+    with_value(app.add_option("--reference", typed.reference,
+                              "lags: the chronology of this file, not that of the core's own"),
+               "FILE");
+  }
+}
+
+void add_verb(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
+  CLI::App* sub = app.add_subcommand(std::string(verb.form.verb), std::string(verb.does));
+  with_value(sub->add_option("FILE", request.files, "files to read; - is standard input")->required(), "...");
+  add_own(*sub, verb.form.verb, request, typed);
+  add_settings(*sub, request, typed);
+  add_output(*sub, request, typed);
+  sub->footer(example_of(verb.form.verb));
+  sub->callback([&request, &verb] { request.verb = &verb; });
+}
+
+// --- What was typed, in the program's terms.
+
+bool is_report(const Request& request) {
+  return request.verb->form.verb == "corr" && request.switches.grid == CorrelationGrid::report;
+}
+bool has_segments(const Request& request) {
+  return request.verb->form.verb == "corr" || request.verb->form.verb == "site";
+}
+
+// Years from one segment to the next: as typed, else those of the program, and half a segment where these
+// would be none.
+int step_of(const Request& request, const Typed& typed) {
+  const Settings& settings = request.settings;
+  if (typed.step) return *typed.step;
+  if (typed.overlap) return settings.seg - *typed.overlap;
+  if (settings.seg <= settings.olap) return settings.seg / 2;
+  return is_report(request) ? settings.olap : settings.seg - settings.olap;
+}
+
+// Why the segments are none, or nothing.
+std::string set_segments(Request& request, const Typed& typed) {
+  const int step = step_of(request, typed);
+  if (step < 1) return "--overlap must be less than --segment";
+  if (step > request.settings.seg) return "--step must not be more than --segment";
+  request.settings.olap = is_report(request) ? step : request.settings.seg - step;
+  return "";
+}
+
+std::string take(Request& request, const Typed& typed) {
+  static const std::map<std::string, TableFormat> formats = {
+      {"table", TableFormat::table}, {"csv", TableFormat::csv}, {"json", TableFormat::json}};
+  request.format = typed.json ? TableFormat::json : formats.at(typed.format);
+  request.settings.splineon = !typed.no_spline;
+  request.settings.aron = !typed.no_ar;
+  request.settings.logon = !typed.no_log;
+  request.switches.narrow_years = !typed.no_narrow;
+  request.switches.grid = typed.grid == "lags" ? CorrelationGrid::lags : CorrelationGrid::report;
+  request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
+  if (!typed.reference.empty()) request.references = {typed.reference};
+  if (!typed.fail_on.empty())
+    request.fail_on = typed.fail_on == "error" ? Severity::error : Severity::warning;
+  const bool of_lags = typed.farthest_lag || !typed.reference.empty();
+  if (is_report(request) && of_lags) return "--max-lag and --reference go with --grid lags";
+  return has_segments(request) ? set_segments(request, typed) : "";
+}
+
+}  // namespace
+
+std::optional<int> read_command_line(int argc, char** argv, Request& request) {
+  CLI::App app("vorn reads tree-ring files and answers in rows: for R, Python and shells.", "vorn");
+  app.set_version_flag("--version", std::string("vorn ") + VORN_VERSION);
+  app.require_subcommand(1);
+  for (const auto& [label, text] : {std::pair{"SUBCOMMAND", "VERB FILE..."},
+                                    {"OPTIONS", "OPTION"},
+                                    {"Subcommands", "Verbs"},
+                                    {"Positionals", "Files"}})
+    app.get_formatter()->label(label, text);
+  app.footer(examples);
+  Typed typed;
+  for (const Verb& verb : verbs()) add_verb(app, verb, request, typed);
+  try {
+    app.parse(argc, argv);
+    const std::string wrong = take(request, typed);
+    if (!wrong.empty()) throw CLI::ValidationError(wrong);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? done : wrong_use;
+  }
+  return {};
+}
+
+std::string recipe_of(const Request& request) {
+  const Settings& settings = request.settings;
+  std::string all = recipe_of(settings);
+  if (!has_segments(request)) return all;
+  const int step = is_report(request) ? settings.olap : settings.seg - settings.olap;
+  all += ", segment " + std::to_string(settings.seg) + ", step " + std::to_string(step);
+  if (request.verb->form.verb == "corr") all += is_report(request) ? ", grid report" : ", grid lags";
+  return all;
+}
+
+}  // namespace vorn

@@ -1,0 +1,37 @@
+// What the command line asks of `vorn`.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "batch/table.h"
+#include "batch/verbs.h"
+
+namespace vorn {
+
+// What `vorn` ends with.
+inline constexpr int done = 0, found = 1, wrong_use = 2, cannot_go_on = 4;
+
+struct Request {
+  const Verb* verb = nullptr;
+  std::vector<std::string> files;
+  TableFormat format = TableFormat::table;
+  std::string output;  // empty: standard output
+  Settings settings;
+  VerbSwitches switches;
+  std::vector<std::string> references;  // files
+  std::vector<std::string> series;      // only these; all when empty
+  int threads = 1;
+  bool quiet = false;
+  std::optional<Severity> fail_on;
+};
+
+// Fills `request`. Answers what the program ends with where there is nothing left to do: help was asked for
+// and given, or the command line is none and it was said why.
+std::optional<int> read_command_line(int argc, char** argv, Request& request);
+
+// By what the values are computed: the settings that bear on the verb.
+std::string recipe_of(const Request& request);
+
+}  // namespace vorn

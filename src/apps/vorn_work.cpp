@@ -1,0 +1,103 @@
+#include "apps/vorn_work.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <iostream>
+#include <iterator>
+#include <thread>
+#include <utility>
+
+#include "batch/collection.h"
+
+namespace vorn {
+namespace {
+
+const std::string standard_input = "-";
+
+bool is_wanted(const Request& request, const Row& row) {
+  if (request.series.empty()) return true;
+  const auto& columns = request.verb->form.columns;
+  const auto place = static_cast<std::size_t>(std::ranges::find(columns, "series") - columns.begin());
+  if (place == columns.size()) return true;
+  const auto* name = std::get_if<std::string>(&row[place]);
+  return name && std::ranges::find(request.series, *name) != request.series.end();
+}
+
+Answer answer_of(const Request& request, Files& files, const std::string& file) {
+  Answer answer;
+  try {
+    Collection collection(files, file, request.settings);
+    answer.words = collection.words();
+    request.verb->rows(collection, request.switches, [&](const Row& row) {
+      if (is_wanted(request, row)) answer.rows.push_back(row);
+    });
+  } catch (const std::exception& failure) {
+    answer.words.push_back(file + ": " + failure.what());
+  }
+  answer.is_ready = true;
+  return answer;
+}
+
+}  // namespace
+
+InputFiles::InputFiles(const std::vector<std::string>& names) {
+  if (std::ranges::find(names, standard_input) == names.end()) return;
+  input_.put(standard_input, {std::istreambuf_iterator<char>(std::cin), {}});
+}
+
+Status InputFiles::look_at(const std::string& name, FileKind& kind) {
+  return of(name).look_at(name, kind);
+}
+
+Status InputFiles::open(const std::string& name, std::unique_ptr<ByteSource>& source) {
+  return of(name).open(name, source);
+}
+
+Status InputFiles::make(const std::string&, std::unique_ptr<ByteSink>&) {
+  return Status(EACCES);
+}
+
+Status InputFiles::extend(const std::string&, std::unique_ptr<ByteSource>&, std::unique_ptr<ByteSink>&) {
+  return Status(EACCES);
+}
+
+Files& InputFiles::of(const std::string& name) {
+  if (name != standard_input) return disk_;
+  return input_;
+}
+
+void Work::run(const std::function<bool(const Answer&)>& use) {
+  std::vector<std::jthread> threads;
+  threads.reserve(static_cast<std::size_t>(request_.threads));
+  for (int k = 0; k < request_.threads; ++k) threads.emplace_back([this] { work(); });
+  for (std::size_t k = 0; k < answers_.size(); ++k) {
+    std::unique_lock lock(mutex_);
+    came_.wait(lock, [&] { return answers_[k].is_ready; });
+    const Answer answer = std::move(answers_[k]);
+    used_ = k + 1;
+    lock.unlock();
+    came_.notify_all();
+    if (use(answer)) continue;
+    stop_ = true;
+    came_.notify_all();
+    return;
+  }
+}
+
+// Not far ahead of what was used, so that the answers of thousands of files need no room.
+void Work::work() {
+  constexpr std::size_t ahead = 64;
+  for (std::size_t k = next_++; k < answers_.size(); k = next_++) {
+    {
+      std::unique_lock lock(mutex_);
+      came_.wait(lock, [&] { return stop_ || k < used_ + ahead; });
+    }
+    if (stop_) return;
+    Answer answer = answer_of(request_, files_, request_.files[k]);
+    const std::lock_guard lock(mutex_);
+    answers_[k] = std::move(answer);
+    came_.notify_all();
+  }
+}
+
+}  // namespace vorn
