@@ -57,7 +57,8 @@ CLI::Option* add_number(CLI::App& app, const char* name, Number& value, int leas
 }
 
 void add_output(CLI::App& app, Request& request, Typed& typed) {
-  add_choice(app, "--format", typed.format, {"table", "csv", "json"}, "how the rows are written; at first table");
+  add_choice(app, "--format", typed.format, {"table", "csv", "json"},
+             "how the rows are written; at first table");
   app.add_flag("--json", typed.json, "the same as --format json");
   with_value(app.add_option("-o", request.output, "writes to this file"), "FILE");
   // One value each time, so that the files may follow.
@@ -65,7 +66,8 @@ void add_output(CLI::App& app, Request& request, Typed& typed) {
                  ->delimiter(',')
                  ->allow_extra_args(false),
              "A,B");
-  add_choice(app, "--fail-on", typed.fail_on, {"warning", "error"}, "ends with 1 where something so grave is found");
+  add_choice(app, "--fail-on", typed.fail_on, {"warning", "error"},
+             "ends with 1 where something so grave is found");
   add_number(app, "-j", request.threads, 1, most_threads, "works on so many files at a time");
   app.add_flag("-q", request.quiet, "says nothing of what was not read, and no progress");
 }
@@ -94,15 +96,17 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
     app.add_flag("--no-narrow", typed.no_narrow, "missing rings are as likely in wide years");
   }
   if (verb == "date") {
-    with_value(app.add_option("--reference", request.references,
-                              "what the cores are dated by, again for each; without, the others of their file")
-                   ->allow_extra_args(false),
-               "FILE");
+    with_value(
+        app.add_option("--reference", request.references,
+                       "what the cores are dated by, again for each; without, the others of their file")
+            ->allow_extra_args(false),
+        "FILE");
   }
   if (verb == "site" || verb == "corr") add_segments(app, request, typed);
   if (verb == "corr") {
     add_choice(app, "--grid", typed.grid, {"report", "lags"}, "the figures of Corr.prn, or of the lag table");
-    add_number(app, "--max-lag", typed.farthest_lag, 1, max_lag, "lags: so many years to either side; at first 10");
+    add_number(app, "--max-lag", typed.farthest_lag, 1, max_lag,
+               "lags: so many years to either side; at first 10");
     with_value(app.add_option("--reference", typed.reference,
                               "lags: the chronology of this file, not that of the core's own"),
                "FILE");
@@ -115,6 +119,7 @@ void add_verb(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
   add_own(*sub, verb.form.verb, request, typed);
   add_settings(*sub, request, typed);
   add_output(*sub, request, typed);
+  sub->group("Verbs");
   sub->footer(example_of(verb.form.verb));
   sub->callback([&request, &verb] { request.verb = &verb; });
 }
@@ -171,10 +176,8 @@ std::optional<int> read_command_line(int argc, char** argv, Request& request) {
   CLI::App app("vorn reads tree-ring files and answers in rows: for R, Python and shells.", "vorn");
   app.set_version_flag("--version", std::string("vorn ") + VORN_VERSION);
   app.require_subcommand(1);
-  for (const auto& [label, text] : {std::pair{"SUBCOMMAND", "VERB FILE..."},
-                                    {"OPTIONS", "OPTION"},
-                                    {"Subcommands", "Verbs"},
-                                    {"Positionals", "Files"}})
+  for (const auto& [label, text] :
+       {std::pair{"SUBCOMMAND", "VERB FILE..."}, {"OPTIONS", "OPTION"}, {"Positionals", "Files"}})
     app.get_formatter()->label(label, text);
   app.footer(examples);
   Typed typed;
