@@ -1,5 +1,6 @@
 #include "batch/collection.h"
 
+#include <algorithm>
 #include <ostream>
 #include <system_error>
 
@@ -45,6 +46,13 @@ std::string one_line(const Trouble& trouble) {
   return (trouble.line > 0 ? ":" + std::to_string(trouble.line) : "") + ": " + text;
 }
 
+// What is told behind a file that could not be opened follows from that alone.
+void keep_what_matters(std::vector<Trouble>& troubles) {
+  const auto unopened = std::ranges::find_if(
+      troubles, [](const Trouble& trouble) { return trimmed(trouble.label) == "Open" && trouble.status; });
+  if (unopened != troubles.end()) troubles.erase(unopened + 1, troubles.end());
+}
+
 }  // namespace
 
 struct Collection::Page {
@@ -67,7 +75,10 @@ Collection::Collection(Files& files, const std::string& path, const Settings& se
   w_->rfhead(1) = recognition_.header_lines;
   const LayoutRow* row = row_of(recognition_.layout);
   w_->rawok(1) = row != nullptr;
-  if (!row) return;
+  if (!row) {
+    keep_what_matters(troubles_);
+    return;
+  }
   const Reading reading{files, path, recognition_.header_lines, troubles};
   decided_ = row->read_cores ? row->read_cores(*w_, reading) : row->read_chronology(*w_, 1, reading);
   try {
