@@ -110,11 +110,14 @@ int segments_of(const LagTable& table) {
 }
 
 void core_rows(const std::string& file, Workspace& w, int core, int farthest, const Add& add) {
-  std::int32_t start = std::max(w.fy(w.nd + 1), w.fy(w.nd + 2));
+  const std::int32_t first = std::max(w.fy(w.nd + 1), w.fy(w.nd + 2));
+  std::int32_t start = first;
   for (int segments = max_segments; segments == max_segments;) {
     cor_tab(w, w, w, start);
     segments = segments_of(w);
-    for (int k = 1; k <= segments; ++k) segment_rows(file, w, core, k, farthest, add);
+    for (int k = 1; k <= segments; ++k) {
+      if (w.cyrs(1, k) >= first) segment_rows(file, w, core, k, farthest, add);
+    }
     if (segments > 0) start = w.cyrs(1, segments) + w.seg - w.olap;
   }
 }

@@ -36,7 +36,9 @@ void report_rows(Collection& collection, const std::function<void(const Row&)>& 
 // The figures of the lag table that the correlation screen has of each core and a chronology: that of its own
 // file without it, or `other`. One row for each segment and each lag of up to `farthest` years that lies
 // within the core; the correlation is absent where the table has fewer than three pairs. The screen ends at
-// 34 segments; here they go on as they do there from a later start year. The row of lag 0 is flagged, "A" as
+// 34 segments; here they go on as they do there from a later start year. A segment that begins before one of
+// the two, which the screen has where they have less than a segment in common, has no row: its values would
+// be those of other series. The row of lag 0 is flagged, "A" as
 // above, "B" where another lag of the segment is higher, "AB" for both.
 void lag_rows(Collection& collection, const OtherChronology* other, int farthest,
               const std::function<void(const Row&)>& add);

@@ -197,6 +197,51 @@ TEST_F(BatchOfExamples, SitePutsFirstWhatNeedsWork) {
   EXPECT_EQ(std::get<std::string>(rows[0][8]), "Move it by -7 years, to 1808 to 2003");
 }
 
+TEST(Batch, LagsOfASegmentThatBeginsBeforeTheReferenceAreNotGiven) {
+  MemoryFiles files;
+  files.put("oak.rwl", raw_core_text("ONE", 1800, 100, 7) + raw_core_text("TWO", 1800, 100, 9));
+  files.put("short.rwl", raw_core_text("TEN", 1840, 40, 7) + raw_core_text("TWENTY", 1840, 40, 9));
+  const Collection reference(files, "short.rwl", {});
+  VerbSwitches switches{.grid = CorrelationGrid::lags,
+                        .farthest_lag = 1,
+                        .beside = std::make_shared<const OtherChronology>(reference)};
+  EXPECT_TRUE(rows_of(files, "oak.rwl", "corr", {}, switches).empty());
+  Settings shorter;
+  shorter.seg = 40;
+  const auto rows = rows_of(files, "oak.rwl", "corr", shorter, switches);
+  ASSERT_EQ(rows.size(), 6u);  // one segment, three lags, for each core
+  EXPECT_EQ(whole(rows[0], 2), 1840);
+  EXPECT_EQ(whole(rows[0], 3), 1879);
+  EXPECT_EQ(whole(rows[0], 4), -1);
+}
+
+TEST(Batch, FlagsWhatAgreesLessThanChanceAndWhatAgreesBetterElsewhere) {
+  MemoryFiles files;
+  std::string text;
+  for (const int k : {0, 1, 2, 3}) text += raw_core_text("A" + std::to_string(k), 1800, 100, 7);
+  text += raw_core_text("LATE", 1810, 100, 7);  // the same rings, ten years too late
+  files.put("site.rwl", text);
+  VerbSwitches switches{.grid = CorrelationGrid::lags};
+  int low = 0, alike = 0;
+  for (const Row& row : rows_of(files, "site.rwl", "corr", {}, switches)) {
+    const auto* flag = std::get_if<std::string>(&row[6]);
+    if (whole(row, 4) != 0) {
+      EXPECT_FALSE(flag);
+      continue;
+    }
+    low += flag && *flag == "AB" && std::get<std::string>(row[1]) == "LATE";
+    alike += !flag && std::get<std::string>(row[1]) == "A1";
+  }
+  EXPECT_GE(low, 2);
+  EXPECT_EQ(alike, 3);
+  // The report has one figure a segment, and so no other lag.
+  for (const Row& row : rows_of(files, "site.rwl", "corr")) {
+    EXPECT_EQ(whole(row, 4), 0);
+    const bool is_late = std::get<std::string>(row[1]) == "LATE";
+    EXPECT_EQ(std::holds_alternative<std::string>(row[6]), is_late);
+  }
+}
+
 TEST(Batch, ChecksWhatWasReadAndWhatWasNot) {
   MemoryFiles files;
   std::string text = raw_core_text("OAK1", 1900, 60, 7);

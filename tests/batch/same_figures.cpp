@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <limits>
 #include <map>
+#include <memory>
 #include <sstream>
 #include <utility>
 
@@ -24,6 +25,7 @@ namespace vorn {
 namespace {
 
 constexpr const char* copy_name = "copy.txt";
+constexpr const char* reference_name = "reference.txt";
 constexpr int names_on_page = 210, names_in_column = 30, page_step = 180;
 
 std::vector<std::string> lines_of(const std::string& text) {
@@ -100,14 +102,15 @@ struct CoreTables {
   std::vector<int> start_years{};
 };
 
-std::string tables_script(int cores, const std::vector<CoreTables>& tables) {
+// The reference is the last entry.
+std::string tables_script(int entries, const std::vector<CoreTables>& tables) {
   if (tables.empty()) return "";
   std::string script = press("crossdate");
   int offset = 0, core = 0;
   for (const CoreTables& table : tables) {
     ++core;
     script += press("choose_cores") + press("top_of_pair") + press("bottom_of_pair");
-    script += pick(core, cores + 1, offset) + pick(cores + 1, cores + 1, offset);
+    script += pick(core, entries, offset) + pick(entries, entries, offset);
     script += press("chooser_exit") + press("correlate") + "page " + page_name(core, 0) + "\n";
     for (std::size_t k = 0; k < table.start_years.size(); ++k)
       script += enter("correlation_start", table.start_years[k]) + "page " + page_name(core, k + 1) + "\n";
@@ -116,12 +119,14 @@ std::string tables_script(int cores, const std::vector<CoreTables>& tables) {
   return script + press("exit_crossdating");
 }
 
-std::string session(Collection& collection, const Settings& settings, const std::vector<CoreTables>& tables) {
+std::string session(Collection& collection, const Settings& settings, const std::vector<CoreTables>& tables,
+                    int files) {
   std::string script;
   for (std::size_t k = 0; k < collection.troubles().size(); ++k) script += "key 27\n";
   const int cores = collection.has_cores() ? collection.state().nc : 0;
   if (cores > 0) script += settings_script(settings) + press("stats_report") + press("correlation_report");
-  return script + press("crn_column") + press("save_crn") + tables_script(cores, tables) + press("quit");
+  return script + press("crn_column") + press("save_crn") + tables_script(cores + files, tables) +
+         press("quit");
 }
 
 // --- The figures of each output.
@@ -315,13 +320,13 @@ void compare_table(const std::string& name, ShownTable shown, ShownTable given, 
 }
 
 // The rows of the first cores, page by page.
-std::vector<CoreTables> tables_of(Collection& collection, int most) {
+std::vector<CoreTables> tables_of(Collection& collection, int most, const OtherChronology* other) {
   std::vector<CoreTables> tables;
   if (!collection.has_cores()) return tables;
   const Workspace& w = collection.state();
   tables.resize(static_cast<std::size_t>(std::min(w.nc, most)));
   int core = 0, segments = 0, start = 0;
-  lag_rows(collection, nullptr, max_lag, [&](const Row& row) {
+  lag_rows(collection, other, max_lag, [&](const Row& row) {
     if (w.tr1 > most) return;
     CoreTables& table = tables[static_cast<std::size_t>(w.tr1) - 1];  // the core is the sample of the pair
     if (w.tr1 != core) segments = 0;
@@ -338,13 +343,28 @@ std::vector<CoreTables> tables_of(Collection& collection, int most) {
   return tables;
 }
 
-void compare_tables(const SeriesStore& store, const std::vector<CoreTables>& tables, SameFigures& all) {
+// Without the lines that begin before `year`: `vorn` has no rows for them.
+ShownTable from_year(ShownTable table, std::int32_t year) {
+  for (int line = 0; line < max_segments; ++line) {
+    const auto years = table.find({line, 99});
+    if (years == table.end() || std::stoi(years->second.substr(0, 5)) >= year) continue;
+    for (int lag = -max_lag; lag <= max_lag; ++lag) table.erase({line, lag});
+    table.erase(years);
+  }
+  return table;
+}
+
+// `first` is that of the reference's years.
+void compare_tables(const SeriesStore& store, const std::vector<CoreTables>& tables, std::int32_t first,
+                    SameFigures& all) {
   int core = 0;
   for (const CoreTables& table : tables) {
     const std::string name(store.nam(++core).trimmed());
-    for (std::size_t page = 0; page < table.pages.size(); ++page)
-      compare_table(name, table_shown(ScratchFolder::read(page_name(core, page))),
-                    table_given(table.pages[page]), all);
+    const std::int32_t later = std::max(first, store.fy(core));
+    for (std::size_t page = 0; page < table.pages.size(); ++page) {
+      const ShownTable shown = table_shown(ScratchFolder::read(page_name(core, page)));
+      compare_table(name, from_year(shown, later), table_given(table.pages[page]), all);
+    }
   }
 }
 
@@ -356,9 +376,9 @@ void on_a_fresh_one(const Settings& settings, Compare compare) {
   compare(collection);
 }
 
-int play(const std::string& script) {
+int play(const std::string& script, const std::string& list) {
   ScratchFolder::write("session.vrs", script);
-  ScratchFolder::write("Vorn.fil", std::string(copy_name) + "\n");
+  ScratchFolder::write("Vorn.fil", list);
   const int status = std::system("\"" VORN_REPLAY "\" session.vrs >played.out 2>played.err");
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
@@ -373,7 +393,8 @@ void SameFigures::add(const SameFigures& other) {
   differences.insert(differences.end(), other.differences.begin(), other.differences.end());
 }
 
-SameFigures compare_figures(const std::filesystem::path& file, const Settings& settings, int most_tables) {
+SameFigures compare_figures(const std::filesystem::path& file, const Settings& settings, int most_tables,
+                            const std::filesystem::path& reference) {
   SameFigures all;
   const auto whole_path = std::filesystem::absolute(file);
   const ScratchFolder folder;
@@ -382,9 +403,19 @@ SameFigures compare_figures(const std::filesystem::path& file, const Settings& s
   Collection collection(files, copy_name, settings);
   if (!row_of(collection.state().rftype(1))) return all;
   all.was_read = true;
+  std::string list = std::string(copy_name) + "\n";
+  std::unique_ptr<OtherChronology> other;
+  std::int32_t first = collection.state().cfy(1);
+  if (!reference.empty()) {
+    std::filesystem::copy_file(reference, reference_name);
+    const Collection second(files, reference_name, settings);
+    other = std::make_unique<OtherChronology>(second);
+    first = second.state().cfy(1);
+    list += std::string(reference_name) + "\n";
+  }
   std::vector<CoreTables> tables;
-  on_a_fresh_one(settings, [&](Collection& c) { tables = tables_of(c, most_tables); });
-  const int status = play(session(collection, settings, tables));
+  on_a_fresh_one(settings, [&](Collection& c) { tables = tables_of(c, most_tables, other.get()); });
+  const int status = play(session(collection, settings, tables, other ? 2 : 1), list);
   if (status != 0) {
     all.differences.push_back("the session ends with " + std::to_string(status) + ": " +
                               ScratchFolder::read("played.err"));
@@ -393,7 +424,7 @@ SameFigures compare_figures(const std::filesystem::path& file, const Settings& s
   if (collection.has_cores()) {
     on_a_fresh_one(settings, [&](Collection& c) { compare_stats(c, ScratchFolder::read("Stats.prn"), all); });
     on_a_fresh_one(settings, [&](Collection& c) { compare_report(c, ScratchFolder::read("Corr.prn"), all); });
-    compare_tables(collection.state(), tables, all);
+    compare_tables(collection.state(), tables, first, all);
   }
   on_a_fresh_one(settings, [&](Collection& c) { compare_chron(c, ScratchFolder::read("Column.prn"), all); });
   return all;

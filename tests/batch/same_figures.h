@@ -22,7 +22,9 @@ struct SameFigures {
 };
 
 // Plays a session of vorn_replay on a copy of the file in a folder of its own, and works the same out as
-// `vorn` does. Of the cores the first `most_tables` are looked at in the lag table.
-SameFigures compare_figures(const std::filesystem::path& file, const Settings& settings, int most_tables);
+// `vorn` does. Of the cores the first `most_tables` are looked at in the lag table, with the chronology of
+// their file or, where there is one, of the `reference`.
+SameFigures compare_figures(const std::filesystem::path& file, const Settings& settings, int most_tables,
+                            const std::filesystem::path& reference = {});
 
 }  // namespace vorn

@@ -123,6 +123,29 @@ std::string collection_text(const Shape& shape, unsigned seed) {
   return text;
 }
 
+TEST(SameFigures, AgainstTheChronologyOfAnotherFile) {
+  const auto examples = source_folder() / "examples";
+  for (const char* reference : {"anywhere.crn", "yonder.rwl", "faraway.rwm"}) {
+    SCOPED_TRACE(reference);
+    for (const char* file : {"nowhere.rwl", "adrift.rwl"}) {
+      const SameFigures all = compare_figures(examples / file, {}, 4, examples / reference);
+      expect_the_same(all);
+      if (file == std::string("nowhere.rwl") && reference != std::string("yonder.rwl")) {
+        EXPECT_GT(all.lags, 300);
+      }
+    }
+  }
+  // A reference shorter than the cores, and than a segment.
+  const ScratchFolder folder;
+  ScratchFolder::write("cores.rwl", collection_text({.cores = 4, .shortest = 90, .longest = 150}, 1));
+  for (const int years : {20, 40, 49, 50, 60}) {
+    SCOPED_TRACE(years);
+    const Shape shape = {.cores = 3, .shortest = years, .longest = years, .first = 1740};
+    ScratchFolder::write("short.rwl", collection_text(shape, 2));
+    expect_the_same(compare_figures("cores.rwl", {}, 4, std::filesystem::absolute("short.rwl")));
+  }
+}
+
 struct Named {
   const char* name;
   Shape shape;
