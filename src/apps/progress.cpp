@@ -21,8 +21,7 @@ Progress::Progress(std::size_t files, bool rows_come)
 
 void Progress::at(std::size_t files_done) {
   if (!is_shown_) return;
-  const std::string line =
-      "vorn: " + std::to_string(files_done) + " of " + std::to_string(files_) + " files";
+  const std::string line = "vorn: " + std::to_string(files_done) + " of " + std::to_string(files_) + " files";
   std::cerr << '\r' << line << std::flush;
   width_ = line.size();
 }

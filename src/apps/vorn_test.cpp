@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 #include <sstream>
 #include <string>
 
@@ -52,6 +53,50 @@ TEST_F(CommandLine, ABadFileNeverEndsTheWorkOnTheOthers) {
   EXPECT_NE(said.find("vorn: gone.rwl: Open: No such file or directory\n"), std::string::npos) << said;
   EXPECT_NE(said.find("vorn: note.txt: no layout that is known\n"), std::string::npos) << said;
   EXPECT_NE(said.find("vorn: .: Open: Is a directory\n"), std::string::npos) << said;
+}
+
+TEST_F(CommandLine, AThousandFilesOfAllKindsAreOneCall) {
+  ASSERT_EQ(
+      run("mkfifo pipe.rwl && mkdir folder.rwl && head -c 3000 /dev/urandom >noise.rwl && : >empty.rwl && "
+          "head -c 200 oak.rwl >cut.rwl && ln -s nowhere link.rwl && cp oak.rwl 'a, \"b\".rwl'"),
+      0);
+  std::string files;
+  for (int k = 0; k < 100; ++k)
+    files +=
+        " oak.rwl pipe.rwl folder.rwl noise.rwl empty.rwl cut.rwl link.rwl gone.rwl note.txt 'a, \"b\".rwl'";
+  ASSERT_EQ(run(VORN " chron --format csv -j 3" + files), 0);
+  std::istringstream in(printed);
+  long of_oak = 0, of_quoted = 0;
+  for (std::string line; std::getline(in, line);) {
+    of_oak += line.starts_with("oak.rwl,");
+    of_quoted += line.starts_with("\"a, \"\"b\"\".rwl\",");
+  }
+  EXPECT_EQ(of_oak, 6'000);
+  EXPECT_EQ(of_quoted, 6'000);
+  const auto told = [this](const std::string& words) {
+    long count = 0;
+    for (auto k = said.find(words); k != std::string::npos; k = said.find(words, k + 1)) ++count;
+    return count;
+  };
+  EXPECT_EQ(told("vorn: gone.rwl: Open: No such file or directory\n"), 100);
+  EXPECT_EQ(told("vorn: link.rwl: Open: No such file or directory\n"), 100);
+  EXPECT_EQ(told("vorn: pipe.rwl: Open: No such device\n"), 100);
+  EXPECT_EQ(told("vorn: folder.rwl: Open: Is a directory\n"), 100);
+  EXPECT_EQ(told("vorn: note.txt: no layout that is known\n"), 100);
+  EXPECT_GE(told("vorn: empty.rwl: "), 100);
+}
+
+TEST_F(CommandLine, WritesThePointInEveryLanguage) {
+  ASSERT_EQ(run(VORN " stats --json oak.rwl"), 0);
+  const std::string plain = printed;
+  if (run("localedef --no-archive -i de_DE -f UTF-8 ./de_DE.UTF-8") != 0)
+    GTEST_SKIP() << "the package locales is not here: " << said;
+  const std::string german = "LOCPATH=\"$PWD\" LC_ALL=de_DE.UTF-8 ";
+  ASSERT_EQ(run(german + "locale decimal_point"), 0);
+  EXPECT_EQ(printed, ",\n");
+  ASSERT_EQ(run(german + VORN " stats --json oak.rwl"), 0);
+  EXPECT_EQ(printed, plain);
+  ASSERT_EQ(run(german + VORN " locate --gain 0.5 oak.rwl"), 0);
 }
 
 TEST_F(CommandLine, GivesTheSameOnAnyNumberOfThreads) {
@@ -200,6 +245,36 @@ TEST_F(CommandLine, LagsAreThoseOfTheChronologyThatIsNamed) {
   // With OAK2 in it, its own correlation is higher.
   EXPECT_NE(printed, own);
   EXPECT_EQ(run(VORN " corr --grid lags --reference note.txt oak.rwl"), 4);
+}
+
+// --- Pages and completion.
+
+std::set<std::string> long_options(const std::string& text) {
+  std::set<std::string> all;
+  for (auto k = text.find("--"); k != std::string::npos; k = text.find("--", k + 2)) {
+    const auto end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", k);
+    if (end > k + 2) all.insert(text.substr(k, end - k));
+    k = end - 2;
+  }
+  return all;
+}
+
+TEST_F(CommandLine, ManPageAndCompletionKnowEveryOption) {
+  std::string page = ScratchFolder::read((source_folder() / "packaging/man/vorn.1").string());
+  std::erase(page, '\\');
+  const std::string completion = (source_folder() / "packaging/vorn.bash-completion").string();
+  for (const char* verb : {"locate", "date", "site", "stats", "corr", "chron", "check"}) {
+    SCOPED_TRACE(verb);
+    ASSERT_EQ(run(VORN " " + std::string(verb) + " --help"), 0);
+    const std::string options = printed.substr(printed.find("Options:"));
+    const auto known = long_options(options.substr(0, options.find("Example:")));
+    EXPECT_GE(known.size(), 10u);
+    for (const std::string& option : known) EXPECT_NE(page.find(option), std::string::npos) << option;
+    ASSERT_EQ(run("bash -c 'source \"" + completion + "\"; COMP_WORDS=(vorn " + verb +
+                  " --); COMP_CWORD=2; _vorn; echo \"${COMPREPLY[@]}\"'"),
+              0);
+    EXPECT_EQ(long_options(printed), known);
+  }
 }
 
 // --- What a terminal is shown.
