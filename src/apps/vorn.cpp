@@ -82,8 +82,9 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
     }
     for (const vorn::Row& row : answer.rows) {
       writer.add(row);
-      if (!out) written.failed = errno;
-      if (!out) return false;
+      if (out) continue;
+      written.failed = errno;
+      return false;
     }
     written.grave = written.grave || is_grave(request, answer);
     progress.at(++files_done);

@@ -33,8 +33,8 @@ std::string example_of(std::string_view verb) {
       {"corr", "corr --grid lags --series A12 site.rwl"},
       {"chron", "chron --format csv --no-log site.rwl >site.csv"},
       {"check", "check --fail-on error *.rwl && echo all were read"}};
-  const auto found = all.find(verb);
-  return found == all.end() ? "" : "Example: vorn " + std::string(found->second);
+  const auto example = all.find(verb);
+  return example == all.end() ? "" : "Example: vorn " + std::string(example->second);
 }
 
 // --- Options.
