@@ -122,7 +122,6 @@ std::string tables_script(int entries, const std::vector<CoreTables>& tables) {
 std::string session(Collection& collection, const Settings& settings, const std::vector<CoreTables>& tables,
                     int files) {
   std::string script;
-  for (std::size_t k = 0; k < collection.troubles().size(); ++k) script += "key 27\n";
   const int cores = collection.has_cores() ? collection.state().nc : 0;
   if (cores > 0) script += settings_script(settings) + press("stats_report") + press("correlation_report");
   return script + press("crn_column") + press("save_crn") + tables_script(cores + files, tables) +
@@ -376,11 +375,43 @@ void on_a_fresh_one(const Settings& settings, Compare compare) {
   compare(collection);
 }
 
-int play(const std::string& script, const std::string& list) {
+// `messages` are told while the files are loaded.
+int play(std::string script, const std::string& list, std::size_t messages) {
+  for (std::size_t k = 0; k < messages; ++k) script.insert(0, "key 27\n");
   ScratchFolder::write("session.vrs", script);
   ScratchFolder::write("Vorn.fil", list);
   const int status = std::system("\"" VORN_REPLAY "\" session.vrs >played.out 2>played.err");
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// What the program is given to read, and is told of meanwhile.
+struct Given {
+  std::string list = std::string(copy_name) + "\n";
+  std::size_t messages = 0;
+  std::int32_t first = 0;                            // year of the chronology that cores are compared with
+  std::unique_ptr<OtherChronology> other = nullptr;  // where that is another file's
+};
+
+Given given(const Collection& collection, const std::filesystem::path& reference, const Settings& settings) {
+  Given all;
+  all.messages = collection.troubles().size();
+  all.first = collection.state().cfy(1);
+  if (reference.empty()) return all;
+  std::filesystem::copy_file(reference, reference_name);
+  DiskFiles files;
+  const Collection second(files, reference_name, settings);
+  all.list += std::string(reference_name) + "\n";
+  all.messages += second.troubles().size();
+  all.first = second.state().cfy(1);
+  all.other = std::make_unique<OtherChronology>(second);
+  return all;
+}
+
+void compare_reports(const Settings& settings, bool has_cores, SameFigures& all) {
+  on_a_fresh_one(settings, [&](Collection& c) { compare_chron(c, ScratchFolder::read("Column.prn"), all); });
+  if (!has_cores) return;
+  on_a_fresh_one(settings, [&](Collection& c) { compare_stats(c, ScratchFolder::read("Stats.prn"), all); });
+  on_a_fresh_one(settings, [&](Collection& c) { compare_report(c, ScratchFolder::read("Corr.prn"), all); });
 }
 
 }  // namespace
@@ -403,30 +434,18 @@ SameFigures compare_figures(const std::filesystem::path& file, const Settings& s
   Collection collection(files, copy_name, settings);
   if (!row_of(collection.state().rftype(1))) return all;
   all.was_read = true;
-  std::string list = std::string(copy_name) + "\n";
-  std::unique_ptr<OtherChronology> other;
-  std::int32_t first = collection.state().cfy(1);
-  if (!reference.empty()) {
-    std::filesystem::copy_file(reference, reference_name);
-    const Collection second(files, reference_name, settings);
-    other = std::make_unique<OtherChronology>(second);
-    first = second.state().cfy(1);
-    list += std::string(reference_name) + "\n";
-  }
+  const Given input = given(collection, reference, settings);
   std::vector<CoreTables> tables;
-  on_a_fresh_one(settings, [&](Collection& c) { tables = tables_of(c, most_tables, other.get()); });
-  const int status = play(session(collection, settings, tables, other ? 2 : 1), list);
+  on_a_fresh_one(settings, [&](Collection& c) { tables = tables_of(c, most_tables, input.other.get()); });
+  const int status =
+      play(session(collection, settings, tables, input.other ? 2 : 1), input.list, input.messages);
   if (status != 0) {
     all.differences.push_back("the session ends with " + std::to_string(status) + ": " +
                               ScratchFolder::read("played.err"));
     return all;
   }
-  if (collection.has_cores()) {
-    on_a_fresh_one(settings, [&](Collection& c) { compare_stats(c, ScratchFolder::read("Stats.prn"), all); });
-    on_a_fresh_one(settings, [&](Collection& c) { compare_report(c, ScratchFolder::read("Corr.prn"), all); });
-    compare_tables(collection.state(), tables, first, all);
-  }
-  on_a_fresh_one(settings, [&](Collection& c) { compare_chron(c, ScratchFolder::read("Column.prn"), all); });
+  compare_reports(settings, collection.has_cores(), all);
+  compare_tables(collection.state(), tables, input.first, all);
   return all;
 }
 
