@@ -4,9 +4,8 @@
 #include <cerrno>
 #include <iostream>
 #include <memory>
-#include <sstream>
-#include <system_error>
 
+#include "apps/output.h"
 #include "apps/progress.h"
 #include "apps/vorn_request.h"
 #include "apps/vorn_work.h"
@@ -14,10 +13,6 @@
 #include "records/os_file.h"
 
 namespace {
-
-void say(const std::string& words) {
-  std::cerr << "vorn: " << vorn::plain_text(words) << '\n';
-}
 
 void take_reference(vorn::Request& request, vorn::Collection& collection, bool& is_one) {
   if (request.verb->form.verb == "corr") {
@@ -37,22 +32,14 @@ bool read_references(vorn::Request& request) {
   bool all = true;
   for (const std::string& name : request.references) {
     vorn::Collection collection(files, name, request.settings);
-    for (const std::string& words : collection.words()) say(words);
+    vorn::say(collection.words());
     bool is_one = false;
     take_reference(request, collection, is_one);
     if (is_one) continue;
-    say(name + ": no chronology to compare with");
+    vorn::say(name + ": no chronology to compare with");
     all = false;
   }
   return all;
-}
-
-// Brings what was written to the file that was asked for: as a whole, or not at all.
-bool write_output(const std::string& name, const std::string& text) {
-  vorn::DiskFiles files;
-  const vorn::Status failed = vorn::write_whole(files, name, text);
-  if (failed) say(name + ": " + std::generic_category().message(failed.number()));
-  return !failed;
 }
 
 // Whether an answer holds something as grave as --fail-on. What could not be read is an error.
@@ -78,7 +65,7 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
   vorn::Work(request, files).run([&](const vorn::Answer& answer) {
     if (!request.quiet && !answer.words.empty()) {
       progress.wipe();
-      for (const std::string& words : answer.words) say(words);
+      vorn::say(answer.words);
     }
     for (const vorn::Row& row : answer.rows) {
       writer.add(row);
@@ -94,20 +81,12 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
 }
 
 int run(const vorn::Request& request) {
-  std::ostringstream file;
-  std::ostream& out = request.output.empty() ? std::cout : file;
-  vorn::TableWriter writer(out, request.format, request.verb->form, VORN_VERSION, recipe_of(request));
-  Written written = write_rows(request, writer, out);
-  const int status = written.grave ? vorn::found : vorn::done;
-  if (!writer.end()) {
-    if (written.failed == 0) written.failed = errno;
-    // Who reads no more, as "head" does, has all that he wanted.
-    if (written.failed == EPIPE) return status;
-    say("standard output cannot be written");
-    return vorn::cannot_go_on;
-  }
-  if (!request.output.empty() && !write_output(request.output, file.str())) return vorn::cannot_go_on;
-  return status;
+  vorn::Output out(request.output);
+  vorn::TableWriter writer(out.stream(), request.format, request.verb->form, VORN_VERSION,
+                           recipe_of(request));
+  const Written written = write_rows(request, writer, out.stream());
+  writer.end();
+  return out.end(written.grave ? vorn::found : vorn::done, written.failed);
 }
 
 int answer(int argc, char** argv) {

@@ -4,6 +4,8 @@
 #include <map>
 #include <memory>
 
+#include "apps/options.h"
+
 namespace vorn {
 namespace {
 
@@ -11,8 +13,9 @@ constexpr int most_threads = 64;
 
 // What is typed, before it is put in the program's own terms.
 struct Typed {
-  std::string format = "table", grid = "report", fail_on, reference;
-  bool json = false, no_spline = false, no_ar = false, no_log = false, no_narrow = false;
+  TypedOutput output;
+  std::string grid = "report", fail_on, reference;
+  bool no_spline = false, no_ar = false, no_log = false, no_narrow = false;
   std::optional<int> step, overlap, farthest_lag;
 };
 
@@ -39,35 +42,20 @@ std::string example_of(std::string_view verb) {
 
 // --- Options.
 
-CLI::Option* with_value(CLI::Option* option, const char* value) {
-  return option->option_text(value);
-}
-
-void add_choice(CLI::App& app, const char* name, std::string& value, const std::vector<std::string>& choices,
-                const char* does) {
-  std::string all;
-  for (const std::string& choice : choices) all += (all.empty() ? "" : "|") + choice;
-  app.add_option(name, value, does)->check(CLI::IsMember(choices))->option_text(all);
-}
-
 template <class Number>
 CLI::Option* add_number(CLI::App& app, const char* name, Number& value, int least, int most,
                         const char* does) {
   return with_value(app.add_option(name, value, does)->check(CLI::Range(least, most)), "N");
 }
 
-void add_output(CLI::App& app, Request& request, Typed& typed) {
-  add_choice(app, "--format", typed.format, {"table", "csv", "json"},
-             "how the rows are written; at first table");
-  app.add_flag("--json", typed.json, "the same as --format json");
-  with_value(app.add_option("-o", request.output, "writes to this file"), "FILE");
+void add_common(CLI::App& app, Request& request, Typed& typed) {
+  add_output(app, typed.output);
   // One value each time, so that the files may follow.
   with_value(app.add_option("--series", request.series, "only these series; again for more")
                  ->delimiter(',')
                  ->allow_extra_args(false),
              "A,B");
-  add_choice(app, "--fail-on", typed.fail_on, {"warning", "error"},
-             "ends with 1 where something so grave is found");
+  add_fail_on(app, typed.fail_on, "ends with 1 where something so grave is found");
   add_number(app, "-j", request.threads, 1, most_threads, "works on so many files at a time");
   app.add_flag("-q", request.quiet, "says nothing of what was not read, and no progress");
 }
@@ -118,7 +106,7 @@ void add_verb(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
   with_value(sub->add_option("FILE", request.files, "files to read; - is standard input")->required(), "...");
   add_own(*sub, verb.form.verb, request, typed);
   add_settings(*sub, request, typed);
-  add_output(*sub, request, typed);
+  add_common(*sub, request, typed);
   sub->group("Verbs");
   sub->footer(example_of(verb.form.verb));
   sub->callback([&request, &verb] { request.verb = &verb; });
@@ -153,9 +141,8 @@ std::string set_segments(Request& request, const Typed& typed) {
 }
 
 std::string take(Request& request, const Typed& typed) {
-  static const std::map<std::string, TableFormat> formats = {
-      {"table", TableFormat::table}, {"csv", TableFormat::csv}, {"json", TableFormat::json}};
-  request.format = typed.json ? TableFormat::json : formats.at(typed.format);
+  request.format = typed.output.as();
+  request.output = typed.output.file;
   request.settings.splineon = !typed.no_spline;
   request.settings.aron = !typed.no_ar;
   request.settings.logon = !typed.no_log;
@@ -163,8 +150,7 @@ std::string take(Request& request, const Typed& typed) {
   request.switches.grid = typed.grid == "lags" ? CorrelationGrid::lags : CorrelationGrid::report;
   request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
   if (!typed.reference.empty()) request.references = {typed.reference};
-  if (!typed.fail_on.empty())
-    request.fail_on = typed.fail_on == "error" ? Severity::error : Severity::warning;
+  if (!typed.fail_on.empty()) request.fail_on = severity_named(typed.fail_on);
   const bool of_lags = typed.farthest_lag || !typed.reference.empty();
   if (is_report(request) && of_lags) return "--max-lag and --reference go with --grid lags";
   return has_segments(request) ? set_segments(request, typed) : "";

@@ -1,0 +1,33 @@
+// Options of the command line that several verbs have.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+#include "batch/table.h"
+#include "batch/verbs.h"
+
+namespace vorn {
+
+// Shows `value` behind the option in the help.
+CLI::Option* with_value(CLI::Option* option, const char* value);
+
+// An option that takes one of some words.
+CLI::Option* add_choice(CLI::App& app, const char* name, std::string& value,
+                        const std::vector<std::string>& choices, const char* does);
+
+// How rows are written, and where.
+struct TypedOutput {
+  std::string format = "table", file;  // standard output where it is empty
+  bool json = false;
+  TableFormat as() const;
+};
+// --format, --json and -o.
+void add_output(CLI::App& app, TypedOutput& output);
+
+// --fail-on, empty where it is not given.
+void add_fail_on(CLI::App& app, std::string& grade, const char* does);
+Severity severity_named(const std::string& grade);
+
+}  // namespace vorn
