@@ -1,33 +1,21 @@
 // The program as users start it: what a run of vorn_replay ends with and what it says.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <string>
 
-#include "support/scratch_folder.h"
+#include "support/command_bench.h"
 
 namespace vorn {
 namespace {
 
-struct Replay : testing::Test {
+struct Replay : CommandBench {
   // In a folder with an empty list the start menu comes up without any series.
   Replay() { folder.write("Vorn.fil", ""); }
 
-  // Runs a shell command; the exit status, and in `said` and `printed` what went to the two outputs.
-  int run(const std::string& command) {
-    const int status = std::system((command + " >printed.log 2>said.log").c_str());
-    said = folder.read("said.log");
-    printed = folder.read("printed.log");
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
   int replay(const std::string& script) {
     folder.write("session.vrs", script);
     return run(VORN_REPLAY " session.vrs");
   }
-  ScratchFolder folder;
-  std::string said, printed;
 };
 
 TEST_F(Replay, QuitEndsWith0) {

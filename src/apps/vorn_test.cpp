@@ -1,36 +1,25 @@
 // The command line as shells meet it: what it writes where, and what it ends with.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 #include <sstream>
 #include <string>
 
+#include "support/command_bench.h"
 #include "support/menu_bench.h"
 #include "support/places.h"
-#include "support/scratch_folder.h"
 
 namespace vorn {
 namespace {
 
-struct CommandLine : testing::Test {
+struct CommandLine : CommandBench {
   CommandLine() {
     std::string oaks;
     for (const int k : {1, 2, 3}) oaks += raw_core_text("OAK" + std::to_string(k), 1900, 60, 7u * k);
     folder.write("oak.rwl", oaks);
     folder.write("note.txt", "This is no file of ring widths.\n");
   }
-  int run(const std::string& command) {
-    const int status = std::system((command + " >printed.log 2>said.log").c_str());
-    said = folder.read("said.log");
-    printed = folder.read("printed.log");
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-  long lines() const { return std::ranges::count(printed, '\n'); }
-  ScratchFolder folder;
-  std::string said, printed;
 };
 
 TEST_F(CommandLine, GivesARowForEachCore) {
