@@ -94,6 +94,7 @@ int answer(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   vorn::Request request;
   if (const auto status = read_command_line(argc, argv, request)) return *status;
+  if (request.command) return request.command();
   if (!read_references(request)) return vorn::cannot_go_on;
   return run(request);
 }

@@ -203,5 +203,25 @@ TEST_F(DesktopProgram, WorksInTheFolderItIsGiven) {
   EXPECT_EQ(folder.read("site.log"), "Vorn.fil does not exist\n");
 }
 
+// The same scripts, the same words and the same ends.
+TEST_F(Replay, IsAVerbOfTheCommandLineToo) {
+  for (const char* script :
+       {"expect Leave the Program\npress 102\n", "refuse Crossdate\npress 102\n", "key 5\njump\n",
+        "press spline_on\n", "page page.png\npage page.txt\npress quit\n", ""}) {
+    SCOPED_TRACE(script);
+    const int status = replay(script);
+    const std::string alone_said = said, picture = folder.read("page.png");
+    EXPECT_EQ(run(VORN " replay session.vrs"), status);
+    EXPECT_EQ(said, alone_said);
+    EXPECT_EQ(folder.read("page.png"), picture);
+    EXPECT_EQ(run(VORN " replay - <session.vrs"), status);
+  }
+  folder.write("session.vrs", "enter\n");
+  EXPECT_EQ(run("rm Vorn.fil && " VORN " replay session.vrs"), 4) << said;
+  EXPECT_EQ(run(VORN " replay gone.vrs"), 2);
+  EXPECT_EQ(said, "vorn replay: gone.vrs cannot be read\n");
+  EXPECT_EQ(run(VORN " replay"), 2);
+}
+
 }  // namespace
 }  // namespace vorn

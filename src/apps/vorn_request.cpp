@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 
+#include "apps/commands.h"
 #include "apps/options.h"
 
 namespace vorn {
@@ -141,6 +142,7 @@ std::string set_segments(Request& request, const Typed& typed) {
 }
 
 std::string take(Request& request, const Typed& typed) {
+  if (request.command) return "";
   request.format = typed.output.as();
   request.output = typed.output.file;
   request.settings.splineon = !typed.no_spline;
@@ -168,6 +170,7 @@ std::optional<int> read_command_line(int argc, char** argv, Request& request) {
   app.footer(examples);
   Typed typed;
   for (const Verb& verb : verbs()) add_verb(app, verb, request, typed);
+  add_replay(app, request.command);
   try {
     app.parse(argc, argv);
     const std::string wrong = take(request, typed);

@@ -1,6 +1,7 @@
 // What the command line asks of `vorn`.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,11 @@ namespace vorn {
 // What `vorn` ends with.
 inline constexpr int done = 0, found = 1, wrong_use = 2, cannot_go_on = 4;
 
+// What a verb that has its own way does; it answers what the program ends with.
+using Command = std::function<int()>;
+
 struct Request {
+  Command command = {};  // instead of all that follows
   const Verb* verb = nullptr;
   std::vector<std::string> files;
   TableFormat format = TableFormat::table;

@@ -1,0 +1,14 @@
+// The verbs of `vorn` that do not go through files one by one as those of batch/verbs.h do. Each adds itself
+// to `app` and, where it is the one that was typed, puts what it does into `command`.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "apps/vorn_request.h"
+
+namespace vorn {
+
+// replay SCRIPT: the whole program, driven by a script.
+void add_replay(CLI::App& app, Command& command);
+
+}  // namespace vorn
