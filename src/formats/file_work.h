@@ -23,6 +23,7 @@ struct Writing {
   std::string_view file;  // its name
   TextOutput& out;
   Troubles& troubles;
+  bool names_to_the_left = false;  // Heidelberg: so that a name is read back whole
 };
 
 // Each tells `status` under `label` unless it is ok, and answers it, as told() of records/troubles.h does.

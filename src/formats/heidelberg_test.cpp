@@ -25,10 +25,12 @@ class Heidelberg : public FormatBench {
     return lines;
   }
 
-  std::string written(int i) {
+  std::string written(int i, bool names_to_the_left = false) {
     TextOutput out;
     EXPECT_EQ(out.create(disk, "out.fh"), status::ok);
-    EXPECT_TRUE(write_hrec(w, writing(out), i));
+    Writing target = writing(out);
+    target.names_to_the_left = names_to_the_left;
+    EXPECT_TRUE(write_hrec(w, target, i));
     EXPECT_EQ(out.close(), status::ok);
     return ScratchFolder::read("out.fh");
   }
@@ -341,6 +343,18 @@ TEST_F(Heidelberg, NameReadBackIsFourBlanksAndItsFirstFourCharacters) {
   EXPECT_EQ(w.nam(1).view(), "    CORE");
   EXPECT_EQ(w.fy(1), 1950);
   EXPECT_EQ(w.ly(1), 1951);
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.5, 0.25}));
+  EXPECT_EQ(messages(), Messages{});
+}
+
+TEST_F(Heidelberg, NameWrittenToTheLeftIsReadBackWhole) {
+  add_core(1950, {1.5, 0.25});
+  w.nam(1) = "CORE0123";
+  const std::string file = written(1, true);
+  EXPECT_NE(file.find("\nKeyCode=CORE0123    \n"), std::string::npos) << file;
+  read(file);
+  ASSERT_EQ(w.nc, 1);
+  EXPECT_EQ(w.nam(1).view(), "CORE0123");
   EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.5, 0.25}));
   EXPECT_EQ(messages(), Messages{});
 }

@@ -19,11 +19,17 @@ std::string to_the_left(std::int32_t number) {
   return text.substr(blanks) + text.substr(0, blanks);
 }
 
-// Returns the status of the first line that could not be written.
-Status write_header(const SeriesStore& w, TextOutput& out, int i) {
+Status write_name(const Name& name, const Writing& writing) {
   // Deliberate: [name-to-the-right] the name stands in twelve columns, so that a reader meets four blanks.
+  if (!writing.names_to_the_left) return writing.out.write(name_line, name);
+  return writing.out.write(name_line, Text<12>(name.view()));
+}
+
+// Returns the status of the first line that could not be written.
+Status write_header(const SeriesStore& w, const Writing& writing, int i) {
+  TextOutput& out = writing.out;
   const std::array<Status, 6> answers = {out.write(header_line),
-                                         out.write(name_line, w.nam(i)),
+                                         write_name(w.nam(i), writing),
                                          out.write(unit_line),
                                          out.write(last_year_line, to_the_left(w.ly(i))),
                                          out.write(length_line, to_the_left(w.yr(i))),
@@ -45,7 +51,7 @@ std::vector<Integer> filled_values(const SeriesStore& w, int i) {
 
 bool write_hrec(const SeriesStore& w, const Writing& writing, int i) {
   const Name name = w.nam(i);
-  const Status header = write_header(w, writing.out, i);
+  const Status header = write_header(w, writing, i);
   const std::vector<Integer> values = filled_values(w, i);
   const Status data = writing.out.write(values_line, std::span(values));
   const Status answer = header != status::ok ? header : data;  // told once, behind the data
