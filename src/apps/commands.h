@@ -8,6 +8,9 @@
 
 namespace vorn {
 
+// diff BEFORE AFTER: what became of the cores of a file.
+void add_diff(CLI::App& app, Command& command);
+
 // replay SCRIPT: the whole program, driven by a script.
 void add_replay(CLI::App& app, Command& command);
 

@@ -33,12 +33,16 @@ COLUMNS = {
     "corr": "file series from to lag r flag",
     "chron": "file year value depth",
     "check": "file line series check severity from to value message",
+    "diff": "series change year before after",
 }
 # By which each is tried.
 WAYS = {verb: [[]] for verb in COLUMNS}
 WAYS["locate"] = [[], ["--gain", "0"], ["--gain", "0", "--no-narrow"]]
 WAYS["date"] = [[], ["--reference", str(SOURCES / "examples" / "anywhere.crn")]]
 WAYS["corr"] = [[], ["--step", "10"], ["--grid", "lags"], ["--grid", "lags", "--segment", "20", "--max-lag", "3"]]
+# Asked of two files, not of any number.
+WAYS["diff"] = [[str(SOURCES / "examples" / file) for file in pair]
+                for pair in (("nearby.fh", "nowhere.rwl"), ("nowhere.rwl", "nowhere.rwl"))]
 
 
 def tucson(name, first, widths, end=999):
@@ -67,7 +71,7 @@ ODD = {
 
 
 def answer(verb, way, files, form):
-    return printed([verb, "-q", "--format", form, *way, *files])
+    return printed([verb, "-q", "--format", form, *way, *([] if verb == "diff" else files)])
 
 
 def printed(arguments):
@@ -109,7 +113,7 @@ class Schemas(unittest.TestCase):
                 rows = schema["properties"]["rows"]["items"]
                 self.assertEqual(rows["required"], list(rows["properties"]))
                 self.assertEqual(rows["required"][:len(columns.split())], columns.split())
-                header = next(csv.reader(io.StringIO(answer(verb, [], EXAMPLES[:1], "csv"))))
+                header = next(csv.reader(io.StringIO(answer(verb, WAYS[verb][0], EXAMPLES[:1], "csv"))))
                 self.assertEqual(rows["required"], header)
 
     def test_what_is_written_is_valid(self):
@@ -129,7 +133,7 @@ class Schemas(unittest.TestCase):
     def test_what_is_not_like_that_is_not_valid(self):
         for verb in COLUMNS:
             validator = jsonschema.Draft202012Validator(schema_of(verb))
-            written = json.loads(answer(verb, WAYS[verb][-1], EXAMPLES, "json"))
+            written = json.loads(answer(verb, WAYS[verb][0 if verb == "diff" else -1], EXAMPLES, "json"))
             self.assertTrue(validator.is_valid(written))
             for member in written["rows"][0]:
                 with self.subTest(verb=verb, member=member):
