@@ -11,6 +11,9 @@ namespace vorn {
 // diff BEFORE AFTER: what became of the cores of a file.
 void add_diff(CLI::App& app, Command& command);
 
+// convert FILE --to LAYOUT: its ring widths in another layout.
+void add_convert(CLI::App& app, Command& command);
+
 // replay SCRIPT: the whole program, driven by a script.
 void add_replay(CLI::App& app, Command& command);
 

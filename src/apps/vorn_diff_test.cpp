@@ -1,4 +1,4 @@
-// vorn diff as shells meet it.
+// vorn diff and vorn convert as shells meet them.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -84,6 +84,56 @@ TEST_F(Diff, EndsWith2WhereItIsUsedWrongly) {
   EXPECT_EQ(run(VORN " diff oak.rwl oak.rwl oak.rwl"), 2);
   EXPECT_EQ(run(VORN " diff --fail-on note oak.rwl oak.rwl"), 2);
   EXPECT_EQ(run(VORN " diff --format xml oak.rwl oak.rwl"), 2);
+}
+
+using Convert = Diff;
+
+TEST_F(Convert, WritesTheSameCoresInAnotherLayout) {
+  for (const std::string layout : {"tucson", "heidelberg", "compact"}) {
+    EXPECT_EQ(run(VORN " convert oak.rwl --to " + layout + " -o new"), 0) << layout;
+    EXPECT_EQ(said + printed, "");
+    EXPECT_EQ(run(VORN " diff --fail-on warning oak.rwl new"), 0) << layout;
+  }
+}
+
+TEST_F(Convert, WritesToStandardOutput) {
+  EXPECT_EQ(run(VORN " convert --to tucson - <oak.rwl"), 0);
+  EXPECT_EQ(printed, folder.read("oak.rwl"));
+}
+
+TEST_F(Convert, RefusesWhatWouldNotComeBackAndLeavesTheOlderFile) {
+  folder.write("new", "older\n");
+  folder.write("wide.rwl", raw_text("OAK1", 1900, elm) + raw_text("ELM", 1900, {500, 10'000, 700}));
+  EXPECT_EQ(run(VORN " convert wide.rwl --to compact -o new"), 4);
+  EXPECT_EQ(said, "vorn: wide.rwl: ELM: widths of 10 mm or more do not fit\n");
+  EXPECT_EQ(run(VORN " convert note.txt --to compact -o new"), 4);
+  EXPECT_EQ(folder.read("new"), "older\n");
+  EXPECT_EQ(run(VORN " convert note.txt --to compact"), 4);
+  EXPECT_EQ(printed, "");
+}
+
+TEST_F(Convert, SaysWhatIsLost) {
+  folder.write("headed.rwl", "A site\n" + folder.read("oak.rwl"));
+  EXPECT_EQ(run(VORN " convert headed.rwl --to compact -o new"), 0);
+  EXPECT_EQ(said, "vorn: headed.rwl: 1 line before the data is not kept\n");
+  EXPECT_EQ(run(VORN " convert headed.rwl --to compact -o new --fail-on error"), 0);
+  EXPECT_EQ(run(VORN " convert headed.rwl --to compact -o new --fail-on warning"), 1);
+}
+
+TEST_F(Convert, WritesWhatCouldBeReadAndSaysWhatNot) {
+  folder.write("cut.rwl", folder.read("oak.rwl") + "\n" + folder.read("more.rwl"));
+  EXPECT_EQ(run(VORN " convert cut.rwl --to compact -o new --fail-on error"), 1);
+  EXPECT_EQ(said, "vorn: cut.rwl:5: what follows is not read\n");
+  EXPECT_EQ(run(VORN " diff --fail-on warning oak.rwl new"), 0);
+  EXPECT_EQ(run(VORN " convert cut.rwl --to compact -o new"), 0);
+}
+
+TEST_F(Convert, EndsWith2WhereItIsUsedWrongly) {
+  EXPECT_EQ(run(VORN " convert oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " convert --to compact"), 2);
+  EXPECT_EQ(run(VORN " convert oak.rwl --to frob"), 2);
+  EXPECT_EQ(run(VORN " convert oak.rwl oak.rwl --to compact"), 2);
+  EXPECT_EQ(run(VORN " convert oak.rwl --to compact -o nowhere/new"), 4);
 }
 
 }  // namespace

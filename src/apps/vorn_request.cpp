@@ -171,6 +171,7 @@ std::optional<int> read_command_line(int argc, char** argv, Request& request) {
   Typed typed;
   for (const Verb& verb : verbs()) add_verb(app, verb, request, typed);
   add_diff(app, request.command);
+  add_convert(app, request.command);
   add_replay(app, request.command);
   try {
     app.parse(argc, argv);

@@ -1,0 +1,64 @@
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apps/commands.h"
+#include "apps/options.h"
+#include "apps/output.h"
+#include "apps/vorn_work.h"
+#include "batch/conversion.h"
+#include "batch/difference.h"
+
+namespace vorn {
+namespace {
+
+struct Wanted {
+  std::string file, layout, fail_on;
+  std::string output;  // empty: standard output
+};
+
+std::vector<std::string> layout_names() {
+  std::vector<std::string> all;
+  for (const TargetLayout& target : target_layouts()) all.emplace_back(target.name);
+  return all;
+}
+
+// Of one of those names.
+Layout layout_named(const std::string& name) {
+  return std::ranges::find(target_layouts(), name, &TargetLayout::name)->layout;
+}
+
+bool is_grave(const Conversion& made, const std::string& fail_on) {
+  if (fail_on.empty()) return false;
+  return !made.not_read.empty() || (severity_named(fail_on) == Severity::warning && !made.lost.empty());
+}
+
+int convert(const Wanted& wanted) {
+  InputFiles files({wanted.file});
+  const Collection collection(files, wanted.file, untreated());
+  const Conversion made = converted(collection, layout_named(wanted.layout));
+  say(made.not_read);
+  say(made.refused);
+  if (!made.refused.empty()) return cannot_go_on;
+  say(made.lost);
+  Output out(wanted.output);
+  out.stream() << made.bytes;
+  return out.end(is_grave(made, wanted.fail_on) ? found : done);
+}
+
+}  // namespace
+
+void add_convert(CLI::App& app, Command& command) {
+  const auto wanted = std::make_shared<Wanted>();
+  CLI::App* sub = app.add_subcommand("convert", "the ring widths of a file in another layout");
+  with_value(sub->add_option("FILE", wanted->file, "the file to read; - is standard input"), " ")->required();
+  add_choice(*sub, "--to", wanted->layout, layout_names(), "the layout to write")->required();
+  with_value(sub->add_option("-o", wanted->output, "writes to this file"), "FILE");
+  add_fail_on(*sub, wanted->fail_on, "ends with 1: error, where something was not read; warning, or lost");
+  sub->group("Verbs");
+  sub->footer("Example: vorn convert site.rwl --to heidelberg -o site.fh");
+  sub->callback([wanted, &command] { command = [wanted] { return convert(*wanted); }; });
+}
+
+}  // namespace vorn
