@@ -53,6 +53,7 @@ void write_mark(std::ostream& out, const Mark& mark) {
 }  // namespace
 
 void Page::write_text(std::ostream& out) const {
+  if (has_own_size_) out << "size " << across_ << ' ' << down_ << '\n';
   for (const Mark& mark : marks_) write_mark(out, mark);
 }
 

@@ -46,14 +46,22 @@ struct Mark {
 // Everything that has been drawn since the page was emptied last.
 class Page {
  public:
+  // The size of the system's page.
   static constexpr int width = 2970;
   static constexpr int height = 2100;
+
+  Page() = default;
+  // A page of another size, as panels have.
+  Page(int across, int down) : across_(across), down_(down), has_own_size_(true) {}
+  int across() const { return across_; }
+  int down() const { return down_; }
 
   void clear() { marks_.clear(); }
   void add(Mark mark) { marks_.push_back(std::move(mark)); }
   const std::vector<Mark>& marks() const { return marks_; }
 
-  // Writes the page as text, one mark a line in drawing order:
+  // Writes the page as text, one mark a line in drawing order, behind a first line "size W H" where it is not
+  // the system's:
   //   fill COLOUR X Y X Y ...
   //   outline COLOUR X Y X Y ...
   //   line COLOUR X Y X Y ...
@@ -64,6 +72,8 @@ class Page {
   void write_text(std::ostream& out) const;
 
  private:
+  int across_ = width, down_ = height;
+  bool has_own_size_ = false;
   std::vector<Mark> marks_;
 };
 

@@ -85,5 +85,15 @@ TEST(PageBlanks, OnlyThoseAtTheEndAreDropped) {
   EXPECT_EQ(without_trailing_blanks(""), "");
 }
 
+TEST(Page, OfItsOwnSizeSaysItFirst) {
+  Page page(600, 80);
+  page.add({.kind = Mark::Kind::line, .colour = colour::hairline, .points = {{0, 0}, {600, 80}}});
+  std::ostringstream out;
+  page.write_text(out);
+  EXPECT_EQ(out.str(), "size 600 80\nline 26 0 0 600 80\n");
+  EXPECT_EQ(page.across(), 600);
+  EXPECT_EQ(page.down(), 80);
+}
+
 }  // namespace
 }  // namespace vorn
