@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "situation/graph_axis.h"
+#include "situation/name_lists.h"
 
 namespace vorn {
 namespace {
@@ -13,40 +14,6 @@ using Step = PageCursor::Step;
 
 bool takes_clicks(const Situation& now) {
   return now.wait == Wait::menu || now.wait == Wait::year;
-}
-
-// --- Lists: names, or the years of the editor, in columns of 30.
-
-struct List {
-  int columns;
-  int cells;  // that can be picked
-};
-
-constexpr int rows = 30;
-
-std::optional<List> list_of(ButtonNumber n, const Situation& now) {
-  const auto shown_of = [](int columns, std::size_t names) {
-    return List{columns,
-                static_cast<int>(std::min<std::size_t>(names, static_cast<std::size_t>(columns * rows)))};
-  };
-  if (n == button::chooser_list) return shown_of(7, now.listed.size());
-  if (n == button::chronology_list) return shown_of(3, now.chronologies.size());
-  if (n == button::editor_table) return List{1, rows};
-  return {};
-}
-
-// The part of cell k, counted from 0, that is drawn as its own and is picked as its own: rows and columns are
-// drawn in whole units and picked in fractions of the whole list, which are a little larger.
-Rectangle cell_of(const Rectangle& area, const List& list, int k) {
-  const auto part = [](int from, int to, int parts, int place) {
-    const int drawn = (to - from) / parts;
-    const int picked_from =
-        from + static_cast<int>(std::ceil(static_cast<double>(to - from) * place / parts));
-    return std::pair(picked_from, from + drawn * (place + 1));
-  };
-  const auto [x1, x2] = part(area.x1, area.x2, list.columns, k / rows);
-  const auto [y1, y2] = part(area.y1, area.y2, rows, k % rows);
-  return {x1, y1, x2, y2};
 }
 
 // --- Curves.
@@ -105,7 +72,7 @@ bool PageCursor::go_on(Step step, const Situation& now) {
 bool PageCursor::go_in_list(Step step, const Situation& now) {
   const ShownButton* button =
       first_shown({button::chooser_list, button::chronology_list, button::editor_table}, now);
-  const std::optional<List> list = button ? list_of(button->number, now) : std::nullopt;
+  const std::optional<ShownList> list = button ? list_of(button->number, now) : std::nullopt;
   if (!list || list->cells == 0) return false;
   if (button_ != button->number) {
     enter(*button, now);
@@ -119,9 +86,9 @@ bool PageCursor::go_in_list(Step step, const Situation& now) {
       case Step::down:
         return cell_ + 1;
       case Step::left:
-        return cell_ < rows ? cell_ : cell_ - rows;
+        return cell_ < list_rows ? cell_ : cell_ - list_rows;
       case Step::right:
-        return cell_ / rows < last / rows ? cell_ + rows : cell_;
+        return cell_ / list_rows < last / list_rows ? cell_ + list_rows : cell_;
       case Step::page_left:
         return 0;
       default:
