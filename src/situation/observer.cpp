@@ -13,6 +13,17 @@ namespace {
 
 constexpr std::size_t names_in_chooser = 210;
 
+// Entry i as it is correlated.
+Curve compared_of(const Workspace& w, int i) {
+  Curve curve;
+  curve.first_year = w.fy(i);
+  for (int p = w.ad(i); p < w.ad(i) + w.yr(i); ++p) {
+    curve.values.push_back(w.ax.at(p));
+    curve.presence.push_back(w.xok.at(p) ? 1 : 0);
+  }
+  return curve;
+}
+
 Place place_of(const Workspace& w) {
   const ButtonNumber first = w.offered.first;
   if (first == button::start.first)
@@ -101,7 +112,22 @@ void Observer::look_at_store() {
       now_.unwritten.push_back((change.after ? change.after : change.before)->name);
   }
   now_.file = w.nfil > 0 ? std::string(w.cnam(w.cf).trimmed()) : std::string();
+  now_.own_reference = w.cf - 1;
+  look_at_references();
   now_.settings = static_cast<const Settings&>(w);
+}
+
+// Those that did not change are shared with those seen before.
+void Observer::look_at_references() {
+  std::vector<SharedChronology> seen;
+  for (int f = 1; f <= w.nfil && w.nc + f <= w.nd; ++f) {
+    ListedChronology chronology{std::string(w.cnam(f).trimmed()), compared_of(w, w.nc + f)};
+    const auto k = seen.size();
+    const bool is_same = k < now_.references.size() && *now_.references[k] == chronology;
+    seen.push_back(is_same ? now_.references[k]
+                           : std::make_shared<const ListedChronology>(std::move(chronology)));
+  }
+  now_.references = std::move(seen);
 }
 
 bool Observer::shows_pair() const {
@@ -155,14 +181,12 @@ PairMember Observer::member(int k) {
   } else if (!changed || *changed != *copy) {
     changed = copy;
   }
-  auto curve = std::make_shared<Curve>();
+  member.series = member.is_core && !member.changed ? now_.cores[static_cast<std::size_t>(entry) - 1] : copy;
+  member.compared = std::make_shared<const Curve>(compared_of(w, slot));
   // As the page draws them: the ring widths of cores alone, and of the last one neither.
   const bool widths = !w.indon && w.chc(k) < w.nc;
-  const Pool<double>& drawn = widths ? w.x : w.ax;
-  curve->first_year = w.fy(slot);
-  for (int p = w.ad(slot); p < w.ad(slot) + w.yr(slot); ++p) curve->values.push_back(drawn.at(p));
-  curve->presence = copy->presence;
-  member.curve = std::move(curve);
+  member.curve = widths ? std::make_shared<const Curve>(Curve{copy->first_year, copy->widths, copy->presence})
+                        : member.compared;
   return member;
 }
 
@@ -184,7 +208,8 @@ void Observer::look_at_chooser() {
   // As the chooser draws its list: from the names scrolled off its top on.
   const bool with_chronologies = now_.mode == button::pick_cores || moves;
   const int last = with_chronologies ? w.nd : w.nc;
-  for (int k = std::max(w.sccc, 0) + 1; k <= last && now_.listed.size() < names_in_chooser; ++k) {
+  now_.first_listed = std::max(w.sccc, 0) + 1;
+  for (int k = now_.first_listed; k <= last && now_.listed.size() < names_in_chooser; ++k) {
     now_.listed.emplace_back(w.nam(k).trimmed());
   }
 }

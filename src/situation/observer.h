@@ -32,6 +32,7 @@ class Observer {
  private:
   bool is_held(std::size_t i) const;
   void look_at_store();
+  void look_at_references();
   void look_at_pair();
   void look_at_menu();
   void look_at_chooser();

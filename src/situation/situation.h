@@ -49,6 +49,7 @@ struct Curve {
   int first_year = 0;
   std::vector<double> values;
   std::vector<std::uint8_t> presence;
+  bool operator==(const Curve&) const = default;
 };
 
 // The sample or the reference, as its working copy stands.
@@ -60,8 +61,18 @@ struct PairMember {
   bool changed = false;       // the working copy is not what is stored
   bool can_be_saved = false;  // its "Save Change" is shown, here or behind the page at hand
   std::shared_ptr<const Curve> curve = {};
-  int stored_first_year = 0;  // as it is stored
+  int stored_first_year = 0;                   // as it is stored
+  SharedSeries series = {};                    // of a core its ring widths, as the working copy has them
+  std::shared_ptr<const Curve> compared = {};  // what is correlated, whatever the page shows
 };
+
+// A chronology of the list, as the program holds it.
+struct ListedChronology {
+  std::string name;  // of its file
+  Curve values;
+  bool operator==(const ListedChronology&) const = default;
+};
+using SharedChronology = std::shared_ptr<const ListedChronology>;
 
 // A chronology that can be chosen, in the order of the list.
 struct ListedFile {
@@ -76,6 +87,8 @@ struct Situation {
 
   std::string file = {};                 // whose cores and chronology are at work, as the list names it
   std::vector<SharedSeries> cores = {};  // as they stand; at the last menu where this wait is none
+  std::vector<SharedChronology> references = {};  // of all files of the list; entry number cores + 1 on
+  int own_reference = 0;                          // which of them is that of `file`, from 0
   std::vector<std::string> unwritten =
       {};                          // cores changed, made or gone since they were last read or written
   bool curves_are_indices = true;  // rather than ring widths
@@ -95,6 +108,7 @@ struct Situation {
   std::vector<std::string> marked = {};
   std::string destination = {};
   std::vector<std::string> listed = {};  // the names that its list shows, from its first cell on
+  int first_listed = 1;                  // the entry number of the first of them
 
   // The raw-data editor: the first of its 30 years and the names of its columns.
   int editor_first_year = 0;
