@@ -43,10 +43,16 @@ std::optional<Sums> sums_at(const SeriesView& core, const SeriesView& others, Ye
   return RunningSums(core, others, lag, years).all();
 }
 
+// The segment, moved inwards at the ends of what both have.
+std::optional<YearSpan> years_of_cell(const SeriesView& core, const SeriesView& others, YearSpan segment,
+                                      std::int64_t step) {
+  const SegmentBlock block{segment.first, segment.last, 1, segment.count(), step};
+  return cell_years(block, 1, common(core.years(), others.years()));
+}
+
 std::optional<SiteCell> cell_of(const SeriesView& core, const SeriesView& others, YearSpan segment,
                                 std::int64_t step) {
-  const SegmentBlock block{segment.first, segment.last, 1, segment.count(), step};
-  const auto years = cell_years(block, 1, common(core.years(), others.years()));
+  const auto years = years_of_cell(core, others, segment, step);
   if (!years) return {};
   const Sums dated = *sums_at(core, others, *years, 0);
   if (dated.n < least_years_in_common) return {};
@@ -187,17 +193,51 @@ double least_correlation(int n) {
 }
 
 SiteSurvey survey(const StudiedCores& cores, const Settings& settings) {
+  std::vector<StudiedCore> all;
+  for (std::size_t i = 0; i < cores.size(); ++i) all.push_back(cores.core(i));
+  return *survey(all, settings, [](std::size_t) { return true; });
+}
+
+std::optional<SiteSurvey> survey(std::span<const StudiedCore> cores, const Settings& settings,
+                                 const std::function<bool(std::size_t done)>& go_on) {
+  std::vector<SeriesView> compared;
+  for (const StudiedCore& core : cores) compared.push_back(core.compared);
   SiteSurvey all;
-  all.segments = segments_of(cores.compared(), settings);
+  all.segments = segments_of(compared, settings);
   for (std::size_t i = 0; i < cores.size(); ++i) {
-    const Reference others(cores.compared(), i);
-    all.cores.push_back(surveyed(cores.core(i), others.view(), all.segments, settings));
+    const Reference others(compared, i);
+    all.cores.push_back(surveyed(cores[i], others.view(), all.segments, settings));
+    if (!go_on(i + 1)) return {};
   }
   all.order.resize(cores.size());
   std::iota(all.order.begin(), all.order.end(), std::size_t{0});
   std::stable_sort(all.order.begin(), all.order.end(),
                    [&](std::size_t i, std::size_t j) { return all.cores[i].need > all.cores[j].need; });
   return all;
+}
+
+std::size_t LagRow::best() const {
+  std::size_t best = r.size() / 2;
+  for (std::size_t k = 0; k < r.size(); ++k) {
+    if (r[k] && r[best] && *r[k] > *r[best]) best = k;
+  }
+  return best;
+}
+
+std::vector<LagRow> lag_rows(const SeriesView& core, const SeriesView& others, const Settings& settings,
+                             int lags) {
+  std::vector<LagRow> rows;
+  for (const YearSpan segment : segments_of({&core, 1}, settings)) {
+    const auto years = years_of_cell(core, others, segment, settings.seg - settings.olap);
+    if (!years) continue;
+    LagRow row{*years};
+    for (int lag = -lags; lag <= lags; ++lag) {
+      const auto sums = sums_at(core, others, *years, lag);
+      row.r.push_back(sums && sums->n >= least_years_in_common ? std::optional(sums->r()) : std::nullopt);
+    }
+    if (row.r[static_cast<std::size_t>(lags)]) rows.push_back(std::move(row));
+  }
+  return rows;
 }
 
 std::string todo(const SiteCore& core, const SeriesView& dated) {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -78,6 +80,21 @@ struct SiteSurvey {
 // Returned: see above. Each core is compared with the mean of the others (reference.h).
 // Cost:     in proportion to cores times positions of a core times years: dates everywhere are looked for.
 SiteSurvey survey(const StudiedCores& cores, const Settings& settings);
+// The same. `go_on` is asked after each core, with how many are done; nothing is given once it says no.
+std::optional<SiteSurvey> survey(std::span<const StudiedCore> cores, const Settings& settings,
+                                 const std::function<bool(std::size_t done)>& go_on);
+
+// One row of a table of lags: a core in one segment of years, read by -lags to +lags years later.
+struct LagRow {
+  YearSpan years = {};                        // the segment, moved inwards at the core's ends
+  std::vector<std::optional<double>> r = {};  // by lag, the earliest first; nothing where too few years meet
+  // The place in `r` of the best lag; that of lag 0 where none is better.
+  std::size_t best() const;
+};
+// The rows of the segments in which the core has enough years in common with the others, as the survey has
+// them.
+std::vector<LagRow> lag_rows(const SeriesView& core, const SeriesView& others, const Settings& settings,
+                             int lags = farthest_segment_lag);
 
 // What to do first about a core, in one line; empty where nothing is.
 std::string todo(const SiteCore& core, const SeriesView& dated);

@@ -208,5 +208,34 @@ TEST(Todo, NamesTheYearsOfErrors) {
   EXPECT_EQ(todo(core, dated), "Move it by +4 years, to 1804 to 1903");
 }
 
+TEST(LagRows, AreTheSegmentsOfTheSurveyAtEveryLag) {
+  // The core is the others, read two years later from 1950 on.
+  std::vector<double> others, core;
+  for (int k = 0; k < 120; ++k) others.push_back(std::sin(k * k * 0.37));
+  for (int k = 0; k < 100; ++k) core.push_back(others[static_cast<std::size_t>(k) + (k < 50 ? 10 : 12)]);
+  Settings settings;
+  settings.seg = 50;
+  settings.olap = 25;
+  const auto rows = lag_rows({1910, core}, {1900, others}, settings, 3);
+  ASSERT_GE(rows.size(), 3u);
+  for (const LagRow& row : rows) {
+    ASSERT_EQ(row.r.size(), 7u);
+    EXPECT_TRUE(row.r[3]);
+  }
+  EXPECT_EQ(rows.front().best(), 3u);
+  EXPECT_NEAR(*rows.front().r[3], 1.0, 1e-9);
+  EXPECT_EQ(rows.back().best(), 1u);
+  // Its first two years are still those of before.
+  EXPECT_GT(*rows.back().r[1], 0.95);
+}
+
+TEST(SiteSurvey, EndsWhenItIsTold) {
+  const std::vector<double> widths(60, 1.0);
+  const std::vector<StudiedCore> cores(3, StudiedCore{{1900, widths}});
+  std::size_t done = 0;
+  EXPECT_FALSE(survey(cores, Settings(), [&](std::size_t n) { return (done = n) < 2; }));
+  EXPECT_EQ(done, 2u);
+}
+
 }  // namespace
 }  // namespace vorn
