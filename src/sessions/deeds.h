@@ -19,6 +19,8 @@ struct PlayStep {
     sample_year,  // a click on that year in the curve of the sample, when a year is asked for
     reference_year,
     key,            // one key, when something is typed or a message stands
+    series,         // a click on the name of entry `number` in the chooser's list, paged to where it is shown
+    kept_edit,      // the user says whether the ring inserted or deleted stays; where not, playing is over
     click,          // a click at that page position, at any menu
     to_menu,        // away from a page that no click leads back from, as if it had not been opened
     to_start_menu,  // whatever leads there, keeping what the editor changed; may be many clicks
@@ -26,6 +28,7 @@ struct PlayStep {
   Kind kind = Kind::press;
   ButtonNumber button = ButtonNumber::none;
   int year = 0;      // of *_year
+  int number = 0;    // of series
   int code = 0;      // of a key
   int x = 0, y = 0;  // of a click
 };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "situation/graph_axis.h"
+#include "situation/name_lists.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
@@ -149,15 +150,18 @@ Event Session::next_event() {
   if (replays()) return replay_next();
   const bool is_unseen = is_replaying_ || !queue_.empty();
   if (is_replaying_) land();
-  while (!question_ && !queue_.empty()) {
+  while (plays()) {
     if (const auto event = next_queued()) return hand_in(*event);
   }
   if (is_unseen) show_at_last(message);
   for (;;) {
     publish();
     Deed deed = inbox_.next_deed();
-    if (const auto event = do_deed(std::move(deed), false)) return hand_in(*event);
-    while (!question_ && !queue_.empty()) {
+    if (const auto event = do_deed(std::move(deed), false)) {
+      heed_yes(*event);
+      return hand_in(*event);
+    }
+    while (plays()) {
       if (const auto event = next_queued()) return hand_in(*event);
     }
   }
@@ -199,7 +203,7 @@ void Session::look() {
   auto seen = std::make_shared<Situation>(observer_->look(message_waits_));
   if (!is_replaying_) look_at_disk(*seen);
   situation_ = std::move(seen);
-  if (rests()) notice_decision();
+  if (rests() && (queue_.empty() || !queue_.front().as_one)) notice_decision();
 }
 
 void Session::look_at_disk(Situation& seen) const {
@@ -343,7 +347,8 @@ std::optional<Event> Session::do_deed(Deed deed, bool asked) {
   if (question_) return {};  // nothing is done before it is answered
   if (auto* play = std::get_if<Play>(&deed)) {
     playing_ = play->what;
-    for (const PlayStep& step : play->steps) queue_.push_back({.step = step});
+    drop_awaited();
+    for (const PlayStep& step : play->steps) queue_.push_back({.step = step, .as_one = true});
     return {};
   }
   if (std::holds_alternative<Undo>(deed)) return undo(), std::nullopt;
@@ -391,6 +396,32 @@ std::optional<Event> Session::answer(std::size_t choice) {
   return {};
 }
 
+// --- Playing.
+
+bool Session::plays() const {
+  return !question_ && !queue_.empty() && !awaits_yes();
+}
+
+// Whether playing goes on when the user has said whether a change stays.
+bool Session::awaits_yes() const {
+  return !queue_.empty() && queue_.front().step && queue_.front().step->kind == PlayStep::Kind::kept_edit &&
+         situation_->place == Place::keep_edit;
+}
+
+void Session::heed_yes(const Event& event) {
+  const ShownButton* hit = event.code == Event::click ? situation_->at(event.x, event.y) : nullptr;
+  if (!hit || !awaits_yes()) return;
+  if (hit->number == button::insertion_ok || hit->number == button::deletion_ok) {
+    queue_.pop_front();
+  } else {
+    queue_.clear();
+  }
+}
+
+void Session::drop_awaited() {
+  if (situation_ && awaits_yes()) queue_.clear();
+}
+
 // The next event of what is played; nothing where a step is over, waits for an answer, or cannot be played.
 std::optional<Event> Session::next_queued() {
   Queued next = std::move(queue_.front());
@@ -408,9 +439,35 @@ std::optional<Event> Session::next_queued() {
     if (event) queue_.push_front(std::move(next));
     return event;
   }
+  if (next.step->kind == PlayStep::Kind::series) {
+    const auto page = page_to_series(next.step->number);
+    if (!page) return series_event(next.step->number);
+    queue_.push_front(std::move(next));
+    return event_of({.button = *page});
+  }
   const auto event = event_of(*next.step);
   if (!event) return {};
   return do_deed(*event, next.asked);
+}
+
+// The button that brings the name nearer in the chooser's list; nothing where it is shown, or never will be.
+std::optional<ButtonNumber> Session::page_to_series(int entry) const {
+  const int all = static_cast<int>(situation_->cores.size() + situation_->references.size());
+  const int first = situation_->first_listed, shown = static_cast<int>(situation_->listed.size());
+  if (situation_->mode != button::pick_cores || entry < 1 || entry > all) return {};
+  if (entry < first) return button::page_back;
+  if (entry >= first + shown) return button::page_forward;
+  return {};
+}
+
+std::optional<Event> Session::series_event(int entry) {
+  const ShownButton* list = situation_->shown(button::chooser_list);
+  const auto shown = list ? list_of(button::chooser_list, *situation_) : std::nullopt;
+  const int cell = entry - situation_->first_listed;
+  if (!shown || cell < 0 || cell >= shown->cells)
+    return stop_playing("the list does not show it"), std::nullopt;
+  const Rectangle at = cell_of(*list, *shown, cell);
+  return Event{(at.x1 + at.x2) / 2, (at.y1 + at.y2) / 2, Event::click};
 }
 
 std::optional<Event> Session::event_of(const PlayStep& step) {
@@ -437,6 +494,9 @@ std::optional<Event> Session::event_of(const PlayStep& step) {
     case PlayStep::Kind::click:
       if (!menu) return stop_playing("no click is waited for"), std::nullopt;
       return Event{step.x, step.y, Event::click};
+    case PlayStep::Kind::kept_edit:
+      return stop_playing("nothing was changed"), std::nullopt;
+    case PlayStep::Kind::series:
     case PlayStep::Kind::to_menu:
     case PlayStep::Kind::to_start_menu:
       break;
@@ -497,6 +557,7 @@ bool Session::may_go_back() const {
 
 void Session::undo() {
   if (!may_go_back() || !timeline_.to_undo()) return;
+  drop_awaited();
   replay_name_ = "Undo";
   written_ = what_stays();
   kept_answers_ = files_.answers();
@@ -507,6 +568,7 @@ void Session::undo() {
 
 void Session::redo() {
   if (!may_go_back() || !timeline_.to_redo()) return;
+  drop_awaited();
   replay_name_ = "Redo";
   kept_answers_ = files_.answers();
   timeline_.redo(kept_answers_);
@@ -516,6 +578,7 @@ void Session::redo() {
 
 void Session::go_to(std::size_t decisions) {
   if (!may_go_back()) return;
+  drop_awaited();
   bool moved = false;
   kept_answers_ = files_.answers();
   while (timeline_.taken() > decisions && timeline_.to_undo()) {

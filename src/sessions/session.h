@@ -100,7 +100,8 @@ class Session : public Screen {
   struct Queued {
     std::optional<PlayStep> step = {};
     std::optional<Deed> deed = {};
-    bool asked = false;  // the user was asked before
+    bool asked = false;   // the user was asked before
+    bool as_one = false;  // with the steps behind it it is one decision
   };
 
   int run_once();
@@ -122,7 +123,13 @@ class Session : public Screen {
   void note_press(const Event& event);
 
   // What is done at a wait.
+  bool plays() const;
+  bool awaits_yes() const;
+  void heed_yes(const Event& event);
+  void drop_awaited();
   std::optional<Event> next_queued();
+  std::optional<ButtonNumber> page_to_series(int entry) const;
+  std::optional<Event> series_event(int entry);
   std::optional<Event> event_of(const PlayStep& step);
   std::optional<Event> way_to_start();
   void stop_playing(const std::string& why);
