@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "records/plain_file.h"
 #include "sessions/script.h"
 #include "workspace/fingerprint.h"
 
@@ -322,20 +323,6 @@ std::string kept_name(std::string_view bytes) {
 
 bool is_kept_name(std::string_view name) {
   return name.size() == 32 && name.find_first_not_of("0123456789abcdef") == std::string_view::npos;
-}
-
-// All of a file that is no link; nothing where it cannot be read or is too large.
-std::optional<std::string> read_plain(const std::string& path, std::size_t most) {
-  os::File file;
-  if (file.open_to_read(path, os::Links::refused)) return {};
-  std::string bytes;
-  std::vector<char> buffer(std::size_t{1} << 16);
-  std::size_t count = 1;
-  while (count > 0) {
-    if (file.read(buffer, count) || bytes.size() + count > most) return {};
-    bytes.append(buffer.data(), count);
-  }
-  return bytes;
 }
 
 // Names of journals: the time of the first event, and a number, so that they stand in the order of time.
