@@ -100,6 +100,16 @@ void read_file_name(Statement& statement, std::string_view rest) {
   if (!page_kind(statement.text)) throw Wrong("expected a file name that ends in .txt, .png, .svg or .pdf");
 }
 
+// The panel's name, and behind it what `read` takes.
+template <void (*read)(Statement&, std::string_view)>
+void read_panel(Statement& statement, std::string_view rest) {
+  rest = trim(rest);
+  const auto end = std::min(rest.find_first_of(blanks), rest.size());
+  statement.panel = rest.substr(0, end);
+  if (statement.panel.empty()) throw Wrong("expected the name of a panel");
+  read(statement, rest.substr(std::min(end + 1, rest.size())));
+}
+
 void read_nothing(Statement&, std::string_view rest) {
   words(rest, 0, "nothing more on the line");
 }
@@ -109,7 +119,7 @@ struct Form {
   Statement::Kind kind;
   void (*read)(Statement& statement, std::string_view rest);  // the rest of the line, behind one blank
 };
-constexpr std::array<Form, 11> forms = {{
+constexpr std::array<Form, 13> forms = {{
     {"click", Statement::Kind::click, read_position},
     {"help", Statement::Kind::help, read_position},
     {"press", Statement::Kind::press, read_button},
@@ -121,6 +131,8 @@ constexpr std::array<Form, 11> forms = {{
     {"refuse", Statement::Kind::refuse, read_text},
     {"undo", Statement::Kind::undo, read_nothing},
     {"redo", Statement::Kind::redo, read_nothing},
+    {"panel", Statement::Kind::panel, read_panel<read_file_name>},
+    {"pick", Statement::Kind::pick, read_panel<read_text>},
 }};
 
 // The statement on a line; nothing when it holds none.
@@ -143,9 +155,14 @@ void find_named_button(Statement& statement, const ButtonNumbers& number_of) {
   if (statement.number == 0) throw Wrong("there is no button \"" + statement.text + "\"");
 }
 
+void know_panel(const Statement& statement, const IsPanel& is_panel) {
+  if (statement.panel.empty() || (is_panel && is_panel(statement.panel))) return;
+  throw Wrong("there is no panel \"" + statement.panel + "\"");
+}
+
 }  // namespace
 
-Script read_script(std::istream& in, const ButtonNumbers& number_of) {
+Script read_script(std::istream& in, const ButtonNumbers& number_of, const IsPanel& is_panel) {
   Script script;
   int number = 0;
   for (std::string line; std::getline(in, line);) {
@@ -156,6 +173,7 @@ Script read_script(std::istream& in, const ButtonNumbers& number_of) {
       auto statement = read_statement(line, number);
       if (!statement) continue;
       find_named_button(*statement, number_of);
+      know_panel(*statement, is_panel);
       script.statements.push_back(*statement);
     } catch (const Wrong& wrong) {
       script.errors.push_back({number, wrong.what()});

@@ -11,14 +11,15 @@ namespace vorn {
 
 // One statement of a script.
 struct Statement {
-  enum class Kind { click, help, press, key, type, enter, page, expect, refuse, undo, redo };
+  enum class Kind { click, help, press, key, type, enter, page, expect, refuse, undo, redo, panel, pick };
   Kind kind = Kind::enter;
   int line = 0;      // of the script, counted from 1
   int x = 0, y = 0;  // click, help: page units
   int number = 0;    // press: of the button; key: its code
-  // type, expect, refuse: the text; page: the file's name; press: the button's name, empty where it has its
-  // number
+  // type, expect, refuse, pick: the text; page, panel: the file's name; press: the button's name, empty where
+  // it has its number
   std::string text = {};
+  std::string panel = {};  // panel, pick: its name
 };
 
 // What is wrong with one line of a script.
@@ -34,6 +35,8 @@ struct Script {
 
 // The number of the button of a name, 0 where no button has it.
 using ButtonNumbers = std::function<int(std::string_view name)>;
+// Whether a panel has that name.
+using IsPanel = std::function<bool(std::string_view name)>;
 
 // Reads a script, one statement a line:
 //   click X Y      a click at a page position
@@ -48,9 +51,11 @@ using ButtonNumbers = std::function<int(std::string_view name)>;
 //   refuse TEXT    none does
 //   undo           takes back the last decision
 //   redo           takes it again
+//   panel NAME FILE  writes a panel, as page does
+//   pick NAME TEXT   clicks the first spot of that panel whose text or tip contains TEXT
 // "#" at the start of a line or after a blank starts a comment; blanks before it are no part of the
 // statement. Empty lines count as comments. Lines end at LF or CR LF. All lines are looked at, so that all
-// errors are told. Without `number_of` no name is known.
-Script read_script(std::istream& in, const ButtonNumbers& number_of = {});
+// errors are told. Without `number_of` and `is_panel` no name is known.
+Script read_script(std::istream& in, const ButtonNumbers& number_of = {}, const IsPanel& is_panel = {});
 
 }  // namespace vorn

@@ -1,6 +1,7 @@
 #include "sessions/scripted_screen.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "plot/visible_text.h"
 #include "sessions/key_codes.h"
@@ -20,11 +21,17 @@ std::string listed(const std::vector<std::string>& texts) {
 }  // namespace
 
 ScriptedScreen::ScriptedScreen(std::vector<Statement> statements, std::string script_name,
-                               ButtonPlaces buttons, PageWriter write_page)
+                               ButtonPlaces buttons, PageWriter write_page, ScriptPanels* panels)
     : statements_(std::move(statements)),
       script_name_(std::move(script_name)),
       buttons_(std::move(buttons)),
-      write_page_(std::move(write_page)) {}
+      write_page_(std::move(write_page)),
+      panels_(panels) {}
+
+void ScriptedScreen::stand(const SharedStanding& standing) {
+  standing_ = standing;
+  if (panels_) panels_->stand(standing);
+}
 
 Event ScriptedScreen::next_event() {
   for (;;) {
@@ -39,14 +46,14 @@ Deed ScriptedScreen::next_deed() {
     act(statements_[next_++]);
   }
   message_waits_ = false;
-  const Deed deed = pending_.front();
+  Deed deed = std::move(pending_.front());
   pending_.pop_front();
-  return deed;  // NOLINT(performance-no-automatic-move): GCC 12 takes a moved one for uninitialised
+  return deed;
 }
 
 void ScriptedScreen::click(PageSpot spot, int code) {
   mouse_ = spot;
-  pending_.push_back(Event{spot.x, spot.y, code});  // NOLINT(modernize-use-emplace): as above
+  pending_.emplace_back(Event{spot.x, spot.y, code});
 }
 
 void ScriptedScreen::act(const Statement& statement) {
@@ -77,7 +84,23 @@ void ScriptedScreen::act(const Statement& statement) {
     case Statement::Kind::undo:
     case Statement::Kind::redo:
       return go_back(statement);
+    case Statement::Kind::panel:
+      return write_panel(statement);
+    case Statement::Kind::pick:
+      return pick(statement);
   }
+}
+
+void ScriptedScreen::write_panel(const Statement& statement) {
+  if (!panels_) stop(statement, "there are no panels here");
+  if (const auto wrong = write_page_(panels_->page(statement.panel), statement.text)) stop(statement, *wrong);
+}
+
+void ScriptedScreen::pick(const Statement& statement) {
+  if (!panels_) stop(statement, "there are no panels here");
+  auto picked = panels_->pick(statement.panel, statement.text);
+  if (!picked.wrong.empty()) stop(statement, picked.wrong);
+  if (picked.deed) pending_.push_back(std::move(*picked.deed));
 }
 
 void ScriptedScreen::go_back(const Statement& statement) {

@@ -26,6 +26,23 @@ struct ButtonPlaces {
   std::function<bool(int)> shown;  // and a click on it is what the program waits for
 };
 
+// The panels beside the page, as scripts use them.
+class ScriptPanels {
+ public:
+  virtual ~ScriptPanels() = default;
+  // How the session stands at the wait at hand.
+  virtual void stand(const SharedStanding& standing) = 0;
+  // The panel, which must be one.
+  virtual Page page(const std::string& panel) = 0;
+  // Clicks the first spot of it whose text or tip contains `text`: what is then to be done, if anything, or
+  // what is wrong.
+  struct Picked {
+    std::optional<Deed> deed = {};
+    std::string wrong = {};
+  };
+  virtual Picked pick(const std::string& panel, const std::string& text) = 0;
+};
+
 // Thrown by a wait when the script cannot go on: the run has failed, whatever the program would do next.
 class ScriptStop : public std::exception {
  public:
@@ -48,14 +65,14 @@ class ScriptedScreen : public Inbox {
   // Writes a page to the file of this name and returns what went wrong, nothing when it is written.
   using PageWriter = std::function<std::optional<std::string>(const Page&, const std::string&)>;
 
-  // `script_name` is for messages.
+  // `script_name` is for messages. A script with panels needs them.
   ScriptedScreen(std::vector<Statement> statements, std::string script_name, ButtonPlaces buttons,
-                 PageWriter write_page);
+                 PageWriter write_page, ScriptPanels* panels = nullptr);
 
   void show(const Page& page) override { page_ = page; }
   Event next_event() override;  // passes over undo and redo, for which a session is needed
   Deed next_deed() override;
-  void stand(const SharedStanding& standing) override { standing_ = standing; }
+  void stand(const SharedStanding& standing) override;
   // Only messages ask for this, right before they wait; a script has nothing to forget.
   void forget_pending() override { message_waits_ = true; }
 
@@ -69,15 +86,16 @@ class ScriptedScreen : public Inbox {
   [[noreturn]] void stop_at_the_end() const;
   [[noreturn]] void stop(const Statement& statement, const std::string& why) const;
   void go_back(const Statement& statement);
-  void press_key(int code) {
-    pending_.push_back(Event{mouse_.x, mouse_.y, code});  // NOLINT(modernize-use-emplace): see click
-  }
+  void write_panel(const Statement& statement);
+  void pick(const Statement& statement);
+  void press_key(int code) { pending_.emplace_back(Event{mouse_.x, mouse_.y, code}); }
   void click(PageSpot spot, int code);
 
   std::vector<Statement> statements_;
   std::string script_name_;
   ButtonPlaces buttons_;
   PageWriter write_page_;
+  ScriptPanels* panels_;
   std::size_t next_ = 0;        // of the statements
   std::deque<Deed> pending_;    // what the last statement still has to hand on
   PageSpot mouse_;              // where the last click was: keys carry it
