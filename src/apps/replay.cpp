@@ -7,6 +7,7 @@
 #include "apps/picture_module.h"
 #include "apps/script_buttons.h"
 #include "apps/whole_program.h"
+#include "panels/script_panels.h"
 #include "records/disk_files.h"
 #include "sessions/scripted_screen.h"
 #include "sessions/session.h"
@@ -21,9 +22,11 @@ int play(const Script& script, const std::string& name) {
   const Workspace* w = nullptr;
   DiskFiles files;
   PictureModule pictures;
+  PanelsOfScript panels;
   ScriptedScreen screen(
       script.statements, name, button_places(w),
-      [&](const Page& page, const std::string& file) { return write_page(page, file, files, pictures); });
+      [&](const Page& page, const std::string& file) { return write_page(page, file, files, pictures); },
+      &panels);
   const WholeProgram program = whole_program([&w](const Workspace& begun) { w = &begun; });
   const int status = Session(program, files, std::cerr, screen).run();
   if (const int line = screen.first_line_not_reached(); line != 0) {
@@ -51,7 +54,7 @@ int replay(const std::string& name, const std::string& program) {
   if (name != "-") file.open(name);
   std::istream& in = name == "-" ? std::cin : file;
   const bool opened = static_cast<bool>(in);
-  const Script script = read_script(in, script_button);
+  const Script script = read_script(in, script_button, is_panel);
   if (!opened || in.bad()) {
     std::cerr << program << ": " << name << " cannot be read\n";
     return invalid_script;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* usage =
     "usage: vorn_replay SCRIPT    (- for standard input; statements: click help press key type enter page "
-    "expect refuse undo redo)";
+    "expect refuse undo redo panel pick)";
 constexpr int invalid_script = 2;
 
 }  // namespace

@@ -1,0 +1,28 @@
+// The panels of a session without a window: everything is computed when it is asked for.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "panels/panel_desk.h"
+#include "sessions/scripted_screen.h"
+
+namespace vorn {
+
+bool is_panel(std::string_view name);
+
+class PanelsOfScript : public ScriptPanels {
+ public:
+  void stand(const SharedStanding& standing) override;
+  Page page(const std::string& panel) override;
+  Picked pick(const std::string& panel, const std::string& text) override;
+
+ private:
+  Panel whole(const std::string& panel);
+
+  PanelDesk desk_;
+  Studies studies_;
+  SharedSituation studied_, wanted_;
+};
+
+}  // namespace vorn
