@@ -13,7 +13,8 @@ namespace vorn {
 // The shades of a colour of the palette: the sixteen colours of a VGA screen with black and white exchanged,
 // made lighter in areas, so that black text on them can be read, and darker in letters and lines, so that
 // these can be read on the paper: the contrast is 4.5 : 1 at least (WCAG 2.1, 1.4.3). Lines in grey, the axes
-// and grids, are lighter than letters, 3 : 1 (1.4.11), so that the curves stand out.
+// and grids, are lighter than letters, 3 : 1 (1.4.11), so that the curves stand out. The pale colours of the
+// panels are areas alone, and the hairlines between rows only help the eye along.
 QColor area_shade(Colour colour);
 QColor letter_shade(Colour colour);
 QColor line_shade(Colour colour);

@@ -115,6 +115,44 @@ TEST(Shades, BlackIsReadOnEveryAreaAndEveryLetterOnPaper) {
   }
 }
 
+// --- The colours of the panels.
+
+constexpr std::array strong = {colour::deep_blue, colour::vermilion, colour::sea_green, colour::amber,
+                               colour::plum};
+constexpr std::array pale = {colour::pale_blue, colour::pale_red, colour::pale_amber, colour::pale_green,
+                             colour::shade};
+
+TEST(PanelShades, StrongOnesAreReadOnPaperAndBehindHeadings) {
+  for (const Colour one : {strong[0], strong[1], strong[2], strong[3], strong[4], colour::muted}) {
+    EXPECT_GE(contrast(letter_shade(one), area_shade(colour::paper)), 4.5) << number_of(one);
+    EXPECT_GE(contrast(letter_shade(one), area_shade(colour::shade)), 4.5) << number_of(one);
+    EXPECT_GE(contrast(line_shade(one), area_shade(colour::paper)), 3) << number_of(one);
+  }
+}
+
+TEST(PanelShades, InkAndMutedLettersAreReadOnPaleOnes) {
+  for (const Colour one : pale) {
+    EXPECT_GE(contrast(letter_shade(colour::ink), area_shade(one)), 4.5) << number_of(one);
+    EXPECT_GE(contrast(letter_shade(colour::muted), area_shade(one)), 4.5) << number_of(one);
+  }
+}
+
+TEST(PanelShades, StrongOnesDifferToThoseWhoTellRedFromGreenHardly) {
+  for (std::size_t i = 0; i < strong.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      for (const Matrix& eye : {eyes[0], eyes[1], eyes[3]}) {
+        EXPECT_GT(difference(area_shade(strong[i]), area_shade(strong[j]), eye), 20) << i << ' ' << j;
+      }
+    }
+  }
+}
+
+TEST(PanelShades, PaleOnesDifferFromThePaper) {
+  for (const Colour one : {pale[0], pale[1], pale[2], pale[3]}) {
+    EXPECT_GT(difference(area_shade(one), area_shade(colour::paper), eyes[3]), 5) << number_of(one);
+  }
+}
+
 TEST(Shades, AreSixteenOfEachKind) {
   for (int i = 0; i < 16; ++i) {
     for (int j = 0; j < i; ++j) {
