@@ -199,15 +199,15 @@ QColor line_shade(Colour colour) {
   return colour == colour::light_grey ? QColor(grey_lines) : letter_shade(colour);
 }
 
-QTransform page_to_area(QSizeF area) {
-  const double scale = std::min(area.width() / Page::width, area.height() / Page::height);
-  return QTransform::fromTranslate((area.width() - scale * Page::width) / 2,
-                                   (area.height() - scale * Page::height) / 2)
+QTransform page_to_area(QSizeF area, QSizeF page) {
+  const double scale = std::min(area.width() / page.width(), area.height() / page.height());
+  return QTransform::fromTranslate((area.width() - scale * page.width()) / 2,
+                                   (area.height() - scale * page.height()) / 2)
       .scale(scale, scale);
 }
 
 void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces, Device device) {
-  const QRectF paper(0, 0, Page::width, Page::height);
+  const QRectF paper(0, 0, page.across(), page.down());
   painter.save();
   painter.setClipRect(paper, Qt::IntersectClip);
   painter.fillRect(paper, area_shade(colour::paper));

@@ -22,9 +22,12 @@ QColor line_shade(Colour colour);
 // What is painted on: on pixels nothing may be thinner than one of them, and lines are painted in pieces.
 enum class Device { pixels, vectors };
 
-// Page units to the units of an area whose corner is the origin: the page keeps its proportions, fills as
-// much of the area as it can and stands in the middle.
-QTransform page_to_area(QSizeF area);
+// Page units to the units of an area whose corner is the origin: a page of that size keeps its proportions,
+// fills as much of the area as it can and stands in the middle.
+QTransform page_to_area(QSizeF area, QSizeF page = {Page::width, Page::height});
+inline QTransform page_to_area(QSizeF area, const Page& page) {
+  return page_to_area(area, QSizeF(page.across(), page.down()));
+}
 
 // Paints the white paper and every mark of the page. The painter must map page units to the device, x and y
 // alike. What lies off the page is not painted.

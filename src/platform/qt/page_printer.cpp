@@ -10,7 +10,7 @@ std::optional<std::string> print_page(const Page& page, const Typefaces& typefac
   QPainter painter;
   if (!painter.begin(&printer)) return "the page could not be printed";
   // The painter's origin is the corner of the printable area.
-  painter.setTransform(page_to_area(QSizeF(printer.pageRect(QPrinter::DevicePixel).size())));
+  painter.setTransform(page_to_area(QSizeF(printer.pageRect(QPrinter::DevicePixel).size()), page));
   paint_page(painter, page, typefaces, Device::vectors);
   const bool ended = painter.end();
   if (!ended || printer.printerState() == QPrinter::Error) return "the printer did not take the page";

@@ -33,6 +33,16 @@ TEST_F(PagePrinter, PutsThePageOnOneSheet) {
   EXPECT_NE(pdf.find("/Count 1"), std::string::npos);
 }
 
+// All of it is as large as its sheet allows: none of it lies beyond.
+TEST_F(PagePrinter, PutsAPageOfItsOwnSizeOnOneSheetToo) {
+  Page panel(1000, 3000);
+  panel.add({.kind = Mark::Kind::text, .points = {{10, 2950}}, .writing = "Last", .height = 22});
+  EXPECT_EQ(print_page(panel, typefaces, printer), std::nullopt);
+  const std::string pdf = folder.read("printed.pdf");
+  EXPECT_NE(pdf.find("/Count 1"), std::string::npos);
+  EXPECT_NE(pdf.find("/FontFile2"), std::string::npos);
+}
+
 TEST_F(PagePrinter, TellsWhenThePrinterDoesNotTakeIt) {
   printer.setOutputFileName("no/such/folder/printed.pdf");
   EXPECT_NE(print_page(plot.page(), typefaces, printer), std::nullopt);
@@ -47,6 +57,12 @@ TEST(PageOnArea, KeepsItsProportionsInTheMiddle) {
   const QTransform across = page_to_area(QSizeF(397, 210));
   EXPECT_NEAR(across.map(QPointF(0, 0)).x(), 50, 1e-9);
   EXPECT_NEAR(across.map(QPointF(2970, 2100)).y(), 210, 1e-9);
+}
+
+TEST(PageOnArea, APageOfItsOwnSizeKeepsItsOwnProportions) {
+  const QTransform to_area = page_to_area(QSizeF(300, 300), Page(600, 200));
+  EXPECT_EQ(to_area.map(QPointF(0, 0)), QPointF(0, 100));
+  EXPECT_EQ(to_area.map(QPointF(600, 200)), QPointF(300, 200));
 }
 
 }  // namespace

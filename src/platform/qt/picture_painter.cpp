@@ -19,7 +19,7 @@
 namespace vorn {
 namespace {
 
-constexpr int png_pixels_across = Page::width / 2;
+constexpr int page_units_per_png_pixel = 2;
 constexpr int page_units_per_inch = 254;  // a page unit is a tenth of a millimetre
 constexpr int page_units_per_meter = 10000;
 constexpr const char* no_plugin = "pictures need the plug-in \"offscreen\" of Qt, which cannot be loaded";
@@ -35,8 +35,8 @@ bool paint_svg(const Page& page, const Typefaces& typefaces, QBuffer& out) {
   QSvgGenerator svg;
   svg.setOutputDevice(&out);
   svg.setResolution(page_units_per_inch);
-  svg.setSize(QSize(Page::width, Page::height));
-  svg.setViewBox(QRect(0, 0, Page::width, Page::height));
+  svg.setSize(QSize(page.across(), page.down()));
+  svg.setViewBox(QRect(0, 0, page.across(), page.down()));
   svg.setTitle("Vorn");
   QPainter painter;
   if (!painter.begin(&svg)) return false;
@@ -65,16 +65,27 @@ void forget_time(QByteArray& pdf) {
   if (at >= 0 && end > at) std::fill(pdf.begin() + at, pdf.begin() + end + 1, ' ');
 }
 
+// The system's page is an A4 sheet across, any other one a sheet of its own.
+QPageLayout sheet_for(const Page& page) {
+  constexpr double page_units_per_mm = 10;
+  constexpr QMarginsF none(0, 0, 0, 0);
+  if (page.across() == Page::width && page.down() == Page::height)
+    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, none);
+  const QSizeF size(page.across() / page_units_per_mm, page.down() / page_units_per_mm);
+  const QPageSize sheet(size, QPageSize::Millimeter, {}, QPageSize::ExactMatch);
+  return QPageLayout(sheet, QPageLayout::Portrait, none);
+}
+
 bool paint_pdf(const Page& page, const Typefaces& typefaces, QBuffer& out) {
   const WorldTime world_time;
   QPdfWriter pdf(&out);
   pdf.setTitle("Vorn");
   pdf.setCreator("Vorn");
   pdf.setResolution(1200);
-  pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF(0, 0, 0, 0)));
+  pdf.setPageLayout(sheet_for(page));
   QPainter painter;
   if (!painter.begin(&pdf)) return false;
-  const double scale = static_cast<double>(pdf.width()) / Page::width;
+  const double scale = static_cast<double>(pdf.width()) / page.across();
   painter.scale(scale, scale);
   paint_page(painter, page, typefaces, Device::vectors);
   if (!painter.end()) return false;
@@ -94,13 +105,13 @@ bool can_paint_without_display(int& argument_count, char** arguments) {
 }  // namespace
 
 QImage page_image(const Page& page, const Typefaces& typefaces, int pixels_across) {
-  const QSize size(pixels_across, pixels_across * Page::height / Page::width);
+  const QSize size(pixels_across, pixels_across * page.down() / page.across());
   QImage image(size, QImage::Format_RGB32);
-  const int dots_per_meter = pixels_across * page_units_per_meter / Page::width;
+  const int dots_per_meter = pixels_across * page_units_per_meter / page.across();
   image.setDotsPerMeterX(dots_per_meter);
   image.setDotsPerMeterY(dots_per_meter);
   QPainter painter(&image);
-  painter.setTransform(page_to_area(size));
+  painter.setTransform(page_to_area(size, page));
   paint_page(painter, page, typefaces, Device::pixels);
   return image;
 }
@@ -123,10 +134,11 @@ std::optional<std::string> PicturePainter::paint(const Page& page, PageKind kind
   if (!make_ready()) return no_plugin;
   QBuffer out;
   out.open(QIODevice::WriteOnly);
-  const bool painted = kind == PageKind::png
-                           ? page_image(page, *typefaces_, png_pixels_across).save(&out, "PNG")
-                       : kind == PageKind::svg ? paint_svg(page, *typefaces_, out)
-                                               : paint_pdf(page, *typefaces_, out);
+  const bool painted =
+      kind == PageKind::png
+          ? page_image(page, *typefaces_, page.across() / page_units_per_png_pixel).save(&out, "PNG")
+      : kind == PageKind::svg ? paint_svg(page, *typefaces_, out)
+                              : paint_pdf(page, *typefaces_, out);
   if (!painted) return "the picture could not be made";
   bytes = out.data().toStdString();
   return {};

@@ -18,8 +18,9 @@ namespace vorn {
 QImage page_image(const Page& page, const Typefaces& typefaces, int pixels_across);
 
 // Paints pictures of pages: PNG on 1485 x 1050 pixels; SVG and PDF on an A4 sheet across, texts kept as
-// texts. They need the fonts of the window system, but neither a window nor a display: where the process has
-// no application object yet, one that needs none is made for the first picture.
+// texts. A page of another size has a pixel to two units as well, and a sheet of its own size. They need the
+// fonts of the window system, but neither a window nor a display: where the process has no application object
+// yet, one that needs none is made for the first picture.
 class PicturePainter : public Painter {
  public:
   std::optional<std::string> paint(const Page& page, PageKind kind, std::string& bytes) override;

@@ -214,6 +214,60 @@ TEST_F(Pictures, PdfIsAnA4SheetAcross) {
   EXPECT_EQ(pdf.find("/CreationDate"), std::string::npos);  // the same page, the same file
 }
 
+// --- A page of its own size, as panels have.
+
+struct PanelPictures : Pictures {
+  Page panel{1200, 500};
+  PanelPictures() {
+    panel.add({.kind = Mark::Kind::fill,
+               .colour = colour::pale_red,
+               .points = {{0, 0}, {1200, 0}, {1200, 500}, {0, 500}}});
+    panel.add({.kind = Mark::Kind::text,
+               .colour = colour::muted,
+               .points = {{20, 20}},
+               .writing = "Site",
+               .height = 22});
+  }
+  std::string written(const char* name) {
+    EXPECT_EQ(write_page(panel, name, files, pictures), std::nullopt);
+    return folder.read(name);
+  }
+};
+
+TEST_F(PanelPictures, PngHasHalfAPixelToAUnitAndNothingBeside) {
+  written("panel.png");
+  const QImage image("panel.png");
+  EXPECT_EQ(image.size(), QSize(600, 250));
+  EXPECT_EQ(image.dotsPerMeterX(), 5000);
+  for (const QPoint corner : {QPoint(0, 0), QPoint(599, 0), QPoint(0, 249), QPoint(599, 249)}) {
+    EXPECT_EQ(image.pixelColor(corner), area_shade(colour::pale_red)) << corner.x() << ' ' << corner.y();
+  }
+}
+
+TEST_F(PanelPictures, AnOddSizeGivesThePixelsThatAreWhole) {
+  panel = Page(1201, 501);
+  written("panel.png");
+  EXPECT_EQ(QImage("panel.png").size(), QSize(600, 250));
+}
+
+TEST_F(PanelPictures, SvgIsAsLarge) {
+  const std::string svg = written("panel.svg");
+  EXPECT_NE(svg.find("viewBox=\"0 0 1200 500\""), std::string::npos);
+  EXPECT_NE(svg.find("width=\"120mm\" height=\"50mm\""), std::string::npos);
+}
+
+TEST_F(PanelPictures, PdfIsASheetAsLarge) {
+  // 120 mm and 50 mm, in whole points of 1/72 inch.
+  EXPECT_NE(written("panel.pdf").find("/MediaBox [0 0 340.000000 142.000000]"), std::string::npos);
+}
+
+TEST_F(PanelPictures, AWholeLongListIsOneSheet) {
+  panel = Page(1200, 12'000);
+  const std::string pdf = written("panel.pdf");
+  EXPECT_NE(pdf.find("/Count 1"), std::string::npos);
+  EXPECT_NE(pdf.find("/MediaBox [0 0 340.000000 3402.000000]"), std::string::npos);
+}
+
 TEST_F(Pictures, LongCurvesAndDegenerateMarksArePainted) {
   std::vector<double> years, values;
   for (int i = 0; i < 12'000; ++i) years.push_back(i), values.push_back(std::sin(i * 0.7));

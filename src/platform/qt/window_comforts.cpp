@@ -17,8 +17,6 @@
 namespace vorn {
 namespace {
 
-constexpr int copied_pixels_across = Page::width;  // 254 to the inch on an A4 sheet
-
 bool is_with_control(const QKeyEvent& event) {
   const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
 #ifdef Q_OS_MACOS
@@ -113,7 +111,8 @@ void WindowComforts::save(const SharedPage& page, const QString& subject) {
 void WindowComforts::print(const SharedPage& page, const QString& subject) {
   // Shared with what is done when the dialog ends: it outlives the dialog.
   const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-  printer->setPageOrientation(QPageLayout::Landscape);
+  const bool is_wide = page->across() >= page->down();
+  printer->setPageOrientation(is_wide ? QPageLayout::Landscape : QPageLayout::Portrait);
   printer->setDocName(subject.isEmpty() ? "Vorn" : "Vorn " + subject);
   printer->setCreator("Vorn");
   auto* dialog = new QPrintDialog(printer.get(), &window_);
@@ -129,7 +128,8 @@ void WindowComforts::print(const SharedPage& page, const QString& subject) {
 }
 
 void WindowComforts::copy(const Page& page) {
-  QGuiApplication::clipboard()->setImage(page_image(page, typefaces_, copied_pixels_across));
+  const int pixels_across = page.across();  // 254 to the inch on an A4 sheet
+  QGuiApplication::clipboard()->setImage(page_image(page, typefaces_, pixels_across));
 }
 
 void WindowComforts::show_guide() {
