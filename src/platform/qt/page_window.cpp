@@ -13,13 +13,13 @@
 #include <optional>
 #include <utility>
 
+#include "platform/qt/focus_ring.h"
 #include "platform/qt/page_painter.h"
 #include "sessions/key_codes.h"
 
 namespace vorn {
 namespace {
 
-constexpr QRgb cursor_blue = 0x0038B8, cursor_white = 0xFFFFFF;
 constexpr int wheel_units_a_year = 12;  // a notch of the wheel is 120: ten years
 
 // The code of a key; nothing for keys that the program is not to see.
@@ -129,21 +129,12 @@ QColor PageWindow::surround() const {
   return palette().color(QPalette::Window).darker(125);
 }
 
-// A ring of dark and light around what is marked, so that it stands out on any ground.
 void PageWindow::paint_cursor(QPainter& painter, double pixel) const {
   const auto now = situation();
   if (!now) return;
   const auto mark = cursor_.mark(*now);
   if (!mark) return;
-  const QRectF around(QPointF(mark->x1, mark->y1), QPointF(mark->x2, mark->y2));
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(Qt::NoBrush);
-  const auto ring = [&](QRgb shade, double width, double away) {
-    painter.setPen(QPen(QColor(shade), width * pixel));
-    painter.drawRoundedRect(around.adjusted(-away, -away, away, away), 3 * pixel, 3 * pixel);
-  };
-  ring(cursor_white, 7, 3 * pixel);
-  ring(cursor_blue, 3, 3 * pixel);
+  paint_focus_ring(painter, QRectF(QPointF(mark->x1, mark->y1), QPointF(mark->x2, mark->y2)), pixel);
 }
 
 void PageWindow::stand() {
