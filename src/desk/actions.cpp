@@ -153,8 +153,16 @@ bool was_written(const Standing& standing) {
   });
 }
 
+// Cores are put on the page by clicks on it.
+ActionState state_of_a_step(const Standing& standing) {
+  if (standing.question) return done_if(false, "when the question is answered");
+  if (!standing.situation) return done_if(false, "when the program is ready");
+  return done_if(standing.situation->wait == Wait::menu, what_comes_first(*standing.situation));
+}
+
 ActionState state_of_window_action(std::string_view id, const Standing& standing) {
   if (id == "move_sample" || id == "begin_sample") return state_of("sample_plus_1", standing);
+  if (id == "next_core" || id == "previous_core") return state_of_a_step(standing);
   if (id == "note") return done_if(standing.taken > 0, "when something was decided");
   if (id == "use_corrected") return done_if(was_written(standing), "when Save Raw has written it");
   return {.can_be_done = true};

@@ -29,10 +29,11 @@
 namespace vorn {
 namespace {
 
+constexpr int mention_stays = 6000;  // ms
 constexpr const char* program_title = "Vorn";
 constexpr const char* docks_key = "docks";
-constexpr int docks_version = 1;
-constexpr int widest_dock = 380, narrowest_dock = 216;
+constexpr int docks_version = 2;
+constexpr int widest_dock = 460, narrowest_dock = 216;
 
 QStringList local_paths(const QMimeData& data) {
   QStringList paths;
@@ -51,6 +52,10 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
       status_(new StatusFields),
       journal_(new JournalDock([this](const Deed& deed) { put(deed); }, [this] { show_methods(); },
                                [this] { page_->setFocus(); })),
+      panels_(*this, *page_,
+              {.act = [this](const Deed& deed) { put(deed); },
+               .notice = [this](const QString& text) { mailbox_->notice(text.toStdString()); },
+               .mention = [this](const QString& text) { statusBar()->showMessage(text, mention_stays); }}),
       actions_(window_actions()),
       menus_(*menuBar(), *page_, [this](const QString& id) { act(id); }),
       recent_(new QMenu(this)),
@@ -65,7 +70,7 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
   setCentralWidget(page_);
   setStatusBar(status_);
   setDockNestingEnabled(true);
-  addDockWidget(Qt::RightDockWidgetArea, journal_);
+  add_journal();
   menuBar()->setAccessibleName("Menus");
   page_->mouse_moved = [this](std::optional<PointAt> at) { show_status(at); };
   if (QAction* recent = menus_.action("recent_folders")) recent->setMenu(recent_);
@@ -75,11 +80,20 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
       show_switches();
     });
   }
-  connect(journal_, &QDockWidget::visibilityChanged, this, [this] { show_switches(); });
+  for (const QDockWidget* dock : findChildren<QDockWidget*>())
+    connect(dock, &QDockWidget::visibilityChanged, this, [this] { show_switches(); });
   fill_recent_folders();
   page_->setFocus();
   show_standing({});
   show_news();
+}
+
+// Behind the first panel, which is seen first.
+void MainWindow::add_journal() {
+  PanelDock& site = panels_.dock(PanelName::site);
+  addDockWidget(Qt::RightDockWidgetArea, journal_);
+  tabifyDockWidget(&site, journal_);
+  site.raise();
 }
 
 // While all of it is still there: what goes tells so.
@@ -91,6 +105,7 @@ void MainWindow::serve(EventMailbox& mailbox, const QString& folder) {
   mailbox_ = &mailbox;
   folder_ = folder;
   page_->serve(mailbox, folder);
+  panels_.begin_anew();
   close_asked_ = take_up_offered_ = false;
   withdraw_offer();
   fill_recent_folders();
@@ -114,6 +129,7 @@ void MainWindow::show_standing(const SharedStanding& standing) {
   menus_.show(standing ? *standing : Standing());
   show_switches();
   journal_->show_standing(standing);
+  panels_.stand(standing);
   question_.show(standing);
   if (standing) offer_to_take_up(*standing);
 }
@@ -141,6 +157,9 @@ void MainWindow::show_switches() {
     if (QAction* action = menus_.action(id)) action->setChecked(on);
   };
   show("journal", journal_->isVisible());
+  for (const PanelName name : all_panels) {
+    show(std::string(id_of(name)).c_str(), panels_.dock(name).isVisible());
+  }
   show("notices", page_->shows_notices());
   show("full_screen", isFullScreen());
 }
@@ -163,7 +182,7 @@ void MainWindow::act(const QString& id) {
 }
 
 QMap<QString, MainWindow::WindowAction> MainWindow::window_actions() {
-  return {
+  QMap<QString, WindowAction> actions = {
       {"open_folder", [this] { opening_.ask_for_folder(folder_); }},
       {"recent_folders", [] {}},  // opens as a menu
       {"open_files", [this] { opening_.ask_for_files(folder_); }},
@@ -179,10 +198,16 @@ QMap<QString, MainWindow::WindowAction> MainWindow::window_actions() {
       {"note", [this] { ask_for_note(); }},
       {"methods", [this] { show_methods(); }},
       {"journal", [this] { journal_->isVisible() ? journal_->hide() : journal_->enter(); }},
+      {"next_core", [this] { panels_.step_core(+1); }},
+      {"previous_core", [this] { panels_.step_core(-1); }},
       {"notices", [this] { page_->toggle_notices(); }},
       {"keys", [this] { show_keys(); }},
       {"about", [this] { show_about(); }},
   };
+  for (const PanelName name : all_panels) {
+    actions[shown_characters(id_of(name))] = [this, name] { panels_.turn(name); };
+  }
+  return actions;
 }
 
 // --- Opening and closing.
@@ -358,10 +383,11 @@ void MainWindow::arrange() {
   const QScreen* on = screen();
   restore_place(*this, first_size(on ? on->availableSize() : QSize(1600, 1200)));
   if (restoreState(remembered(docks_key), docks_version)) return;
-  // The page is as wide as the height lets it be; what is left beside it is the dock's.
+  // The page is as wide as the height lets it be; what is left beside it is the docks'.
   const int left = width() - (height() - bars_height()) * Page::width / Page::height;
-  if (left < narrowest_dock) return journal_->hide();
-  resizeDocks({journal_}, {std::min(left, widest_dock)}, Qt::Horizontal);
+  PanelDock& site = panels_.dock(PanelName::site);
+  if (left < narrowest_dock) return site.hide(), journal_->hide();
+  resizeDocks({&site}, {std::min(left, widest_dock)}, Qt::Horizontal);
 }
 
 int MainWindow::bars_height() const {

@@ -13,6 +13,7 @@
 #include "platform/qt/file_opening.h"
 #include "platform/qt/journal_dock.h"
 #include "platform/qt/page_window.h"
+#include "platform/qt/panel_docks.h"
 #include "platform/qt/question_box.h"
 #include "platform/qt/status_fields.h"
 
@@ -38,6 +39,7 @@ class MainWindow : public QMainWindow {
   std::optional<QString> next_folder() { return std::exchange(next_folder_, {}); }
 
   PageWindow& page() { return *page_; }
+  PanelDocks& panels() { return panels_; }
   // What the menus do when the user chooses an action.
   void act(const QString& id);
   // Whether the window itself does the action of that name.
@@ -63,6 +65,7 @@ class MainWindow : public QMainWindow {
   void show_status(std::optional<PointAt> mouse);
   void show_standing(const SharedStanding& standing);
   void show_switches();
+  void add_journal();
   int bars_height() const;
   void fill_recent_folders();
   void close_program();
@@ -86,6 +89,7 @@ class MainWindow : public QMainWindow {
   PageWindow* page_;
   StatusFields* status_;
   JournalDock* journal_;
+  PanelDocks panels_;
   QMap<QString, WindowAction> actions_;
   ActionMenus menus_;
   QMenu* recent_;

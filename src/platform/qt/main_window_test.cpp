@@ -385,7 +385,7 @@ TEST_F(Windowed, AKeyHeldDownSwitchesOnce) {
   const auto hold = [&](bool again) {
     QTest::simulateEvent(&page(), true, Qt::Key_F9, Qt::NoModifier, QString(), again);
   };
-  const auto is_shown = [&] { return window->findChild<JournalDock*>()->isVisible(); };
+  const auto is_shown = [&] { return window->findChild<JournalDock*>("journal")->isVisible(); };
   const bool before = is_shown();
   hold(false);
   EXPECT_NE(is_shown(), before);
@@ -594,7 +594,7 @@ struct JournalShown : Windowed {
     return list->model()->index(row, column).data(role);
   }
   QAbstractButton* button(const char* text) {
-    for (auto* found : window->findChild<JournalDock*>()->findChildren<QPushButton*>()) {
+    for (auto* found : window->findChild<JournalDock*>("journal")->findChildren<QPushButton*>()) {
       if (found->text() == text) return found;
     }
     return nullptr;
@@ -703,23 +703,23 @@ TEST_F(JournalShown, EscapeGivesTheKeyboardBackToThePage) {
 
 TEST_F(JournalShown, WhetherItIsShownIsRemembered) {
   window->arrange();
-  window->findChild<JournalDock*>()->hide();
+  window->findChild<JournalDock*>("journal")->hide();
   window->remember_arrangement();
   MainWindow next(mailbox, ".");
   next.arrange();
-  EXPECT_TRUE(next.findChild<JournalDock*>()->isHidden());
-  window->findChild<JournalDock*>()->show();
+  EXPECT_TRUE(next.findChild<JournalDock*>("journal")->isHidden());
+  window->findChild<JournalDock*>("journal")->show();
   window->remember_arrangement();
   MainWindow other(mailbox, ".");
   other.arrange();
-  EXPECT_FALSE(other.findChild<JournalDock*>()->isHidden());
+  EXPECT_FALSE(other.findChild<JournalDock*>("journal")->isHidden());
 }
 
 TEST_F(JournalShown, NonsenseInTheSettingsLeavesTheFirstArrangement) {
   remember("docks", "nonsense");
   MainWindow next(mailbox, ".");
   next.arrange();
-  EXPECT_NE(next.findChild<JournalDock*>(), nullptr);
+  EXPECT_NE(next.findChild<JournalDock*>("journal"), nullptr);
   EXPECT_LE(next.minimumSizeHint().width(), 700);  // no dock keeps the window from becoming small
 }
 
@@ -863,7 +863,7 @@ TEST_F(Windowed, OnADarkDesktopThePageStaysPaperAndTheRestFollows) {
 TEST_F(Windowed, EveryPartHasAName) {
   stand();
   for (const QWidget* part : std::initializer_list<const QWidget*>{&*window, &page(), window->statusBar(),
-                                                                   window->findChild<JournalDock*>(),
+                                                                   window->findChild<JournalDock*>("journal"),
                                                                    window->findChild<QTreeView*>()}) {
     EXPECT_FALSE(part->accessibleName().isEmpty()) << part->metaObject()->className();
   }

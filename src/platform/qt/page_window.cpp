@@ -183,10 +183,15 @@ void PageWindow::place_notices() {
   const int high = std::min(notices_->sizeHint().height(), height() / 2);
   notices_->setGeometry(0, height() - high, width(), high);
   update();
+  placed();
 }
 
 void PageWindow::resizeEvent(QResizeEvent*) {
   place_notices();
+}
+
+void PageWindow::moveEvent(QMoveEvent*) {
+  placed();
 }
 
 // The page makes room for the strip when it comes and takes it back when it goes.
@@ -207,6 +212,10 @@ void PageWindow::show_notices() {
 
 QString PageWindow::subject() const {
   return shown_characters(mailbox_->subject());
+}
+
+QPointF PageWindow::place_of(QPointF on_page) const {
+  return page_to_area(page_area()).map(on_page);
 }
 
 QPointF PageWindow::on_page(QPointF place) const {
@@ -280,11 +289,12 @@ void PageWindow::wheelEvent(QWheelEvent* event) {
 }
 
 // Before a key becomes that of a menu. F1 is the program's always; what is typed where it waits for typing or
-// where a message stands is too.
+// where a message stands is too, and letters that are typed ahead of what a click brings.
 bool PageWindow::is_programs_key(const QKeyEvent& event) const {
   if (event.key() == Qt::Key_F1 && event.modifiers() == Qt::NoModifier) return true;
   const auto now = situation();
-  return now && now->wait != Wait::menu && is_plain(event);
+  if (!now || !is_plain(event)) return false;
+  return now->wait != Wait::menu || (gate_.is_under_way() && key_code(event));
 }
 
 bool PageWindow::event(QEvent* event) {

@@ -6,7 +6,9 @@
 #include <QSize>
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <utility>
 
 #include "desk/page_cursor.h"
 #include "desk/status_line.h"
@@ -52,9 +54,19 @@ class PageWindow : public QWidget {
   // For help about what the mouse points at, or did last.
   void ask_for_help() { gate_.put(event_at(mouse_, Event::help), seen_.number); }
   void start(Comfort comfort) { comforts_.start(comfort, seen_.page, subject()); }
+  // Of another page than the one in the window.
+  void start(Comfort comfort, std::shared_ptr<const Page> page, const QString& subject) {
+    comforts_.start(comfort, std::move(page), subject);
+  }
+  const Typefaces& typefaces() const { return typefaces_; }
+  // Where a place of the page stands in this widget.
+  QPointF place_of(QPointF on_page) const;
 
   // Called with the place of the mouse on the page, nothing when it has left.
   std::function<void(std::optional<PointAt>)> mouse_moved = [](auto) {};
+
+  // Called when the page may stand elsewhere in the window, or be larger or smaller.
+  std::function<void()> placed = [] {};
 
   // The largest size of the proportions of a page within 90 % of a screen.
   static QSize first_size(QSize screen);
@@ -69,6 +81,7 @@ class PageWindow : public QWidget {
   void leaveEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool focusNextPrevChild(bool) override { return false; }  // Tab is a key like others
 

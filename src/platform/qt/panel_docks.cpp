@@ -1,0 +1,148 @@
+#include "platform/qt/panel_docks.h"
+
+#include <QFileInfo>
+#include <QPointF>
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "situation/graph_axis.h"
+
+namespace vorn {
+
+PanelDocks::PanelDocks(QMainWindow& window, PageWindow& page, Port port)
+    : window_(window), page_(page), port_(std::move(port)), desk_(std::make_unique<PanelDesk>()) {
+  for (const PanelName name : all_panels) docks_[static_cast<std::size_t>(name)] = make(name);
+  place();
+  page_.placed = [this] {
+    for (PanelDock* dock : docks_) dock->area().look_again();
+  };
+}
+
+PanelDocks::~PanelDocks() {
+  page_.placed = [] {};
+}
+
+PanelDock* PanelDocks::make(PanelName name) {
+  auto* dock = new PanelDock(
+      name, page_.typefaces(),
+      {.make = [this, name](const PanelView& view) { return desk_->panel(name, view); },
+       .csv = [this, name] { return desk_->csv(name); },
+       .start = [this, name](Comfort comfort,
+                             std::shared_ptr<const Page> page) { start(name, comfort, std::move(page)); }});
+  PanelArea& area = dock->area();
+  area.years_stand = [this, dock, viewport = area.viewport()] { return years_over(*dock, *viewport); };
+  area.clicked = [this](const Spot& spot) { click(spot); };
+  area.left = [this] { page_.setFocus(); };
+  connect(dock, &QDockWidget::visibilityChanged, this, [this](bool seen) {
+    if (seen) study();
+  });
+  return dock;
+}
+
+// At the sides lists, above and below what has an axis of years.
+void PanelDocks::place() {
+  for (const Qt::Corner corner : {Qt::TopLeftCorner, Qt::BottomLeftCorner})
+    window_.setCorner(corner, Qt::LeftDockWidgetArea);
+  for (const Qt::Corner corner : {Qt::TopRightCorner, Qt::BottomRightCorner})
+    window_.setCorner(corner, Qt::RightDockWidgetArea);
+  PanelDock& site = dock(PanelName::site);
+  window_.addDockWidget(Qt::RightDockWidgetArea, &site);
+  for (const PanelName name : {PanelName::dates, PanelName::around}) {
+    window_.addDockWidget(Qt::RightDockWidgetArea, &dock(name));
+    window_.tabifyDockWidget(&site, &dock(name));
+  }
+  window_.addDockWidget(Qt::BottomDockWidgetArea, &dock(PanelName::rings));
+  window_.addDockWidget(Qt::TopDockWidgetArea, &dock(PanelName::pointers));
+  for (PanelDock* one : docks_) {
+    if (one != &site) one->hide();
+  }
+}
+
+// --- What they show.
+
+void PanelDocks::stand(const SharedStanding& standing) {
+  standing_ = standing;
+  const SharedSituation situation = standing ? standing->situation : nullptr;
+  if (situation && situation->wait == Wait::menu) to_study_ = situation;
+  desk_->stand(standing);
+  study();
+  renew();
+}
+
+void PanelDocks::begin_anew() {
+  worker_.reset();
+  studied_ = to_study_ = {};
+  desk_ = std::make_unique<PanelDesk>();
+}
+
+bool PanelDocks::any_seen() const {
+  return std::ranges::any_of(docks_, [](PanelDock* dock) { return dock->area().isVisible(); });
+}
+
+// Called by the worker's thread; news that came while others wait to be shown are shown with them.
+void PanelDocks::study() {
+  if (!to_study_ || to_study_ == studied_ || !any_seen()) return;
+  if (!worker_) {
+    worker_ = std::make_unique<StudyWorker>([this] {
+      if (news_wait_.exchange(true)) return;
+      QMetaObject::invokeMethod(
+          this, [this] { take_news(); }, Qt::QueuedConnection);
+    });
+  }
+  studied_ = to_study_;
+  worker_->study(studied_);
+}
+
+void PanelDocks::take_news() {
+  news_wait_ = false;
+  if (!worker_) return;
+  const StudyWorker::State now = worker_->state();
+  desk_->found(now.findings, now.working);
+  renew();
+}
+
+void PanelDocks::renew() {
+  for (PanelDock* dock : docks_) dock->area().renew();
+}
+
+// --- What is done in them.
+
+void PanelDocks::turn(PanelName name) {
+  PanelDock& one = dock(name);
+  if (!one.isVisible()) return one.enter();
+  one.hide();
+  page_.setFocus();
+}
+
+void PanelDocks::click(const Spot& spot) {
+  std::string trouble;
+  const auto play = desk_->click(spot, trouble);
+  if (!trouble.empty()) port_.notice(shown_characters(trouble));
+  if (play) port_.act(*play);
+  renew();
+}
+
+void PanelDocks::step_core(int direction) {
+  if (!any_seen()) dock(PanelName::site).show();  // where what is known grows while it is studied
+  if (const auto play = desk_->step_core(direction)) return port_.act(*play);
+  port_.mention("There is no other core by need: none is left to do, or they are still being studied.");
+}
+
+void PanelDocks::start(PanelName name, Comfort comfort, std::shared_ptr<const Page> page) {
+  QString subject = QFileInfo(page_.subject()).completeBaseName().replace('.', '-');
+  if (!subject.isEmpty()) subject += '-';
+  page_.start(comfort, std::move(page), subject + shown_characters(id_of(name)));
+}
+
+// The years of the graph over (or under) a dock at the upper or lower edge of the window.
+std::optional<PanelView::Axis> PanelDocks::years_over(const PanelDock& dock, const QWidget& viewport) const {
+  const Qt::DockWidgetArea area = window_.dockWidgetArea(const_cast<PanelDock*>(&dock));
+  if (dock.isFloating() || (area != Qt::TopDockWidgetArea && area != Qt::BottomDockWidgetArea)) return {};
+  const auto place = [&](int x) {
+    return viewport.mapFrom(&window_, page_.mapTo(&window_, page_.place_of(QPointF(x, 0)))).x();
+  };
+  return PanelView::Axis{place(graph_area.x1), place(graph_area.x2)};
+}
+
+}  // namespace vorn
