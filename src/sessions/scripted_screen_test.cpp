@@ -214,5 +214,58 @@ TEST(ScriptedScreen, TellsWhatWasNotReached) {
   EXPECT_EQ(run.screen.first_line_not_reached(), 2);
 }
 
+// One panel, in which a click on "core" is a click on the page, and one on "mark" is none.
+class OnePanel : public ScriptPanels {
+ public:
+  void stand(const SharedStanding&) override { ++stood; }
+  Page page(const std::string& panel) override {
+    asked.push_back(panel);
+    return {600, 80};
+  }
+  Picked pick(const std::string&, const std::string& text) override {
+    if (text == "core") return {.deed = Deed(Event{11, 22, Event::click})};
+    if (text == "mark") return {};
+    return {.wrong = "no such spot"};
+  }
+  int stood = 0;
+  std::vector<std::string> asked;
+};
+
+class PanelRun : public ::testing::Test {
+ protected:
+  std::string play(const std::string& script, ScriptPanels* used) {
+    std::istringstream in(script);
+    const Script read = read_script(in, number_of, [](std::string_view name) { return name == "site"; });
+    EXPECT_TRUE(read.errors.empty());
+    ScriptedScreen screen(read.statements, "test.script", {middle, even}, written_as_text, used);
+    screen.stand({});
+    try {
+      for (;;) events.push_back(screen.next_event());
+    } catch (const ScriptStop& stop) {
+      return stop.what();
+    }
+  }
+  ScratchFolder folder;
+  OnePanel panels;
+  std::vector<Event> events;
+};
+
+TEST_F(PanelRun, WritesPanelsAndHandsOnWhatIsPicked) {
+  play("panel site site.txt\npick site mark\npick site core\nenter\n", &panels);
+  EXPECT_EQ(folder.read("site.txt"), "size 600 80\n");
+  EXPECT_EQ(panels.asked, (std::vector<std::string>{"site"}));
+  EXPECT_EQ(panels.stood, 1);
+  ASSERT_EQ(events.size(), 2u);
+  EXPECT_EQ(events[0].x, 11);
+  EXPECT_EQ(events[1].code, Event::enter);
+}
+
+TEST_F(PanelRun, StopsWhereAPanelDoesNotHaveIt) {
+  EXPECT_EQ(play("pick site nobody\n", &panels), "test.script:1: no such spot");
+  EXPECT_EQ(play("panel site nowhere/x.txt\n", &panels), "test.script:1: nowhere/x.txt: not here");
+  EXPECT_EQ(play("panel site x.txt\n", nullptr), "test.script:1: there are no panels here");
+  EXPECT_EQ(play("pick site x\n", nullptr), "test.script:1: there are no panels here");
+}
+
 }  // namespace
 }  // namespace vorn
