@@ -147,7 +147,7 @@ class SitePanel {
     const std::string value = short_r(cell.r);
     const double room = place.x2 - place.x1 - 4;
     const double middle = (place.x1 + place.x2) / 2.0, top = place.y1 + 8;
-    const Colour letters = cell.low ? colour::vermilion : cell.lagging ? colour::amber : colour::muted;
+    const Colour letters = sign.empty() ? colour::muted : colour::ink;
     if (width_of(value + sign, small) + 8 <= room) {
       pen_.centred(middle, top, sign.empty() ? value : value + " " + sign, letters, small);
     } else if (!sign.empty() && width_of(sign.substr(0, 1), small) <= room) {
@@ -155,7 +155,8 @@ class SitePanel {
     } else if (sign.empty() && width_of(value, small) <= room) {
       pen_.centred(middle, top, value, letters, small);
     }
-    if (cell.low || cell.lagging) pen_.line(place.x1, place.y2, place.x2, place.y2, letters);
+    if (cell.low || cell.lagging)
+      pen_.line(place.x1, place.y2, place.x2, place.y2, cell.low ? colour::vermilion : colour::amber);
   }
 
   const PanelInputs& in_;

@@ -14,6 +14,7 @@
 
 #include "apps/script_buttons.h"
 #include "apps/whole_program.h"
+#include "panels/script_panels.h"
 #include "platform/qt/page_painter.h"
 #include "plot/colour.h"
 #include "plot/font_metrics.h"
@@ -69,6 +70,17 @@ std::set<Colour> below(const Box& letters, const std::vector<Area>& areas) {
   return colours;
 }
 
+// Of labels that run up the page it is the place alone: these stand on paper.
+Box label_extent(const Mark& label) {
+  Mark text = label;
+  const double width = text_width(label.writing, label.height, label.font);
+  if (label.angle == 0) {
+    if (label.align == Align::centre) text.points.front().x -= width / 2;
+    if (label.align == Align::right) text.points.front().x -= width;
+  }
+  return text_extent(text);
+}
+
 void look_at(const Page& page, Seen& seen) {
   std::vector<Area> areas;
   for (const Mark& mark : page.marks()) {
@@ -79,8 +91,8 @@ void look_at(const Page& page, Seen& seen) {
       case Mark::Kind::text:
         for (const Colour area : below(text_extent(mark), areas)) seen.texts.insert({mark.colour, area});
         break;
-      case Mark::Kind::label:  // of the axes, which stand on paper
-        seen.texts.insert({mark.colour, colour::paper});
+      case Mark::Kind::label:
+        for (const Colour area : below(label_extent(mark), areas)) seen.texts.insert({mark.colour, area});
         break;
       case Mark::Kind::line:
       case Mark::Kind::outline:
@@ -91,9 +103,15 @@ void look_at(const Page& page, Seen& seen) {
 
 class WatchedScreen : public ScriptedScreen {
  public:
-  WatchedScreen(const Script& script, Seen& seen, const ButtonPlaces& buttons)
-      : ScriptedScreen(script.statements, "session", buttons,
-                       [](const Page&, const std::string&) { return std::optional<std::string>(); }),
+  // What is written are pages that were looked at before, and panels.
+  WatchedScreen(const Script& script, Seen& seen, const ButtonPlaces& buttons, ScriptPanels& panels)
+      : ScriptedScreen(
+            script.statements, "session", buttons,
+            [&seen](const Page& page, const std::string&) {
+              look_at(page, seen);
+              return std::optional<std::string>();
+            },
+            &panels),
         seen_(seen) {}
   Deed next_deed() override {
     look_at(page_, seen_);
@@ -114,7 +132,10 @@ void play(const fs::path& session, Seen& seen) {
   fs::copy(source_folder() / "examples", ".", fs::copy_options::recursive);
   std::ifstream file(session);
   const Workspace* w = nullptr;
-  WatchedScreen screen(read_script(file, script_button), seen, button_places(w));
+  PanelsOfScript panels;
+  const Script script = read_script(file, script_button, is_panel);
+  ASSERT_TRUE(script.errors.empty()) << session;
+  WatchedScreen screen(script, seen, button_places(w), panels);
   try {
     DiskFiles files;
     std::ostringstream log;
@@ -147,6 +168,7 @@ TEST(Colours, EverythingOnThePagesOfTheGuidesCanBeRead) {
     EXPECT_GE(contrast(letter_shade(text), area_shade(area)), 4.5)
         << number_of(text) << " on " << number_of(area);
   }
+  seen.lines.erase(colour::hairline);  // rules between rows, which say nothing
   for (const Colour line : seen.lines) {
     EXPECT_GE(contrast(line_shade(line), area_shade(colour::paper)), 3) << number_of(line);
   }
