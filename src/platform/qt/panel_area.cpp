@@ -23,7 +23,7 @@ namespace {
 constexpr int units_a_plain_pixel = 2;
 constexpr double plain_dots = 96;        // to the inch, of letters
 constexpr int units_a_scroll_step = 44;  // a notch of the wheel is three steps
-constexpr QSize first_size(360, 220), least_size(160, 60);
+constexpr QSize least_size(160, 60);
 
 bool is_same(const std::optional<PanelView::Axis>& a, const std::optional<PanelView::Axis>& b) {
   return a.has_value() == b.has_value() && (!a || (a->left == b->left && a->right == b->right));
@@ -62,10 +62,6 @@ PanelArea::PanelArea(const Typefaces& typefaces, Maker make) : typefaces_(typefa
   verticalScrollBar()->setSingleStep(units_a_scroll_step);
   viewport()->setMouseTracking(true);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
-}
-
-QSize PanelArea::sizeHint() const {
-  return first_size;
 }
 
 // --- What is looked at.
@@ -124,6 +120,7 @@ void PanelArea::resizeEvent(QResizeEvent*) {
 }
 
 void PanelArea::showEvent(QShowEvent*) {
+  seen();
   renew();
 }
 

@@ -21,6 +21,8 @@ class PanelArea : public QAbstractScrollArea {
   using Maker = std::function<vorn::Panel(const PanelView&)>;
   // `typefaces` must live as long.
   PanelArea(const Typefaces& typefaces, Maker make);
+  // How large it is where nobody has said so.
+  void set_first_size(QSize size) { first_size_ = size; }
 
   // To be called when there are other values to show.
   void renew();
@@ -37,6 +39,8 @@ class PanelArea : public QAbstractScrollArea {
   std::function<std::optional<PanelView::Axis>()> years_stand = [] {
     return std::optional<PanelView::Axis>();
   };
+  // Called when it comes into sight.
+  std::function<void()> seen = [] {};
   std::function<void(const Spot&)> clicked = [](const Spot&) {};
   std::function<void()> left = [] {};
 
@@ -54,7 +58,7 @@ class PanelArea : public QAbstractScrollArea {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool focusNextPrevChild(bool) override { return false; }  // Tab goes from spot to spot
-  QSize sizeHint() const override;
+  QSize sizeHint() const override { return first_size_; }
 
  private:
   enum class Way : std::uint8_t { next, previous, up, down };
@@ -76,6 +80,7 @@ class PanelArea : public QAbstractScrollArea {
 
   const Typefaces& typefaces_;
   Maker make_;
+  QSize first_size_ = {360, 220};
   PanelView view_;  // of what is shown
   vorn::Panel panel_;
   std::optional<std::size_t> mark_;  // the spot at which the keyboard is

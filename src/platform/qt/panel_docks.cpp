@@ -32,15 +32,14 @@ PanelDock* PanelDocks::make(PanelName name) {
                              std::shared_ptr<const Page> page) { start(name, comfort, std::move(page)); }});
   PanelArea& area = dock->area();
   area.years_stand = [this, dock, viewport = area.viewport()] { return years_over(*dock, *viewport); };
+  area.seen = [this] { study(); };
   area.clicked = [this](const Spot& spot) { click(spot); };
   area.left = [this] { page_.setFocus(); };
-  connect(dock, &QDockWidget::visibilityChanged, this, [this](bool seen) {
-    if (seen) study();
-  });
   return dock;
 }
 
-// At the sides lists, above and below what has an axis of years.
+// At the sides lists, above and below what has an axis of years, as low as it can be read: the page needs the
+// height.
 void PanelDocks::place() {
   for (const Qt::Corner corner : {Qt::TopLeftCorner, Qt::BottomLeftCorner})
     window_.setCorner(corner, Qt::LeftDockWidgetArea);
@@ -52,6 +51,8 @@ void PanelDocks::place() {
     window_.addDockWidget(Qt::RightDockWidgetArea, &dock(name));
     window_.tabifyDockWidget(&site, &dock(name));
   }
+  dock(PanelName::rings).area().set_first_size({360, 180});
+  dock(PanelName::pointers).area().set_first_size({360, 116});
   window_.addDockWidget(Qt::BottomDockWidgetArea, &dock(PanelName::rings));
   window_.addDockWidget(Qt::TopDockWidgetArea, &dock(PanelName::pointers));
   for (PanelDock* one : docks_) {
