@@ -52,7 +52,7 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
       status_(new StatusFields),
       journal_(new JournalDock([this](const Deed& deed) { put(deed); }, [this] { show_methods(); },
                                [this] { page_->setFocus(); })),
-      panels_(*this, *page_,
+      panels_(*this, *page_, folder,
               {.act = [this](const Deed& deed) { put(deed); },
                .notice = [this](const QString& text) { mailbox_->notice(text.toStdString()); },
                .mention = [this](const QString& text) { statusBar()->showMessage(text, mention_stays); }}),
@@ -105,7 +105,7 @@ void MainWindow::serve(EventMailbox& mailbox, const QString& folder) {
   mailbox_ = &mailbox;
   folder_ = folder;
   page_->serve(mailbox, folder);
-  panels_.begin_anew();
+  panels_.begin_anew(folder);
   close_asked_ = take_up_offered_ = false;
   withdraw_offer();
   fill_recent_folders();

@@ -1,5 +1,6 @@
 #include "platform/qt/panel_docks.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QPointF>
 #include <algorithm>
@@ -10,8 +11,9 @@
 
 namespace vorn {
 
-PanelDocks::PanelDocks(QMainWindow& window, PageWindow& page, Port port)
-    : window_(window), page_(page), port_(std::move(port)), desk_(std::make_unique<PanelDesk>()) {
+PanelDocks::PanelDocks(QMainWindow& window, PageWindow& page, const QString& folder, Port port)
+    : window_(window), page_(page), port_(std::move(port)) {
+  begin_anew(folder);
   for (const PanelName name : all_panels) docks_[static_cast<std::size_t>(name)] = make(name);
   place();
   page_.placed = [this] {
@@ -71,10 +73,12 @@ void PanelDocks::stand(const SharedStanding& standing) {
   renew();
 }
 
-void PanelDocks::begin_anew() {
+void PanelDocks::begin_anew(const QString& folder) {
   worker_.reset();
   studied_ = to_study_ = {};
-  desk_ = std::make_unique<PanelDesk>();
+  desk_.reset();  // it uses the marks
+  marks_ = std::make_unique<KeptMarks>(QFile::encodeName(folder).toStdString());
+  desk_ = std::make_unique<PanelDesk>(marks_.get());
 }
 
 bool PanelDocks::any_seen() const {

@@ -3,11 +3,13 @@
 
 #include <QMainWindow>
 #include <QObject>
+#include <QString>
 #include <array>
 #include <atomic>
 #include <functional>
 #include <memory>
 
+#include "panels/kept_marks.h"
 #include "panels/panel_desk.h"
 #include "panels/study_worker.h"
 #include "platform/qt/page_window.h"
@@ -25,14 +27,15 @@ class PanelDocks : public QObject {
     std::function<void(const QString&)> notice;   // says something that is to stay
     std::function<void(const QString&)> mention;  // says something that is soon gone
   };
-  // Adds them to the window, most of them hidden. `page` must live as long.
-  PanelDocks(QMainWindow& window, PageWindow& page, Port port);
+  // Adds them to the window, most of them hidden. `page` must live as long; `folder` is the one that is
+  // worked in, where the marks of its cores are kept.
+  PanelDocks(QMainWindow& window, PageWindow& page, const QString& folder, Port port);
   ~PanelDocks() override;
 
   // The session stands so now; null before it does.
   void stand(const SharedStanding& standing);
-  // From now on another run of the program is shown.
-  void begin_anew();
+  // From now on another run of the program is shown, in another folder.
+  void begin_anew(const QString& folder);
 
   PanelDock& dock(PanelName name) { return *docks_[static_cast<std::size_t>(name)]; }
   // Shows it, with the keyboard in it, or hides it.
@@ -57,6 +60,7 @@ class PanelDocks : public QObject {
   SharedStanding standing_;
   SharedSituation to_study_;  // at the menu that was there last
   SharedSituation studied_;   // that the worker was told of last
+  std::unique_ptr<KeptMarks> marks_;
   std::unique_ptr<PanelDesk> desk_;
   std::array<PanelDock*, all_panels.size()> docks_ = {};  // the window's
   std::atomic<bool> news_wait_ = false;

@@ -32,10 +32,18 @@ SharedSeries core_of_a_stand(std::uint32_t k, int rings) {
   return std::make_shared<const SeriesCopy>(copy);
 }
 
+// It needs a look.
+SharedSeries without_a_ring(SeriesCopy core) {
+  core.widths.erase(core.widths.begin() + 100);
+  core.presence.pop_back();
+  return std::make_shared<const SeriesCopy>(core);
+}
+
 struct PanelsAround : Windowed {
   void load(std::uint32_t cores, int rings) {
     situation.cores.clear();
     for (std::uint32_t k = 1; k <= cores; ++k) situation.cores.push_back(core_of_a_stand(k, rings));
+    if (rings >= 200) situation.cores[1] = without_a_ring(*situation.cores[1]);
     Curve mean{1700, situation.cores.front()->widths, situation.cores.front()->presence};
     situation.references = {std::make_shared<const ListedChronology>(ListedChronology{"nowhere.rwl", mean})};
   }
@@ -266,6 +274,50 @@ TEST_F(PanelsAround, TheWindowClosesWhileCoresAreStudied) {
   since.start();
   window.reset();
   EXPECT_LT(since.elapsed(), 3000);
+}
+
+// --- Marks of cores.
+
+struct Marked : PanelsAround {
+  Marked() {
+    load(6, 200);
+    stand();
+    await_the_site();
+  }
+  void mark_the_first() {
+    for (const Spot& spot : site().shown().spots) {
+      if (spot.change.kind != PanelChange::Kind::mark) continue;
+      const QPoint middle((spot.place.x1 + spot.place.x2) / 4, (spot.place.y1 + spot.place.y2) / 4);
+      return QTest::mouseClick(site().viewport(), Qt::LeftButton, Qt::NoModifier, middle);
+    }
+    FAIL() << "no core needs a look";
+  }
+  bool says(const char* text) {
+    const auto& spots = site().shown().spots;
+    return std::ranges::any_of(spots, [text](const Spot& spot) { return spot.tip.starts_with(text); });
+  }
+};
+
+TEST_F(Marked, AreKeptForTheFolder) {
+  EXPECT_TRUE(says("T2 is to do"));
+  mark_the_first();
+  EXPECT_TRUE(says("T2 is done"));
+  EXPECT_TRUE(arrived().empty());
+  MainWindow next(mailbox, QDir::currentPath());
+  next.show();
+  next.show_news();
+  PanelArea& of_next = next.panels().dock(PanelName::site).area();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !of_next.shown().spots.empty(); }, patience));
+  const auto& spots = of_next.shown().spots;
+  EXPECT_TRUE(
+      std::ranges::any_of(spots, [](const Spot& spot) { return spot.tip.starts_with("T2 is done"); }));
+}
+
+TEST_F(Marked, WhatCannotBeKeptIsSaid) {
+  folder.write(".vorn", "no folder");
+  mark_the_first();
+  EXPECT_TRUE(says("T2 is done"));
+  EXPECT_EQ(mailbox.notices().size(), 1u);
 }
 
 // --- The keys from core to core.
