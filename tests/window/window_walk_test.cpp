@@ -221,15 +221,15 @@ class WindowUser {
 
   void act_in_window() {
     const int way = up_to(99);
-    if (way < 48) return click_a_button();
-    if (way < 54) return click_somewhere();
-    if (way < 70) return press_a_key();
-    if (way < 84) return trigger_an_action();
-    if (way < 88) return turn_the_wheel();
-    if (way < 93) return drag();
-    if (way < 96) return go_elsewhere_in_the_journal();
-    if (way < 97) return resize();
-    if (way < 98) return press_a_key();
+    if (way < 44) return click_a_button();
+    if (way < 50) return click_somewhere();
+    if (way < 65) return press_a_key();
+    if (way < 78) return trigger_an_action();
+    if (way < 82) return turn_the_wheel();
+    if (way < 87) return drag();
+    if (way < 90) return go_elsewhere_in_the_journal();
+    if (way < 91) return resize();
+    if (way < 98) return act_in_a_panel();
     if (in(20)) {
       ++acts["close"];
       window_.close();
@@ -375,6 +375,22 @@ class WindowUser {
     const auto one = static_cast<std::size_t>(up_to(static_cast<int>(now->decisions.size())));
     run_->mailbox.put_deed(in(50) ? Deed(GoTo{one}) : Deed(TakeNote{one, "since\tso\n\\"}));
   }
+  // A spot is clicked, or the keyboard goes through some and clicks one.
+  void act_in_a_panel() {
+    ++acts["panel"];
+    const auto name = all_panels[static_cast<std::size_t>(up_to(static_cast<int>(all_panels.size()) - 1))];
+    PanelDock& dock = window_.panels().dock(name);
+    if (!dock.isVisible()) dock.enter();
+    PanelArea& area = dock.area();
+    const auto& spots = area.shown().spots;
+    if (in(40)) {
+      for (int k = up_to(6); k >= 0; --k) QTest::keyClick(&area, in(50) ? Qt::Key_Tab : Qt::Key_Down);
+      QTest::keyClick(&area, in(80) ? Qt::Key_Return : Qt::Key_Escape);
+    } else if (!spots.empty()) {
+      const Rectangle at = spots[static_cast<std::size_t>(up_to(static_cast<int>(spots.size()) - 1))].place;
+      QTest::mouseClick(area.viewport(), Qt::LeftButton, {}, QPoint((at.x1 + 1) / 2, (at.y1 + at.y2) / 4));
+    }
+  }
   void resize() {
     ++acts["resize"];
     window_.resize(500 + up_to(500), 350 + up_to(350));
@@ -436,6 +452,7 @@ TEST_P(WindowWalk, ComesToWhatTheSameEventsComeToWithoutAWindow) {
       window = std::make_unique<MainWindow>(run.mailbox, QDir::currentPath());
       window->resize(700, 500);
       window->show();
+      for (const PanelName name : all_panels) window->panels().dock(name).show();
       window->activateWindow();
       user.emplace(*window, seed);
     }
