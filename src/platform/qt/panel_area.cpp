@@ -52,6 +52,13 @@ int distance(const Spot& from, const Spot& to) {
          std::abs(middle_across(to) - middle_across(from));
 }
 
+// How far within a spot of that size its ring is: rows meet, and reach from edge to edge. What is small is
+// better seen whole.
+double inset(double size, double pixel) {
+  constexpr double ring_within = 5, least_inside = 14;  // pixels
+  return size >= (least_inside + 2 * ring_within) * pixel ? ring_within * pixel : 0;
+}
+
 }  // namespace
 
 PanelArea::PanelArea(const Typefaces& typefaces, Maker make) : typefaces_(typefaces), make_(std::move(make)) {
@@ -139,8 +146,10 @@ void PanelArea::paintEvent(QPaintEvent*) {
 void PanelArea::paint_mark(QPainter& painter) const {
   const Spot* spot = marked();
   if (!spot || !shows_mark_ || !hasFocus()) return;
-  const QRectF around(QPointF(spot->place.x1, spot->place.y1), QPointF(spot->place.x2, spot->place.y2));
-  paint_focus_ring(painter, around, units_a_pixel());
+  const double pixel = units_a_pixel();
+  const QRectF place(QPointF(spot->place.x1, spot->place.y1), QPointF(spot->place.x2, spot->place.y2));
+  const double across = inset(place.width(), pixel), down = inset(place.height(), pixel);
+  paint_focus_ring(painter, place.adjusted(across, down, -across, -down), pixel);
 }
 
 // --- The mouse.
