@@ -137,6 +137,15 @@ TEST(PanelShades, InkAndMutedLettersAreReadOnPaleOnes) {
   }
 }
 
+TEST(PanelShades, StrongLettersAreReadOnThePaleAreaOfTheirOwnHue) {
+  constexpr std::array on = {
+      std::pair{colour::deep_blue, colour::pale_blue}, std::pair{colour::vermilion, colour::pale_red},
+      std::pair{colour::sea_green, colour::pale_green}, std::pair{colour::amber, colour::pale_amber}};
+  for (const auto& [letters, area] : on) {
+    EXPECT_GE(contrast(letter_shade(letters), area_shade(area)), 4.5) << number_of(letters);
+  }
+}
+
 TEST(PanelShades, StrongOnesDifferToThoseWhoTellRedFromGreenHardly) {
   for (std::size_t i = 0; i < strong.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
