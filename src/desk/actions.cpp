@@ -153,11 +153,12 @@ bool was_written(const Standing& standing) {
   });
 }
 
-// Cores are put on the page by clicks on it.
+// Cores are put on the page by clicks on it, from where a way leads to the chooser.
 ActionState state_of_a_step(const Standing& standing) {
   if (standing.question) return done_if(false, "when the question is answered");
   if (!standing.situation) return done_if(false, "when the program is ready");
-  return done_if(standing.situation->wait == Wait::menu, what_comes_first(*standing.situation));
+  const std::string_view first = what_comes_first(*standing.situation);
+  return done_if(first.empty(), first);
 }
 
 ActionState state_of_window_action(std::string_view id, const Standing& standing) {

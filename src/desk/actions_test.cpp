@@ -217,6 +217,25 @@ TEST(ActionState, ANoteIsOnADecision) {
   EXPECT_TRUE(state_of("note", standing).can_be_done);
 }
 
+TEST(ActionState, CoresFollowEachOtherWhereTheProgramWaitsForAButton) {
+  for (const char* id : {"next_core", "previous_core"}) {
+    EXPECT_EQ(state_of(id, {}).why_not, "when the program is ready");
+    for (const Place place :
+         {Place::start, Place::crossdating, Place::correlation, Place::chooser, Place::editor}) {
+      EXPECT_TRUE(state_of(id, standing_at(place)).can_be_done) << static_cast<int>(place);
+    }
+    EXPECT_EQ(state_of(id, standing_at(Place::chronologies)).why_not, "when a chronology was chosen");
+    EXPECT_EQ(state_of(id, standing_at(Place::keep_edit)).why_not, "when the change was kept or taken back");
+    EXPECT_EQ(state_of(id, standing_at(Place::pick_year)).why_not, "when a year was picked");
+    Situation typing = situation_at(Place::chooser);
+    typing.wait = Wait::name;
+    EXPECT_EQ(state_of(id, standing_at(typing)).why_not, "when Return has ended what is typed");
+    Standing asked = standing_at(Place::crossdating);
+    asked.question = Question{};
+    EXPECT_EQ(state_of(id, asked).why_not, "when the question is answered");
+  }
+}
+
 TEST(ActionState, TheCorrectedFileIsUsedOnceItWasWritten) {
   Standing standing = standing_at(Place::start);
   EXPECT_EQ(state_of("use_corrected", standing).why_not, "when Save Raw has written it");
