@@ -728,18 +728,11 @@ TEST_F(OnTheGraph, TheFirstYearCanBeTyped) {
 // --- All of it.
 
 TEST_F(Windowed, OnADarkDesktopThePageStaysPaperAndTheRestFollows) {
-  const QPalette light = QApplication::palette();
-  QPalette dark(QColor(0x2B2B2B));
-  dark.setColor(QPalette::Base, QColor(0x1E1E1E));
-  dark.setColor(QPalette::Text, Qt::white);
-  dark.setColor(QPalette::WindowText, Qt::white);
-  QApplication::setPalette(dark);
-  QCoreApplication::processEvents();
+  const DarkDesktop dark;
   standing.decisions = {{.what = "Insert 1750 in T001"}, {.what = "Delete 1760 in T001"}};
   standing.taken = 1;
   stand_on_crossdating();
   const QImage image = window->grab().toImage();
-  QApplication::setPalette(light);
   EXPECT_EQ(image.pixelColor(page().mapTo(&*window, page().rect().center())), QColor(Qt::white));
   EXPECT_LT(image.pixelColor(image.width() - 3, 3).lightness(), 100);
 }

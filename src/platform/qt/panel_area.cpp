@@ -55,7 +55,7 @@ int distance(const Spot& from, const Spot& to) {
 // How far within a spot of that size its ring is: rows meet, and reach from edge to edge. What is small is
 // better seen whole.
 double inset(double size, double pixel) {
-  constexpr double ring_within = 5, least_inside = 14;  // pixels
+  constexpr double ring_within = 4, least_inside = 14;  // pixels
   return size >= (least_inside + 2 * ring_within) * pixel ? ring_within * pixel : 0;
 }
 

@@ -36,7 +36,7 @@ PanelDock* PanelDocks::make(PanelName name) {
   area.years_stand = [this, dock, viewport = area.viewport()] { return years_over(*dock, *viewport); };
   area.seen = [this] { study(); };
   area.clicked = [this](const Spot& spot) { click(spot); };
-  area.left = [this] { page_.setFocus(); };
+  area.left = [this] { go_to_page(); };
   return dock;
 }
 
@@ -117,6 +117,12 @@ void PanelDocks::turn(PanelName name) {
   PanelDock& one = dock(name);
   if (!one.isVisible()) return one.enter();
   one.hide();
+  go_to_page();
+}
+
+// From a panel in a window of its own, too.
+void PanelDocks::go_to_page() {
+  page_.activateWindow();
   page_.setFocus();
 }
 
@@ -131,7 +137,8 @@ void PanelDocks::click(const Spot& spot) {
 void PanelDocks::step_core(int direction) {
   if (!any_seen()) dock(PanelName::site).show();  // where what is known grows while it is studied
   if (const auto play = desk_->step_core(direction)) return port_.act(*play);
-  port_.mention("There is no other core by need: none is left to do, or they are still being studied.");
+  port_.mention(
+      "No further core to put on the page: all are done or skipped, or they are still being studied");
 }
 
 void PanelDocks::start(PanelName name, Comfort comfort, std::shared_ptr<const Page> page) {

@@ -51,6 +51,7 @@ class PanelDocks : public QObject {
   void take_news();
   void renew();
   void click(const Spot& spot);
+  void go_to_page();
   void start(PanelName name, Comfort comfort, std::shared_ptr<const Page> page);
   std::optional<PanelView::Axis> years_over(const PanelDock& dock, const QWidget& viewport) const;
 

@@ -227,6 +227,18 @@ TEST_F(PanelsAround, TheKeyboardDoesSoToo) {
   FAIL() << site().accessibleDescription().toStdString();
 }
 
+TEST_F(PanelsAround, OnADarkDesktopAPanelStaysPaper) {
+  const DarkDesktop dark;
+  load(6, 200);
+  stand();
+  await_the_site();
+  const QImage image = window->grab().toImage();
+  const QPoint corner = site().viewport()->mapTo(&*window, QPoint(2, 2));
+  EXPECT_EQ(image.pixelColor(corner), QColor(Qt::white));
+  const QPoint title = dock(PanelName::site).mapTo(&*window, QPoint(2, 2));
+  EXPECT_LT(image.pixelColor(title).lightness(), 100);
+}
+
 TEST_F(PanelsAround, WhileNoPanelIsSeenNothingIsStudied) {
   dock(PanelName::site).hide();
   load(6, 200);

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPalette>
 #include <QTest>
 #include <QWheelEvent>
 #include <memory>
@@ -130,6 +131,25 @@ struct Windowed : testing::Test {
                       false);
     QApplication::sendEvent(&page(), &event);
   }
+};
+
+// The application on a dark desktop, while this stands.
+class DarkDesktop {
+ public:
+  DarkDesktop() {
+    QPalette dark(QColor(0x2B2B2B));
+    dark.setColor(QPalette::Base, QColor(0x1E1E1E));
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(dark);
+    QCoreApplication::processEvents();
+  }
+  ~DarkDesktop() { QApplication::setPalette(light_); }
+  DarkDesktop(const DarkDesktop&) = delete;
+  DarkDesktop& operator=(const DarkDesktop&) = delete;
+
+ private:
+  QPalette light_ = QApplication::palette();
 };
 
 inline ButtonNumber pressed(const Play& play) {
