@@ -25,12 +25,11 @@ DatingReference::DatingReference(Collection& collection) : name_(collection.path
     take_mean(cores, StudiedCores(cores, w), cores.size());
   } else if (row_of(w.rftype(1)) && !holds_ring_widths(w.rftype(1))) {
     const int years = std::clamp(w.cyr(1), 0, max_years);
-    first_ = w.cfy(1);
-    present_ = std::make_unique<bool[]>(static_cast<std::size_t>(years));
+    const std::int64_t first = w.cfy(1);
+    compared_ = OwnedSeries(first, years);
     for (int k = 1; k <= years; ++k) {
-      compared_.push_back(w.crn(k, 1));
+      compared_.put(first + k - 1, w.crn(k, 1), w.num(k, 1) > 0);
       growth_.push_back(w.crn(k, 1));
-      present_[static_cast<std::size_t>(k) - 1] = w.num(k, 1) > 0;
     }
   }
 }
@@ -45,18 +44,16 @@ void DatingReference::take_mean(std::span<const SeriesView> cores, const Studied
                                 std::size_t left_out) {
   const Reference compared(studied.compared(), left_out, depth_for(cores.size()));
   const Reference widths(cores, left_out, depth_for(cores.size()));
-  const SeriesView values = compared.view(), growth = widths.view();
-  first_ = values.first;
-  compared_.assign(values.values.begin(), values.values.end());
-  present_ = std::make_unique<bool[]>(compared_.size());
-  std::ranges::copy(values.present, present_.get());
-  for (std::int64_t year = first_; year < first_ + std::ssize(compared_); ++year) {
+  const SeriesView growth = widths.view();
+  compared_ = OwnedSeries(compared.view());
+  const YearSpan years = compared_.view().years();
+  for (std::int64_t year = years.first; year <= years.last; ++year) {
     growth_.push_back(growth.has(year) ? growth.at(year) : std::numeric_limits<double>::quiet_NaN());
   }
 }
 
 SeriesToDate DatingReference::series() const {
-  return {{first_, compared_, {present_.get(), compared_.size()}}, growth_};
+  return {compared_.view(), growth_};
 }
 
 void date_rows(Collection& collection, const DatingReferences& references,

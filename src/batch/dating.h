@@ -13,6 +13,7 @@
 #include "batch/table.h"
 #include "study/dates.h"
 #include "study/studied_cores.h"
+#include "workspace/owned_series.h"
 
 namespace vorn {
 
@@ -33,9 +34,8 @@ class DatingReference {
   void take_mean(std::span<const SeriesView> cores, const StudiedCores& studied, std::size_t left_out);
 
   std::string name_;
-  std::int64_t first_ = 0;
-  std::vector<double> compared_, growth_;
-  std::unique_ptr<bool[]> present_;
+  OwnedSeries compared_;
+  std::vector<double> growth_;  // of the same years
 };
 
 using DatingReferences = std::vector<std::shared_ptr<const DatingReference>>;

@@ -16,6 +16,13 @@ std::unique_ptr<bool[]> flags_of(const std::vector<std::uint8_t>& presence) {
   return flags;
 }
 
+OwnedSeries series_of(const Curve& curve) {
+  OwnedSeries series(curve.first_year, static_cast<std::int64_t>(curve.values.size()));
+  for (std::size_t k = 0; k < curve.values.size(); ++k)
+    series.put(curve.first_year + static_cast<std::int64_t>(k), curve.values[k], curve.presence[k] != 0);
+  return series;
+}
+
 // Whether both make the same of a core.
 bool treat_alike(const Settings& a, const Settings& b) {
   return a.splineon == b.splineon && a.aron == b.aron && a.logon == b.logon && a.ss == b.ss && a.jpr == b.jpr;
@@ -87,12 +94,12 @@ std::shared_ptr<const PairFindings> pair_of(const Situation& now, const std::vec
   pair->is_last = core.entry == static_cast<int>(now.cores.size());
   pair->settings = now.settings;
   pair->against = other.name;
-  pair->reference = OwnedValues(*other.compared);
+  pair->reference = series_of(*other.compared);
   if (is_own_chronology(now, other.entry) && cores.size() > least_depth &&
       other.first_year == other.stored_first_year) {
     pair->others = all_but(cores, place);
     pair->against = "the " + text_of(pair->others.size()) + " others of " + now.file;
-    pair->reference = OwnedValues(Reference(compared_of(pair->others), pair->others.size()).view());
+    pair->reference = OwnedSeries(Reference(compared_of(pair->others), pair->others.size()).view());
   }
   pair->errors = ring_errors(pair->core->core(), pair->reference.view());
   pair->errors_alike = ring_errors(pair->core->core(), pair->reference.view(), {.narrow_years = false});
@@ -130,7 +137,7 @@ void keep_curve(DateFindings::Reference& found, const std::vector<DatedPosition>
 // A chronology to date by: its values serve all measures. Where they are logarithms they are no widths.
 struct DatedBy {
   std::string name;
-  OwnedValues values;
+  OwnedSeries values;
 };
 
 std::vector<DatedBy> dated_by(const Situation& now, const std::vector<SharedStudied>& cores) {
@@ -141,9 +148,9 @@ std::vector<DatedBy> dated_by(const Situation& now, const std::vector<SharedStud
     if (own && now.sample.is_core && cores.size() > least_depth) {
       const auto others = all_but(cores, place_of(now.sample));
       all.push_back(
-          {"others of " + listed.name, OwnedValues(Reference(compared_of(others), others.size()).view())});
+          {"others of " + listed.name, OwnedSeries(Reference(compared_of(others), others.size()).view())});
     } else if (static_cast<int>(now.cores.size() + k) + 1 != now.sample.entry) {
-      all.push_back({listed.name, OwnedValues(listed.values)});
+      all.push_back({listed.name, series_of(listed.values)});
     }
   }
   return all;
@@ -155,13 +162,14 @@ std::shared_ptr<const DateFindings> dates_of(const Situation& now, const std::ve
   auto found = std::make_shared<DateFindings>();
   found->sample = now.sample.name;
   found->first_year = now.sample.first_year;
-  const OwnedValues as_compared =
-      sample ? OwnedValues(sample->core().compared) : OwnedValues(*now.sample.compared);
+  const OwnedSeries as_compared =
+      sample ? OwnedSeries(sample->core().compared) : series_of(*now.sample.compared);
   const SeriesToDate to_date{as_compared.view(),
                              sample ? sample->widths().values : as_compared.view().values};
   found->rings = static_cast<int>(as_compared.view().values.size());
   const auto by = dated_by(now, cores);
   std::vector<SeriesToDate> references;
+  references.reserve(by.size());
   for (const DatedBy& reference : by)
     references.push_back({reference.values.view(), reference.values.view().values});
   if (!go_on("dates of " + found->sample)) return nullptr;
@@ -185,6 +193,7 @@ std::shared_ptr<const DateFindings> dates_of(const Situation& now, const std::ve
 std::shared_ptr<const SiteFindings> site_of(const Situation& now, const std::vector<SharedStudied>& cores,
                                             const Studies::GoOn& go_on) {
   std::vector<StudiedCore> studied;
+  studied.reserve(cores.size());
   for (const SharedStudied& core : cores) studied.push_back(core->core());
   const auto surveyed = survey(studied, now.settings, [&](std::size_t done) {
     return go_on("core " + text_of(done) + " of " + text_of(cores.size()));
@@ -201,6 +210,7 @@ std::shared_ptr<const SiteFindings> site_of(const Situation& now, const std::vec
 
 std::vector<SeriesView> widths_of(const std::vector<SharedStudied>& cores) {
   std::vector<SeriesView> widths;
+  widths.reserve(cores.size());
   for (const SharedStudied& core : cores) widths.push_back(core->widths());
   return widths;
 }
@@ -215,17 +225,6 @@ StudiedSeries::StudiedSeries(SharedSeries series, const Settings& settings)
 SeriesView StudiedSeries::widths() const {
   return {series_->first_year, series_->widths, {present_.get(), series_->presence.size()}};
 }
-
-OwnedValues::OwnedValues(const SeriesView& view)
-    : first_(view.first),
-      values_(view.values.begin(), view.values.end()),
-      present_(std::make_unique<bool[]>(values_.size())) {
-  for (std::size_t k = 0; k < values_.size(); ++k)
-    present_[k] = view.has(first_ + static_cast<std::int64_t>(k));
-}
-
-OwnedValues::OwnedValues(const Curve& curve)
-    : first_(curve.first_year), values_(curve.values), present_(flags_of(curve.presence)) {}
 
 // Cores that did not change are kept as they were made ready.
 bool Studies::make_ready(const Situation& now, const GoOn& go_on) {

@@ -13,6 +13,7 @@
 #include "study/ring_errors.h"
 #include "study/site.h"
 #include "study/studied_cores.h"
+#include "workspace/owned_series.h"
 
 namespace vorn {
 
@@ -31,20 +32,6 @@ class StudiedSeries {
 };
 using SharedStudied = std::shared_ptr<const StudiedSeries>;
 
-// A series of values that owns them.
-class OwnedValues {
- public:
-  OwnedValues() = default;
-  explicit OwnedValues(const SeriesView& view);
-  explicit OwnedValues(const Curve& curve);
-  SeriesView view() const { return {first_, values_, {present_.get(), values_.size()}}; }
-
- private:
-  std::int64_t first_ = 0;
-  std::vector<double> values_;
-  std::unique_ptr<bool[]> present_;
-};
-
 // The cores of the current file.
 struct SiteFindings {
   std::string file;
@@ -61,7 +48,7 @@ struct PairFindings {
   bool is_sample = true;  // otherwise it is the reference
   bool is_last = false;   // of the cores: its changes cannot be saved
   std::string against;    // "the 24 others of nowhere.rwl", "NOW03"
-  OwnedValues reference;
+  OwnedSeries reference;
   RingErrors errors;        // missing rings are likelier where the reference is narrow
   RingErrors errors_alike;  // every year is as likely
   Settings settings;

@@ -59,7 +59,7 @@ std::string fixed(double value, int decimals) {
 
 std::string short_r(double r) {
   std::string text = fixed(r, 2);
-  if (const auto at = text.find("0."); at != std::string::npos && at <= 1) text.erase(at, 1);
+  if (const auto at = text.find("0."); at <= 1) text.erase(at, 1);
   return text;
 }
 
@@ -110,12 +110,12 @@ double Pen::lines(double x, double y, double room, std::string_view writing, Col
   return y + size * 1.6;
 }
 
-void Pen::area(const Rectangle& area, Colour colour) {
-  panel_.page.add({.kind = Mark::Kind::fill, .colour = colour, .points = corners(area)});
+void Pen::area(const Rectangle& place, Colour colour) {
+  panel_.page.add({.kind = Mark::Kind::fill, .colour = colour, .points = corners(place)});
 }
 
-void Pen::frame(const Rectangle& area, Colour colour) {
-  panel_.page.add({.kind = Mark::Kind::outline, .colour = colour, .points = corners(area)});
+void Pen::frame(const Rectangle& place, Colour colour) {
+  panel_.page.add({.kind = Mark::Kind::outline, .colour = colour, .points = corners(place)});
 }
 
 void Pen::line(double x1, double y1, double x2, double y2, Colour colour) {

@@ -31,13 +31,13 @@ class Pen {
   // The writing in lines that fit; answers the place below them.
   double lines(double x, double y, double room, std::string_view writing, Colour colour = colour::ink,
                double size = body);
-  void area(const Rectangle& area, Colour colour);
-  void frame(const Rectangle& area, Colour colour);
+  void area(const Rectangle& place, Colour colour);
+  void frame(const Rectangle& place, Colour colour);
   void line(double x1, double y1, double x2, double y2, Colour colour);
   void curve(std::vector<PagePoint> points, Colour colour);  // nothing of fewer than two
   void triangle(PagePoint a, PagePoint b, PagePoint c, Colour colour);
   // A spot that looks as if it can be pressed.
-  void key(const Rectangle& area, std::string_view writing, Spot spot, bool lit = false);
+  void key(const Rectangle& place, std::string_view writing, Spot spot, bool lit = false);
   void spot(Spot spot);
 
   // What comes from here on stands above what was drawn, down to `head`, and is not scrolled.

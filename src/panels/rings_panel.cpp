@@ -168,26 +168,28 @@ class RingsPanel {
 
   // --- What can be done.
 
+  // What a click on a switch does is what it does not say now.
+  void switch_key(int place, bool lit, std::string_view says, std::string_view tip,
+                  PanelChange::Kind change) {
+    const int width = std::min(300, (view_.width - 3 * margin) / 2), left = margin + place * (width + margin);
+    const int top = whole_at(y_);
+    pen_.key({left, top, left + width, top + 40}, says, {.tip = std::string(tip), .change = {.kind = change}},
+             lit);
+  }
+
   void switches() {
     const bool held = in_.state.hold_bark, narrow = in_.state.narrow_years;
-    const int top = whole_at(y_), width = std::min(300, (view_.width - 3 * margin) / 2);
-    pen_.key(
-        {margin, top, margin + width, top + 40}, held ? "Bark held: always" : "Bark held: where it fits",
-        {.tip = held ? "The outer end keeps its years after every change. A click: only where the evidence "
-                       "says so"
-                     : "The end keeps its years that the evidence says. A click: the outer end does, "
-                       "always",
-         .change = {.kind = PanelChange::Kind::hold_bark}},
-        held);
-    const int left = 2 * margin + width;
-    pen_.key(
-        {left, top, left + width, top + 40}, narrow ? "Missing: in narrow years" : "Missing: in any year",
-        {.tip = narrow ? "Missing rings are likelier in years in which the others are narrow. A click: every "
-                         "year is as likely"
-                       : "A ring may be missing in every year alike. A click: likelier where the others are "
-                         "narrow",
-         .change = {.kind = PanelChange::Kind::narrow}},
-        !narrow);
+    switch_key(
+        0, held, held ? "Bark held: always" : "Bark held: where it fits",
+        held ? "The outer end keeps its years after every change. A click: only where the evidence says so"
+             : "The end keeps its years that the evidence says. A click: the outer end does, always",
+        PanelChange::Kind::hold_bark);
+    switch_key(
+        1, !narrow, narrow ? "Missing: in narrow years" : "Missing: in any year",
+        narrow ? "Missing rings are likelier in years in which the others are narrow. A click: every year "
+                 "is as likely"
+               : "A ring may be missing in every year alike. A click: likelier where the others are narrow",
+        PanelChange::Kind::narrow);
     y_ += 58;
   }
 
@@ -273,7 +275,7 @@ class RingsPanel {
   // --- The lags before and after.
 
   void lag_tables(const ErrorCandidate& found) {
-    const CorrectedSeries corrected(pair_.core->core(), found.kind, found.end, found.year);
+    const OwnedSeries corrected = corrected_series(pair_.core->core(), found.kind, found.end, found.year);
     const SeriesView reference = pair_.reference.view();
     const auto before = lag_rows(pair_.core->core().compared, reference, pair_.settings, shown_lags);
     const auto after = lag_rows(corrected.view(), reference, pair_.settings, shown_lags);

@@ -2,11 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <span>
-#include <vector>
 
-#include "workspace/series_view.h"
+#include "workspace/owned_series.h"
 
 namespace vorn {
 
@@ -24,12 +22,10 @@ class Reference {
   Reference(std::span<const SeriesView> cores, std::size_t left_out, int depth = least_depth);
 
   // Holds as long as the reference does.
-  SeriesView view() const { return {first_, values_, {present_.get(), values_.size()}}; }
+  SeriesView view() const { return mean_.view(); }
 
  private:
-  std::int64_t first_ = 0;
-  std::vector<double> values_;
-  std::unique_ptr<bool[]> present_;
+  OwnedSeries mean_;
 };
 
 }  // namespace vorn
