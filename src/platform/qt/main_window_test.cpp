@@ -20,7 +20,7 @@
 
 #include "platform/qt/recent_folders.h"
 #include "platform/qt/settings.h"
-#include "platform/qt/windowed_for_tests.h"
+#include "support/windowed.h"
 
 namespace vorn {
 namespace {

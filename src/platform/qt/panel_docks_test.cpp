@@ -11,7 +11,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/qt/windowed_for_tests.h"
+#include "support/windowed.h"
 
 namespace vorn {
 namespace {
