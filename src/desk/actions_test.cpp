@@ -311,6 +311,7 @@ TEST(KeysPage, HasEveryKeyAndWhatItDoes) {
   }
   EXPECT_NE(page.find("\nCtrl+Y or Ctrl+Shift+Z      Redo\n"), page.npos) << page;
   EXPECT_NE(page.find("\nTab, Shift+Tab              To the next button"), page.npos) << page;
+  EXPECT_NE(page.find("\nIn a panel\n"), page.npos) << page;
 }
 
 }  // namespace

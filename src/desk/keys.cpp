@@ -51,6 +51,13 @@ std::string keys_page() {
               "In lists to a name; where a year is asked for to a year, or to the other curve");
   text += row("Return", "A click there; it ends what is typed");
   text += row("Escape", "Passes over messages; leaves a graph that shows no year to pick");
+  text += "\nIn a panel\n";
+  text += row("Tab, arrows, Home, End", "To another place to click on");
+  text += row("PgUp, PgDown", "Scroll it");
+  text += row("Return, Space", "A click there");
+  text += row("N, P", "The next core by need, the one before");
+  text += row("Ctrl+Shift+C", "Copies its table as CSV");
+  text += row("Escape", "Back to the page");
   return text;
 }
 
