@@ -82,6 +82,10 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
   }
   for (const QDockWidget* dock : findChildren<QDockWidget*>())
     connect(dock, &QDockWidget::visibilityChanged, this, [this] { show_switches(); });
+  for (const PanelName name : all_panels) {
+    for (const char* step : {"next_core", "previous_core"})
+      panels_.dock(name).area().addAction(menus_.action(step));
+  }
   fill_recent_folders();
   page_->setFocus();
   show_standing({});

@@ -187,7 +187,9 @@ void PanelArea::mousePressEvent(QMouseEvent* event) {
   const Spot* spot = at(event->position());
   if (!spot) return;
   mark_ = static_cast<std::size_t>(spot - panel_.spots.data());
-  if (spot->does()) clicked(Spot(*spot));  // a copy: what it does may bring other spots
+  const Spot hit = *spot;  // a copy: what it does may bring other spots
+  if (hit.does()) clicked(hit);
+  if (hit.play) left();  // what it plays is gone on with on the page
 }
 
 // Many click twice where once is enough: what is played is not to be played again on what comes of it.

@@ -13,9 +13,10 @@ namespace vorn {
 // Shows what `make` draws for a view. It asks only when it is told, resized or scrolled, and not at all while
 // it is hidden.
 //
-// The mouse clicks spots; so does the keyboard: Tab, Left and Right go from spot to spot as they are read, Up
-// and Down to the ones above and below, Home and End to the first and the last, PgUp and PgDn scroll, Return
-// and Space click, and Escape leaves. The spot that the keyboard marks is seen and told to screen readers.
+// The mouse clicks spots; what that plays is gone on with on the page, which gets the keyboard. The keyboard
+// clicks them too: Tab, Left and Right go from spot to spot as they are read, Up and Down to the ones above
+// and below, Home and End to the first and the last, PgUp and PgDn scroll, Return and Space click, and Escape
+// leaves. The spot that the keyboard marks is seen and told to screen readers.
 class PanelArea : public QAbstractScrollArea {
  public:
   using Maker = std::function<vorn::Panel(const PanelView&)>;

@@ -150,6 +150,18 @@ TEST_F(List, AClickIsThatOfTheSpotInFront) {
   EXPECT_EQ(clicks.size(), 2u);
 }
 
+TEST_F(List, WhatAClickOfTheMousePlaysIsGoneOnWithOnThePage) {
+  click(area->view().width / 2 - 10, 30);
+  EXPECT_FALSE(left);
+  click(30, 30);
+  EXPECT_TRUE(left);
+  left = false;
+  key(Qt::Key_Left);
+  key(Qt::Key_Return);
+  EXPECT_EQ(clicks.size(), 3u);
+  EXPECT_FALSE(left);
+}
+
 TEST_F(List, ASecondClickTooManyPlaysNothingButMarksAgain) {
   const auto click_twice = [&](QPoint at) {
     click(at.x(), at.y());

@@ -148,8 +148,8 @@ void PanelDocks::start(PanelName name, Comfort comfort, std::shared_ptr<const Pa
 }
 
 // The years of the graph over (or under) a dock at the upper or lower edge of the window.
-std::optional<PanelView::Axis> PanelDocks::years_over(const PanelDock& dock, const QWidget& viewport) const {
-  const Qt::DockWidgetArea area = window_.dockWidgetArea(const_cast<PanelDock*>(&dock));
+std::optional<PanelView::Axis> PanelDocks::years_over(PanelDock& dock, const QWidget& viewport) const {
+  const Qt::DockWidgetArea area = window_.dockWidgetArea(&dock);
   if (dock.isFloating() || (area != Qt::TopDockWidgetArea && area != Qt::BottomDockWidgetArea)) return {};
   const auto place = [&](int x) {
     return viewport.mapFrom(&window_, page_.mapTo(&window_, page_.place_of(QPointF(x, 0)))).x();

@@ -53,7 +53,7 @@ class PanelDocks : public QObject {
   void click(const Spot& spot);
   void go_to_page();
   void start(PanelName name, Comfort comfort, std::shared_ptr<const Page> page);
-  std::optional<PanelView::Axis> years_over(const PanelDock& dock, const QWidget& viewport) const;
+  std::optional<PanelView::Axis> years_over(PanelDock& dock, const QWidget& viewport) const;
 
   QMainWindow& window_;
   PageWindow& page_;

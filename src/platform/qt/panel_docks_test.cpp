@@ -207,6 +207,7 @@ TEST_F(PanelsAround, AClickOnACorePutsItOnThePage) {
   ASSERT_TRUE(play);
   EXPECT_TRUE(play->what.starts_with("Put T")) << play->what;
   EXPECT_GT(play->steps.size(), 2u);
+  EXPECT_TRUE(page().hasFocus());
 }
 
 TEST_F(PanelsAround, TheKeyboardDoesSoToo) {
@@ -346,6 +347,15 @@ TEST_F(PanelsAround, NAndPLeadThroughTheCoresByNeed) {
   const auto previous = only<Play>();
   ASSERT_TRUE(previous);
   EXPECT_NE(next->what, previous->what);  // with none on the page, the first and the last
+}
+
+TEST_F(PanelsAround, NAndPDoSoInAPanelToo) {
+  load(6, 200);
+  stand();
+  await_the_site();
+  dock(PanelName::site).enter();
+  QTest::keyClick(&site(), Qt::Key_N);
+  EXPECT_TRUE(only<Play>());
 }
 
 TEST_F(PanelsAround, WhereLettersAreTypedTheyAreTheProgramsAlone) {
