@@ -88,7 +88,7 @@ void WindowComforts::toggle_full_screen() {
 }
 
 void WindowComforts::save(const SharedPage& page, const QString& subject) {
-  auto* dialog = new QFileDialog(&window_, "Save the page", folder_);
+  auto* dialog = new QFileDialog(&window_, "Save as a picture", folder_);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setNameFilters({"PNG picture (*.png)", "SVG drawing (*.svg)", "PDF document (*.pdf)"});
