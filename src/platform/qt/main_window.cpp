@@ -53,7 +53,8 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
       journal_(new JournalDock([this](const Deed& deed) { put(deed); }, [this] { show_methods(); },
                                [this] { page_->setFocus(); })),
       panels_(*this, *page_, folder,
-              {.act = [this](const Deed& deed) { put(deed); },
+              // Meant for the page as it stands: while that is about to be another it is dropped.
+              {.act = [this](const Deed& deed) { put(deed, true); },
                .notice = [this](const QString& text) { mailbox_->notice(text.toStdString()); },
                .mention = [this](const QString& text) { statusBar()->showMessage(text, mention_stays); }}),
       actions_(window_actions()),

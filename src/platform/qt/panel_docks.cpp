@@ -85,10 +85,10 @@ bool PanelDocks::any_seen() const {
   return std::ranges::any_of(docks_, [](PanelDock* dock) { return dock->area().isVisible(); });
 }
 
-// Called by the worker's thread; news that came while others wait to be shown are shown with them.
 void PanelDocks::study() {
   if (!to_study_ || to_study_ == studied_ || !any_seen()) return;
   if (!worker_) {
+    // Called by the worker's thread. News that came while others wait to be shown are shown with them.
     worker_ = std::make_unique<StudyWorker>([this] {
       if (news_wait_.exchange(true)) return;
       QMetaObject::invokeMethod(

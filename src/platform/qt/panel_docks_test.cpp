@@ -210,6 +210,21 @@ TEST_F(PanelsAround, AClickOnACorePutsItOnThePage) {
   EXPECT_TRUE(page().hasFocus());
 }
 
+// The page that it was meant for is about to go.
+TEST_F(PanelsAround, AClickWhileAnotherOneIsBeingPlayedIsDropped) {
+  load(6, 200);
+  stand();
+  await_the_site();
+  for (int k = 0; k < 2; ++k) {
+    QTest::mouseClick(site().viewport(), Qt::LeftButton, Qt::NoModifier, place_of_a_core());
+  }
+  QTest::keyClick(&site(), Qt::Key_N);
+  EXPECT_TRUE(only<Play>());
+  stand();
+  QTest::mouseClick(site().viewport(), Qt::LeftButton, Qt::NoModifier, place_of_a_core());
+  EXPECT_TRUE(only<Play>());
+}
+
 TEST_F(PanelsAround, TheKeyboardDoesSoToo) {
   load(6, 200);
   stand();
