@@ -112,7 +112,8 @@ void Observer::look_at_store() {
       now_.unwritten.push_back((change.after ? change.after : change.before)->name);
   }
   now_.file = w.nfil > 0 ? std::string(w.cnam(w.cf).trimmed()) : std::string();
-  now_.own_reference = w.cf - 1;
+  now_.own_reference = w.cores_of - 1;
+  now_.cores_file = w.cores_of > 0 ? std::string(w.cnam(w.cores_of).trimmed()) : std::string();
   look_at_references();
   now_.settings = static_cast<const Settings&>(w);
 }

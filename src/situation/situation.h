@@ -86,9 +86,10 @@ struct Situation {
   std::vector<ShownButton> buttons = {};
 
   std::string file = {};                 // whose cores and chronology are at work, as the list names it
+  std::string cores_file = {};           // whose cores are loaded: another one, where `file` has none
   std::vector<SharedSeries> cores = {};  // as they stand; at the last menu where this wait is none
   std::vector<SharedChronology> references = {};  // of all files of the list; entry number cores + 1 on
-  int own_reference = 0;                          // which of them is that of `file`, from 0
+  int own_reference = -1;                         // which of them is that of the cores, from 0; -1 for none
   std::vector<std::string> unwritten =
       {};                          // cores changed, made or gone since they were last read or written
   bool curves_are_indices = true;  // rather than ring widths
