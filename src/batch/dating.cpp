@@ -9,14 +9,6 @@
 #include "study/reference.h"
 
 namespace vorn {
-namespace {
-
-// A few cores give a mean, too, but not one of three.
-int depth_for(std::size_t cores) {
-  return cores > least_depth ? least_depth : 1;
-}
-
-}  // namespace
 
 DatingReference::DatingReference(Collection& collection) : name_(collection.path()) {
   const Workspace& w = collection.state();

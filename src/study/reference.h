@@ -11,6 +11,11 @@ namespace vorn {
 // In so many of the other cores a year must have a ring for their mean to count.
 inline constexpr int least_depth = 3;
 
+// A few cores give a mean, too, but not one of three: how many of so many cores must have a ring.
+constexpr int depth_for(std::size_t cores) {
+  return cores > least_depth ? least_depth : 1;
+}
+
 // A mean of series, which it owns.
 class Reference {
  public:

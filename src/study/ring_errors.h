@@ -109,4 +109,11 @@ struct RingErrors {
 RingErrors ring_errors(const StudiedCore& core, const SeriesView& reference,
                        const RingErrorSwitches& switches = {});
 
+// Whether a candidate is worth a look: it gains so much, and corrected the core agrees better than as it is
+// dated. That the others are narrow in a year is no evidence by itself.
+inline bool worth_a_look(const RingErrors& errors, const ErrorCandidate& candidate,
+                         double least_gain = gain_to_look_at) {
+  return candidate.gain >= least_gain && candidate.r > errors.r;
+}
+
 }  // namespace vorn

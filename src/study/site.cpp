@@ -96,8 +96,8 @@ double lost_in_segments(const SiteCore& core, double segments_a_year) {
   return lost / segments_a_year;
 }
 
-bool believable(const ErrorCandidate& candidate) {
-  return candidate.gain >= gain_to_look_at && candidate.r >= least_r_of_a_correction;
+bool believable(const RingErrors& errors, const ErrorCandidate& candidate) {
+  return worth_a_look(errors, candidate) && candidate.r >= least_r_of_a_correction;
 }
 bool believable(const ErrorPair& pair) {
   return pair.r >= least_r_of_a_correction;
@@ -106,7 +106,7 @@ bool believable(const ErrorPair& pair) {
 // What the errors found gain; 0 where they are not worth a look.
 double gain_of_errors(const RingErrors& errors) {
   if (errors.pair && believable(*errors.pair)) return errors.pair->gain;
-  if (!errors.candidates.empty() && believable(errors.candidates.front()))
+  if (!errors.candidates.empty() && believable(errors, errors.candidates.front()))
     return errors.candidates.front().gain;
   return 0;
 }
@@ -127,12 +127,37 @@ std::optional<DatedPosition> date_elsewhere(const SeriesView& core, const Series
   return best;
 }
 
+// In how many segments it could be told how the core agrees.
+int told_cells(const SiteCore& core) {
+  return static_cast<int>(
+      std::ranges::count_if(core.cells, [](const auto& cell) { return cell.has_value(); }));
+}
+
 Remedy remedy_of(const SiteCore& core) {
   if (core.elsewhere) return Remedy::move;
   if (core.errors.pair && believable(*core.errors.pair)) return Remedy::two_errors;
   if (gain_of_errors(core.errors) > 0) return Remedy::one_error;
   if (core.years < least_years_in_common) return Remedy::cannot_say;
+  if (2 * core.low > told_cells(core)) return Remedy::foreign;
   return core.low > 0 && core.need >= need_to_look_at ? Remedy::look : Remedy::none;
+}
+
+// A core that agrees with the others nowhere loses nothing against its own median: it loses what the others
+// of the site have.
+double lost_as_a_whole(const SiteCore& core, double usual_r) {
+  return std::max(score_of(usual_r, core.years) - core.errors.score, 0.0);
+}
+
+// The median of the cores' correlations with the rest.
+double usual_r(const std::vector<SiteCore>& cores) {
+  std::vector<double> all;
+  for (const SiteCore& core : cores) {
+    if (core.years >= least_years_in_common) all.push_back(core.r);
+  }
+  if (all.empty()) return 0;
+  const auto half = all.begin() + static_cast<std::ptrdiff_t>(all.size() / 2);
+  std::nth_element(all.begin(), half, all.end());
+  return *half;
 }
 
 SiteCore surveyed(const StudiedCore& core, const SeriesView& others, const std::vector<YearSpan>& segments,
@@ -209,6 +234,10 @@ std::optional<SiteSurvey> survey(std::span<const StudiedCore> cores, const Setti
     all.cores.push_back(surveyed(cores[i], others.view(), all.segments, settings));
     if (!go_on(i + 1)) return {};
   }
+  const double usual = usual_r(all.cores);
+  for (SiteCore& core : all.cores) {
+    if (core.remedy == Remedy::foreign) core.need = std::max(core.need, lost_as_a_whole(core, usual));
+  }
   all.order.resize(cores.size());
   std::iota(all.order.begin(), all.order.end(), std::size_t{0});
   std::stable_sort(all.order.begin(), all.order.end(),
@@ -245,7 +274,9 @@ std::string todo(const SiteCore& core, const SeriesView& dated) {
     case Remedy::none:
       return "";
     case Remedy::cannot_say:
-      return "Cannot be told: fewer than 20 years in common with three others";
+      return core.years == 0 ? "Cannot be told: no year in common with three others"
+                             : "Cannot be told: " + std::to_string(core.years) +
+                                   " years in common with three others, fewer than 20";
     case Remedy::move:
       return move_text(*core.elsewhere, dated.years().count());
     case Remedy::one_error: {
@@ -259,6 +290,8 @@ std::string todo(const SiteCore& core, const SeriesView& dated) {
     }
     case Remedy::look:
       return segment_text(core);
+    case Remedy::foreign:
+      return "Agrees with the others nearly nowhere: look whether it is of this site, and of this time";
   }
   return "";
 }

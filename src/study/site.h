@@ -50,7 +50,8 @@ enum class Remedy {
   move,        // the core as a whole belongs elsewhere
   one_error,   // a ring is missing, or counted twice
   two_errors,
-  look,  // some segments agree no better than chance would, and nothing explains it
+  look,     // some segments agree no better than chance would, and nothing explains it
+  foreign,  // most segments agree no better, and nothing explains it: another site, or another time
 };
 
 // What is known of one core.

@@ -112,8 +112,7 @@ TEST_F(MadeUpSite, OfWhatHasTooLittleInCommonNothingCanBeSaid) {
   const SiteSurvey found = surveyed();
   EXPECT_EQ(found.cores[4].remedy, Remedy::cannot_say);
   EXPECT_EQ(found.cores[4].years, 0);
-  EXPECT_EQ(todo(found.cores[4], cores_[4]),
-            "Cannot be told: fewer than 20 years in common with three others");
+  EXPECT_EQ(todo(found.cores[4], cores_[4]), "Cannot be told: no year in common with three others");
 }
 
 // --- The plain definition of a cell: the years are written out, and every lag is tried.
@@ -206,6 +205,29 @@ TEST(Todo, NamesTheYearsOfErrors) {
   core.remedy = Remedy::move;
   core.elsewhere = DatedPosition{.first_year = 1804, .shift = 4};
   EXPECT_EQ(todo(core, dated), "Move it by +4 years, to 1804 to 1903");
+}
+
+// A core of another site loses nothing against its own median, which is as bad as its worst segment.
+TEST(SiteSurvey, ACoreThatAgreesNowhereComesFirst) {
+  std::vector<Values> widths;
+  std::mt19937 random(11);
+  std::normal_distribution<double> normal;
+  Values common;
+  for (int k = 0; k < 200; ++k) common.push_back(normal(random));
+  for (int c = 0; c < 6; ++c) {
+    Values core;
+    for (const double value : common) core.push_back((c == 3 ? 0 : value) + 0.6 * normal(random));
+    widths.push_back(core);
+  }
+  std::vector<StudiedCore> cores;
+  for (const Values& core : widths) cores.push_back({{1800, core}});
+  const auto found = survey(cores, Settings{}, [](std::size_t) { return true; });
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->order.front(), 3u);
+  EXPECT_EQ(found->cores[3].remedy, Remedy::foreign);
+  EXPECT_TRUE(todo(found->cores[3], cores[3].compared).starts_with("Agrees with the others nearly nowhere"));
+  EXPECT_GT(found->cores[3].need, need_to_look_at);
+  for (const std::size_t k : {0u, 1u, 2u, 4u, 5u}) EXPECT_EQ(found->cores[k].remedy, Remedy::none) << k;
 }
 
 TEST(LagRows, AreTheSegmentsOfTheSurveyAtEveryLag) {
