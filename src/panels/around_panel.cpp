@@ -110,7 +110,12 @@ std::optional<std::int64_t> year_looked_at(const PanelInputs& inputs) {
   const auto candidates = shown_candidates(*inputs.findings->pair, inputs.state);
   if (inputs.state.candidate && *inputs.state.candidate < candidates.size())
     return candidates[*inputs.state.candidate].year;
-  if (!candidates.empty()) return candidates.front().year;
+  if (!candidates.empty() &&
+      worth_a_look(shown_errors(*inputs.findings->pair, inputs.state), candidates.front()))
+    return candidates.front().year;
+  // Else the middle of what the page shows, where the bar stands.
+  if (inputs.standing && inputs.standing->situation)
+    return inputs.standing->situation->first_year + inputs.standing->situation->years_shown / 2;
   const YearSpan years = inputs.findings->pair->core->core().compared.years();
   return (years.first + years.last) / 2;
 }

@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-constexpr int head = 150, block_head = 50, line_height = 38, curve_height = 110, gap = 40;
+constexpr int block_head = 50, line_height = 38, curve_height = 110, gap = 40;
 constexpr double least_p = 0.0001;
 
 std::string p_text(double p) {
@@ -21,12 +21,14 @@ std::string p_text(double p) {
 class DatesPanel {
  public:
   DatesPanel(const PanelInputs& inputs, const PanelView& view, const DateFindings& dates)
-      : in_(inputs), view_(view), dates_(dates), pen_(view) {}
+      : in_(inputs), view_(view), dates_(dates), pen_(view), head_(heading(Pen(view))) {}
 
   Panel draw() {
-    y_ = head;
+    y_ = head_ + 14;
     for (const DateFindings::Reference& reference : dates_.references) block(reference);
-    heading();
+    pen_.begin_head(head_);
+    heading(pen_);
+    pen_.line(0, head_, view_.width, head_, colour::hairline);
     return pen_.done(static_cast<int>(y_));
   }
 
@@ -34,15 +36,17 @@ class DatesPanel {
   bool is_seen(double height) const { return at(y_ + height) >= 0 && at(y_) <= view_.height; }
   double at(double y) const { return y - view_.scroll; }
 
-  void heading() {
-    pen_.begin_head(head - 14);
+  // Answers where it ends: in a narrow panel it takes more lines.
+  int heading(Pen&& pen) const { return heading(pen); }
+  int heading(Pen& pen) const {
     const int last = dates_.first_year + dates_.rings - 1;
-    pen_.fitted(margin, 22, view_.width - 2.0 * margin,
-                dates_.sample + ", " + counted(dates_.rings, "ring") + ", now " +
-                    std::to_string(dates_.first_year) + " to " + std::to_string(last),
-                colour::ink, heading_size);
-    pen_.lines(margin, 62, view_.width - 2.0 * margin, verdict() + in_older(in_), colour::muted, small);
-    pen_.line(0, head - 14, view_.width, head - 14, colour::hairline);
+    pen.fitted(margin, 22, view_.width - 2.0 * margin,
+               dates_.sample + ", " + counted(dates_.rings, "ring") + ", now " +
+                   std::to_string(dates_.first_year) + " to " + std::to_string(last),
+               colour::ink, heading_size);
+    const double end =
+        pen.lines(margin, 66, view_.width - 2.0 * margin, verdict() + in_older(in_), colour::muted, small);
+    return static_cast<int>(end) + 8;
   }
 
   std::string verdict() const {
@@ -55,8 +59,20 @@ class DatesPanel {
     const DatedPosition& at = best->best.front();
     const bool other = std::ranges::count_if(dates_.references, &DateFindings::Reference::stands_out) > 1;
     return "One date stands out: " + years_text(at) + " on " + best->name +
-           (at.shift == 0 ? ", as it is dated" : "") +
-           (other ? "; more than one chronology tells one." : ".") + few;
+           (at.shift == 0 ? ", as it is dated" : "") + (other ? "; other chronologies have one, too." : ".") +
+           error_instead(at) + few;
+  }
+
+  // A date elsewhere may only be what is left when a ring is missing or counted twice.
+  std::string error_instead(const DatedPosition& best) const {
+    const auto& pair = in_.findings->pair;
+    if (best.shift == 0 || !pair || !pair->is_sample) return "";
+    const RingErrors& errors = pair->errors;
+    const double moved = best.r > 0 ? -best.overlap / 2.0 * std::log(1 - best.r * best.r) - errors.score : 0;
+    const bool more = (errors.pair && errors.pair->gain > moved) ||
+                      (!errors.candidates.empty() && worth_a_look(errors, errors.candidates.front()) &&
+                       errors.candidates.front().gain > moved);
+    return more ? " But a ring missing or counted twice explains more: see Rings." : "";
   }
 
   std::string years_text(const DatedPosition& position) const {
@@ -100,9 +116,9 @@ class DatesPanel {
                                                    {"t H", 490},
                                                    {"Glk", 570},
                                                    {"years", 650},
-                                                   {"p", 760},
-                                                   {"margin", 860},
-                                                   {"shift", 960}}};
+                                                   {"p", 790},
+                                                   {"margin", 890},
+                                                   {"shift", 990}}};
   bool fits(const Column& column) const { return column.right <= view_.width - 230; }
 
   void columns() {
@@ -203,6 +219,7 @@ class DatesPanel {
   PanelView view_;
   const DateFindings& dates_;
   Pen pen_;
+  int head_;
   double y_ = 0;
 };
 

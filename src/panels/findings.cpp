@@ -37,8 +37,13 @@ bool same(const std::shared_ptr<const T>& a, const std::shared_ptr<const T>& b) 
   return a == b || (a && b && *a == *b);
 }
 
+bool same_names(const std::vector<SharedSeries>& a, const std::vector<SharedSeries>& b) {
+  return std::ranges::equal(
+      a, b, [](const SharedSeries& x, const SharedSeries& y) { return x == y || x->name == y->name; });
+}
+
 bool same_cores(const Situation& a, const Situation& b) {
-  return a.file == b.file && a.cores == b.cores && treat_alike(a.settings, b.settings);
+  return a.cores_file == b.cores_file && a.cores == b.cores && treat_alike(a.settings, b.settings);
 }
 
 bool same_member(const PairMember& a, const PairMember& b) {
@@ -52,7 +57,7 @@ bool same_pair(const Situation& a, const Situation& b) {
 
 // Whether entry `other` is the chronology of the file whose cores are at work.
 bool is_own_chronology(const Situation& now, int other) {
-  return other == static_cast<int>(now.cores.size()) + 1 + now.own_reference;
+  return now.own_reference >= 0 && other == static_cast<int>(now.cores.size()) + 1 + now.own_reference;
 }
 
 std::size_t place_of(const PairMember& core) {
@@ -98,7 +103,7 @@ std::shared_ptr<const PairFindings> pair_of(const Situation& now, const std::vec
   if (is_own_chronology(now, other.entry) && cores.size() > least_depth &&
       other.first_year == other.stored_first_year) {
     pair->others = all_but(cores, place);
-    pair->against = "the " + text_of(pair->others.size()) + " others of " + now.file;
+    pair->against = "the " + text_of(pair->others.size()) + " others of " + now.cores_file;
     pair->reference = OwnedSeries(Reference(compared_of(pair->others), pair->others.size()).view());
   }
   pair->errors = ring_errors(pair->core->core(), pair->reference.view());
@@ -145,10 +150,13 @@ std::vector<DatedBy> dated_by(const Situation& now, const std::vector<SharedStud
   for (std::size_t k = 0; k < now.references.size(); ++k) {
     const ListedChronology& listed = *now.references[k];
     const bool own = static_cast<int>(k) == now.own_reference;
-    if (own && now.sample.is_core && cores.size() > least_depth) {
+    // The same file listed again is no second witness.
+    if (!own && now.sample.is_core && listed.name == now.cores_file) continue;
+    if (own && now.sample.is_core) {
       const auto others = all_but(cores, place_of(now.sample));
       all.push_back(
-          {"others of " + listed.name, OwnedSeries(Reference(compared_of(others), others.size()).view())});
+          {"others of " + listed.name,
+           OwnedSeries(Reference(compared_of(others), others.size(), depth_for(cores.size())).view())});
     } else if (static_cast<int>(now.cores.size() + k) + 1 != now.sample.entry) {
       all.push_back({listed.name, series_of(listed.values)});
     }
@@ -200,7 +208,7 @@ std::shared_ptr<const SiteFindings> site_of(const Situation& now, const std::vec
   });
   if (!surveyed) return nullptr;
   auto site = std::make_shared<SiteFindings>();
-  site->file = now.file;
+  site->file = now.cores_file;
   site->cores = cores;
   site->survey = *surveyed;
   for (std::size_t k = 0; k < cores.size(); ++k)
@@ -256,7 +264,11 @@ void Studies::study(const SharedSituation& situation, const GoOn& go_on, const C
   const bool has_pair = of_pair_ && same_pair(*of_pair_, now);
   const bool has_dates = has_pair && of_dates_ && found_ && found_->dates && same_pair(*of_dates_, now) &&
                          of_dates_->references == now.references;
-  if (has_site) found.site = found_->site, found.pointers = found_->pointers;
+  // Older values of the same cores stay until there are newer ones.
+  const bool has_older = found_ && found_->site && of_site_->cores_file == now.cores_file &&
+                         same_names(of_site_->cores, now.cores);
+  if (has_site || has_older) found.site = found_->site, found.pointers = found_->pointers;
+  found.site_is_older = !has_site && has_older;
   if (has_pair && found_) found.pair = found_->pair;
   if (has_dates) found.dates = found_->dates;
   tell();
@@ -277,6 +289,7 @@ void Studies::study(const SharedSituation& situation, const GoOn& go_on, const C
     auto site = site_of(now, ready_, go_on);
     if (!site) return;
     found.site = std::move(site);
+    found.site_is_older = false;
     found.pointers = std::make_shared<const std::vector<PointerYear>>(pointer_years(widths_of(ready_)));
     of_site_ = situation;
     tell();

@@ -77,6 +77,7 @@ struct DateFindings {
 struct Findings {
   SharedSituation of;  // what it was computed from
   std::shared_ptr<const SiteFindings> site = {};
+  bool site_is_older = false;  // and of the cores as they were before, as are the pointer years
   std::shared_ptr<const PairFindings> pair = {};
   std::shared_ptr<const DateFindings> dates = {};
   std::shared_ptr<const std::vector<PointerYear>> pointers = {};

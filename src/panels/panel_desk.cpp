@@ -9,8 +9,8 @@ namespace vorn {
 
 void PanelDesk::stand(const SharedStanding& standing) {
   in_.standing = standing;
-  if (standing && standing->situation && standing->situation->file != file_) {
-    file_ = standing->situation->file;
+  if (standing && standing->situation && standing->situation->cores_file != file_) {
+    file_ = standing->situation->cores_file;
     in_.state.marks = keeper_ ? keeper_->marks_of(file_) : std::map<std::string, CoreMark>();
   }
 }
@@ -26,8 +26,10 @@ void PanelDesk::found(const SharedFindings& findings, const std::string& working
 Panel PanelDesk::panel(PanelName name, const PanelView& view) const {
   constexpr std::array drawers = {draw_site, draw_rings, draw_dates, draw_around, draw_pointers};
   PanelInputs inputs = in_;
-  inputs.is_older = in_.findings && in_.standing && in_.standing->situation &&
-                    in_.standing->situation->cores != in_.findings->of->cores;
+  const bool of_site = name == PanelName::site || name == PanelName::pointers;
+  inputs.is_older = of_site && in_.findings && in_.findings->site_is_older;
+  inputs.is_older = inputs.is_older || (in_.findings && in_.standing && in_.standing->situation &&
+                                        in_.standing->situation->cores != in_.findings->of->cores);
   PanelView looked_at = view;
   looked_at.width = std::clamp(view.width, 200, 20'000);
   looked_at.height = std::clamp(view.height, 60, 40'000);
@@ -75,7 +77,7 @@ std::optional<Play> PanelDesk::step_core(int direction) const {
   if (!in_.findings || !in_.findings->site || !in_.standing || !in_.standing->situation) return {};
   const SiteFindings& site = *in_.findings->site;
   const Situation& now = *in_.standing->situation;
-  if (site.cores.size() != now.cores.size() || site.file != now.file) return {};
+  if (site.cores.size() != now.cores.size() || site.file != now.cores_file) return {};
   const auto& order = site.survey.order;
   const auto count = static_cast<std::ptrdiff_t>(order.size());
   const int shown = now.sample.is_core ? now.sample.entry : now.reference.is_core ? now.reference.entry : 0;

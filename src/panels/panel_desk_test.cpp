@@ -35,6 +35,7 @@ SharedStanding standing_with_five(Place place, int sample) {
   now.references = {std::make_shared<const ListedChronology>(
       ListedChronology{"near.rwl", *curve(1900, std::vector<double>(80, 1.0))})};
   now.own_reference = 0;
+  now.cores_file = now.file;
   const SharedSeries& core = now.cores[static_cast<std::size_t>(sample) - 1];
   now.sample = {
       sample, core->name, true, 1900, 1979, false, false, nullptr, 1900, core, curve(1900, core->widths)};

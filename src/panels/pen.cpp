@@ -60,7 +60,7 @@ std::string fixed(double value, int decimals) {
 std::string short_r(double r) {
   std::string text = fixed(r, 2);
   if (const auto at = text.find("0."); at <= 1) text.erase(at, 1);
-  return text;
+  return text == "-.00" ? ".00" : text;
 }
 
 std::string signed_number(std::int64_t value) {

@@ -52,7 +52,7 @@ std::optional<Play> put_on_page(int entry, const Standing& standing) {
   if (!acts_at(standing)) return {};
   const Situation& now = *standing.situation;
   const int cores = static_cast<int>(now.cores.size());
-  if (entry < 1 || entry > cores || now.references.empty()) return {};
+  if (entry < 1 || entry > cores || now.own_reference < 0) return {};
   auto way = way_to_chooser(now.place);
   if (!way) return {};
   Play play{std::move(*way), "Put " + now.cores[static_cast<std::size_t>(entry) - 1]->name + " on the page"};

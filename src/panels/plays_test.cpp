@@ -92,6 +92,7 @@ Situation with_references(Place place) {
   for (const char* name : {"near.rwl", "far.rwl"})
     now.references.push_back(std::make_shared<const ListedChronology>(ListedChronology{name, {}}));
   now.own_reference = 0;
+  now.cores_file = now.file;
   return now;
 }
 

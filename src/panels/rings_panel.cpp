@@ -12,6 +12,8 @@
 #include "panels/plays.h"
 #include "panels/year_axis.h"
 #include "study/corrected.h"
+#include "study/dates.h"
+#include "study/lagged_sums.h"
 
 namespace vorn {
 namespace {
@@ -58,7 +60,7 @@ class RingsPanel {
     switches();
     if (errors_.pair) pair_row(*errors_.pair);
     for (std::size_t k = 0; k < candidates_.size(); ++k) candidate_row(k);
-    if (candidates_.empty()) {
+    if (candidates_.empty() && !errors_.pair) {
       pen_.lines(margin, at(y_), view_.width - 2.0 * margin,
                  "Neither a ring more nor a ring less makes the core agree better.", colour::muted);
       y_ += 50;
@@ -85,12 +87,18 @@ class RingsPanel {
   }
 
   std::string verdict() const {
+    if (errors_.years < least_years_in_common)
+      return "Nothing can be told of fewer than " + std::to_string(least_years_in_common) + " years";
     if (errors_.pair) return "Two errors explain far more than one";
-    if (candidates_.empty() || candidates_.front().gain < gain_to_look_at)
-      return "No error is worth a look: it would take a gain of " + fixed(gain_to_look_at, 0);
-    return what_text(candidates_.front()) +
-           (candidates_.front().margin >= sure_margin ? "; no other year comes near" : "; look on the wood");
+    const auto best = std::ranges::find_if(candidates_, [this](const auto& found) { return counts(found); });
+    if (best == candidates_.end())
+      return "No error is worth a look: it would take a gain of " + fixed(gain_to_look_at, 0) +
+             ", and a higher r";
+    return what_text(*best) +
+           (best->margin >= sure_margin ? "; no other year comes near" : "; look on the wood");
   }
+
+  bool counts(const ErrorCandidate& found) const { return worth_a_look(errors_, found); }
 
   // --- The evidence, year by year.
 
@@ -115,7 +123,7 @@ class RingsPanel {
               colour::pale_green);
     pen_.line(axis_.left(), look, axis_.right(), look, colour::sea_green);
     pen_.right(axis_.left() - 10, look - small / 2, fixed(gain_to_look_at, 0), colour::sea_green, small);
-    pen_.right(axis_.left() - 10, bottom - small / 2, "0", colour::muted, small);
+    if (bottom - look > small) pen_.right(axis_.left() - 10, bottom - small / 2, "0", colour::muted, small);
     if (most - gain_to_look_at > 3) pen_.right(axis_.left() - 10, top, fixed(most, 0), colour::muted, small);
     for (const Correction kind : {Correction::merge, Correction::insert}) curve(kind, bottom, scale);
     axis_.draw(pen_, bottom);
@@ -147,23 +155,44 @@ class RingsPanel {
     if (x + width_of(unit, small) < axis_.right()) pen_.text(x, y, unit, colour::muted, small);
   }
 
-  // Of each kind the years that hold 90 %, where they are worth a look; the likeliest has a mark.
+  // The years that hold 90 % of what is worth a look, missing rings above the others; the likeliest has a
+  // line.
   void sets(double y) {
+    const auto row = [y](Correction kind) { return y + (kind == Correction::merge ? set_height + 4 : 0); };
+    if (errors_.pair) {
+      for (const std::size_t k : {0u, 1u}) {
+        const Correction kind = errors_.pair->kinds[k];
+        set(errors_.pair->sets[k], errors_.pair->years[k], colour_of(kind), row(kind));
+      }
+      return;
+    }
     for (const Correction kind : {Correction::insert, Correction::merge}) {
       const auto best = std::ranges::find(candidates_, kind, &ErrorCandidate::kind);
-      if (best == candidates_.end() || best->gain < gain_to_look_at) continue;
-      const double top = y + (kind == Correction::merge ? set_height + 4 : 0);
-      const std::int64_t from = std::max(best->from, axis_.years().first),
-                         to = std::min(best->to, axis_.years().last);
-      if (from <= to) {
-        const int left = static_cast<int>(axis_.x_of(from));
-        const int right = std::max(static_cast<int>(axis_.x_of(to + 1)), left + 3);
-        pen_.area({left, static_cast<int>(top), right, static_cast<int>(top) + set_height}, colour_of(kind));
-      }
-      if (!axis_.shows(best->year)) continue;
-      const double x = axis_.middle_of(best->year), bottom = at(graph_top + graph_height);
-      pen_.line(x, at(graph_top), x, bottom, colour_of(kind));
+      if (best == candidates_.end() || !counts(*best)) continue;
+      set({best->from, best->to}, best->year, colour_of(kind), row(kind));
     }
+  }
+
+  // What is out of sight is pointed to at the edge.
+  void set(YearSpan years, std::int64_t likeliest, Colour colour, double top) {
+    const int y = static_cast<int>(top);
+    const std::int64_t from = std::max(years.first, axis_.years().first),
+                       to = std::min(years.last, axis_.years().last);
+    if (from <= to) {
+      const int left = static_cast<int>(axis_.x_of(from));
+      const int right = std::max(static_cast<int>(axis_.x_of(to + 1)), left + 3);
+      pen_.area({left, y, right, y + set_height}, colour);
+    }
+    if (axis_.shows(likeliest)) {
+      const double x = axis_.middle_of(likeliest);
+      return pen_.line(x, at(graph_top), x, at(graph_top + graph_height), colour);
+    }
+    const bool earlier = likeliest < axis_.years().first;
+    const double edge = earlier ? axis_.left() : axis_.right(), in = earlier ? 16 : -16;
+    pen_.triangle({edge, top + set_height / 2.0}, {edge + in, top}, {edge + in, top + set_height}, colour);
+    const std::string year = std::to_string(likeliest);
+    if (earlier) pen_.text(edge + 24, top - 2, year, colour, small);
+    if (!earlier) pen_.right(edge - 24, top - 2, year, colour, small);
   }
 
   // --- What can be done.
@@ -193,17 +222,39 @@ class RingsPanel {
     y_ += 58;
   }
 
+  // The core as a click on the candidate makes it. Held at its bark against what the evidence says, it lies a
+  // year off as a whole.
+  SeriesView played(const OwnedSeries& corrected, const ErrorCandidate& found) const {
+    SeriesView series = corrected.view();
+    if (against_evidence(found)) series.first += found.kind == Correction::insert ? -1 : 1;
+    return series;
+  }
+  bool against_evidence(const ErrorCandidate& found) const {
+    return in_.state.hold_bark && found.end == KeptEnd::inner;
+  }
+
+  std::string figures_of(const ErrorCandidate& found) const {
+    const OwnedSeries corrected = corrected_series(pair_.core->core(), found.kind, found.end, found.year);
+    const SeriesView series = played(corrected, found);
+    const double r = RunningSums(series, pair_.reference.view(), 0, series.years()).all().r();
+    if (against_evidence(found))
+      return "with the bark held r " + short_r(errors_.r) + " to " + short_r(r) +
+             ": the evidence says that the pith end stays";
+    const std::string margin =
+        std::isfinite(found.margin) ? "margin " + fixed(found.margin, 1) : "no other year to hold it against";
+    return "gain " + fixed(found.gain, 1) + ", " + margin + ", r " + short_r(errors_.r) + " to " +
+           short_r(found.r) + ", " + std::string(end_text(found.end));
+  }
+
   void candidate_row(std::size_t k) {
     const ErrorCandidate& found = candidates_[k];
-    const bool chosen = in_.state.candidate == k;
     const Mending mending = mending_of(found, *pair_.core, in_.state.hold_bark);
-    const std::string figures = "gain " + fixed(found.gain, 1) + ", margin " +
-                                (std::isfinite(found.margin) ? fixed(found.margin, 1) : "without a second") +
-                                ", r " + short_r(errors_.r) + " to " + short_r(found.r) + ", " +
-                                std::string(end_text(found.end));
     Spot spot = mending_spot(mending);
     spot.change = {.kind = PanelChange::Kind::choose, .candidate = k};
-    row(what_text(found), figures, colour_of(found.kind), found.gain >= gain_to_look_at, chosen, mending,
+    std::string figures = figures_of(found);
+    if (found.kind == Correction::insert && mending.year != found.year)
+      figures += ", dated " + std::to_string(mending.year) + " now";
+    row(what_text(found), figures, colour_of(found.kind), counts(found), in_.state.candidate == k, mending,
         std::move(spot));
   }
 
@@ -268,6 +319,8 @@ class RingsPanel {
         candidates_, [](const ErrorCandidate& found) { return found.kind == Correction::merge; });
     if (merges)
       note("Of two rings that are one the narrower is deleted. The ring that stays keeps its own width.");
+    if (pair_.others.empty())
+      note("Held against one series alone: where they disagree either of the two may be wrong.");
     if (pair_.is_last)
       note("The last core of a file: what is changed on it is not computed anew, and cannot be saved.");
   }
@@ -278,7 +331,7 @@ class RingsPanel {
     const OwnedSeries corrected = corrected_series(pair_.core->core(), found.kind, found.end, found.year);
     const SeriesView reference = pair_.reference.view();
     const auto before = lag_rows(pair_.core->core().compared, reference, pair_.settings, shown_lags);
-    const auto after = lag_rows(corrected.view(), reference, pair_.settings, shown_lags);
+    const auto after = lag_rows(played(corrected, found), reference, pair_.settings, shown_lags);
     y_ += 10;
     const bool beside = view_.width >= 1100;
     const double width = beside ? (view_.width - 3.0 * margin) / 2 : view_.width - 2.0 * margin;

@@ -11,8 +11,10 @@
 namespace vorn {
 namespace {
 
-constexpr int head = 146, low_row = 50, high_row = 86, tile_height = 34, widest_tile = 84;
-constexpr int name_x = 74;
+constexpr int head = 146, low_row = 50, high_row = 86, tile_height = 34, widest_tile = 90;
+constexpr int thinnest_tile = 4;
+constexpr double tile_size = 16;
+constexpr int name_x = 74, left_of_tiles = 316;
 
 std::string years_text(const SeriesCopy& core) {
   return std::to_string(core.first_year) + "-" + std::to_string(core.last_year());
@@ -29,9 +31,9 @@ class SitePanel {
       : in_(inputs), view_(view), site_(site), pen_(view), order_(listed_cores(site, inputs.state)) {
     // The tiles take what names and figures leave, but no more than is of use.
     const int wanted = static_cast<int>(site.survey.segments.size()) * widest_tile;
-    const int room = std::max(view.width - 330 - margin, 120);
+    const int room = std::max(view.width - left_of_tiles - margin, 0);
     tiles_width_ = std::min(room, wanted);
-    tiles_x_ = 330;
+    tiles_x_ = left_of_tiles;
     int top = head;
     for (const std::size_t k : order_) {
       tops_.push_back(top);
@@ -62,7 +64,9 @@ class SitePanel {
     const std::string cores = counted(static_cast<std::int64_t>(site_.cores.size()), "core");
     pen_.fitted(margin, 22, view_.width - 300, site_.file, colour::ink, heading_size);
     pen_.fitted(margin, 60, view_.width - 300,
-                cores + ", " + std::to_string(to_do) + " to look at" + in_older(in_), colour::muted, small);
+                cores + ", " + std::to_string(to_do) + " to look at" + in_older(in_) +
+                    ".  A: weaker than chance gives in 1 case of 100.  B: another lag is better",
+                colour::muted, small);
     pen_.key(
         {view_.width - 260, 20, view_.width - margin, 62},
         in_.state.only_to_do ? "Show all" : "Hide what is done",
@@ -76,7 +80,7 @@ class SitePanel {
         pen_.right(tiles_x_ + tiles_width_, head - 40, last, colour::muted, small);
     }
     pen_.text(name_x, head - 40, "core", colour::muted, small);
-    pen_.right(300, head - 40, "r", colour::muted, small);
+    pen_.right(296, head - 40, "r", colour::muted, small);
     pen_.line(0, head - 8, view_.width, head - 8, colour::hairline);
   }
 
@@ -88,14 +92,15 @@ class SitePanel {
     const bool on_page = is_on_page(k);
     if (on_page) pen_.area({0, y, view_.width, y + row_height}, colour::pale_blue);
     const std::string& todo = site_.todo[k];
+    const std::string r = core.years > 0 ? short_r(core.r) : std::string();
     const Colour letters = mark == CoreMark::to_do ? colour::ink : colour::muted;
-    std::string tip = series.name + ", " + years_text(series) + ", r " + short_r(core.r) +
+    std::string tip = series.name + ", " + years_text(series) + (r.empty() ? "" : ", r " + r) +
                       (todo.empty() ? "" : ": " + todo);
     auto play = in_.standing ? put_on_page(static_cast<int>(k) + 1, *in_.standing) : std::nullopt;
     if (play) tip += ". A click puts it on the page";
     pen_.spot({{0, y, view_.width, y + row_height}, tip, {}, std::move(play)});
     pen_.fitted(name_x, y + 12, 160, series.name, letters);
-    pen_.right(300, y + 12, short_r(core.r), letters);
+    pen_.right(296, y + 12, r, letters);
     tiles(core, y + 6);
     if (!todo.empty()) pen_.fitted(name_x, y + 51, view_.width - name_x - margin, todo, letters, small);
     mark_box(series.name, mark, !todo.empty(), y);
@@ -126,7 +131,7 @@ class SitePanel {
 
   void tiles(const SiteCore& core, int y) {
     const auto& cells = core.cells;
-    if (cells.empty()) return;
+    if (cells.empty() || tiles_width_ < static_cast<int>(cells.size()) * thinnest_tile) return;
     const double width = static_cast<double>(tiles_width_) / static_cast<double>(cells.size());
     for (std::size_t k = 0; k < cells.size(); ++k) {
       if (!cells[k]) continue;
@@ -146,14 +151,14 @@ class SitePanel {
     const std::string sign = std::string(cell.low ? "A" : "") + (cell.lagging ? "B" : "");
     const std::string value = short_r(cell.r);
     const double room = place.x2 - place.x1 - 4;
-    const double middle = (place.x1 + place.x2) / 2.0, top = place.y1 + 8;
+    const double middle = (place.x1 + place.x2) / 2.0, top = place.y1 + 9;
     const Colour letters = sign.empty() ? colour::muted : colour::ink;
-    if (width_of(value + sign, small) + 8 <= room) {
-      pen_.centred(middle, top, sign.empty() ? value : value + " " + sign, letters, small);
-    } else if (!sign.empty() && width_of(sign.substr(0, 1), small) <= room) {
-      pen_.centred(middle, top, width_of(sign, small) <= room ? sign : sign.substr(0, 1), letters, small);
-    } else if (sign.empty() && width_of(value, small) <= room) {
-      pen_.centred(middle, top, value, letters, small);
+    // As much of it as fits: a sign says more than its value.
+    const std::string whole = sign.empty() ? value : value + " " + sign;
+    for (const std::string& text : {whole, sign.empty() ? value : sign, sign.substr(0, 1)}) {
+      if (width_of(text, tile_size) > room) continue;
+      if (!text.empty()) pen_.centred(middle, top, text, letters, tile_size);
+      break;
     }
     if (cell.low || cell.lagging)
       pen_.line(place.x1, place.y2, place.x2, place.y2, cell.low ? colour::vermilion : colour::amber);

@@ -9,6 +9,7 @@
 #include "panels/script_panels.h"
 #include "records/disk_files.h"
 #include "sessions/session.h"
+#include "support/menu_bench.h"
 #include "support/places.h"
 #include "support/scratch_folder.h"
 
@@ -168,6 +169,43 @@ TEST_F(Panels, SayWhyTheyAreEmpty) {
   EXPECT_TRUE(played.writes("dates.txt", "No sample is on the cross-dating page."));
   EXPECT_TRUE(played.writes("around.txt", "No core is on the cross-dating page."));
   EXPECT_TRUE(played.writes("pointers.txt", "\"Pointer years\""));
+}
+
+// The core as it is dated is what the panel held at its bark would make wrong: it says so.
+TEST_F(Panels, SayWhenTheBarkIsHeldAgainstTheEvidence) {
+  Played played(
+      "pick site NOW07\n"
+      "pick rings Bark held: where it fits\n"
+      "panel rings rings.txt\n");
+  EXPECT_TRUE(played.writes("rings.txt", "with the bark held r .26 to -")) << played.pages["rings.txt"];
+  EXPECT_TRUE(played.writes("rings.txt", "the evidence says that the pith end stays"));
+}
+
+// What is known of an index file that is the current chronology is not known of its cores: it has none.
+TEST_F(Panels, CoresAreThoseOfTheirOwnFile) {
+  folder.write("Vorn.fil", "anywhere.crn\nnowhere.rwl\nnowhere.rwl\n");
+  Played played(
+      "panel site site.txt\n"
+      "pick site NOW19\n"
+      "panel rings rings.txt\n"
+      "panel dates dates.txt\n");
+  EXPECT_EQ(played.status, ScriptStop::ended) << played.said;
+  EXPECT_TRUE(played.writes("site.txt", "\"nowhere.rwl\""));
+  EXPECT_TRUE(played.writes("rings.txt", "NOW19 against the 24 others of nowhere.rwl"));
+  EXPECT_TRUE(played.writes("dates.txt", "\"others of nowhere.rwl\""));
+  EXPECT_TRUE(played.writes("dates.txt", "\"anywhere.crn\""));
+  // The same file once more is no second witness.
+  EXPECT_FALSE(played.writes("dates.txt", "\"nowhere.rwl\""));
+}
+
+// A core alone in its file has no date by it.
+TEST_F(Panels, NoCoreIsDatedByItself) {
+  folder.write("alone.rwl", raw_core_text("OAK1", 1900, 60, 7));
+  folder.write("Vorn.fil", "alone.rwl\nanywhere.crn\n");
+  Played played("press crossdate\npanel dates dates.txt\n");
+  EXPECT_EQ(played.status, ScriptStop::ended) << played.said;
+  EXPECT_TRUE(played.writes("dates.txt", "No date stands out."));
+  EXPECT_TRUE(played.writes("dates.txt", "too few years in common"));
 }
 
 }  // namespace
