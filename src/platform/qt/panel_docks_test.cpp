@@ -46,6 +46,8 @@ struct PanelsAround : Windowed {
     if (rings >= 200) situation.cores[1] = without_a_ring(*situation.cores[1]);
     Curve mean{1700, situation.cores.front()->widths, situation.cores.front()->presence};
     situation.references = {std::make_shared<const ListedChronology>(ListedChronology{"nowhere.rwl", mean})};
+    situation.own_reference = 0;
+    situation.cores_file = situation.file;
   }
   PanelDock& dock(PanelName name) { return window->panels().dock(name); }
   PanelArea& site() { return dock(PanelName::site).area(); }
