@@ -1,5 +1,9 @@
 #include "apps/options.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
 namespace vorn {
 
 CLI::Option* with_value(CLI::Option* option, const char* value) {
@@ -11,6 +15,29 @@ CLI::Option* add_choice(CLI::App& app, const char* name, std::string& value,
   std::string all;
   for (const std::string& choice : choices) all += (all.empty() ? "" : "|") + choice;
   return app.add_option(name, value, does)->check(CLI::IsMember(choices))->option_text(all);
+}
+
+CLI::Validator decimal() {
+  return CLI::Validator(
+      [](std::string& text) -> std::string {
+        const std::size_t sign = text.find_first_of("+-") == 0 ? 1 : 0;
+        if (text.size() == sign || text.find_first_not_of("0123456789", sign) != std::string::npos)
+          return text + " is no whole number";
+        text.erase(sign, std::min(text.find_first_not_of('0', sign), text.size() - 1) - sign);
+        return "";
+      },
+      "");
+}
+
+CLI::Validator finite() {
+  return CLI::Validator(
+      [](std::string& text) -> std::string {
+        char* end = nullptr;
+        const double value = std::strtod(text.c_str(), &end);
+        const bool is_number = end != text.c_str() && *end == '\0' && std::isfinite(value);
+        return is_number ? "" : text + " is no number";
+      },
+      "");
 }
 
 TableFormat TypedOutput::as() const {

@@ -17,6 +17,11 @@ CLI::Option* with_value(CLI::Option* option, const char* value);
 CLI::Option* add_choice(CLI::App& app, const char* name, std::string& value,
                         const std::vector<std::string>& choices, const char* does);
 
+// For whole numbers: "032" is 32, as people count, and "0x20" is none.
+CLI::Validator decimal();
+// For numbers with a fraction: those that are finite.
+CLI::Validator finite();
+
 // How rows are written, and where.
 struct TypedOutput {
   std::string format = "table", file;  // standard output where it is empty

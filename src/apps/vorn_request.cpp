@@ -46,7 +46,8 @@ std::string example_of(std::string_view verb) {
 template <class Number>
 CLI::Option* add_number(CLI::App& app, const char* name, Number& value, int least, int most,
                         const char* does) {
-  return with_value(app.add_option(name, value, does)->check(CLI::Range(least, most)), "N");
+  return with_value(app.add_option(name, value, does)->transform(decimal())->check(CLI::Range(least, most)),
+                    "N");
 }
 
 void add_common(CLI::App& app, Request& request, Typed& typed) {
@@ -80,7 +81,8 @@ void add_segments(CLI::App& app, Request& request, Typed& typed) {
 void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& typed) {
   if (verb == "locate") {
     with_value(app.add_option("--gain", request.switches.least_gain,
-                              "least gain of an error that is given, at first 7; 0: the best of each core"),
+                              "least gain of an error that is given, at first 7; 0: the best of each core")
+                   ->check(finite()),
                "X");
     app.add_flag("--no-narrow", typed.no_narrow, "missing rings are as likely in wide years");
   }

@@ -133,6 +133,10 @@ TEST_F(CommandLine, EndsWith2WhereItIsUsedWrongly) {
   EXPECT_EQ(run(VORN " stats --spline 2 oak.rwl"), 2);
   EXPECT_EQ(run(VORN " stats --format xml oak.rwl"), 2);
   EXPECT_EQ(run(VORN " stats --fail-on note oak.rwl"), 2);
+  for (const char* number : {"0x20", "", "-", "3.5", "twelve", "002"})
+    EXPECT_EQ(run(VORN " stats --spline '" + std::string(number) + "' oak.rwl"), 2) << number;
+  for (const char* gain : {"nan", "inf", "1e999", "7x"})
+    EXPECT_EQ(run(VORN " locate --gain " + std::string(gain) + " oak.rwl"), 2) << gain;
   EXPECT_EQ(run(VORN " corr --grid tiles oak.rwl"), 2);
   EXPECT_EQ(run(VORN " corr --max-lag 3 oak.rwl"), 2);
   EXPECT_EQ(run(VORN " corr --reference oak.rwl oak.rwl"), 2);
@@ -190,6 +194,18 @@ TEST_F(CommandLine, OptionsTakeOneValueEachSoThatFilesMayFollow) {
   EXPECT_EQ(lines(), 3);
   EXPECT_EQ(run(VORN " date --format csv --reference oak.rwl oak.rwl"), 0);
   EXPECT_EQ(lines(), 4);
+}
+
+TEST_F(CommandLine, NumbersAreDecimal) {
+  const auto recipe_has = [this](const std::string& words) {
+    return printed.find(words) != std::string::npos;
+  };
+  EXPECT_EQ(run(VORN " stats --json --spline 032 --ar 08 oak.rwl"), 0);
+  EXPECT_TRUE(recipe_has("spline 32, ar 8,")) << printed;
+  EXPECT_EQ(run(VORN " corr --json --segment 040 --step +010 -j 010 oak.rwl"), 0);
+  EXPECT_TRUE(recipe_has("segment 40, step 10,")) << printed;
+  EXPECT_EQ(run(VORN " corr --json --segment 40 --overlap 00 oak.rwl"), 0);
+  EXPECT_TRUE(recipe_has("segment 40, step 40,")) << printed;
 }
 
 // The first years of the segments of OAK1, one after another.
