@@ -70,8 +70,9 @@ void add_settings(CLI::App& app, Request& request, Typed& typed) {
   app.add_flag("--no-log", typed.no_log, "no logarithms");
 }
 
-void add_segments(CLI::App& app, Request& request, Typed& typed) {
-  add_number(app, "--segment", request.settings.seg, 4, max_years, "years of a segment; at first 50");
+// `least` years make a segment.
+void add_segments(CLI::App& app, int least, Request& request, Typed& typed) {
+  add_number(app, "--segment", request.settings.seg, least, max_years, "years of a segment; at first 50");
   CLI::Option* step = add_number(app, "--step", typed.step, 1, max_years,
                                  "years from one segment's beginning to the next; at first 25");
   add_number(app, "--overlap", typed.overlap, 0, max_years - 1, "years by which segments overlap, instead")
@@ -93,7 +94,9 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
             ->allow_extra_args(false),
         "FILE");
   }
-  if (verb == "site" || verb == "corr") add_segments(app, request, typed);
+  // Of fewer years in common site tells nothing.
+  if (verb == "site") add_segments(app, least_years_in_common, request, typed);
+  if (verb == "corr") add_segments(app, 4, request, typed);
   if (verb == "corr") {
     add_choice(app, "--grid", typed.grid, {"report", "lags"}, "the figures of Corr.prn, or of the lag table");
     add_number(app, "--max-lag", typed.farthest_lag, 1, max_lag,

@@ -141,6 +141,7 @@ TEST_F(CommandLine, EndsWith2WhereItIsUsedWrongly) {
   EXPECT_EQ(run(VORN " corr --max-lag 3 oak.rwl"), 2);
   EXPECT_EQ(run(VORN " corr --reference oak.rwl oak.rwl"), 2);
   EXPECT_EQ(run(VORN " corr --grid lags --max-lag 11 oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " site --segment 19 oak.rwl"), 2);
   for (const char* verb : {" corr", " corr --grid lags", " site"}) {
     EXPECT_EQ(run(VORN + std::string(verb) + " --step 10 --overlap 40 oak.rwl"), 2);
     EXPECT_EQ(run(VORN + std::string(verb) + " --segment 40 --overlap 40 oak.rwl"), 2);
