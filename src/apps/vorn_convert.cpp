@@ -16,6 +16,7 @@ namespace {
 struct Wanted {
   std::string file, layout, fail_on;
   std::string output;  // empty: standard output
+  bool quiet = false;
 };
 
 std::vector<std::string> layout_names() {
@@ -38,10 +39,10 @@ int convert(const Wanted& wanted) {
   InputFiles files({wanted.file});
   const Collection collection(files, wanted.file, untreated());
   const Conversion made = converted(collection, layout_named(wanted.layout));
-  say(made.not_read);
+  if (!wanted.quiet) say(made.not_read);
   say(made.refused);
   if (!made.refused.empty()) return cannot_go_on;
-  say(made.lost);
+  if (!wanted.quiet) say(made.lost);
   Output out(wanted.output);
   out.stream() << made.bytes;
   return out.end(is_grave(made, wanted.fail_on) ? found : done);
@@ -56,6 +57,7 @@ void add_convert(CLI::App& app, Command& command) {
   add_choice(*sub, "--to", wanted->layout, layout_names(), "the layout to write")->required();
   with_value(sub->add_option("-o", wanted->output, "writes to this file"), "FILE");
   add_fail_on(*sub, wanted->fail_on, "ends with 1: error, where something was not read; warning, or lost");
+  sub->add_flag("-q", wanted->quiet, "says nothing of what was not read or is lost");
   sub->group("Verbs");
   sub->footer("Example: vorn convert site.rwl --to heidelberg -o site.fh");
   sub->callback([wanted, &command] { command = [wanted] { return convert(*wanted); }; });

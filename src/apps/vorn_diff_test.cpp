@@ -120,6 +120,15 @@ TEST_F(Convert, SaysWhatIsLost) {
   EXPECT_EQ(run(VORN " convert headed.rwl --to compact -o new --fail-on warning"), 1);
 }
 
+TEST_F(Convert, SaysOnlyWhyItRefusesWhereNobodyWantsToHearMore) {
+  folder.write("headed.rwl", "A site\n" + folder.read("oak.rwl") + "\n" + folder.read("more.rwl"));
+  EXPECT_EQ(run(VORN " convert -q headed.rwl --to compact -o new --fail-on error"), 1);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(run(VORN " diff --fail-on warning oak.rwl new"), 0);
+  EXPECT_EQ(run(VORN " convert -q note.txt --to compact -o new"), 4);
+  EXPECT_EQ(said, "vorn: note.txt: no ring widths to write\n");
+}
+
 TEST_F(Convert, WritesWhatCouldBeReadAndSaysWhatNot) {
   folder.write("cut.rwl", folder.read("oak.rwl") + "\n" + folder.read("more.rwl"));
   EXPECT_EQ(run(VORN " convert cut.rwl --to compact -o new --fail-on error"), 1);
