@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "records/os_file.h"
+
 namespace vorn {
 
 CLI::Option* with_value(CLI::Option* option, const char* value) {
@@ -45,11 +47,28 @@ TableFormat TypedOutput::as() const {
   return format == "csv" ? TableFormat::csv : TableFormat::table;
 }
 
+void add_output_file(CLI::App& app, std::string& file) {
+  const auto take = [&file](const std::string& name) { file = name == "-" ? "" : name; };
+  with_value(app.add_option_function<std::string>("-o", take, "writes to this file; - is standard output"),
+             "FILE");
+}
+
+void refuse_to_overwrite(const std::vector<std::string>& read, const std::string& output) {
+  os::Stamp written;
+  if (output.empty() || os::stamp_of(output, written) != 0) return;
+  for (const std::string& name : read) {
+    os::Stamp stamp;
+    if (name == "-" || os::stamp_of(name, stamp) != 0) continue;
+    if (stamp.device == written.device && stamp.number == written.number)
+      throw CLI::ValidationError("-o " + output + " would overwrite " + name + ", which is read");
+  }
+}
+
 void add_output(CLI::App& app, TypedOutput& output) {
   add_choice(app, "--format", output.format, {"table", "csv", "json"},
              "how the rows are written; at first table");
   app.add_flag("--json", output.json, "the same as --format json");
-  with_value(app.add_option("-o", output.file, "writes to this file"), "FILE");
+  add_output_file(app, output.file);
 }
 
 void add_fail_on(CLI::App& app, std::string& grade, const char* does) {

@@ -28,6 +28,10 @@ struct TypedOutput {
   bool json = false;
   TableFormat as() const;
 };
+// -o: empty for standard output, as "-" is.
+void add_output_file(CLI::App& app, std::string& file);
+// Takes it for wrong use where `output` is one of the files that are read, under whatever name.
+void refuse_to_overwrite(const std::vector<std::string>& read, const std::string& output);
 // --format, --json and -o.
 void add_output(CLI::App& app, TypedOutput& output);
 

@@ -55,12 +55,15 @@ void add_convert(CLI::App& app, Command& command) {
   CLI::App* sub = app.add_subcommand("convert", "the ring widths of a file in another layout");
   with_value(sub->add_option("FILE", wanted->file, "the file to read; - is standard input"), " ")->required();
   add_choice(*sub, "--to", wanted->layout, layout_names(), "the layout to write")->required();
-  with_value(sub->add_option("-o", wanted->output, "writes to this file"), "FILE");
+  add_output_file(*sub, wanted->output);
   add_fail_on(*sub, wanted->fail_on, "ends with 1: error, where something was not read; warning, or lost");
   sub->add_flag("-q", wanted->quiet, "says nothing of what was not read or is lost");
   sub->group("Verbs");
   sub->footer("Example: vorn convert site.rwl --to heidelberg -o site.fh");
-  sub->callback([wanted, &command] { command = [wanted] { return convert(*wanted); }; });
+  sub->callback([wanted, &command] {
+    refuse_to_overwrite({wanted->file}, wanted->output);
+    command = [wanted] { return convert(*wanted); };
+  });
 }
 
 }  // namespace vorn

@@ -63,6 +63,7 @@ void add_diff(CLI::App& app, Command& command) {
   sub->callback([wanted, &command] {
     if (wanted->before == "-" && wanted->after == "-")
       throw CLI::ValidationError("only one of both can be standard input");
+    refuse_to_overwrite({wanted->before, wanted->after}, wanted->output.file);
     command = [wanted] { return diff(*wanted); };
   });
 }

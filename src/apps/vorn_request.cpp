@@ -158,6 +158,8 @@ std::string take(Request& request, const Typed& typed) {
   request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
   if (!typed.reference.empty()) request.references = {typed.reference};
   if (!typed.fail_on.empty()) request.fail_on = severity_named(typed.fail_on);
+  refuse_to_overwrite(request.files, request.output);
+  refuse_to_overwrite(request.references, request.output);
   const bool of_lags = typed.farthest_lag || !typed.reference.empty();
   if (is_report(request) && of_lags) return "--max-lag and --reference go with --grid lags";
   return has_segments(request) ? set_segments(request, typed) : "";

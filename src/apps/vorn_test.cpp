@@ -166,6 +166,38 @@ TEST_F(CommandLine, WritesToAFileOrSaysWhyNot) {
   EXPECT_EQ(said, "vorn: nowhere/out.csv: No such file or directory\n");
 }
 
+TEST_F(CommandLine, NeverWritesOverWhatItReads) {
+  folder.write("other.rwl", raw_core_text("ELM1", 1900, 60, 5u));
+  ASSERT_EQ(run("ln -s oak.rwl link && ln oak.rwl hard"), 0);
+  const std::string oak = folder.read("oak.rwl");
+  for (const char* command :
+       {"stats oak.rwl -o oak.rwl", "stats other.rwl oak.rwl -o ./oak.rwl", "check oak.rwl -o link",
+        "stats link -o oak.rwl", "stats oak.rwl -o hard", "date other.rwl --reference oak.rwl -o oak.rwl",
+        "corr --grid lags other.rwl --reference oak.rwl -o link", "diff other.rwl oak.rwl -o oak.rwl",
+        "diff oak.rwl other.rwl -o oak.rwl", "convert oak.rwl --to compact -o oak.rwl"}) {
+    SCOPED_TRACE(command);
+    EXPECT_EQ(run(VORN " " + std::string(command)), 2);
+    EXPECT_NE(said.find(", which is read\n"), std::string::npos) << said;
+    EXPECT_EQ(folder.read("oak.rwl"), oak);
+    EXPECT_EQ(printed, "");
+  }
+  EXPECT_EQ(run(VORN " convert oak.rwl --to tucson -o other.rwl"), 0);
+}
+
+TEST_F(CommandLine, TakesADashForStandardOutput) {
+  ASSERT_EQ(run(VORN " chron --format csv oak.rwl"), 0);
+  const std::string plain = printed;
+  EXPECT_EQ(run(VORN " chron --format csv oak.rwl -o -"), 0);
+  EXPECT_EQ(printed, plain);
+  ASSERT_EQ(run(VORN " convert oak.rwl --to tucson"), 0);
+  const std::string converted = printed;
+  EXPECT_EQ(run(VORN " convert oak.rwl --to tucson -o -"), 0);
+  EXPECT_EQ(printed, converted);
+  EXPECT_EQ(run("test ! -e ./-"), 0);
+  EXPECT_EQ(run(VORN " stats --format csv -o - - <oak.rwl"), 0);
+  EXPECT_EQ(lines(), 4);
+}
+
 // As every file of the program is.
 TEST_F(CommandLine, ReplacesAFileAsAWholeOrNotAtAll) {
   folder.write("out.csv", "older\n");
