@@ -26,20 +26,27 @@ void take_reference(vorn::Request& request, vorn::Collection& collection, bool& 
   request.switches.references.push_back(reference);
 }
 
-// Reads what the cores are compared with. Answers false where one of them is none.
-bool read_references(vorn::Request& request) {
-  vorn::DiskFiles files;
-  bool all = true;
+struct ReadReferences {
+  bool are_some = true;  // each has values
+  bool are_whole = true;
+};
+
+// Reads what the cores are compared with.
+ReadReferences read_references(vorn::Request& request) {
+  vorn::InputFiles files(request.references);
+  ReadReferences read;
   for (const std::string& name : request.references) {
     vorn::Collection collection(files, name, request.settings);
-    vorn::say(collection.words());
+    const auto words = collection.words();
+    if (!request.quiet) vorn::say(words);
+    read.are_whole = read.are_whole && words.empty();
     bool is_one = false;
     take_reference(request, collection, is_one);
     if (is_one) continue;
     vorn::say(name + ": no chronology to compare with");
-    all = false;
+    read.are_some = false;
   }
-  return all;
+  return read;
 }
 
 // Whether an answer holds something as grave as --fail-on. What could not be read is an error.
@@ -80,13 +87,14 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
   return written;
 }
 
-int run(const vorn::Request& request) {
+// `grave`: something is as grave as --fail-on before any file is looked at.
+int run(const vorn::Request& request, bool grave) {
   vorn::Output out(request.output);
   vorn::TableWriter writer(out.stream(), request.format, request.verb->form, VORN_VERSION,
                            recipe_of(request));
   const Written written = write_rows(request, writer, out.stream());
   writer.end();
-  return out.end(written.grave ? vorn::found : vorn::done, written.failed);
+  return out.end(grave || written.grave ? vorn::found : vorn::done, written.failed);
 }
 
 int answer(int argc, char** argv) {
@@ -95,8 +103,9 @@ int answer(int argc, char** argv) {
   vorn::Request request;
   if (const auto status = read_command_line(argc, argv, request)) return *status;
   if (request.command) return request.command();
-  if (!read_references(request)) return vorn::cannot_go_on;
-  return run(request);
+  const ReadReferences references = read_references(request);
+  if (!references.are_some) return vorn::cannot_go_on;
+  return run(request, request.fail_on && !references.are_whole);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "apps/vorn_request.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -158,6 +159,9 @@ std::string take(Request& request, const Typed& typed) {
   request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
   if (!typed.reference.empty()) request.references = {typed.reference};
   if (!typed.fail_on.empty()) request.fail_on = severity_named(typed.fail_on);
+  const auto from_input = std::ranges::count(request.references, "-");
+  if (from_input > 1 || (from_input == 1 && std::ranges::count(request.files, "-") > 0))
+    return "only one of all files can be standard input";
   refuse_to_overwrite(request.files, request.output);
   refuse_to_overwrite(request.references, request.output);
   const bool of_lags = typed.farthest_lag || !typed.reference.empty();

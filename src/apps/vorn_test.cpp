@@ -347,6 +347,29 @@ TEST_F(CommandLine, ShowsItsProgressOnATerminalAlone) {
 TEST_F(CommandLine, NothingToCompareWithEndsIt) {
   EXPECT_EQ(run(VORN " date oak.rwl --reference note.txt"), 4);
   EXPECT_NE(said.find("vorn: note.txt: no chronology to compare with\n"), std::string::npos) << said;
+  EXPECT_EQ(run(VORN " date -q oak.rwl --reference note.txt"), 4);
+  EXPECT_EQ(said, "vorn: note.txt: no chronology to compare with\n");
+}
+
+// What can be read of it is compared with.
+TEST_F(CommandLine, AReferenceIsReadAsTheFilesAre) {
+  folder.write("cut.rwl", raw_core_text("ELM1", 1900, 60, 5u) + "ELM2    1900  frob  frob  frob\n");
+  ASSERT_EQ(run(VORN " date --format csv --reference cut.rwl oak.rwl"), 0);
+  EXPECT_TRUE(said.starts_with("vorn: cut.rwl:")) << said;
+  EXPECT_EQ(lines(), 4);
+  EXPECT_EQ(run(VORN " date -q --reference cut.rwl oak.rwl"), 0);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(run(VORN " date -q --fail-on error --reference cut.rwl oak.rwl"), 1);
+  EXPECT_EQ(run(VORN " date -q --fail-on error --reference oak.rwl oak.rwl"), 0);
+}
+
+TEST_F(CommandLine, AReferenceMayBeStandardInput) {
+  ASSERT_EQ(run(VORN " date --format csv --reference - oak.rwl <oak.rwl"), 0);
+  EXPECT_EQ(lines(), 4);
+  EXPECT_NE(printed.find("\noak.rwl,OAK1,-,"), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " corr --grid lags --reference - oak.rwl <oak.rwl"), 0);
+  EXPECT_EQ(run(VORN " date --reference - - <oak.rwl"), 2);
+  EXPECT_EQ(run(VORN " date --reference - --reference - oak.rwl <oak.rwl"), 2);
 }
 
 }  // namespace
