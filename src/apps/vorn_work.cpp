@@ -66,8 +66,25 @@ Files& InputFiles::of(const std::string& name) {
   return input_;
 }
 
+// Threads that wait for their turn are told that it will not come, however the work ends.
+class Work::Stopping {
+ public:
+  explicit Stopping(Work& work) : work_(work) {}
+  ~Stopping() {
+    const std::lock_guard lock(work_.mutex_);
+    work_.stop_ = true;
+    work_.came_.notify_all();
+  }
+  Stopping(const Stopping&) = delete;
+  Stopping& operator=(const Stopping&) = delete;
+
+ private:
+  Work& work_;
+};
+
 void Work::run(const std::function<bool(const Answer&)>& use) {
   std::vector<std::jthread> threads;
+  const Stopping stopping(*this);  // goes before the threads, which are waited for
   threads.reserve(static_cast<std::size_t>(request_.threads));
   for (int k = 0; k < request_.threads; ++k) threads.emplace_back([this] { work(); });
   for (std::size_t k = 0; k < answers_.size(); ++k) {
@@ -77,10 +94,7 @@ void Work::run(const std::function<bool(const Answer&)>& use) {
     used_ = k + 1;
     lock.unlock();
     came_.notify_all();
-    if (use(answer)) continue;
-    stop_ = true;
-    came_.notify_all();
-    return;
+    if (!use(answer)) return;
   }
 }
 
@@ -91,8 +105,8 @@ void Work::work() {
     {
       std::unique_lock lock(mutex_);
       came_.wait(lock, [&] { return stop_ || k < used_ + ahead; });
+      if (stop_) return;
     }
-    if (stop_) return;
     Answer answer = answer_of(request_, files_, request_.files[k]);
     const std::lock_guard lock(mutex_);
     answers_[k] = std::move(answer);

@@ -46,10 +46,11 @@ class Work {
   Work(const Request& request, Files& files)
       : request_(request), files_(files), answers_(request.files.size()) {}
 
-  // Hands each answer to `use`, on this thread, until one is answered by false.
+  // Once: hands each answer to `use`, on this thread, until one is answered by false, or throws.
   void run(const std::function<bool(const Answer&)>& use);
 
  private:
+  class Stopping;
   void work();
 
   const Request& request_;
@@ -57,8 +58,8 @@ class Work {
   std::vector<Answer> answers_;
   std::atomic<std::size_t> next_ = 0;
   std::size_t used_ = 0;
-  std::atomic<bool> stop_ = false;
-  std::mutex mutex_;
+  bool stop_ = false;
+  std::mutex mutex_;  // of all but next_
   std::condition_variable came_;
 };
 
