@@ -74,6 +74,21 @@ RingChange ring_change(const NamedCore& before, const NamedCore& after, const Ri
           width(after.widths, step.after), end};
 }
 
+// How the rings of the one become those of the other. Rings should keep their years; but a few that by chance
+// could do so tell nothing of a core of which neither end has the year it had.
+std::optional<Steps> alignment(const NamedCore& before, const NamedCore& after) {
+  const std::int64_t same_year = before.widths.first - after.widths.first;
+  auto steps = aligned_rings(rings_of(before), rings_of(after), same_year);
+  const Years years(before.widths, after.widths);
+  if (!steps || years.inner_end_stays() || years.outer_end_stays()) return steps;
+  const auto keep = std::ranges::count_if(*steps, [&](const RingStep& step) {
+    return step.kind == RingStep::Kind::kept && years.moved(step) == 0;
+  });
+  const std::size_t rings = std::min(before.widths.values.size(), after.widths.values.size());
+  if (keep == 0 || 2 * static_cast<std::size_t>(keep) > rings) return steps;
+  return aligned_rings(rings_of(before), rings_of(after));
+}
+
 // The change of two that are the same core under whatever name; `steps` align their rings.
 CoreChange core_change(const NamedCore& before, const NamedCore& after, const Steps& steps) {
   CoreChange change;
@@ -143,7 +158,7 @@ void Comparison::part_the_unlike() {
   for (std::size_t i = 0; i < before_.size(); ++i) {
     if (!partner_[i]) continue;
     const std::size_t j = *partner_[i];
-    if (const auto steps = aligned_rings(rings_of(before_[i]), rings_of(after_[j]))) {
+    if (const auto steps = alignment(before_[i], after_[j])) {
       changes_[i] = core_change(before_[i], after_[j], *steps);
     } else {
       partner_[i].reset();

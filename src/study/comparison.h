@@ -49,8 +49,10 @@ struct CoreChange {
 // the one is gone, the other new. (Of several of one name it is first the one with the same rings, then the
 // next.) Of the cores left over one with the same rings under another name is that core renamed; first one of
 // the same years, then one of any. Widths are the same as far as their files can tell (same_ring()), and
-// which rings were put in, left out or changed is what aligned_rings() says, whatever their years. Two rings
-// made one are the inner one, changed, and the outer one, deleted; a ring made two likewise.
+// which rings were put in, left out or changed is what aligned_rings() says: of ways with as few changes the
+// one in which most rings that kept their widths keep their years, if an end of the core does so or more than
+// half of its rings, or else whatever their years. Two rings made one are the inner one, changed, and the
+// outer one, deleted; a ring made two likewise.
 //
 // A ring put in or left out moves the years on one side of it, and that alone is no redating: one end keeps
 // its year, or rings between. Redated is a core of which neither end has the year it had, nor any ring; and

@@ -137,6 +137,28 @@ TEST(Comparison, NorIsOneAtAnEndWhoseYearStays) {
   EXPECT_EQ(changes(before, {{"OAK", 1901, without(oak, 7)}}), "OAK -1907(outer)\n");
 }
 
+// Between neighbours of one width nobody can tell; but years that stay are likelier than years that move.
+TEST(Comparison, OfNeighboursOfOneWidthNamesTheOneByWhichMostRingsKeepTheirYears) {
+  const std::vector<double> ash = {6, 6, 1, 2, 3, 4, 5, 5};
+  EXPECT_EQ(changes({{"ASH", 1237, ash}}, {{"ASH", 1236, with(ash, 0, 6)}}), "ASH +1236:6(outer)\n");
+  EXPECT_EQ(changes({{"ASH", 1237, ash}}, {{"ASH", 1237, with(ash, 0, 6)}}), "ASH +1239:6(inner)\n");
+  EXPECT_EQ(changes({{"ASH", 1237, ash}}, {{"ASH", 1237, with(ash, 8, 5)}}), "ASH +1245:5(inner)\n");
+  EXPECT_EQ(changes({{"ASH", 1237, ash}}, {{"ASH", 1236, with(ash, 8, 5)}}), "ASH +1242:5(outer)\n");
+  EXPECT_EQ(changes({{"ASH", 1580, ash}}, {{"ASH", 1581, without(ash, 0)}}), "ASH -1580(outer)\n");
+  EXPECT_EQ(changes({{"ASH", 1580, ash}}, {{"ASH", 1580, without(ash, 0)}}), "ASH -1581(inner)\n");
+  EXPECT_EQ(changes({{"ASH", 1580, ash}}, {{"ASH", 1580, without(ash, 7)}}), "ASH -1587(inner)\n");
+  // At both ends, none of which has the year it had.
+  EXPECT_EQ(changes({{"ASH", 1580, ash}}, {{"ASH", 1581, without(without(ash, 7), 0)}}),
+            "ASH -1580(outer) -1587(inner)\n");
+  EXPECT_EQ(changes({{"ASH", 1580, ash}}, {{"ASH", 1579, with(with(ash, 8, 5), 0, 6)}}),
+            "ASH +1579:6(outer) +1588:5(inner)\n");
+}
+
+TEST(Comparison, ARingThatKeepsItsYearByChanceIsNoReasonNotToRedate) {
+  EXPECT_EQ(changes({{"ASH", 1900, {1, 2, 3, 4, 5}}}, {{"ASH", 1901, {1, 3, 2, 4, 5}}}),
+            "ASH redated 1900 1901 =1902:3 =1903:2\n");
+}
+
 TEST(Comparison, ACoreWithMoreRingsMayBeRedatedToo) {
   EXPECT_EQ(changes({{"OAK", 1900, oak}}, {{"OAK", 1950, with(oak, 2, 9)}}),
             "OAK redated 1902 1953 +1952:9(outer)\n");
@@ -213,9 +235,11 @@ class Planting {
   static std::string shown(double width) {
     return words(width < 0 ? std::nullopt : std::optional<double>(width));
   }
-  // The outermost of the neighbours like the ring at `place`.
-  static std::size_t outermost(const Specimen& core, std::size_t place) {
-    while (place + 1 < core.mm.size() && alike(core.mm[place + 1], core.mm[place])) ++place;
+  // Of the neighbours like the ring at `place` the one nearest to the side whose years move.
+  static std::size_t named(const Specimen& core, std::size_t place, bool outer_stays) {
+    const auto& mm = core.mm;
+    while (outer_stays && place > 0 && alike(mm[place - 1], mm[place])) --place;
+    while (!outer_stays && place + 1 < mm.size() && alike(mm[place + 1], mm[place])) ++place;
     return place;
   }
   static std::string year(const Specimen& core, std::size_t place) {
@@ -226,16 +250,16 @@ class Planting {
     const bool outer = below(2) == 0;
     core.mm = with(core.mm, place, width());
     if (outer) --core.first;
-    const std::size_t named = outermost(core, place);
-    return " +" + year(core, named) + ":" + shown(core.mm[named]) + (outer ? "(outer)\n" : "(inner)\n");
+    const std::size_t ring = named(core, place, outer);
+    return " +" + year(core, ring) + ":" + shown(core.mm[ring]) + (outer ? "(outer)\n" : "(inner)\n");
   }
   std::string erase(Specimen& core) {
     const std::size_t place = below(core.mm.size());
     const bool outer = below(2) == 0;
-    const std::string named = year(core, outermost(core, place));
+    const std::string its_year = year(core, named(core, place, outer));
     core.mm = without(core.mm, place);
     if (outer) ++core.first;
-    return " -" + named + (outer ? "(outer)\n" : "(inner)\n");
+    return " -" + its_year + (outer ? "(outer)\n" : "(inner)\n");
   }
   std::string change(Specimen& core) {
     const std::size_t place = below(core.mm.size());

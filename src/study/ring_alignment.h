@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -37,14 +38,16 @@ inline constexpr std::size_t most_ring_changes = 1'000;
 
 // The fewest changes that make one series of the other, from the innermost ring on, where a ring put in, a
 // ring left out and another width count as one each (Levenshtein 1966). Of several ways with as few the one
-// is taken that, ring by ring from the innermost, keeps or changes a ring before it leaves one out, and
-// leaves one out before it puts one in: among neighbours of the same width it is the outermost one that was
-// put in or left out.
+// is taken in which most of the kept rings keep their years, too: ring i of BEFORE has the year of ring
+// i + same_year of AFTER. Of these again, and where the years are not told, it is the one that, ring by ring
+// from the innermost, keeps or changes a ring before it leaves one out, and leaves one out before it puts one
+// in: among neighbours of the same width it is the outermost one that was put in or left out.
 //
 // Nothing where the series are not the same core: where more than half of the shorter one's rings (but for a
 // single one), or more than most_ring_changes, would have to change beside the difference of their lengths.
 //
 // Takes O(rings x changes) (Ukkonen 1985).
-std::optional<std::vector<RingStep>> aligned_rings(const RingWidths& before, const RingWidths& after);
+std::optional<std::vector<RingStep>> aligned_rings(const RingWidths& before, const RingWidths& after,
+                                                   std::optional<std::int64_t> same_year = {});
 
 }  // namespace vorn

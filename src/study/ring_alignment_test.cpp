@@ -24,8 +24,8 @@ struct Rings {
 };
 
 // k kept, c changed, d deleted, i inserted; "unlike" where they are not the same core.
-std::string steps(const Rings& before, const Rings& after) {
-  const auto found = aligned_rings(before.view(), after.view());
+std::string steps(const Rings& before, const Rings& after, std::optional<std::int64_t> same_year = {}) {
+  const auto found = aligned_rings(before.view(), after.view(), same_year);
   if (!found) return "unlike";
   std::string text;
   for (const RingStep& step : *found) text += "kcdi"[static_cast<std::size_t>(step.kind)];
@@ -52,6 +52,18 @@ TEST(RingAlignment, GivesThePlacesOfBoth) {
 TEST(RingAlignment, OfNeighboursOfOneWidthNamesTheOutermost) {
   EXPECT_EQ(steps(Rings({1, 2, 2, 3}), Rings({1, 2, 2, 2, 3})), "kkkik");
   EXPECT_EQ(steps(Rings({1, 2, 2, 2, 3}), Rings({1, 2, 2, 3})), "kkkdk");
+}
+
+TEST(RingAlignment, OfNeighboursOfOneWidthNamesTheOneByWhichMostRingsKeepTheirYears) {
+  const Rings fewer({1, 2, 2, 3}), more({1, 2, 2, 2, 3});
+  EXPECT_EQ(steps(fewer, more, 0), "kkkik");
+  EXPECT_EQ(steps(fewer, more, 1), "kikkk");
+  EXPECT_EQ(steps(more, fewer, 0), "kkkdk");
+  EXPECT_EQ(steps(more, fewer, -1), "kdkkk");
+  // No way keeps a year.
+  EXPECT_EQ(steps(fewer, more, 7), "kkkik");
+  // With more changes more would.
+  EXPECT_EQ(steps(Rings({1, 2, 3, 4}), Rings({1, 2, 3, 4}), 1), "kkkk");
 }
 
 TEST(RingAlignment, OfTwoRingsMadeOneChangesTheInnerAndLeavesOutTheOuter) {
@@ -88,47 +100,43 @@ TEST(RingAlignment, IsNoneOfCoresThatHaveLessThanHalfInCommon) {
 
 // --- Against the definition
 
-using Table = std::vector<std::vector<int>>;
+// What is best from ring i of BEFORE and j of AFTER on: few changes, then many rings that keep their years.
+struct Way {
+  int changes = 0, moved = 0;  // moved: the fewer, the more keep their years
+  std::string steps = {};      // and then the first of them in this order: k, c, d, i
+};
 
-// The fewest changes that make the rings of BEFORE from i on those of AFTER from j on, for all i and j.
-Table fewest_changes(const Rings& before, const Rings& after) {
-  const std::size_t n = before.mm.size(), m = after.mm.size();
-  Table fewest(n + 1, std::vector<int>(m + 1, 0));
-  for (std::size_t i = n + 1; i-- > 0;) {
-    for (std::size_t j = m + 1; j-- > 0;) {
-      int& best = fewest[i][j];
-      best = static_cast<int>(n - i + m - j);
-      if (i < n) best = std::min(best, fewest[i + 1][j] + 1);
-      if (j < m) best = std::min(best, fewest[i][j + 1] + 1);
-      if (i < n && j < m)
-        best = std::min(best, fewest[i + 1][j + 1] + !same_ring(before.view(), i, after.view(), j));
-    }
-  }
-  return fewest;
+bool is_better(const Way& a, const Way& b) {
+  if (a.changes != b.changes) return a.changes < b.changes;
+  return a.moved < b.moved;
 }
 
-std::string slow_steps(const Rings& before, const Rings& after) {
-  const std::size_t n = before.mm.size(), m = after.mm.size();
-  const Table fewest = fewest_changes(before, after);
-  const std::size_t shorter = std::min(n, m);
-  if (fewest[0][0] > static_cast<int>(std::max(n, m) - shorter + std::max<std::size_t>(shorter / 2, 1)))
-    return "unlike";
-  std::string text;
-  for (std::size_t i = 0, j = 0; i < n || j < m;) {
-    const bool both = i < n && j < m;
-    const bool same = both && same_ring(before.view(), i, after.view(), j);
-    if (both && fewest[i][j] == fewest[i + 1][j + 1] + !same) {
-      text += same ? 'k' : 'c';
-      ++i, ++j;
-    } else if (i < n && fewest[i][j] == fewest[i + 1][j] + 1) {
-      text += 'd';
-      ++i;
-    } else {
-      text += 'i';
-      ++j;
+std::string slow_steps(const Rings& before, const Rings& after, std::optional<std::int64_t> same_year) {
+  const auto n = static_cast<int>(before.mm.size()), m = static_cast<int>(after.mm.size());
+  std::vector<std::vector<Way>> ways(static_cast<std::size_t>(n) + 1,
+                                     std::vector<Way>(static_cast<std::size_t>(m) + 1));
+  const auto at = [&](int i, int j) -> Way& {
+    return ways[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
+  };
+  for (int i = n; i >= 0; --i) {
+    for (int j = m; j >= 0; --j) {
+      std::vector<Way> all;  // in their order
+      const auto take = [&](const Way& rest, char step, int changes, int kept) {
+        all.push_back({rest.changes + changes, rest.moved - kept, step + rest.steps});
+      };
+      if (i < n && j < m) {
+        const bool same =
+            same_ring(before.view(), static_cast<std::size_t>(i), after.view(), static_cast<std::size_t>(j));
+        take(at(i + 1, j + 1), same ? 'k' : 'c', same ? 0 : 1,
+             same && same_year && j - i == *same_year ? 1 : 0);
+      }
+      if (i < n) take(at(i + 1, j), 'd', 1, 0);
+      if (j < m) take(at(i, j + 1), 'i', 1, 0);
+      if (!all.empty()) at(i, j) = *std::ranges::min_element(all, is_better);
     }
   }
-  return text;
+  const int shorter = std::min(n, m), most = std::max(n, m) - shorter + std::max(shorter / 2, 1);
+  return at(0, 0).changes > most ? "unlike" : at(0, 0).steps;
 }
 
 class RandomRings {
@@ -158,18 +166,22 @@ class RandomRings {
 
 TEST(RingAlignment, IsTheOneThatItsDefinitionGives) {
   RandomRings random(1);
-  int unlike = 0, changed = 0;
+  int unlike = 0, changed = 0, by_years = 0;
   for (int trial = 0; trial < 3'000; ++trial) {
     const auto core = random.core(random.below(40), trial % 2 == 0 ? 4 : 3'000);
     const Rings before(core, trial % 5 == 0 ? 100 : 1000);
     const Rings after(random.edited(core, random.below(12)));
-    const std::string expected = slow_steps(before, after);
-    ASSERT_EQ(steps(before, after), expected) << trial;
+    std::optional<std::int64_t> same_year;
+    if (trial % 3 != 0) same_year = random.below(9) - 4;
+    const std::string expected = slow_steps(before, after, same_year);
+    ASSERT_EQ(steps(before, after, same_year), expected) << trial;
+    by_years += expected != slow_steps(before, after, {});
     unlike += expected == "unlike";
     changed += expected != "unlike" && expected.find_first_not_of('k') != std::string::npos;
   }
   EXPECT_GT(unlike, 50);
   EXPECT_GT(changed, 1'000);
+  EXPECT_GT(by_years, 50);
 }
 
 // Whoever compares each ring of one with each of the other looks at 144 million pairs here, a hundred times.
