@@ -58,6 +58,13 @@ Row located(const std::string& file, const std::string& core, const RingErrors& 
           Cell()};
 }
 
+// Whether they hold one that gains enough to be given.
+bool has_one(const RingErrors& errors, double least_gain) {
+  const auto enough = [&](double gain) { return least_gain <= 0 || gain >= least_gain; };
+  if (errors.pair) return enough(errors.pair->gain);
+  return !errors.candidates.empty() && enough(errors.candidates.front().gain);
+}
+
 void locate_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
   if (!collection.has_cores()) return;
   const Workspace& w = collection.state();
@@ -68,10 +75,7 @@ void locate_rows(Collection& collection, const VerbSwitches& switches, const Add
     const Reference others(studied.compared(), k);
     const RingErrors errors =
         ring_errors(studied.core(k), others.view(), {.narrow_years = switches.narrow_years});
-    const bool any =
-        errors.pair || (!errors.candidates.empty() &&
-                        (switches.least_gain <= 0 || errors.candidates.front().gain >= switches.least_gain));
-    if (any) add(located(collection.path(), name_of_core(w, i), errors));
+    if (has_one(errors, switches.least_gain)) add(located(collection.path(), name_of_core(w, i), errors));
   }
 }
 

@@ -1,6 +1,7 @@
 // The verbs of the command line against what the program itself writes of the same files.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -15,6 +16,7 @@
 #include "records/disk_files.h"
 #include "records/memory_files.h"
 #include "support/places.h"
+#include "support/raw_text.h"
 #include "support/whole_program.h"
 
 namespace vorn {
@@ -138,6 +140,42 @@ TEST_F(BatchOfExamples, LocateNamesTheTwoPlantedErrorsAndNoOther) {
   EXPECT_EQ(rows_of(disk, "nowhere.rwl", "locate", {}, {.least_gain = 0}).size(), 25u);
   const auto by_widths = rows_of(disk, "nowhere.rwl", "locate", {}, {.narrow_years = false});
   EXPECT_EQ(whole(by_widths.at(0), 3), 1868);
+}
+
+// The cores of a file, two rings of NOW01 left out: 60 years apart, the end by the pith as it was.
+std::string with_two_errors(Files& files, const std::string& file) {
+  const Collection collection(files, file, {});
+  std::string text;
+  const auto cores = collection.cores();
+  for (std::size_t k = 0; k < cores.size(); ++k) {
+    const std::string name(collection.state().nam(static_cast<int>(k) + 1).trimmed());
+    std::vector<int> widths;
+    for (const double width : cores[k].values) widths.push_back(static_cast<int>(std::lround(1000 * width)));
+    if (name == "NOW01") {
+      widths.erase(widths.begin() + 160);
+      widths.erase(widths.begin() + 100);
+    }
+    text += raw_text(name, static_cast<int>(cores[k].first), widths);
+  }
+  return text;
+}
+
+TEST_F(BatchOfExamples, LocateHoldsPairsToTheLeastGainToo) {
+  lay_out("nowhere.rwl");
+  MemoryFiles files;
+  files.put("two.rwl", with_two_errors(disk, "nowhere.rwl"));
+  const auto of_core = [&](double least_gain) {
+    auto rows = rows_of(files, "two.rwl", "locate", {}, {.least_gain = least_gain});
+    std::erase_if(rows, [](const Row& row) { return std::get<std::string>(row[1]) != "NOW01"; });
+    return rows;
+  };
+  const auto found = of_core(gain_to_look_at);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(std::get<std::string>(found[0][10]), "insert");
+  const double gain = value(found[0], 6);
+  EXPECT_EQ(of_core(gain - 1).size(), 1u);
+  EXPECT_EQ(of_core(gain + 1).size(), 0u);
+  EXPECT_EQ(of_core(0).size(), 1u);
 }
 
 TEST_F(BatchOfExamples, DateNamesTheYearsOfTheBeams) {
