@@ -28,18 +28,6 @@ class NobodysScreen : public Screen {
   Event next_event() override { return {0, 0, Event::enter}; }
 };
 
-// A label is what a message begins with, "Open"; what follows it there is a number.
-std::string words_of(const Trouble& trouble) {
-  if (!trouble.words.empty()) return trouble.words;
-  const std::string label(trimmed(trouble.label));
-  if (status::of_system(trouble.status))
-    return label + ": " + std::generic_category().message(trouble.status.number());
-  if (trouble.status == status::not_a_number) return label + ": a field is no number";
-  if (trouble.status == status::number_too_large) return label + ": a number is too large";
-  if (trouble.status == status::end_of_file) return label + ": the file ends before its data do";
-  return label + " fails with status " + std::to_string(trouble.status.number());
-}
-
 std::string one_line(const Trouble& trouble) {
   std::string text = words_of(trouble);
   if (!trouble.series.empty()) text = trouble.series + ": " + text;
@@ -54,6 +42,19 @@ void keep_what_matters(std::vector<Trouble>& troubles) {
 }
 
 }  // namespace
+
+// A label is what a message begins with, "Open"; what follows it there is a number.
+std::string words_of(const Trouble& trouble) {
+  if (!trouble.words.empty()) return trouble.words;
+  const std::string label(trimmed(trouble.label));
+  if (status::of_system(trouble.status))
+    return label + ": " + std::generic_category().message(trouble.status.number());
+  if (trouble.status == status::not_a_number) return label + ": a field is no number";
+  if (trouble.status == status::number_too_large) return label + ": a number is too large";
+  if (trouble.status == status::end_of_file) return label + ": the file ends before its data do";
+  if (trouble.status == status::format_unusable) return label + ": the format of its fields is none";
+  return label + " fails with status " + std::to_string(trouble.status.number());
+}
 
 struct Collection::Page {
   NobodysScreen screen;

@@ -15,6 +15,9 @@
 
 namespace vorn {
 
+// What a trouble is in words, without its place.
+std::string words_of(const Trouble& trouble);
+
 // The file as the program reads it, with all that was told and decided on the way. A file of ring widths
 // fills the store and gets its chronology; one of indices fills the first column of the file table.
 class Collection {

@@ -107,13 +107,9 @@ void tell_series(const SeriesRead& series, Findings& findings) {
 void check_rows(const Collection& collection, const Add& add) {
   Findings findings(collection.path(), add);
   const Recognition& recognition = collection.recognition();
-  for (const Trouble& trouble : collection.troubles()) {
-    std::string message = trouble.words;
-    if (message.empty())
-      message = trouble.label + "fails with status " + std::to_string(trouble.status.number());
+  for (const Trouble& trouble : collection.troubles())
     findings.tell("read", Severity::error, {trouble.line, trouble.series},
-                  Cell(std::int64_t{trouble.status.number()}), std::move(message));
-  }
+                  Cell(std::int64_t{trouble.status.number()}), words_of(trouble));
   if (!row_of(recognition.layout)) {
     findings.tell("layout", Severity::error, {}, Cell(), "no layout that is known");
     return;

@@ -306,6 +306,26 @@ TEST(Batch, ChecksWhatWasReadAndWhatWasNot) {
   EXPECT_TRUE(told_layout);
 }
 
+// What a folder, a cut file and a field that is no number are told in.
+TEST(Batch, CheckTellsTroublesInTheWordsOfTheOtherVerbs) {
+  MemoryFiles files;
+  files.make_folder("folder.rwl");
+  files.put("bad.rwl", raw_core_text("OAK1", 1900, 60, 7) + "OAK2    1900  frob  frob\n");
+  for (const char* file : {"gone.rwl", "folder.rwl", "bad.rwl"}) {
+    SCOPED_TRACE(file);
+    Collection collection(files, file, {});
+    std::vector<std::string> told;
+    for (const Row& row : rows_of(files, file, "check")) {
+      if (std::get<std::string>(row[3]) == "read") told.push_back(std::get<std::string>(row[8]));
+    }
+    ASSERT_FALSE(told.empty());
+    for (std::size_t k = 0; k < told.size(); ++k) {
+      EXPECT_TRUE(collection.words().at(k).ends_with(": " + told[k])) << told[k];
+      EXPECT_EQ(told[k].find("status"), std::string::npos) << told[k];
+    }
+  }
+}
+
 TEST(Batch, AFileThatIsNoneGivesWordsAndNoRows) {
   MemoryFiles files;
   files.put("README", "This is no file of ring widths.\n");
