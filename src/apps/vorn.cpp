@@ -60,6 +60,7 @@ bool is_grave(const vorn::Request& request, const vorn::Answer& answer) {
 
 struct Written {
   bool grave = false;
+  bool any_was_read = false;
   int failed = 0;  // the error number of the first write that failed
 };
 
@@ -74,6 +75,7 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
       progress.wipe();
       vorn::say(answer.words);
     }
+    written.any_was_read = written.any_was_read || answer.was_read;
     for (const vorn::Row& row : answer.rows) {
       writer.add(row);
       if (out) continue;
@@ -94,7 +96,8 @@ int run(const vorn::Request& request, bool grave) {
                            recipe_of(request));
   const Written written = write_rows(request, writer, out.stream());
   writer.end();
-  return out.end(grave || written.grave ? vorn::found : vorn::done, written.failed);
+  const int status = grave || written.grave ? vorn::found : vorn::done;
+  return out.end(written.any_was_read ? status : vorn::cannot_go_on, written.failed);
 }
 
 int answer(int argc, char** argv) {

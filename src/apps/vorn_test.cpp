@@ -101,12 +101,28 @@ TEST_F(CommandLine, GivesTheSameOnAnyNumberOfThreads) {
 TEST_F(CommandLine, EndsByWhatIsFound) {
   EXPECT_EQ(run(VORN " check --fail-on error oak.rwl"), 0);
   EXPECT_EQ(run(VORN " check --fail-on error oak.rwl note.txt"), 1);
-  EXPECT_EQ(run(VORN " check note.txt"), 0);
+  EXPECT_EQ(run(VORN " check oak.rwl note.txt"), 0);
   // What could not be read is an error to every verb.
   EXPECT_EQ(run(VORN " stats --fail-on error oak.rwl"), 0);
   EXPECT_EQ(run(VORN " stats --fail-on error oak.rwl note.txt"), 1);
-  EXPECT_EQ(run(VORN " chron --fail-on error gone.rwl"), 1);
-  EXPECT_EQ(run(VORN " chron gone.rwl"), 0);
+  EXPECT_EQ(run(VORN " chron --fail-on error gone.rwl oak.rwl"), 1);
+}
+
+TEST_F(CommandLine, EndsWith4WhereNoFileCouldBeRead) {
+  folder.write("empty.rwl", "");
+  for (const char* verb : {"locate", "date", "site", "stats", "corr", "chron", "check"}) {
+    for (const char* file : {"gone.rwl", "empty.rwl", "note.txt", ". gone.rwl"}) {
+      SCOPED_TRACE(std::string(verb) + " " + file);
+      const std::string command = VORN " " + std::string(verb);
+      EXPECT_EQ(run(command + " " + file), 4);
+      EXPECT_NE(said, "");
+      EXPECT_EQ(run(command + " -q --fail-on error " + file), 4);
+      EXPECT_EQ(run(command + " oak.rwl " + file), 0);
+    }
+  }
+  // A chronology is read although it has no cores.
+  EXPECT_EQ(run(VORN " stats " + (source_folder() / "examples" / "anywhere.crn").string()), 0);
+  EXPECT_EQ(said, "");
 }
 
 TEST_F(CommandLine, AFindingOfAnyVerbIsAWarning) {

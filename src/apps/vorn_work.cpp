@@ -28,6 +28,9 @@ Answer answer_of(const Request& request, Files& files, const std::string& file) 
   try {
     Collection collection(files, file, request.settings);
     answer.words = collection.words();
+    answer.was_read = collection.was_read();
+    if (!answer.was_read && answer.words.empty())
+      answer.words.push_back(file + ": no ring widths and no chronology");
     request.verb->rows(collection, request.switches, [&](const Row& row) {
       if (is_wanted(request, row)) answer.rows.push_back(row);
     });

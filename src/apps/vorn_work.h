@@ -37,6 +37,7 @@ class InputFiles : public Files {
 struct Answer {
   std::vector<Row> rows;
   std::vector<std::string> words;
+  bool was_read = false;  // anything of the file
   bool is_ready = false;
 };
 

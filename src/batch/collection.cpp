@@ -95,6 +95,11 @@ bool Collection::has_cores() const {
   return w_->nc > 0 && !is_too_long_;
 }
 
+bool Collection::was_read() const {
+  const Layout layout = w_->rftype(1);
+  return holds_ring_widths(layout) ? has_cores() : row_of(layout) != nullptr;
+}
+
 std::vector<SeriesView> Collection::cores() const {
   const SeriesStore& w = *w_;
   std::vector<SeriesView> all;

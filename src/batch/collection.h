@@ -31,6 +31,8 @@ class Collection {
   const std::string& path() const { return path_; }
   // Whether there are cores to be looked at.
   bool has_cores() const;
+  // Or a chronology: whether anything was read.
+  bool was_read() const;
   // The state of the program with this file as its only one: entry 1 to nc the cores, cf = 1.
   Workspace& state() { return *w_; }
   const Workspace& state() const { return *w_; }

@@ -134,8 +134,7 @@ void stats_rows(Collection& collection, const VerbSwitches&, const Add& add) {
 
 void chron_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   const Workspace& w = collection.state();
-  const bool any = holds_ring_widths(w.rftype(1)) ? collection.has_cores() : row_of(w.rftype(1)) != nullptr;
-  if (!any) return;
+  if (!collection.was_read()) return;
   for (int k = 1; k <= std::clamp(w.cyr(1), 0, max_years); ++k) {
     const int depth = w.num(k, 1);
     add({collection.path(), whole(std::int64_t{w.cfy(1)} + k - 1), depth > 0 ? number(w.crn(k, 1)) : Cell(),
