@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <iostream>
 #include <memory>
+#include <set>
 
 #include "apps/output.h"
 #include "apps/progress.h"
@@ -61,7 +62,8 @@ bool is_grave(const vorn::Request& request, const vorn::Answer& answer) {
 struct Written {
   bool grave = false;
   bool any_was_read = false;
-  int failed = 0;  // the error number of the first write that failed
+  std::set<std::string> series = {};  // of all files, where only some are asked for
+  int failed = 0;                     // the error number of the first write that failed
 };
 
 // Works on all files, until one is not taken any more.
@@ -75,6 +77,7 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
       progress.wipe();
       vorn::say(answer.words);
     }
+    written.series.insert(answer.series.begin(), answer.series.end());
     written.any_was_read = written.any_was_read || answer.was_read;
     for (const vorn::Row& row : answer.rows) {
       writer.add(row);
@@ -89,6 +92,14 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
   return written;
 }
 
+// Names that nothing has. Where no file could be read there is more to say.
+void say_what_is_not_there(const vorn::Request& request, const Written& written) {
+  if (request.quiet || !written.any_was_read || written.failed != 0) return;
+  for (const std::string& name : request.series) {
+    if (!written.series.contains(name)) vorn::say("no series " + name);
+  }
+}
+
 // `grave`: something is as grave as --fail-on before any file is looked at.
 int run(const vorn::Request& request, bool grave) {
   vorn::Output out(request.output);
@@ -96,6 +107,7 @@ int run(const vorn::Request& request, bool grave) {
                            recipe_of(request));
   const Written written = write_rows(request, writer, out.stream());
   writer.end();
+  say_what_is_not_there(request, written);
   const int status = grave || written.grave ? vorn::found : vorn::done;
   return out.end(written.any_was_read ? status : vorn::cannot_go_on, written.failed);
 }

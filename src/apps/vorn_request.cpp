@@ -51,13 +51,17 @@ CLI::Option* add_number(CLI::App& app, const char* name, Number& value, int leas
                     "N");
 }
 
-void add_common(CLI::App& app, Request& request, Typed& typed) {
-  add_output(app, typed.output);
+void add_series(CLI::App& app, Request& request) {
   // One value each time, so that the files may follow.
   with_value(app.add_option("--series", request.series, "only these series; again for more")
                  ->delimiter(',')
                  ->allow_extra_args(false),
              "A,B");
+}
+
+void add_common(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
+  add_output(app, typed.output);
+  if (std::ranges::find(verb.form.columns, "series") != verb.form.columns.end()) add_series(app, request);
   add_fail_on(app, typed.fail_on, "ends with 1 where something so grave is found");
   add_number(app, "-j", request.threads, 1, most_threads, "works on so many files at a time");
   app.add_flag("-q", request.quiet, "says nothing of what was not read, and no progress");
@@ -113,7 +117,7 @@ void add_verb(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
   with_value(sub->add_option("FILE", request.files, "files to read; - is standard input")->required(), "...");
   add_own(*sub, verb.form.verb, request, typed);
   add_settings(*sub, request, typed);
-  add_common(*sub, request, typed);
+  add_common(*sub, verb, request, typed);
   sub->group("Verbs");
   sub->footer(example_of(verb.form.verb));
   sub->callback([&request, &verb] { request.verb = &verb; });
@@ -159,6 +163,7 @@ std::string take(Request& request, const Typed& typed) {
   request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
   if (!typed.reference.empty()) request.references = {typed.reference};
   if (!typed.fail_on.empty()) request.fail_on = severity_named(typed.fail_on);
+  for (std::string& name : request.series) name = without_blanks(name);
   const auto from_input = std::ranges::count(request.references, "-");
   if (from_input > 1 || (from_input == 1 && std::ranges::count(request.files, "-") > 0))
     return "only one of all files can be standard input";

@@ -257,6 +257,30 @@ TEST_F(CommandLine, NumbersAreDecimal) {
   EXPECT_TRUE(recipe_has("segment 40, step 40,")) << printed;
 }
 
+TEST_F(CommandLine, SaysWhichSeriesNoFileHas) {
+  folder.write("elm.rwl", raw_core_text("ELM1", 1900, 60, 5u));
+  EXPECT_EQ(run(VORN " stats --format csv --series ' OAK1 ,OAK7' --series ELM1,ELM 1 oak.rwl elm.rwl"), 0);
+  EXPECT_EQ(said, "vorn: 1: Open: No such file or directory\nvorn: no series OAK7\nvorn: no series ELM\n");
+  EXPECT_EQ(lines(), 3);
+  EXPECT_EQ(run(VORN " stats -q --series OAK7 oak.rwl"), 0);
+  EXPECT_EQ(said, "");
+  // A series is there although nothing is found in it.
+  const std::string nowhere = (source_folder() / "examples" / "nowhere.rwl").string();
+  EXPECT_EQ(run(VORN " locate --format csv --series NOW01 " + nowhere), 0);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(lines(), 1);
+  EXPECT_EQ(run(VORN " stats --series OAK7 gone.rwl"), 4);
+  EXPECT_EQ(said, "vorn: gone.rwl: Open: No such file or directory\n");
+  EXPECT_EQ(run(VORN " chron --series OAK1 oak.rwl"), 2);
+}
+
+TEST_F(CommandLine, KnowsASeriesWhereverItsNameStandsInItsColumns) {
+  folder.write("blank.rwl", raw_core_text("  OAK1", 1900, 60, 7u));
+  EXPECT_EQ(run(VORN " stats --format csv --series OAK1 blank.rwl"), 0);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(lines(), 2);
+}
+
 // The first years of the segments of OAK1, one after another.
 std::string starts_of(const std::string& csv) {
   std::istringstream in(csv);

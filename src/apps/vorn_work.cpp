@@ -18,9 +18,8 @@ bool is_wanted(const Request& request, const Row& row) {
   if (request.series.empty()) return true;
   const auto& columns = request.verb->form.columns;
   const auto place = static_cast<std::size_t>(std::ranges::find(columns, "series") - columns.begin());
-  if (place == columns.size()) return true;
-  const auto* name = std::get_if<std::string>(&row[place]);
-  return name && std::ranges::find(request.series, *name) != request.series.end();
+  const auto* name = std::get_if<std::string>(&row.at(place));
+  return name && std::ranges::find(request.series, without_blanks(*name)) != request.series.end();
 }
 
 Answer answer_of(const Request& request, Files& files, const std::string& file) {
@@ -29,6 +28,7 @@ Answer answer_of(const Request& request, Files& files, const std::string& file) 
     Collection collection(files, file, request.settings);
     answer.words = collection.words();
     answer.was_read = collection.was_read();
+    if (!request.series.empty()) answer.series = collection.series();
     if (!answer.was_read && answer.words.empty())
       answer.words.push_back(file + ": no ring widths and no chronology");
     request.verb->rows(collection, request.switches, [&](const Row& row) {

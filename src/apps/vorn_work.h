@@ -37,7 +37,8 @@ class InputFiles : public Files {
 struct Answer {
   std::vector<Row> rows;
   std::vector<std::string> words;
-  bool was_read = false;  // anything of the file
+  std::vector<std::string> series;  // that the file has, where only some are asked for
+  bool was_read = false;            // anything of the file
   bool is_ready = false;
 };
 

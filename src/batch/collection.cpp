@@ -43,6 +43,11 @@ void keep_what_matters(std::vector<Trouble>& troubles) {
 
 }  // namespace
 
+std::string_view without_blanks(std::string_view text) {
+  text = trimmed(text);
+  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+
 // A label is what a message begins with, "Open"; what follows it there is a number.
 std::string words_of(const Trouble& trouble) {
   if (!trouble.words.empty()) return trouble.words;
@@ -104,6 +109,15 @@ std::vector<SeriesView> Collection::cores() const {
   const SeriesStore& w = *w_;
   std::vector<SeriesView> all;
   for (int i = 1; i <= w.nc; ++i) all.push_back({w.fy(i), w.widths(i), w.presence(i)});
+  return all;
+}
+
+std::vector<std::string> Collection::series() const {
+  std::vector<std::string> all;
+  for (const SeriesRead& one : decided_.series) all.emplace_back(without_blanks(one.name.view()));
+  for (const Trouble& trouble : troubles_) {
+    if (!trouble.series.empty()) all.emplace_back(without_blanks(trouble.series));
+  }
   return all;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "formats/read_decisions.h"
@@ -17,6 +18,9 @@ namespace vorn {
 
 // What a trouble is in words, without its place.
 std::string words_of(const Trouble& trouble);
+
+// `text` without the blanks around it.
+std::string_view without_blanks(std::string_view text);
 
 // The file as the program reads it, with all that was told and decided on the way. A file of ring widths
 // fills the store and gets its chronology; one of indices fills the first column of the file table.
@@ -40,6 +44,8 @@ class Collection {
   std::vector<SeriesView> cores() const;
   const Recognition& recognition() const { return recognition_; }
   const ReadDecisions& decided() const { return decided_; }
+  // The names of its series, those that were not read as a whole among them, without blanks around them.
+  std::vector<std::string> series() const;
   const std::vector<Trouble>& troubles() const { return troubles_; }
   // One sentence for whoever reads the words beside the data: why nothing, or not all, was read. Begins with
   // the path.

@@ -57,8 +57,7 @@ Settings untreated() {
 std::string plain_name(const SeriesStore& w, int i) {
   Name name = w.nam(i);
   if (w.fy(i) < 0 && name(8) == '-') name(8) = ' ';
-  const std::string_view text = name.trimmed();
-  return std::string(text.substr(std::min(text.find_first_not_of(' '), text.size())));
+  return std::string(without_blanks(name.view()));
 }
 
 ComparableCores::ComparableCores(const Collection& collection) {
