@@ -93,9 +93,9 @@ class Trial {
   void try_core(const Core& core, const SeriesView& others, const RingErrors& found) {
     if (found.r < least_r || found.years < least_years || found.candidates.empty()) return;
     ++measures_.cores;
-    const double gain = found.candidates.front().gain;
-    for (std::size_t k = 0; k < gains.size(); ++k) measures_.alarms[k] += gain >= gains[k];
-    if (gain >= gain_to_look_at) return;
+    const ErrorCandidate& best = found.candidates.front();
+    for (std::size_t k = 0; k < gains.size(); ++k) measures_.alarms[k] += worth_a_look(found, best, gains[k]);
+    if (worth_a_look(found, best)) return;
     measures_.pair_alarms += found.pair.has_value();
     for (int plant = 0; plant < options_.plants; ++plant) {
       plant_missing(core, others);
@@ -115,7 +115,7 @@ class Trial {
     ++planted.errors;
     if (found.candidates.empty()) return;
     const ErrorCandidate& best = found.candidates.front();
-    for (std::size_t k = 0; k < gains.size(); ++k) planted.found[k] += best.gain >= gains[k];
+    for (std::size_t k = 0; k < gains.size(); ++k) planted.found[k] += worth_a_look(found, best, gains[k]);
     if (best.kind != kind) return;
     ++planted.kind_right;
     planted.in_set += best.from <= year && year <= best.to;

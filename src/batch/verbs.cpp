@@ -60,9 +60,9 @@ Row located(const std::string& file, const std::string& core, const RingErrors& 
 
 // Whether they hold one that gains enough to be given.
 bool has_one(const RingErrors& errors, double least_gain) {
-  const auto enough = [&](double gain) { return least_gain <= 0 || gain >= least_gain; };
-  if (errors.pair) return enough(errors.pair->gain);
-  return !errors.candidates.empty() && enough(errors.candidates.front().gain);
+  if (errors.pair) return least_gain <= 0 || errors.pair->gain >= least_gain;
+  if (errors.candidates.empty()) return false;
+  return least_gain <= 0 || worth_a_look(errors, errors.candidates.front(), least_gain);
 }
 
 void locate_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
