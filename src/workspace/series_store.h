@@ -17,18 +17,18 @@ namespace vorn {
 struct SeriesStore {
   SeriesStore();
 
-  Table<Name> nam;         // series name; "-" as its eighth character: years before year 0
-  Table<std::int32_t> fy;  // first calendar year
-  Table<std::int32_t> ly;  // last calendar year, fy + yr - 1
-  Table<std::int32_t> yr;  // length in years
-  Table<std::int32_t> ad;  // where the entry starts in the pool; ad(i + 1) = ad(i) + yr(i)
-  Pool<double> x;          // pool of ring widths, mm; at a missing ring an estimate once loading is done
-  Pool<bool> xok;          // pool: the ring was present in the file; false marks a missing ring for good
-  Pool<double> tx;         // pool: detrended index, width / spline (or the width itself)
-  Pool<double> ax;         // pool: what is correlated and drawn: tx prewhitened and transformed
-  std::int32_t nc = 0;     // cores of the current file
-  std::int32_t nd = 0;     // all entries
-  std::int32_t loads = 0;  // how often cores were loaded, which tells one loading from the next
+  Table<Name> nam;            // series name; "-" as its eighth character: years before year 0
+  Table<std::int32_t> fy;     // first calendar year
+  Table<std::int32_t> ly;     // last calendar year, fy + yr - 1
+  Table<std::int32_t> yr;     // length in years
+  Table<std::int32_t> ad;     // where the entry starts in the pool; ad(i + 1) = ad(i) + yr(i)
+  Pool<double> x;             // pool of ring widths, mm; at a missing ring an estimate once loading is done
+  Pool<bool> xok;             // pool: the ring was present in the file; false marks a missing ring for good
+  Pool<double> tx;            // pool: detrended index, width / spline (or the width itself)
+  Pool<double> ax;            // pool: what is correlated and drawn: tx prewhitened and transformed
+  std::int32_t nc = 0;        // cores of the current file
+  std::int32_t nd = 0;        // all entries
+  std::int32_t loads = 0;     // how often cores were loaded, which tells one loading from the next
   std::int32_t cores_of = 0;  // whose cores they are, by its number in the file table; 0 before any
 
   // A switch, ss, jpr, a stored ring or a core was changed since the chronology entries were last set: what
