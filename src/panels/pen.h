@@ -37,7 +37,7 @@ class Pen {
   void curve(std::vector<PagePoint> points, Colour colour);  // nothing of fewer than two
   void triangle(PagePoint a, PagePoint b, PagePoint c, Colour colour);
   // A spot that looks as if it can be pressed.
-  void key(const Rectangle& place, std::string_view writing, Spot spot, bool lit = false);
+  void key(const Rectangle& place, std::string_view writing, Spot pressed, bool lit = false);
   void spot(Spot spot);
 
   // What comes from here on stands above what was drawn, down to `head`, and is not scrolled.

@@ -33,7 +33,6 @@ class SitePanel {
     const int wanted = static_cast<int>(site.survey.segments.size()) * widest_tile;
     const int room = std::max(view.width - left_of_tiles - margin, 0);
     tiles_width_ = std::min(room, wanted);
-    tiles_x_ = left_of_tiles;
     int top = head;
     for (const std::size_t k : order_) {
       tops_.push_back(top);
@@ -75,9 +74,9 @@ class SitePanel {
     if (!site_.survey.segments.empty()) {
       const std::string first = std::to_string(site_.survey.segments.front().first);
       const std::string last = std::to_string(site_.survey.segments.back().last);
-      pen_.text(tiles_x_, head - 40, first, colour::muted, small);
+      pen_.text(left_of_tiles, head - 40, first, colour::muted, small);
       if (width_of(first + last, small) + 20 < tiles_width_)
-        pen_.right(tiles_x_ + tiles_width_, head - 40, last, colour::muted, small);
+        pen_.right(left_of_tiles + tiles_width_, head - 40, last, colour::muted, small);
     }
     pen_.text(name_x, head - 40, "core", colour::muted, small);
     pen_.right(296, head - 40, "r", colour::muted, small);
@@ -135,9 +134,10 @@ class SitePanel {
     const double width = static_cast<double>(tiles_width_) / static_cast<double>(cells.size());
     for (std::size_t k = 0; k < cells.size(); ++k) {
       if (!cells[k]) continue;
-      const Rectangle place{tiles_x_ + static_cast<int>(std::lround(static_cast<double>(k) * width)), y,
-                            tiles_x_ + static_cast<int>(std::lround(static_cast<double>(k + 1) * width)) - 3,
-                            y + tile_height};
+      const Rectangle place{
+          left_of_tiles + static_cast<int>(std::lround(static_cast<double>(k) * width)), y,
+          left_of_tiles + static_cast<int>(std::lround(static_cast<double>(k + 1) * width)) - 3,
+          y + tile_height};
       tile(*cells[k], {place.x1, place.y1, std::max(place.x2, place.x1 + 2), place.y2});
     }
   }
@@ -170,7 +170,7 @@ class SitePanel {
   Pen pen_;
   std::vector<std::size_t> order_;
   std::vector<int> tops_;  // of the rows, and the end of the last one
-  int tiles_x_ = 0, tiles_width_ = 0;
+  int tiles_width_ = 0;
 };
 
 }  // namespace
