@@ -101,8 +101,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
   }
   // Of fewer years in common site tells nothing.
   if (verb == "site") add_segments(app, least_years_in_common, request, typed);
-  if (verb == "corr") add_segments(app, 4, request, typed);
   if (verb == "corr") {
+    add_segments(app, 4, request, typed);
     add_choice(app, "--grid", typed.grid, {"report", "lags"}, "the figures of Corr.prn, or of the lag table");
     add_number(app, "--max-lag", typed.farthest_lag, 1, max_lag,
                "lags: so many years to either side; at first 10");

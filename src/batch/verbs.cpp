@@ -170,8 +170,9 @@ Severity of_error(const Row& row, const VerbSwitches& switches) {
 // A date that stands out and is not the core's own. The margin is absent where no other date was possible.
 Severity of_date(const Row& row, const VerbSwitches&) {
   const auto* shift = std::get_if<std::int64_t>(&row.at(4));
-  const bool stands_out = number_in(row, 6, 0) > 0 && number_in(row, 10, 1) < probability_of_a_date &&
-                          number_in(row, 11, 2 * margin_of_a_date) > margin_of_a_date;
+  const double r = number_in(row, 6, 0), p = number_in(row, 10, 1);
+  const bool stands_out =
+      r > 0 && p < probability_of_a_date && number_in(row, 11, 2 * margin_of_a_date) > margin_of_a_date;
   return warning_if(shift && *shift != 0 && stands_out);
 }
 

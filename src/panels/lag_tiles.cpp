@@ -10,8 +10,10 @@ constexpr double label_width = 124, row_height = 36, head = 70;
 
 // The best lag stands out: green where it is 0, else amber. Nothing is said by colour alone: it has a frame.
 void tile(Pen& pen, const Rectangle& place, double r, bool best, bool dated) {
-  if (best) pen.area(place, dated ? colour::pale_green : colour::pale_amber);
-  if (best) pen.frame(place, dated ? colour::sea_green : colour::amber);
+  if (best) {
+    pen.area(place, dated ? colour::pale_green : colour::pale_amber);
+    pen.frame(place, dated ? colour::sea_green : colour::amber);
+  }
   const std::string text = short_r(r);
   const double room = place.x2 - place.x1;
   if (width_of(text, small) + 4 > room) return;

@@ -240,9 +240,9 @@ class RingsPanel {
     if (against_evidence(found))
       return "with the bark held r " + short_r(errors_.r) + " to " + short_r(r) +
              ": the evidence says that the pith end stays";
-    const std::string margin =
+    const std::string by =
         std::isfinite(found.margin) ? "margin " + fixed(found.margin, 1) : "no other year to hold it against";
-    return "gain " + fixed(found.gain, 1) + ", " + margin + ", r " + short_r(errors_.r) + " to " +
+    return "gain " + fixed(found.gain, 1) + ", " + by + ", r " + short_r(errors_.r) + " to " +
            short_r(found.r) + ", " + std::string(end_text(found.end));
   }
 
