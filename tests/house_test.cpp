@@ -257,6 +257,26 @@ Names changes_of_years_shown(const fs::path& root) {
   return all;
 }
 
+// Two types of one name in the program's namespace are one to the linker, which takes the code of either.
+Names names_of_two_types(const fs::path& root) {
+  std::map<std::string, std::set<std::string>> files;
+  const std::regex type(R"(^(?:struct|class|enum class) (\w+)[^;]*$)");
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
+    if (entry.path().extension() != ".h") continue;
+    std::ifstream file(entry.path());
+    std::smatch found;
+    for (std::string line; std::getline(file, line);) {
+      if (std::regex_search(line, found, type))
+        files[found[1]].insert(entry.path().lexically_relative(root).generic_string());
+    }
+  }
+  Names twice;
+  for (const auto& [name, places] : files) {
+    if (places.size() > 1) twice.push_back(name);
+  }
+  return twice;
+}
+
 // --- Circles.
 
 class Circles {
@@ -305,6 +325,10 @@ TEST(House, NoFilesIncludeEachOtherInACircle) {
 // The scan sees what it is to judge: a room or a kernel without files would pass anything.
 TEST(House, NothingChangesTheFolderOfTheProcess) {
   EXPECT_EQ(listed(changes_of_folder(our_sources)), "");
+}
+
+TEST(House, EveryTypeHasANameOfItsOwn) {
+  EXPECT_EQ(listed(names_of_two_types(our_sources)), "");
 }
 
 TEST(House, NothingUsesViewsThatTheAnalysisCannotRead) {
@@ -465,6 +489,12 @@ TEST_F(HouseScanner, WhoChangesTheFolderOfTheProcessIsFound) {
   Names found = changes_of_folder(".");
   std::sort(found.begin(), found.end());
   EXPECT_EQ(listed(found), "apps/a.cpp:2\nplatform/qt/b.cpp:2\nrecords/c.cpp:1\n");
+}
+
+TEST_F(HouseScanner, TwoTypesOfOneNameAreFound) {
+  file("records/a.h", "struct Change {\n};\nclass Other;\nstruct Third {};\n");
+  file("study/b.h", "struct Change final : Base {\n};\nclass Other {\n};\nstruct Third;\n");
+  EXPECT_EQ(listed(names_of_two_types(".")), "Change\n");
 }
 
 TEST_F(HouseScanner, ViewsAreFound) {

@@ -56,7 +56,7 @@ std::string ring_words(const RingChange& ring) {
   return {};
 }
 
-std::string change_words(const CoreChange& change, std::span<const NamedCore> cores,
+std::string change_words(const SeriesChange& change, std::span<const NamedCore> cores,
                          std::span<const NamedCore> back) {
   if (!change.before)
     return "there would be a core " + std::string(back[*change.after].name) + " that is none";
@@ -86,7 +86,7 @@ Sentences not_read_back(const Collection& collection, Layout layout, MemoryFiles
   const ComparableCores read(collection), back(written);
   const std::vector<NamedCore> cores = in_thousandths(read);
   Sentences all;
-  for (const CoreChange& change : changes_between(cores, back.cores()))
+  for (const SeriesChange& change : changes_between(cores, back.cores()))
     all.push_back(collection.path() + ": " + change_words(change, cores, back.cores()));
   if (all.empty()) {
     for (const std::string& words : written.words()) all.push_back(collection.path() + ": " + words);

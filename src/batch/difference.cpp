@@ -31,7 +31,7 @@ Row row_of(std::string_view series, std::string_view change, std::int64_t year, 
 }
 
 // The rows of a core that is in both.
-void add_changes(const CoreChange& change, const NamedCore& before, const NamedCore& after,
+void add_changes(const SeriesChange& change, const NamedCore& before, const NamedCore& after,
                  const std::function<void(const Row&)>& add) {
   if (change.renamed)
     add(row_of(before.name, is_renamed, after.widths.first, std::string(before.name),
@@ -77,7 +77,7 @@ const TableForm& difference_form() {
 void difference_rows(const Collection& before, const Collection& after,
                      const std::function<void(const Row&)>& add) {
   const ComparableCores was(before), is(after);
-  for (const CoreChange& change : changes_between(was.cores(), is.cores())) {
+  for (const SeriesChange& change : changes_between(was.cores(), is.cores())) {
     if (!change.before) {
       const NamedCore& core = is.cores()[*change.after];
       add(row_of(core.name, is_new, core.widths.first, Cell(), Cell(rings_of(core))));

@@ -90,8 +90,8 @@ std::optional<Steps> alignment(const NamedCore& before, const NamedCore& after) 
 }
 
 // The change of two that are the same core under whatever name; `steps` align their rings.
-CoreChange core_change(const NamedCore& before, const NamedCore& after, const Steps& steps) {
-  CoreChange change;
+SeriesChange core_change(const NamedCore& before, const NamedCore& after, const Steps& steps) {
+  SeriesChange change;
   change.renamed = before.name != after.name;
   const Years years(before.widths, after.widths);
   const std::int64_t moved = years_moved(steps, years);
@@ -113,7 +113,7 @@ class Comparison {
   Comparison(std::span<const NamedCore> before, std::span<const NamedCore> after)
       : before_(before), after_(after), partner_(before.size()), taken_(after.size()) {}
 
-  std::vector<CoreChange> run();
+  std::vector<SeriesChange> run();
 
  private:
   using Candidates = std::vector<std::size_t>;  // among AFTER's
@@ -133,7 +133,7 @@ class Comparison {
   std::span<const NamedCore> before_, after_;
   Places partner_;  // of each of BEFORE
   std::vector<bool> taken_;
-  std::map<std::size_t, CoreChange> changes_;  // of the pairs that differ, by BEFORE's place
+  std::map<std::size_t, SeriesChange> changes_;  // of the pairs that differ, by BEFORE's place
 };
 
 // Pairs core i with the first of some that fits and is not taken, unless it has a partner.
@@ -182,14 +182,14 @@ void Comparison::pair_by_rings() {
     pair_first(i, candidates(i), [&](std::size_t j) { return same(i, j); });
 }
 
-std::vector<CoreChange> Comparison::run() {
+std::vector<SeriesChange> Comparison::run() {
   pair_by_name();
   part_the_unlike();
   pair_by_rings();
   part_the_unlike();
-  std::vector<CoreChange> all;
+  std::vector<SeriesChange> all;
   for (std::size_t i = 0; i < before_.size(); ++i) {
-    CoreChange change = partner_[i] ? std::move(changes_[i]) : CoreChange();
+    SeriesChange change = partner_[i] ? std::move(changes_[i]) : SeriesChange();
     if (partner_[i] && !change.renamed && !change.redated && change.rings.empty()) continue;
     change.before = i;
     change.after = partner_[i];
@@ -204,7 +204,8 @@ std::vector<CoreChange> Comparison::run() {
 
 }  // namespace
 
-std::vector<CoreChange> changes_between(std::span<const NamedCore> before, std::span<const NamedCore> after) {
+std::vector<SeriesChange> changes_between(std::span<const NamedCore> before,
+                                          std::span<const NamedCore> after) {
   return Comparison(before, after).run();
 }
 

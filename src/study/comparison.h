@@ -34,7 +34,7 @@ struct Redating {
 };
 
 // A core that is not as it was.
-struct CoreChange {
+struct SeriesChange {
   std::optional<std::size_t> before, after;  // its places in the collections, from 0: new without the first,
                                              // gone without the second
   bool renamed = false;
@@ -59,6 +59,7 @@ struct CoreChange {
 // by as many years as most of its rings (the fewer, where as many moved by either). The side of a ring that
 // keeps its years is the one on which the innermost ring lies that is dated as before or, in a redated core,
 // as most are; where there is none, the end that has the year it had.
-std::vector<CoreChange> changes_between(std::span<const NamedCore> before, std::span<const NamedCore> after);
+std::vector<SeriesChange> changes_between(std::span<const NamedCore> before,
+                                          std::span<const NamedCore> after);
 
 }  // namespace vorn

@@ -55,7 +55,7 @@ std::string words(const RingChange& ring) {
 // One line a core: "A: renamed B, redated 1900 1905 +1903:2.5(inner)".
 std::string changes(const Collection& before, const Collection& after) {
   std::string text;
-  for (const CoreChange& change : changes_between(Views(before).cores(), Views(after).cores())) {
+  for (const SeriesChange& change : changes_between(Views(before).cores(), Views(after).cores())) {
     text += change.before ? before[*change.before].name : after[*change.after].name;
     if (!change.before) text += " new";
     if (!change.after) text += " gone";
