@@ -63,15 +63,9 @@ class DatesPanel {
            error_instead(at) + few;
   }
 
-  // A date elsewhere may only be what is left when a ring is missing or counted twice.
   std::string error_instead(const DatedPosition& best) const {
     const auto& pair = in_.findings->pair;
-    if (best.shift == 0 || !pair || !pair->is_sample) return "";
-    const RingErrors& errors = pair->errors;
-    const double moved = best.r > 0 ? -best.overlap / 2.0 * std::log(1 - best.r * best.r) - errors.score : 0;
-    const bool more = (errors.pair && errors.pair->gain > moved) ||
-                      (!errors.candidates.empty() && worth_a_look(errors, errors.candidates.front()) &&
-                       errors.candidates.front().gain > moved);
+    const bool more = best.shift != 0 && pair && pair->is_sample && errors_explain_more(pair->errors, best);
     return more ? " But a ring missing or counted twice explains more: see Rings." : "";
   }
 

@@ -111,8 +111,8 @@ double gain_of_errors(const RingErrors& errors) {
   return 0;
 }
 
-double gain_of_moving(const SiteCore& core) {
-  return core.elsewhere ? score_of(core.elsewhere->r, core.elsewhere->overlap) - core.errors.score : 0;
+double gain_of_moving(const DatedPosition& to, const RingErrors& errors) {
+  return score_of(to.r, to.overlap) - errors.score;
 }
 
 // A date that stands out, is not that of the core, and explains more than errors do.
@@ -122,8 +122,7 @@ std::optional<DatedPosition> date_elsewhere(const SeriesView& core, const Series
   const Dates found = dates({core}, {&reference, 1}).front();
   if (!found.stands_out || found.ranked.front().shift == 0) return {};
   const DatedPosition& best = found.ranked.front();
-  const double gain = score_of(best.r, best.overlap) - errors.score;
-  if (gain < gain_to_look_at || gain <= gain_of_errors(errors)) return {};
+  if (gain_of_moving(best, errors) < gain_to_look_at || errors_explain_more(errors, best)) return {};
   return best;
 }
 
@@ -175,7 +174,8 @@ SiteCore surveyed(const StudiedCore& core, const SeriesView& others, const std::
   all.elsewhere = date_elsewhere(core.compared, others, all.errors);
   const double segments_a_year =
       static_cast<double>(settings.seg) / static_cast<double>(std::max<std::int64_t>(step, 1));
-  all.need = gain_of_errors(all.errors) + gain_of_moving(all) + lost_in_segments(all, segments_a_year);
+  all.need = gain_of_errors(all.errors) + (all.elsewhere ? gain_of_moving(*all.elsewhere, all.errors) : 0) +
+             lost_in_segments(all, segments_a_year);
   all.remedy = remedy_of(all);
   return all;
 }
@@ -215,6 +215,10 @@ double least_correlation(int n) {
   const double t = z + (z3 + z) / (4 * degrees) + (5 * z5 + 16 * z3 + 3 * z) / (96 * degrees * degrees) +
                    (3 * z7 + 19 * z5 + 17 * z3 - 15 * z) / (384 * degrees * degrees * degrees);
   return t / std::sqrt(degrees + t * t);
+}
+
+bool errors_explain_more(const RingErrors& errors, const DatedPosition& elsewhere) {
+  return gain_of_errors(errors) >= gain_of_moving(elsewhere, errors);
 }
 
 SiteSurvey survey(const StudiedCores& cores, const Settings& settings) {

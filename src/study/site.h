@@ -85,6 +85,10 @@ SiteSurvey survey(const StudiedCores& cores, const Settings& settings);
 std::optional<SiteSurvey> survey(std::span<const StudiedCore> cores, const Settings& settings,
                                  const std::function<bool(std::size_t done)>& go_on);
 
+// Whether errors that are worth a look gain at least as much as the core does when it is moved as a whole: a
+// date elsewhere may only be what is left when a ring is missing or counted twice.
+bool errors_explain_more(const RingErrors& errors, const DatedPosition& elsewhere);
+
 // One row of a table of lags: a core in one segment of years, read by -lags to +lags years later.
 struct LagRow {
   YearSpan years = {};                        // the segment, moved inwards at the core's ends

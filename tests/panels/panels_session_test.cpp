@@ -171,6 +171,13 @@ TEST_F(Panels, SayWhyTheyAreEmpty) {
   EXPECT_TRUE(played.writes("pointers.txt", "\"Pointer years\""));
 }
 
+// Two parts of NOW07 are a year apart: moved as a whole the longer one fits.
+TEST_F(Panels, ADateThatAMissingRingExplainsIsNotTakenForItsOwn) {
+  Played played("pick site NOW07\npanel dates missing.txt\npick site NOW19\npanel dates wrong.txt\n");
+  EXPECT_TRUE(played.writes("missing.txt", "explains more: see Rings"));
+  EXPECT_FALSE(played.writes("wrong.txt", "explains more: see Rings"));
+}
+
 // The core as it is dated is what the panel held at its bark would make wrong: it says so.
 TEST_F(Panels, SayWhenTheBarkIsHeldAgainstTheEvidence) {
   Played played(
