@@ -12,7 +12,7 @@
 namespace vorn {
 namespace {
 
-constexpr int years_beside = 15, top_of_graph = 120, below_graph = 56;
+constexpr int top_of_graph = 120, below_graph = 56;
 constexpr std::size_t most_curves = 200;  // more are a grey area anyway
 
 class AroundPanel {
@@ -23,7 +23,7 @@ class AroundPanel {
         pair_(pair),
         pen_(view),
         year_(year),
-        axis_({.width = view.width}, nullptr, {year - years_beside, year + years_beside}),
+        axis_({.width = view.width}, nullptr, {year - years_around_it, year + years_around_it}),
         bottom_(std::max(view.height - below_graph, top_of_graph + 80)) {}
 
   Panel draw() {

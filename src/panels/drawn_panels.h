@@ -50,6 +50,8 @@ PanelTable rows_of(PanelName panel, const PanelInputs& inputs);
 
 // The cores of Site as they stand there: by need, without those that are left out.
 std::vector<std::size_t> listed_cores(const SiteFindings& site, const PanelState& state);
+// So many years to each side of it are shown.
+inline constexpr int years_around_it = 15;
 // The year that Around a Year shows: that of the chosen candidate, else of the best one.
 std::optional<std::int64_t> year_looked_at(const PanelInputs& inputs);
 // What Rings shows: as missing rings are thought of, and its candidates that gain anything, the best first.

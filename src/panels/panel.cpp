@@ -39,6 +39,11 @@ std::optional<PanelName> panel_named(std::string_view id) {
   return found == rows.end() ? std::nullopt : std::optional(found->name);
 }
 
+std::string_view word_of(CoreMark mark) {
+  constexpr std::array<std::string_view, 3> words = {"to do", "done", "skipped"};
+  return words[static_cast<std::size_t>(mark)];
+}
+
 PanelView usual_view(PanelName panel) {
   return row_of(panel).view;
 }

@@ -39,6 +39,7 @@ PanelView usual_view(PanelName panel);
 
 // What became of a core in the eyes of the user.
 enum class CoreMark : std::uint8_t { to_do, done, skipped };
+std::string_view word_of(CoreMark mark);  // "to do"
 
 // What a click changes in the panels themselves.
 struct PanelChange {

@@ -12,8 +12,6 @@ std::string kind_word(Correction kind) {
   return kind == Correction::insert ? "insert" : "merge";
 }
 
-constexpr std::array<std::string_view, 3> mark_words = {"to do", "done", "skipped"};
-
 PanelTable site_table(const PanelInputs& inputs) {
   PanelTable table{
       {"file", "series", "first_year", "last_year", "r", "need", "flags_a", "flags_b", "todo", "mark"}, {}};
@@ -22,10 +20,9 @@ PanelTable site_table(const PanelInputs& inputs) {
   for (const std::size_t k : listed_cores(site, inputs.state)) {
     const SiteCore& core = site.survey.cores[k];
     const SeriesCopy& series = site.cores[k]->series();
-    table.rows.push_back(
-        {site.file, series.name, whole(series.first_year), whole(series.last_year()), number(core.r),
-         number(core.need), whole(core.low), whole(core.lagging), site.todo[k],
-         std::string(mark_words[static_cast<std::size_t>(inputs.state.mark_of(series.name))])});
+    table.rows.push_back({site.file, series.name, whole(series.first_year), whole(series.last_year()),
+                          number(core.r), number(core.need), whole(core.low), whole(core.lagging),
+                          site.todo[k], std::string(word_of(inputs.state.mark_of(series.name)))});
   }
   return table;
 }
@@ -70,7 +67,7 @@ PanelTable around_table(const PanelInputs& inputs) {
   if (!middle) return table;
   const PairFindings& pair = *inputs.findings->pair;
   const auto add = [&](const std::string& name, const SeriesView& series) {
-    for (std::int64_t year = *middle - 15; year <= *middle + 15; ++year) {
+    for (std::int64_t year = *middle - years_around_it; year <= *middle + years_around_it; ++year) {
       if (series.has(year)) table.rows.push_back({whole(year), name, number(series.at(year))});
     }
   };

@@ -20,11 +20,6 @@ std::string years_text(const SeriesCopy& core) {
   return std::to_string(core.first_year) + "-" + std::to_string(core.last_year());
 }
 
-std::string_view mark_word(CoreMark mark) {
-  constexpr std::array<std::string_view, 3> words = {"to do", "done", "skipped"};
-  return words[static_cast<std::size_t>(mark)];
-}
-
 class SitePanel {
  public:
   SitePanel(const PanelInputs& inputs, const PanelView& view, const SiteFindings& site)
@@ -123,7 +118,7 @@ class SitePanel {
       pen_.curve({{30.0, y + 23.0}, {37.0, y + 31.0}, {49.0, y + 14.0}}, colour::sea_green);
     if (mark == CoreMark::skipped) pen_.line(31, y + 23, 47, y + 23, colour::muted);
     pen_.spot({{12, y, 64, y + (needs ? high_row : low_row)},
-               core + " is " + std::string(mark_word(mark)) + ". A click: to do, done, skipped",
+               core + " is " + std::string(word_of(mark)) + ". A click: to do, done, skipped",
                {.kind = PanelChange::Kind::mark, .core = core},
                {}});
   }
