@@ -37,7 +37,7 @@ Event EventMailbox::next_event() {
 Deed EventMailbox::wait_for_deed() {
   std::unique_lock lock(mutex_);
   for (;;) {
-    something_came_.wait(lock, [&] { return closed_ || !actions_.empty(); });
+    while (!closed_ && actions_.empty()) wait(lock);
     if (closed_) throw ProgramEnd(EndReason::closed);
     Action action = std::move(actions_.front());
     actions_.pop_front();

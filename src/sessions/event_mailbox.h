@@ -73,6 +73,11 @@ class EventMailbox : public Inbox {
   // The window is to be closed, and nothing is to be asked: the program ends as soon as it waits.
   void close();
 
+ protected:
+  // Waits, with the lock held, until something may have been put. Where one thread is both the program's and
+  // the window's, what the user does is to be taken in here, with the lock given up meanwhile.
+  virtual void wait(std::unique_lock<std::mutex>& lock) { something_came_.wait(lock); }
+
  private:
   struct Action {
     Deed deed;
