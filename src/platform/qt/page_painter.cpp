@@ -10,6 +10,7 @@
 
 #include "plot/colour.h"
 #include "plot/font_metrics.h"
+#include "plot/palette.h"
 
 namespace vorn {
 namespace {
@@ -18,19 +19,7 @@ constexpr double pen_width = 2;        // page units: 0.2 mm on paper
 constexpr double reference_width = 4;  // of the reference's curve on paper
 constexpr double thinnest_fill = 0.5;  // page units: what is thinner would be lost in print
 
-// 0 the paper, 15 the ink; from 16 on the colours of the panels.
-using Palette = std::array<QRgb, all_colours>;
-constexpr Palette areas = {0xFFFFFF, 0x4F74D9, 0x00AA00, 0x00AAAA, 0xE04030, 0xD070D0, 0xC08040,
-                           0xAAAAAA, 0x848484, 0x8494FF, 0x55FF55, 0x55FFFF, 0xFF6A5E, 0xFF9CFF,
-                           0xFFFF55, 0x000000, 0x0072B2, 0xC44E00, 0x00A375, 0xE69F00, 0x9E3D73,
-                           0xDCEAF7, 0xFAD9CF, 0xFCEBC2, 0xD9F0E3, 0xF1F3F6, 0xD9DCE1, 0x5C6370};
-constexpr QRgb grey_lines = 0x8C8C8C;
-constexpr Palette letters = {0xFFFFFF, 0x0000AA, 0x007A00, 0x007878, 0x8E0000, 0x8800AA, 0x8A4B00,
-                             0x6C6C6C, 0x444444, 0x4848FF, 0x4E7A00, 0x0079A8, 0xD80000, 0xC800A0,
-                             0x7C6C00, 0x000000, 0x0068A3, 0xA84000, 0x00745A, 0x8C6000, 0xA8437C,
-                             0xDCEAF7, 0xFAD9CF, 0xFCEBC2, 0xD9F0E3, 0xF1F3F6, 0xD9DCE1, 0x5C6370};
-
-QColor shade(const Palette& palette, Colour colour) {
+QColor shade(const shades::Palette& palette, Colour colour) {
   return {palette[static_cast<std::size_t>(number_of(colour)) % palette.size()]};
 }
 
@@ -188,15 +177,15 @@ class PagePainter {
 }  // namespace
 
 QColor area_shade(Colour colour) {
-  return shade(areas, colour);
+  return shade(shades::areas, colour);
 }
 
 QColor letter_shade(Colour colour) {
-  return shade(letters, colour);
+  return shade(shades::letters, colour);
 }
 
 QColor line_shade(Colour colour) {
-  return colour == colour::light_grey ? QColor(grey_lines) : letter_shade(colour);
+  return colour == colour::light_grey ? QColor(shades::grey_lines) : letter_shade(colour);
 }
 
 QTransform page_to_area(QSizeF area, QSizeF page) {
