@@ -10,10 +10,10 @@
 #include <optional>
 #include <utility>
 
+#include "desk/deed_gate.h"
 #include "desk/page_cursor.h"
 #include "desk/status_line.h"
 #include "platform/qt/curve_drag.h"
-#include "platform/qt/deed_gate.h"
 #include "platform/qt/notice_strip.h"
 #include "platform/qt/typefaces.h"
 #include "platform/qt/window_comforts.h"

@@ -1,4 +1,4 @@
-// The way on which the window hands in what the user does.
+// The way on which a window hands in what the user does.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "platform/qt/deed_gate.h"
+#include "desk/deed_gate.h"
 
 #include <utility>
 
