@@ -4,11 +4,16 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "panels/drawn_panels.h"
 #include "sessions/standing.h"
 
 namespace vorn {
+
+// What is said where step_core() finds none.
+inline constexpr std::string_view no_further_core =
+    "No further core to put on the page: all are done or skipped, or they are still being studied";
 
 class PanelDesk {
  public:

@@ -137,8 +137,7 @@ void PanelDocks::click(const Spot& spot) {
 void PanelDocks::step_core(int direction) {
   if (!any_seen()) dock(PanelName::site).show();  // where what is known grows while it is studied
   if (const auto play = desk_->step_core(direction)) return port_.act(*play);
-  port_.mention(
-      "No further core to put on the page: all are done or skipped, or they are still being studied");
+  port_.mention(shown_characters(no_further_core));
 }
 
 void PanelDocks::start(PanelName name, Comfort comfort, std::shared_ptr<const Page> page) {
