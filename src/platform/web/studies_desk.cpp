@@ -1,0 +1,135 @@
+#include "platform/web/studies_desk.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/web/page_bytes.h"
+#include "platform/web/shown_text.h"
+#include "platform/web/standing_fields.h"
+
+namespace vorn {
+namespace {
+
+using Fields = nlohmann::ordered_json;
+
+constexpr int largest_view = 40'000;
+
+PanelView view_of(const WebRequest& request) {
+  const auto size = [&](const char* name) {
+    return std::min(std::max(0, request.number(name)), largest_view);
+  };
+  PanelView view{.width = size("width"), .height = size("height")};
+  view.scroll = std::max(0, request.number("scroll"));
+  if (request.has("left") && request.has("right"))
+    view.axis = PanelView::Axis{request.real("left"), request.real("right")};
+  return view;
+}
+
+Fields fields_of_spots(const Panel& panel) {
+  Fields spots = Fields::array();
+  for (const Spot& spot : panel.spots) {
+    const Rectangle& place = spot.place;
+    spots.push_back({{"place", {place.x1, place.y1, place.x2, place.y2}},
+                     {"tip", shown_text(spot.tip)},
+                     {"core", shown_text(spot.change.core)},
+                     {"does", spot.does()},
+                     {"plays", spot.play.has_value()}});
+  }
+  return spots;
+}
+
+}  // namespace
+
+void StudiesDesk::go_on() {
+  if (to_study_ && to_study_ != studied_) return study();
+  serve(port_.next());
+}
+
+// --- Studying.
+
+void StudiesDesk::study() {
+  studied_ = to_study_;
+  begun_ = looked_ = Clock::now();
+  studies_.study(
+      studied_, [this](const std::string& working) { return may_go_on(working); },
+      [this](const SharedFindings& findings) {
+        findings_ = findings;
+        tell_found();
+      });
+  if (std::exchange(working_, {}).empty()) return;
+  tell_found();
+}
+
+// What takes no time worth telling is not told.
+bool StudiesDesk::may_go_on(const std::string& working) {
+  const auto now = Clock::now();
+  if (now - looked_ < between_looks) return true;
+  if (now - begun_ >= worth_telling && now - told_ >= between_tellings) {
+    working_ = working;
+    tell_found();
+  }
+  while (auto request = port_.next_if_any()) serve(*request);
+  looked_ = Clock::now();
+  return to_study_ == studied_;
+}
+
+void StudiesDesk::tell_found() {
+  told_ = Clock::now();
+  desk_.found(findings_, working_);
+  port_.tell({{"is", "found"}, {"working", shown_text(working_)}});
+}
+
+// --- What the page asks for.
+
+void StudiesDesk::serve(const WebRequest& request) {
+  const std::string what = request.what();
+  if (what == "stand") return stand(request);
+  if (what == "step_core") return step_core(request.number("direction") < 0 ? -1 : 1);
+  const auto name = panel_named(request.text("name"));
+  if (!name) return;
+  if (what == "panel") return draw(*name, request);
+  if (what == "panel_click") return click(*name, request);
+  if (what == "csv")
+    port_.tell({{"is", "csv"}, {"name", id_of(*name)}, {"text", shown_lines(desk_.csv(*name))}});
+}
+
+void StudiesDesk::stand(const WebRequest& request) {
+  const SharedStanding standing = reader_.read(request.bytes);
+  if (standing->situation->wait == Wait::menu) to_study_ = standing->situation;
+  desk_.stand(standing);
+}
+
+void StudiesDesk::draw(PanelName name, const WebRequest& request) {
+  Drawn& drawn = drawn_[static_cast<std::size_t>(name)];
+  drawn = {desk_.panel(name, view_of(request)), request.place("ask")};
+  port_.tell({{"is", "panel"},
+              {"name", id_of(name)},
+              {"ask", drawn.ask},
+              {"content_height", drawn.panel.content_height},
+              {"head", drawn.panel.head},
+              {"spots", fields_of_spots(drawn.panel)}},
+             "marks", bytes_of(drawn.panel.page));
+}
+
+// A click is meant for what was seen: on a panel that was drawn anew since it is dropped.
+void StudiesDesk::click(PanelName name, const WebRequest& request) {
+  const Drawn& drawn = drawn_[static_cast<std::size_t>(name)];
+  const std::size_t place = request.place("spot");
+  if (drawn.ask != request.place("ask") || place >= drawn.panel.spots.size()) return;
+  std::string trouble;
+  const auto played = desk_.click(Spot(drawn.panel.spots[place]), trouble);
+  if (!trouble.empty()) port_.tell({{"is", "notice"}, {"text", shown_text(trouble)}});
+  if (played) play(*played);
+  tell_found();
+}
+
+void StudiesDesk::step_core(int direction) {
+  if (const auto found = desk_.step_core(direction)) return play(*found);
+  port_.tell({{"is", "mention"}, {"text", no_further_core}});
+}
+
+void StudiesDesk::play(const Play& play) {
+  port_.tell({{"is", "play"}, {"play", fields_of(play)}, {"what", shown_text(play.what)}});
+}
+
+}  // namespace vorn
