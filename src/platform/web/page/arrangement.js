@@ -1,0 +1,235 @@
+// How page and panels stand in the window: the page at the left, as large as the height lets it be, panels of years
+// above and below it, lists at the right, one behind the other. All of it can be moved, and stays so.
+import { button, make } from './dom.js';
+import { pageAcross, pageDown } from './painter.js';
+import { remember, remembered } from './store.js';
+
+const key = 'arrangement';
+const widestDock = 460, narrowestDock = 216;
+const leastPage = 240, leastStrip = 60;
+const strips = { pointers: { place: 'above', height: 116 }, rings: { place: 'below', height: 180 } };
+const step = 16;  // pixels a key moves an edge
+
+export function clampTo(value, least, most) {
+  return Math.max(least, Math.min(value, Math.max(least, most)));
+}
+
+// How wide the dock is where nobody has said so: what the page leaves, nothing where that is too little.
+export function firstDockWidth(width, height) {
+  const left = Math.floor(width - (height * pageAcross) / pageDown);
+  return left < narrowestDock ? 0 : Math.min(left, widestDock);
+}
+
+const usual = () => ({ dock: null, tab: 'site', dockWidth: null, open: {}, heights: {} });
+
+export class Arrangement {
+  element;
+  #port;
+  #state = usual();
+  #dock = make('aside', { className: 'dock', aria: { label: 'Panels' } });
+  #tabs = make('div', { className: 'tabs', role: 'tablist', aria: { label: 'Panels' } });
+  #pages = new Map();    // of the dock, by name: {tab, body, enter}
+  #strips = new Map();   // by name: {frame, edge}
+  #column = make('div', { className: 'column' });
+  #edge;
+
+  // `room` holds the page; `lists`: [{name, title, body, enter}], `bands`: {rings: frame, pointers: frame} with
+  // enter(name). `port`: turned() when something came, went or moved, leave().
+  constructor({ room, lists, bands }, port) {
+    this.#port = port;
+    this.#edge = this.#makeEdge('vertical', 'Width of the panels', (by) => this.#widen(by));
+    this.#addStrip('pointers', bands.pointers);
+    this.#column.append(room);
+    this.#addStrip('rings', bands.rings);
+    const hide = button('×', () => this.#hideDock(), { className: 'flat', title: 'Hide the panels', aria: { label: 'Hide the panels' } });
+    this.#dock.append(make('div', { className: 'dock-head' }, this.#tabs, hide));
+    for (const list of lists) this.#addList(list);
+    this.element = make('div', { className: 'desk' }, this.#column, this.#edge, this.#dock);
+    new ResizeObserver(() => this.#lay()).observe(this.element);
+    this.#recall();
+  }
+
+  isShown(name) {
+    if (this.#strips.has(name)) return Boolean(this.#state.open[name]);
+    return this.#dockShown() && this.#state.tab === name;
+  }
+
+  // Shows it, with the keyboard in it, or hides it.
+  toggle(name) {
+    if (this.isShown(name)) return this.#hide(name);
+    this.show(name);
+    (this.#strips.get(name) ?? this.#pages.get(name)).enter();
+  }
+
+  show(name) {
+    if (this.#strips.has(name)) this.#state.open[name] = true;
+    else Object.assign(this.#state, { dock: true, tab: name });
+    this.#changed();
+  }
+
+  #hide(name) {
+    if (!this.#strips.has(name)) return this.#hideDock();
+    this.#state.open[name] = false;
+    this.#changed();
+    this.#port.leave();
+  }
+
+  #hideDock() {
+    this.#state.dock = false;
+    this.#changed();
+    this.#port.leave();
+  }
+
+  // --- What stands in it.
+
+  #addStrip(name, { frame, enter }) {
+    const { place } = strips[name];
+    const edge = this.#makeEdge('horizontal', `Height of the panel ${name}`, (by) => this.#heighten(name, place === 'above' ? by : -by));
+    this.#strips.set(name, { frame, edge, enter });
+    this.#column.append(...(place === 'above' ? [frame, edge] : [edge, frame]));
+  }
+
+  #addList({ name, title, body, enter }) {
+    const tab = make('button', { type: 'button', role: 'tab', id: `tab-${name}`, textContent: title, aria: { controls: `list-${name}` }, on: { click: () => this.show(name), keydown: (event) => this.#stepTabs(event, name) } });
+    const page = make('div', { className: 'list-page', role: 'tabpanel', id: `list-${name}`, aria: { labelledby: tab.id } }, body);
+    this.#pages.set(name, { tab, page, enter });
+    this.#tabs.append(tab);
+    this.#dock.append(page);
+  }
+
+  #stepTabs(event, name) {
+    const names = [...this.#pages.keys()], at = names.indexOf(name);
+    const to = { ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: names.length - 1 }[event.key];
+    if (event.key === 'Escape') return this.#port.leave();
+    if (event.key === 'ArrowDown') return this.#pages.get(name).enter();
+    if (to === undefined) return undefined;
+    event.preventDefault();
+    const next = names[(to + names.length) % names.length];
+    this.show(next);
+    return this.#pages.get(next).tab.focus();
+  }
+
+  // --- Edges that can be moved, by the mouse and by keys.
+
+  #makeEdge(orientation, title, move) {
+    const edge = make('div', { className: `edge ${orientation}`, role: 'separator', tabIndex: 0, title, aria: { orientation, label: title } });
+    const across = orientation === 'vertical';
+    let last = null;
+    const place = (event) => (across ? event.clientX : event.clientY);
+    edge.addEventListener('pointerdown', (event) => {
+      edge.setPointerCapture(event.pointerId);
+      last = place(event);
+    });
+    edge.addEventListener('pointermove', (event) => {
+      if (last === null) return;
+      const moved = move(place(event) - last);
+      last += moved;
+    });
+    const end = () => {
+      last = null;
+      this.#keep();
+    };
+    edge.addEventListener('pointerup', end);
+    edge.addEventListener('pointercancel', end);
+    edge.addEventListener('keydown', (event) => this.#edgeKey(event, across, move));
+    return edge;
+  }
+
+  #edgeKey(event, across, move) {
+    if (event.key === 'Escape') return this.#port.leave();
+    const by = across ? { ArrowLeft: -step, ArrowRight: step }[event.key] : { ArrowUp: -step, ArrowDown: step }[event.key];
+    if (by === undefined) return;
+    event.preventDefault();
+    event.stopPropagation();
+    move(by);
+    this.#keep();
+  }
+
+  // Each answers by how much the edge went where it was moved to.
+  #widen(by) {
+    const before = this.#dock.offsetWidth;
+    this.#state.dockWidth = this.#dockWidthWithin(before - by);
+    this.#lay();
+    return before - this.#dock.offsetWidth;
+  }
+
+  #heighten(name, by) {
+    const { frame } = this.#strips.get(name);
+    const before = frame.offsetHeight;
+    this.#state.heights[name] = clampTo(before + by, leastStrip, this.#column.clientHeight - leastPage / 2);
+    this.#lay();
+    const went = frame.offsetHeight - before;
+    return strips[name].place === 'above' ? went : -went;
+  }
+
+  #dockWidthWithin(width) {
+    return clampTo(width, narrowestDock, this.element.clientWidth - leastPage);
+  }
+
+  // --- How large all of it is.
+
+  #isTall() {
+    return this.element.clientWidth < 0.9 * this.element.clientHeight;
+  }
+
+  #dockShown() {
+    const { clientWidth, clientHeight } = this.element;
+    return this.#state.dock ?? (this.#isTall() || firstDockWidth(clientWidth, clientHeight) > 0);
+  }
+
+  #lay() {
+    const { clientWidth, clientHeight } = this.element;
+    if (clientWidth === 0) return;
+    const isShown = this.#dockShown(), tall = this.#isTall();
+    this.element.classList.toggle('tall', tall);
+    this.#dock.hidden = this.#edge.hidden = !isShown;
+    const usualWidth = firstDockWidth(clientWidth, clientHeight) || narrowestDock;
+    const width = this.#dockWidthWithin(this.#state.dockWidth ?? usualWidth);
+    this.#dock.style.width = tall ? '' : `${width}px`;
+    this.#edge.setAttribute('aria-valuenow', String(Math.round((100 * (clientWidth - width)) / clientWidth)));
+    for (const [name, { frame, edge }] of this.#strips) this.#layStrip(name, frame, edge, clientHeight);
+    for (const [name, { tab, page }] of this.#pages) this.#layTab(name, tab, page);
+    this.#port.turned();
+  }
+
+  #layStrip(name, frame, edge, whole) {
+    frame.hidden = edge.hidden = !this.#state.open[name];
+    const height = clampTo(this.#state.heights[name] ?? strips[name].height, leastStrip, 0.45 * whole);
+    frame.style.height = `${height}px`;
+    edge.setAttribute('aria-valuenow', String(Math.round((100 * height) / whole)));
+  }
+
+  #layTab(name, tab, page) {
+    const isOpen = this.#state.tab === name;
+    tab.setAttribute('aria-selected', String(isOpen));
+    tab.tabIndex = isOpen ? 0 : -1;
+    page.hidden = !isOpen;
+  }
+
+  // --- As it was before.
+
+  #changed() {
+    this.#lay();
+    this.#keep();
+  }
+
+  // Where nothing can be kept, the next window has the first arrangement.
+  async #keep() {
+    try {
+      await remember(key, JSON.stringify(this.#state));
+    } catch {
+      // Not worth a word.
+    }
+  }
+
+  async #recall() {
+    try {
+      const known = JSON.parse(await remembered(key) ?? 'null');
+      if (known) this.#state = { ...usual(), ...known, open: { ...known.open }, heights: { ...known.heights } };
+    } catch {
+      this.#state = usual();
+    }
+    if (!this.#pages.has(this.#state.tab)) this.#state.tab = 'site';
+    this.#lay();
+  }
+}
