@@ -5,7 +5,7 @@ import { pageAcross, pageDown } from './painter.js';
 import { remember, remembered } from './store.js';
 
 const key = 'arrangement';
-const widestDock = 460, narrowestDock = 216;
+const widestDock = 560, narrowestDock = 216;
 const leastPage = 240, leastStrip = 60;
 const strips = { pointers: { place: 'above', height: 116 }, rings: { place: 'below', height: 180 } };
 const step = 16;  // pixels a key moves an edge
@@ -182,6 +182,7 @@ export class Arrangement {
     if (clientWidth === 0) return;
     const isShown = this.#dockShown(), tall = this.#isTall();
     this.element.classList.toggle('tall', tall);
+    this.element.classList.toggle('with-dock', isShown);
     this.#dock.hidden = this.#edge.hidden = !isShown;
     const usualWidth = firstDockWidth(clientWidth, clientHeight) || narrowestDock;
     const width = this.#dockWidthWithin(this.#state.dockWidth ?? usualWidth);
