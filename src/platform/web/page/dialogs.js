@@ -116,8 +116,9 @@ export function showText({ title, text, name = '', save }) {
   if (name !== '') buttons.push(button('Save…', () => save(name, text)));
   buttons.push(button('Close', () => box.close(), { className: 'first' }));
   box = open({ title, content: [field], buttons, onEscape: () => box.close(), wide: true });
-  field.focus();
   field.setSelectionRange(0, 0);
+  field.focus();
+  field.scrollTop = 0;
   return box;
 }
 

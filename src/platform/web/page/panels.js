@@ -54,7 +54,7 @@ export class Panels {
     area.element.addEventListener('keydown', (event) => this.#key(event, name));
     const more = button('⋯', () => this.#openMenuAt(more, name), { className: 'flat more', title: 'What can be done with the panel', aria: { label: `${title}: menu`, haspopup: 'menu' } });
     this.#areas.set(name, area);
-    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.element, more));
+    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.element, make('div', { className: 'focus-frame' }), more));
   }
 
   // --- What they show.
