@@ -1,6 +1,7 @@
 // Vorn in the browser: page, panels and menus around the two workers.
 import { Arrangement } from './arrangement.js';
 import { askBeside, askForNumber, askForText, isDialogOpen, QuestionBox, showText, tell } from './dialogs.js';
+import { DeedGate } from './deed_gate.js';
 import { isMac, make, takesTyping } from './dom.js';
 import { download } from './download.js';
 import { filesPanel, openFiles, openFolder } from './files.js';
@@ -14,7 +15,7 @@ import { PageView } from './page_view.js';
 import { copyPicture, printPicture, savePicture } from './pictures.js';
 import { actionsInBrowser, isPlainShortcut, keysPage, shortcutOf, shortcutTable } from './shortcuts.js';
 import { StatusLine } from './status_line.js';
-import { startWorker, startWorkers } from './workers.js';
+import { startWorkers } from './workers.js';
 
 export { startWorkers } from './workers.js';
 
@@ -23,6 +24,11 @@ const mostRestarts = 3;  // of the studies, before they are left alone
 
 function baseName(file) {
   return file.replace(/^.*[\\/]/, '').replace(/\.[^.]*$/, '');
+}
+
+// What the program's help says, where the folder has no such file of its own.
+function helpOf(examples) {
+  return examples?.find(({ path }) => path === 'Help.prn')?.bytes ?? null;
 }
 
 // "*nowhere.rwl - Vorn" while something is not written, during long work "Stats.prn 45 % - nowhere.rwl - Vorn".
@@ -38,6 +44,7 @@ class Run {
   #over;
   #ended = new AbortController();  // of everything that listens beyond its own elements
   #workers = null;
+  #gate = new DeedGate((message) => this.#workers?.program.send(message));
   #restarts = 0;
   #saving = Promise.resolve();     // one change of the folder's files after the other
 
@@ -79,9 +86,9 @@ class Run {
     document.addEventListener('fullscreenchange', () => this.#showSwitches(), { signal });
     window.addEventListener('beforeunload', (event) => this.#stand?.unsaved && event.preventDefault(), { signal });
     try {
-      const { wasmBytes, workerSource, folder } = this.#parts;
+      const { wasmBytes, workerSource, folder, examples } = this.#parts;
       const heard = { program: (message) => this.#hear(message), studies: (message) => this.#hearStudies(message) };
-      this.#workers = await startWorkers({ moduleBytes: wasmBytes, workerSource, folder, heard });
+      this.#workers = await startWorkers({ moduleBytes: wasmBytes, workerSource, folder, help: helpOf(examples), heard });
     } catch (trouble) {
       this.#fail(trouble.message || String(trouble));
     }
@@ -106,6 +113,7 @@ class Run {
     status: ({ status, mark, description }) => {
       this.#status.show(status, this.#stand?.journal_trouble);
       this.#page.mark(mark, description);
+      this.#gate.told();
     },
     progress: ({ text }) => this.#show({ progress: text }),
     subject: ({ file }) => this.#show({ subject: file }),
@@ -131,7 +139,7 @@ class Run {
   };
 
   #toProgram(message) {
-    this.#workers?.program.send(message);
+    this.#gate.put(message);
   }
 
   #toStudies(message) {
@@ -231,6 +239,7 @@ class Run {
     this.#offerToTakeUp(stand.to_take_up);
     this.#showNotices(this.#notices);
     this.#show({});
+    this.#gate.stood();
   }
 
   #show({ progress = this.#progress, subject = this.#subject }) {
@@ -499,12 +508,9 @@ class Run {
     const again = this.#restarts <= mostRestarts;
     this.#showNotices([...this.#notices, `The panels could not go on: ${text}${again ? '. They begin again.' : ''}`]);
     if (!again) return;
-    const { workerSource, folder } = this.#parts;
-    const files = await folder.files();
+    const files = await this.#parts.folder.files();
     if (!this.#workers) return;
-    this.#workers.studies = startWorker({
-      role: 'studies', module: this.#workers.module, workerSource, files, folder: folder.name, heard: (message) => this.#hearStudies(message),
-    });
+    this.#workers.studies = this.#workers.startStudies(files);
     this.#panels.lookAgain();
   }
 }

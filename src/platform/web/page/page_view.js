@@ -37,7 +37,6 @@ export class PageView {
   #mark = null;
   #mouse = { x: 0, y: 0 };
   #told = '';     // the place of the mouse that was told last
-  #telling = 0;
   #drag = null;   // {from, to, at, seen, moving} in page units; `at` in the window
   #touch = 0;     // the timer of a touch
   #wheel = 0;     // turned, but not yet by a year
@@ -150,12 +149,6 @@ export class PageView {
   #moved(event) {
     this.#mouse = this.#unitsAt(event);
     this.#point();
-    if (this.#telling === 0) this.#telling = requestAnimationFrame(() => this.#tell());
-  }
-
-  // Once a frame at most: more often nothing is seen of it.
-  #tell() {
-    this.#telling = 0;
     const now = JSON.stringify(this.#mouse);
     if (now === this.#told) return;
     this.#told = now;
@@ -163,8 +156,6 @@ export class PageView {
   }
 
   #left() {
-    cancelAnimationFrame(this.#telling);
-    this.#telling = 0;
     this.#told = '';
     this.#port.send({ do: 'mouse' });
   }

@@ -52,7 +52,7 @@ export function followMark(panel, before, scrolled) {
   const by = isScrolled(before, panel) ? scrolled : 0;
   const [left, top, right, bottom] = before.place;
   const expected = { place: [left, top - by, right, bottom - by] };
-  const same = nearest(expected, panel.spots.filter((spot) => spot.tip === before.tip));
+  const same = nearest(expected, panel.spots.filter((spot) => spot.tip === before.tip && spot.core === before.core));
   return same ? panel.spots.indexOf(same) : spotAt(panel, middleAcross(expected), middleDown(expected));
 }
 

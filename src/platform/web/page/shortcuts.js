@@ -1,8 +1,9 @@
 // The keys of the actions in a browser. Most are those of the table that comes with the program; the ones that
 // browsers keep for themselves have another one here.
 
-// Windows and tabs are the browser's: in Chromium and Firefox no page ever hears of these keys, or not in all
-// of them (Ctrl+Q ends Firefox). Alt with a letter is free where no menu here has that letter.
+// Windows and tabs are the browser's: in Chromium and Firefox no page ever hears of these keys, or not in all of
+// their versions and systems (Ctrl+Q ends Firefox on some). All others of the table reach the page in both, and it
+// keeps the browser from acting on them. Alt with a letter is free where no menu here has that letter.
 const inBrowser = {
   'Ctrl+N': 'Alt+N',
   'Ctrl+T': 'Alt+T',
