@@ -203,7 +203,7 @@ class Run {
       { name: 'files', title: 'Files', body: files, enter: () => files.focus() },
     ];
     return new Arrangement({ room, lists, bands: { rings: panel('rings'), pointers: panel('pointers') } }, {
-      turned: () => this.#turned(), leave: () => this.#page.focus(),
+      turned: () => this.#turned(), leave: () => this.#page.focus(), openMenu: (name, opener) => this.#panels.openMenu(name, opener),
     });
   }
 

@@ -32,9 +32,10 @@ export class Arrangement {
   #strips = new Map();   // by name: {frame, edge}
   #column = make('div', { className: 'column' });
   #edge;
+  #more;
 
   // `room` holds the page; `lists`: [{name, title, body, enter}], `bands`: {rings: frame, pointers: frame} with
-  // enter(name). `port`: turned() when something came, went or moved, leave().
+  // enter(name). `port`: turned() when something came, went or moved, leave(), openMenu(name, button) of a panel.
   constructor({ room, lists, bands }, port) {
     this.#port = port;
     this.#edge = this.#makeEdge('vertical', 'Width of the panels', (by) => this.#widen(by));
@@ -42,7 +43,8 @@ export class Arrangement {
     this.#column.append(room);
     this.#addStrip('rings', bands.rings);
     const hide = button('×', () => this.#hideDock(), { className: 'flat', title: 'Hide the panels', aria: { label: 'Hide the panels' } });
-    this.#dock.append(make('div', { className: 'dock-head' }, this.#tabs, hide));
+    this.#more = this.#makeMore(() => this.#state.tab);
+    this.#dock.append(make('div', { className: 'dock-head' }, this.#tabs, this.#more, hide));
     for (const list of lists) this.#addList(list);
     this.element = make('div', { className: 'desk' }, this.#column, this.#edge, this.#dock);
     new ResizeObserver(() => this.#lay()).observe(this.element);
@@ -85,8 +87,15 @@ export class Arrangement {
   #addStrip(name, { frame, enter }) {
     const { place } = strips[name];
     const edge = this.#makeEdge('horizontal', `Height of the panel ${name}`, (by) => this.#heighten(name, place === 'above' ? by : -by));
-    this.#strips.set(name, { frame, edge, enter });
-    this.#column.append(...(place === 'above' ? [frame, edge] : [edge, frame]));
+    const hide = button('×', () => this.#hide(name), { className: 'flat', title: 'Hide the panel', aria: { label: 'Hide the panel' } });
+    const strip = make('div', { className: 'strip' }, frame, make('div', { className: 'strip-side' }, hide, this.#makeMore(() => name)));
+    this.#strips.set(name, { strip, edge, enter });
+    this.#column.append(...(place === 'above' ? [strip, edge] : [edge, strip]));
+  }
+
+  #makeMore(nameOf) {
+    const more = button('⋯', () => this.#port.openMenu(nameOf(), more), { className: 'flat', title: 'What can be done with the panel', aria: { label: 'Menu of the panel', haspopup: 'menu' } });
+    return more;
   }
 
   #addList({ name, title, body, enter }) {
@@ -154,11 +163,11 @@ export class Arrangement {
   }
 
   #heighten(name, by) {
-    const { frame } = this.#strips.get(name);
-    const before = frame.offsetHeight;
+    const { strip } = this.#strips.get(name);
+    const before = strip.offsetHeight;
     this.#state.heights[name] = clampTo(before + by, leastStrip, this.#column.clientHeight - leastPage / 2);
     this.#lay();
-    const went = frame.offsetHeight - before;
+    const went = strip.offsetHeight - before;
     return strips[name].place === 'above' ? went : -went;
   }
 
@@ -188,20 +197,21 @@ export class Arrangement {
     const width = this.#dockWidthWithin(this.#state.dockWidth ?? usualWidth);
     this.#dock.style.width = tall ? '' : `${width}px`;
     this.#edge.setAttribute('aria-valuenow', String(Math.round((100 * (clientWidth - width)) / clientWidth)));
-    for (const [name, { frame, edge }] of this.#strips) this.#layStrip(name, frame, edge, clientHeight);
+    for (const [name, { strip, edge }] of this.#strips) this.#layStrip(name, strip, edge, clientHeight);
     for (const [name, { tab, page }] of this.#pages) this.#layTab(name, tab, page);
     this.#port.turned();
   }
 
-  #layStrip(name, frame, edge, whole) {
-    frame.hidden = edge.hidden = !this.#state.open[name];
+  #layStrip(name, strip, edge, whole) {
+    strip.hidden = edge.hidden = !this.#state.open[name];
     const height = clampTo(this.#state.heights[name] ?? strips[name].height, leastStrip, 0.45 * whole);
-    frame.style.height = `${height}px`;
+    strip.style.height = `${height}px`;
     edge.setAttribute('aria-valuenow', String(Math.round((100 * height) / whole)));
   }
 
   #layTab(name, tab, page) {
     const isOpen = this.#state.tab === name;
+    if (isOpen) this.#more.hidden = page.querySelector('.panel') === null;
     tab.setAttribute('aria-selected', String(isOpen));
     tab.tabIndex = isOpen ? 0 : -1;
     page.hidden = !isOpen;

@@ -1,7 +1,7 @@
 // The panels around the page: what they ask the studies' worker, and what is done in them.
 import { copyText, textOfTable } from './clipboard.js';
 import { askBeside } from './dialogs.js';
-import { button, make } from './dom.js';
+import { make } from './dom.js';
 import { popUp } from './menus.js';
 import { PanelArea } from './panel_area.js';
 
@@ -52,9 +52,8 @@ export class Panels {
       menu: (x, y) => this.#openMenu(name, x, y),
     });
     area.element.addEventListener('keydown', (event) => this.#key(event, name));
-    const more = button('⋯', () => this.#openMenuAt(more, name), { className: 'flat more', title: 'What can be done with the panel', aria: { label: `${title}: menu`, haspopup: 'menu' } });
     this.#areas.set(name, area);
-    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.element, make('div', { className: 'focus-frame' }), more));
+    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.element, make('div', { className: 'focus-frame' })));
   }
 
   // --- What they show.
@@ -127,10 +126,11 @@ export class Panels {
     if (!isCopy && !isMenu) return;
     event.preventDefault();
     event.stopPropagation();
-    isCopy ? this.#copyTable(name) : this.#openMenuAt(this.area(name).element, name);
+    isCopy ? this.#copyTable(name) : this.openMenu(name, this.area(name).element);
   }
 
-  #openMenuAt(element, name) {
+  // What can be done with a panel, below a button for it or in the corner of the panel itself.
+  openMenu(name, element) {
     const { left, bottom, top } = element.getBoundingClientRect();
     this.#openMenu(name, left, element.localName === 'button' ? bottom : top);
   }
