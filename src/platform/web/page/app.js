@@ -50,7 +50,6 @@ class Run {
 
   #hello = null;
   #stand = null;
-  #situation = null;               // the last one that there was, for studies that begin anew
   #progress = '';
   #subject = '';
   #notices = [];
@@ -233,8 +232,7 @@ class Run {
     this.#menus.show(stand.actions);
     this.#showSwitches();
     this.#journal.show(stand);
-    if (stand.situation) this.#situation = stand.situation;
-    this.#panels.stand(stand.situation);
+    this.#panels.stand(stand.situation, stand.whole);
     this.#question.show(stand.question);
     this.#offerToTakeUp(stand.to_take_up);
     this.#showNotices(this.#notices);
@@ -503,7 +501,7 @@ class Run {
   // The program goes on without them in the meantime.
   async #restartStudies(text) {
     this.#workers.studies.end();
-    this.#panels.forget(this.#situation);
+    this.#panels.forget();
     this.#restarts += 1;
     const again = this.#restarts <= mostRestarts;
     this.#showNotices([...this.#notices, `The panels could not go on: ${text}${again ? '. They begin again.' : ''}`]);
@@ -511,6 +509,7 @@ class Run {
     const files = await this.#parts.folder.files();
     if (!this.#workers) return;
     this.#workers.studies = this.#workers.startStudies(files);
+    this.#workers.program.send({ do: 'situation' });
     this.#panels.lookAgain();
   }
 }

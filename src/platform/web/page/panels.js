@@ -16,7 +16,7 @@ export class Panels {
   #asks = 0;
   #waiting = new Map();  // for the answers, by the number of the question
   #tables = new Map();   // for tables, by panel
-  #situation = null;     // not yet handed on
+  #needsWhole = false;   // a situation that builds on none before: the worker knows none
 
   // `port`: send(message) to the studies, palette, years() -> {left, right} in pixels of the window, leave(),
   // mention(text), picture(deed, marks, name).
@@ -58,10 +58,12 @@ export class Panels {
 
   // --- What they show.
 
-  // The session stands so now; null where nothing is new to study.
-  stand(situation) {
-    if (situation) this.#situation = situation;
-    this.#study();
+  // The session stands so now; null where nothing is new to study. Each situation builds on the ones before.
+  stand(situation, isWhole) {
+    if (!situation || (this.#needsWhole && !isWhole)) return;
+    this.#needsWhole = false;
+    this.#port.send({ do: 'stand', situation });
+    this.renew();
   }
 
   // Something new was found.
@@ -71,24 +73,15 @@ export class Panels {
 
   // Some came into sight, or all may stand elsewhere.
   lookAgain() {
-    this.#study();
     for (const area of this.#areas.values()) area.lookAgain();
   }
 
   // The worker has gone, and another one knows nothing yet.
-  forget(situation) {
+  forget() {
     this.#waiting.clear();
     this.#tables.clear();
     for (const area of this.#areas.values()) area.forget();
-    this.#situation = situation;
-  }
-
-  // Only while some panel is seen: what nobody looks at is not studied.
-  #study() {
-    if (!this.#situation || !this.anySeen) return;
-    this.#port.send({ do: 'stand', situation: this.#situation });
-    this.#situation = null;
-    this.renew();
+    this.#needsWhole = true;
   }
 
   #ask(name, view) {
@@ -116,7 +109,6 @@ export class Panels {
   }
 
   stepCore(direction) {
-    this.#study();
     this.#port.send({ do: 'step_core', direction });
   }
 
