@@ -59,7 +59,8 @@ function writeWords(context, words, x, y, { graph, palette, pixel }) {
   context.font = `bold ${size}px system-ui, sans-serif`;
   const wide = context.measureText(words).width + 2 * margin;
   const left = Math.min(Math.max(x - wide / 2, graph[0]), Math.max(graph[0], graph[2] - wide));
-  const top = y - 2.5 * high;
+  const above = y - 2.5 * high;
+  const top = above >= graph[1] ? above : y + 1.5 * high;
   context.lineWidth = pixel;
   context.fillStyle = areaShade(palette, paper);
   context.fillRect(left, top, wide, high);

@@ -18,9 +18,9 @@ const isSame = (a, b) => JSON.stringify(a) === JSON.stringify(b);
 const ways = { ArrowRight: 'next', ArrowLeft: 'previous', ArrowUp: 'up', ArrowDown: 'down' };
 
 export class PanelArea {
-  element;
+  element;   // what is scrolled, and has the keyboard
+  canvas = make('canvas', { className: 'panel-canvas' });  // stands behind it, and as large
   #port;
-  #canvas = make('canvas');
   #length = make('div', { className: 'length' });
   #description = make('div', { className: 'unseen', aria: { live: 'polite' } });
   #sheet;
@@ -36,8 +36,8 @@ export class PanelArea {
   // window or null, leave(), menu(x, y), palette.
   constructor(title, port) {
     this.#port = port;
-    this.element = make('div', { className: 'panel', tabIndex: 0, role: 'application', aria: { label: title } }, this.#canvas, this.#length, this.#description);
-    this.#sheet = new Sheet(this.#canvas, (context, width, height, pixels) => this.#paint(context, pixels));
+    this.element = make('div', { className: 'panel', tabIndex: 0, role: 'application', aria: { label: title } }, this.#length, this.#description);
+    this.#sheet = new Sheet(this.canvas, (context, width, height, pixels) => this.#paint(context, pixels));
     new ResizeObserver(() => this.lookAgain()).observe(this.element);
     this.#listen();
   }
@@ -104,8 +104,7 @@ export class PanelArea {
     const before = this.#marked(), scrolledBefore = this.#shown?.view.scroll ?? 0;
     this.#shown = panel;
     this.#mark = followMark(panel, before, panel.view.scroll - scrolledBefore);
-    const below = Math.max(0, panel.content_height / unitsAPixel - this.element.clientHeight);
-    this.#length.style.height = `${below}px`;
+    this.#length.style.height = `${panel.content_height / unitsAPixel}px`;
     const then = this.#then;
     this.#then = null;
     then?.();
@@ -155,7 +154,7 @@ export class PanelArea {
 
   #spotUnder(event) {
     if (!this.#shown) return -1;
-    const { left, top } = this.#canvas.getBoundingClientRect();
+    const { left, top } = this.element.getBoundingClientRect();
     const units = (from, to) => Math.floor((to - from) * unitsAPixel);
     return spotAt(this.#shown, units(left, event.clientX), units(top, event.clientY));
   }

@@ -53,7 +53,7 @@ export class Panels {
     });
     area.element.addEventListener('keydown', (event) => this.#key(event, name));
     this.#areas.set(name, area);
-    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.element, make('div', { className: 'focus-frame' })));
+    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.canvas, area.element, make('div', { className: 'focus-frame' })));
   }
 
   // --- What they show.

@@ -1,5 +1,7 @@
 // A canvas that has as many pixels as the screen gives it, at every zoom.
 
+const widest = 16_384;  // more no browser paints on
+
 export class Sheet {
   #canvas;
   #paint;
@@ -43,6 +45,7 @@ export class Sheet {
     const width = exact ? exact.inlineSize : Math.round(entry.contentRect.width * ratio);
     const height = exact ? exact.blockSize : Math.round(entry.contentRect.height * ratio);
     if (width === this.#canvas.width && height === this.#canvas.height) return;
+    if (Math.max(width, height) > widest) return;
     this.#canvas.width = width;
     this.#canvas.height = height;
     this.paintNow();
