@@ -83,7 +83,7 @@ class Run {
     this.#root.addEventListener('open-folder', (event) => this.#openIn(event.detail), { signal });
     document.addEventListener('keydown', (event) => this.#key(event), { signal });
     document.addEventListener('fullscreenchange', () => this.#showSwitches(), { signal });
-    window.addEventListener('beforeunload', (event) => this.#stand?.unsaved && event.preventDefault(), { signal });
+    window.addEventListener('beforeunload', (event) => this.#keepOpen(event), { signal });
     try {
       const { wasmBytes, workerSource, folder, examples } = this.#parts;
       const heard = { program: (message) => this.#hear(message), studies: (message) => this.#hearStudies(message) };
@@ -91,6 +91,13 @@ class Run {
     } catch (trouble) {
       this.#fail(trouble.message || String(trouble));
     }
+  }
+
+  // The browser asks before work is lost that no file has.
+  #keepOpen(event) {
+    if (!this.#stand?.unsaved) return;
+    event.preventDefault();
+    event.returnValue = true;  // what older ones heed
   }
 
   // --- What the workers say.

@@ -31,11 +31,12 @@ export class Sheet {
     cancelAnimationFrame(this.#asked);
     this.#asked = 0;
     const { width, height } = this.#canvas;
-    if (width === 0 || height === 0 || this.#canvas.clientWidth === 0) return;
+    const across = this.#canvas.getBoundingClientRect().width;
+    if (width === 0 || height === 0 || across === 0) return;
     const context = this.#canvas.getContext('2d');
     context.setTransform(1, 0, 0, 1, 0, 0);
     context.clearRect(0, 0, width, height);
-    this.#paint(context, width, height, width / this.#canvas.clientWidth);
+    this.#paint(context, width, height, width / across);
   }
 
   // A new size empties the canvas, so it is painted before anything is seen of that.
