@@ -1,26 +1,34 @@
 // Vorn in the browser: page, panels and menus around the two workers.
-import { Arrangement } from './arrangement.js';
-import { askBeside, askForNumber, askForText, isDialogOpen, QuestionBox, showText, tell } from './dialogs.js';
-import { DeedGate } from './deed_gate.js';
-import { isMac, make, takesTyping } from './dom.js';
-import { download } from './download.js';
-import { filesPanel, openFiles, openFolder } from './files.js';
-import { showGuide } from './guide.js';
-import { JournalPanel } from './journal.js';
-import { MenuBar } from './menus.js';
-import { NoticeStrip } from './notices.js';
-import { paintingTools } from './painter.js';
-import { askForKind, Panels } from './panels.js';
-import { PageView } from './page_view.js';
-import { copyPicture, printPicture, savePicture } from './pictures.js';
-import { actionsInBrowser, isPlainShortcut, keysPage, shortcutOf, shortcutTable } from './shortcuts.js';
-import { StatusLine } from './status_line.js';
-import { startWorkers } from './workers.js';
+import {Arrangement} from './arrangement.js';
+import {DeedGate} from './deed_gate.js';
+import {askBeside, askForNumber, askForText, isDialogOpen, QuestionBox, showText, tell} from './dialogs.js';
+import {isMac, make, takesTyping} from './dom.js';
+import {download} from './download.js';
+import {filesPanel, openFiles, openFolder} from './files.js';
+import {showGuide} from './guide.js';
+import {JournalPanel} from './journal.js';
+import {MenuBar} from './menus.js';
+import {NoticeStrip} from './notices.js';
+import {PageView} from './page_view.js';
+import {paintingTools} from './painter.js';
+import {askForKind, Panels} from './panels.js';
+import {copyPicture, printPicture, savePicture} from './pictures.js';
+import {actionsInBrowser, isPlainShortcut, keysPage, shortcutOf, shortcutTable} from './shortcuts.js';
+import {StatusLine} from './status_line.js';
+import {startWorkers} from './workers.js';
 
-export { startWorkers } from './workers.js';
+export {startWorkers} from './workers.js';
 
 const programTitle = 'Vorn';
 const mostRestarts = 3;  // of the studies, before they are left alone
+
+const afterFailure =
+    'All that was written is kept. Begin again with it? The journal then offers to take up what was done.';
+const afterCorrection =
+    "Its name takes the other's place in Vorn.fil, and the list as it was is kept. The program begins anew with it.";
+const aboutVorn = `Cross-dating of tree-ring series.
+MIT License, the Vorn developers.
+Everything is done in this browser: no data leave it.`;
 
 function baseName(file) {
   return file.replace(/^.*[\\/]/, '').replace(/\.[^.]*$/, '');
@@ -28,11 +36,11 @@ function baseName(file) {
 
 // What the program's help says, where the folder has no such file of its own.
 function helpOf(examples) {
-  return examples?.find(({ path }) => path === 'Help.prn')?.bytes ?? null;
+  return examples?.find(({path}) => path === 'Help.prn')?.bytes ?? null;
 }
 
 // "*nowhere.rwl - Vorn" while something is not written, during long work "Stats.prn 45 % - nowhere.rwl - Vorn".
-export function titleOf({ unsaved, progress, subject }) {
+export function titleOf({unsaved, progress, subject}) {
   return (unsaved ? '*' : '') + [progress, subject, programTitle].filter(Boolean).join(' - ');
 }
 
@@ -46,15 +54,15 @@ class Run {
   #workers = null;
   #gate = new DeedGate((message) => this.#workers?.program.send(message));
   #restarts = 0;
-  #saving = Promise.resolve();     // one change of the folder's files after the other
+  #saving = Promise.resolve();  // one change of the folder's files after the other
 
   #hello = null;
   #stand = null;
   #progress = '';
   #subject = '';
   #notices = [];
-  #closeAskedAt;                   // the standing at which closing was asked for
-  #next = null;                    // what is opened when the program has ended: {folder} or {again: true}
+  #closeAskedAt;  // the standing at which closing was asked for
+  #next = null;   // what is opened when the program has ended: {folder} or {again: true}
   #offer = null;
   #wasOffered = false;
 
@@ -78,16 +86,18 @@ class Run {
   }
 
   async start() {
-    const { signal } = this.#ended;
-    this.#root.replaceChildren(make('p', { className: 'starting', textContent: 'Vorn is starting…', role: 'status' }));
-    this.#root.addEventListener('open-folder', (event) => this.#openIn(event.detail), { signal });
-    document.addEventListener('keydown', (event) => this.#key(event), { signal });
-    document.addEventListener('fullscreenchange', () => this.#showSwitches(), { signal });
-    window.addEventListener('beforeunload', (event) => this.#keepOpen(event), { signal });
+    const {signal} = this.#ended;
+    this.#root.replaceChildren(
+        make('p', {className: 'starting', textContent: 'Vorn is starting…', role: 'status'}));
+    this.#root.addEventListener('open-folder', (event) => this.#openIn(event.detail), {signal});
+    document.addEventListener('keydown', (event) => this.#key(event), {signal});
+    document.addEventListener('fullscreenchange', () => this.#showSwitches(), {signal});
+    window.addEventListener('beforeunload', (event) => this.#keepOpen(event), {signal});
     try {
-      const { wasmBytes, workerSource, folder, examples } = this.#parts;
-      const heard = { program: (message) => this.#hear(message), studies: (message) => this.#hearStudies(message) };
-      this.#workers = await startWorkers({ moduleBytes: wasmBytes, workerSource, folder, help: helpOf(examples), heard });
+      const {wasmBytes, workerSource, folder, examples} = this.#parts;
+      const heard = {program: (message) => this.#hear(message), studies: (message) => this.#hearStudies(message)};
+      this.#workers =
+          await startWorkers({moduleBytes: wasmBytes, workerSource, folder, help: helpOf(examples), heard});
     } catch (trouble) {
       this.#fail(trouble.message || String(trouble));
     }
@@ -116,32 +126,28 @@ class Run {
     hello: (message) => this.#build(message),
     page: (message) => this.#page.show(message),
     stand: (stand) => this.#showStand(stand),
-    status: ({ status, mark, description }) => {
-      this.#status.show(status, this.#stand?.journal_trouble);
-      this.#page.mark(mark, description);
-      this.#gate.told();
-    },
-    progress: ({ text }) => this.#show({ progress: text }),
-    subject: ({ file }) => this.#show({ subject: file }),
-    notices: ({ all }) => this.#showNotices(all),
+    status: (told) => this.#showStatus(told),
+    progress: ({text}) => this.#show({progress: text}),
+    subject: ({file}) => this.#show({subject: file}),
+    notices: ({all}) => this.#showNotices(all),
     files: (change) => this.#keepFiles(change),
-    act: ({ id }) => this.#act(id, false),
-    methods: ({ text }) => this.#showMethods(text),
-    used_corrected: ({ trouble }) => (trouble ? tell(trouble) : this.#beginAgain()),
+    act: ({id}) => this.#act(id, false),
+    methods: ({text}) => this.#showMethods(text),
+    used_corrected: ({trouble}) => (trouble ? tell(trouble) : this.#beginAgain()),
     page_text: () => {},
-    ended: ({ status, log }) => this.#end(status, log),
-    failed: ({ text }) => this.#fail(text),
+    ended: ({status, log}) => this.#end(status, log),
+    failed: ({text}) => this.#fail(text),
   };
 
   #heardOfStudies = {
     found: () => this.#panels.renew(),
     panel: (panel) => this.#panels.answer(panel),
-    play: ({ play }) => this.#toProgram({ do: 'play', play }),
-    notice: ({ text }) => this.#showNotices([...this.#notices, text]),
-    mention: ({ text }) => this.#status.mention(text),
+    play: ({play}) => this.#toProgram({do: 'play', play}),
+    notice: ({text}) => this.#showNotices([...this.#notices, text]),
+    mention: ({text}) => this.#status.mention(text),
     csv: (table) => this.#panels.answerTable(table),
     files: (change) => this.#keepFiles(change),
-    failed: ({ text }) => this.#restartStudies(text),
+    failed: ({text}) => this.#restartStudies(text),
   };
 
   #toProgram(message) {
@@ -161,19 +167,24 @@ class Run {
     this.#tools = paintingTools(hello.palette);
     this.#page = this.#makePage();
     this.#menus = new MenuBar(this.#rows, {
-      chosen: (id) => this.#act(id, false), leave: () => this.#page.focus(), opening: () => this.#showSwitches(),
+      chosen: (id) => this.#act(id, false),
+      leave: () => this.#page.focus(),
+      opening: () => this.#showSwitches(),
     });
     this.#status = new StatusLine();
-    this.#strip = new NoticeStrip({ leave: () => this.#page.focus(), turned: () => this.#turned() });
+    this.#strip = new NoticeStrip({leave: () => this.#page.focus(), turned: () => this.#turned()});
     this.#journal = new JournalPanel({
-      act: (id) => this.#act(id, false), goTo: (decisions) => this.#toProgram({ do: 'go_to', decisions }),
-      note: (decision, text) => this.#toProgram({ do: 'note', decision, text }), methods: () => this.#act('methods', false),
+      act: (id) => this.#act(id, false),
+      goTo: (decisions) => this.#toProgram({do: 'go_to', decisions}),
+      note: (decision, text) => this.#toProgram({do: 'note', decision, text}),
+      methods: () => this.#act('methods', false),
       leave: () => this.#page.focus(),
     });
     this.#question = new QuestionBox((answer, stays) => this.#choose(answer, stays));
     this.#panels = this.#makePanels();
     this.#arrangement = this.#arrange();
-    this.#root.replaceChildren(make('div', { className: 'program' }, this.#menus.element, this.#arrangement.element, this.#status.element));
+    this.#root.replaceChildren(
+        make('div', {className: 'program'}, this.#menus.element, this.#arrangement.element, this.#status.element));
     this.#menus.show({});
     this.#showSwitches();
     this.#page.focus();
@@ -181,35 +192,45 @@ class Run {
 
   #makePage() {
     const plainKeys = new Map([...this.#shortcuts].filter(([key]) => isPlainShortcut(key)));
-    const { palette, graph } = this.#hello;
-    return new PageView({ palette, graph, plainKeys }, {
-      send: (message) => this.#toProgram(message), placed: () => this.#panels?.lookAgain(),
+    const {palette, graph} = this.#hello;
+    return new PageView({palette, graph, plainKeys}, {
+      send: (message) => this.#toProgram(message),
+      placed: () => this.#panels?.lookAgain(),
     });
   }
 
   #makePanels() {
     const [left, , right] = this.#hello.graph;
     return new Panels(this.#hello.panels, {
-      palette: this.#hello.palette, send: (message) => this.#toStudies(message), leave: () => this.#page.focus(),
-      years: () => ({ left: this.#page.acrossOf(left), right: this.#page.acrossOf(right) }),
+      palette: this.#hello.palette,
+      send: (message) => this.#toStudies(message),
+      leave: () => this.#page.focus(),
+      years: () => ({left: this.#page.acrossOf(left), right: this.#page.acrossOf(right)}),
       mention: (text) => this.#status.mention(text),
       picture: (deed, marks, name) => this.#picture(deed, marks, this.#nameOfPanel(name)),
     });
   }
 
   #arrange() {
-    const room = make('div', { className: 'room' }, this.#page.element, this.#strip.element);
-    const panel = (name) => ({ frame: this.#panels.frame(name), enter: () => this.#panels.area(name).focus() });
-    const listed = this.#hello.panels.filter(({ name }) => name !== 'rings' && name !== 'pointers');
-    const files = make('div', { className: 'files-list', tabIndex: -1, on: { keydown: (event) => event.key === 'Escape' && this.#page.focus() } });
-    this.#files = filesPanel(files, this.#parts.folder, { act: (id, text) => (id === 'mention' ? this.#status.mention(text) : this.#act(id, false)) });
+    const room = make('div', {className: 'room'}, this.#page.element, this.#strip.element);
+    const panel = (name) => ({frame: this.#panels.frame(name), enter: () => this.#panels.area(name).focus()});
+    const listed = this.#hello.panels.filter(({name}) => name !== 'rings' && name !== 'pointers');
+    const files = make('div', {
+      className: 'files-list',
+      tabIndex: -1,
+      on: {keydown: (event) => event.key === 'Escape' && this.#page.focus()}
+    });
+    this.#files = filesPanel(files, this.#parts.folder,
+        {act: (id, text) => (id === 'mention' ? this.#status.mention(text) : this.#act(id, false))});
     const lists = [
-      ...listed.map(({ name, title }) => ({ name, title, body: panel(name).frame, enter: panel(name).enter })),
-      { name: 'journal', title: 'Journal', body: this.#journal.element, enter: () => this.#journal.enter() },
-      { name: 'files', title: 'Files', body: files, enter: () => files.focus() },
+      ...listed.map(({name, title}) => ({name, title, body: panel(name).frame, enter: panel(name).enter})),
+      {name: 'journal', title: 'Journal', body: this.#journal.element, enter: () => this.#journal.enter()},
+      {name: 'files', title: 'Files', body: files, enter: () => files.focus()},
     ];
-    return new Arrangement({ room, lists, bands: { rings: panel('rings'), pointers: panel('pointers') } }, {
-      turned: () => this.#turned(), leave: () => this.#page.focus(), openMenu: (name, opener) => this.#panels.openMenu(name, opener),
+    return new Arrangement({room, lists, bands: {rings: panel('rings'), pointers: panel('pointers')}}, {
+      turned: () => this.#turned(),
+      leave: () => this.#page.focus(),
+      openMenu: (name, opener) => this.#panels.openMenu(name, opener),
     });
   }
 
@@ -223,7 +244,8 @@ class Run {
   // What the page itself knows of the things that it switches.
   #showSwitches() {
     if (!this.#arrangement) return;
-    for (const name of [...this.#panels.names(), 'journal', 'files']) this.#menus.check(name, this.#arrangement.isShown(name));
+    for (const name of [...this.#panels.names(), 'journal', 'files'])
+      this.#menus.check(name, this.#arrangement.isShown(name));
     this.#menus.check('notices', this.#strip.isShown);
     this.#menus.check('full_screen', document.fullscreenElement !== null);
   }
@@ -247,10 +269,17 @@ class Run {
     this.#gate.stood();
   }
 
-  #show({ progress = this.#progress, subject = this.#subject }) {
+  // Of a place of the mouse, or of the cursor on the page.
+  #showStatus({status, mark, description}) {
+    this.#status.show(status, this.#stand?.journal_trouble);
+    this.#page.mark(mark, description);
+    this.#gate.told();
+  }
+
+  #show({progress = this.#progress, subject = this.#subject}) {
     this.#progress = progress;
     this.#subject = subject;
-    document.title = titleOf({ unsaved: this.#stand?.unsaved, progress, subject });
+    document.title = titleOf({unsaved: this.#stand?.unsaved, progress, subject});
   }
 
   #showNotices(all) {
@@ -261,7 +290,7 @@ class Run {
 
   #choose(answer, stays) {
     if (stays) this.#dropNext();
-    this.#toProgram({ do: 'choose', answer });
+    this.#toProgram({do: 'choose', answer});
   }
 
   // The offer goes when there is nothing to take up any more.
@@ -277,7 +306,7 @@ class Run {
       text: 'The work of an earlier session was not written. Take it up?',
       more: 'All that was done then is done again, up to where it ended.',
       answers: ['Take It Up', 'Not Now'],
-      chosen: (answer) => answer === 0 && this.#toProgram({ do: 'take_up', journal }),
+      chosen: (answer) => answer === 0 && this.#toProgram({do: 'take_up', journal}),
     });
   }
 
@@ -311,19 +340,20 @@ class Run {
     if (id === 'quit' && !this.#stand) return this.#close();
     const state = this.#stand?.actions[id];
     if (state ? !state.can : !own) return this.#sayWhyNot(id, state);
-    if (!own) return this.#toProgram({ do: 'act', id, repeated });
+    if (!own) return this.#toProgram({do: 'act', id, repeated});
     this.#deeds[id]?.();
     return this.#showSwitches();
   }
 
   #sayWhyNot(id, state) {
     const row = this.#rows.find((one) => one.id === id);
-    if (row && state?.why_not) this.#status.mention(`${(state.now || row.text).replaceAll('…', '')}: ${state.why_not}`);
+    if (row && state?.why_not)
+      this.#status.mention(`${(state.now || row.text).replaceAll('…', '')}: ${state.why_not}`);
   }
 
   #deeds = {
     open_folder: () => this.#open(openFolder()),
-    recent_folders: () => this.#open(openFolder({ recent: true })),
+    recent_folders: () => this.#open(openFolder({recent: true})),
     open_files: () => this.#open(openFiles()),
     use_corrected: () => this.#useCorrected(),
     save_page: () => this.#picture('save', this.#page.marks, baseName(this.#subject) || 'page'),
@@ -335,7 +365,7 @@ class Run {
     move_sample: () => this.#askForMove(),
     begin_sample: () => this.#askForBeginning(),
     note: () => this.#askForNote(),
-    methods: () => this.#toProgram({ do: 'methods' }),
+    methods: () => this.#toProgram({do: 'methods'}),
     journal: () => this.#arrangement.toggle('journal'),
     files: () => this.#arrangement.toggle('files'),
     site: () => this.#arrangement.toggle('site'),
@@ -346,7 +376,7 @@ class Run {
     next_core: () => this.#stepCore(+1),
     previous_core: () => this.#stepCore(-1),
     notices: () => this.#strip.toggle(),
-    keys: () => showText({ title: 'Keys', text: keysPage(this.#hello.keys, this.#hello.actions) }),
+    keys: () => showText({title: 'Keys', text: keysPage(this.#hello.keys, this.#hello.actions)}),
     about: () => this.#showAbout(),
   };
 
@@ -392,15 +422,19 @@ class Run {
 
   #askForMove() {
     askForNumber({
-      title: 'Move the sample', label: 'Move the sample by so many years (earlier with a minus):', value: 0,
-      given: (years) => years !== 0 && this.#toProgram({ do: 'move_sample', years }),
+      title: 'Move the sample',
+      label: 'Move the sample by so many years (earlier with a minus):',
+      value: 0,
+      given: (years) => years !== 0 && this.#toProgram({do: 'move_sample', years}),
     });
   }
 
   #askForBeginning() {
     askForNumber({
-      title: 'Begin the sample', label: 'Move the sample so that it begins in the year:', value: this.#stand?.sample?.first ?? 0,
-      given: (year) => this.#toProgram({ do: 'begin_sample', year }),
+      title: 'Begin the sample',
+      label: 'Move the sample so that it begins in the year:',
+      value: this.#stand?.sample?.first ?? 0,
+      given: (year) => this.#toProgram({do: 'begin_sample', year}),
     });
   }
 
@@ -408,27 +442,35 @@ class Run {
     const last = (this.#stand?.taken ?? 0) - 1, decision = this.#stand?.decisions[last];
     if (!decision) return;
     askForText({
-      title: 'Note', label: `Why? ${decision.what}`, value: decision.note,
-      given: (text) => this.#toProgram({ do: 'note', decision: last, text }),
+      title: 'Note',
+      label: `Why? ${decision.what}`,
+      value: decision.note,
+      given: (text) => this.#toProgram({do: 'note', decision: last, text}),
     });
   }
 
   #useCorrected() {
-    const { file, raw_output: corrected } = this.#stand ?? {};
+    const {file, raw_output: corrected} = this.#stand ?? {};
     if (!file) return;
     askBeside({
       text: `Work with ${corrected} in place of ${file}?`,
-      more: "Its name takes the other's place in Vorn.fil, and the list as it was is kept. The program begins anew with it.",
-      answers: ['Use It', 'Cancel'], chosen: (answer) => answer === 0 && this.#toProgram({ do: 'use_corrected' }),
+      more: afterCorrection,
+      answers: ['Use It', 'Cancel'],
+      chosen: (answer) => answer === 0 && this.#toProgram({do: 'use_corrected'}),
     });
   }
 
   #showMethods(text) {
-    showText({ title: 'Text for the methods section', text, name: 'methods.txt', save: (name, words) => download(name, words, 'text/plain') });
+    showText({
+      title: 'Text for the methods section',
+      text,
+      name: 'methods.txt',
+      save: (name, words) => download(name, words, 'text/plain')
+    });
   }
 
   #showAbout() {
-    tell(`Vorn ${this.#hello.version}`, 'Cross-dating of tree-ring series.\nMIT License, the Vorn developers.\nEverything is done in this browser: no data leave it.');
+    tell(`Vorn ${this.#hello.version}`, aboutVorn);
   }
 
   // --- Opening, closing, ending.
@@ -444,13 +486,13 @@ class Run {
 
   #openIn(folder) {
     this.#close();
-    this.#next = { folder };
+    this.#next = {folder};
   }
 
   // In the same folder, with files that have changed.
   #beginAgain() {
     this.#close();
-    this.#next = { again: true };
+    this.#next = {again: true};
   }
 
   #dropNext() {
@@ -463,19 +505,24 @@ class Run {
     this.#dropNext();
     if (this.#closeAskedAt !== undefined && this.#closeAskedAt === this.#stand) return;
     this.#closeAskedAt = this.#stand;
-    this.#toProgram({ do: 'close' });
+    this.#toProgram({do: 'close'});
   }
 
-  #keepFiles({ changed, removed }) {
-    const keep = () => this.#parts.folder.apply({ changed, removed });
-    this.#saving = this.#saving.then(keep).catch((trouble) => this.#showNotices([...this.#notices, trouble.message || String(trouble)]));
+  #keepFiles({changed, removed}) {
+    const keep = () => this.#parts.folder.apply({changed, removed});
+    this.#saving = this.#saving.then(keep).catch(
+        (trouble) => this.#showNotices([...this.#notices, trouble.message || String(trouble)]));
   }
 
   async #end(status, log) {
     this.#stop();
     await this.#saving;
     const next = this.#next ?? {};
-    this.#leave({ next: next.folder ?? null, again: next.again === true, trouble: status === 0 ? '' : log || `The program ended with status ${status}.` });
+    this.#leave({
+      next: next.folder ?? null,
+      again: next.again === true,
+      trouble: status === 0 ? '' : log || `The program ended with status ${status}.`
+    });
   }
 
   // It cannot go on: what it wrote is kept, and what was done since stands in the journal.
@@ -484,14 +531,15 @@ class Run {
     await this.#saving;
     askBeside({
       text: 'Vorn cannot go on',
-      more: `${text}\nAll that was written is kept. Begin again with it? The journal then offers to take up what was done.`,
+      more: `${text}\n${afterFailure}`,
       answers: ['Begin Again', 'To the Start Page'],
-      chosen: (answer) => this.#leave({ next: null, again: answer === 0, trouble: '' }),
+      chosen: (answer) => this.#leave({next: null, again: answer === 0, trouble: ''}),
     });
   }
 
   #stop() {
-    if (this.#workers) for (const role of ['program', 'studies']) this.#workers[role].end();
+    if (this.#workers)
+      for (const role of ['program', 'studies']) this.#workers[role].end();
     this.#workers = null;
     this.#offer?.close();
     this.#question?.close();
@@ -511,12 +559,13 @@ class Run {
     this.#panels.forget();
     this.#restarts += 1;
     const again = this.#restarts <= mostRestarts;
-    this.#showNotices([...this.#notices, `The panels could not go on: ${text}${again ? '. They begin again.' : ''}`]);
+    this.#showNotices(
+        [...this.#notices, `The panels could not go on: ${text}${again ? '. They begin again.' : ''}`]);
     if (!again) return;
     const files = await this.#parts.folder.files();
     if (!this.#workers) return;
     this.#workers.studies = this.#workers.startStudies(files);
-    this.#workers.program.send({ do: 'situation' });
+    this.#workers.program.send({do: 'situation'});
     this.#panels.lookAgain();
   }
 }
@@ -526,6 +575,6 @@ class Run {
 export async function startApp(element, parts) {
   for (;;) {
     const ended = await new Promise((over) => new Run(element, parts, over).start());
-    if (!ended.again) return { next: ended.next, trouble: ended.trouble };
+    if (!ended.again) return {next: ended.next, trouble: ended.trouble};
   }
 }

@@ -1,13 +1,16 @@
 // How page and panels stand in the window: the page at the left, as large as the height lets it be, panels of years
 // above and below it, lists at the right, one behind the other. All of it can be moved, and stays so.
-import { button, make } from './dom.js';
-import { pageAcross, pageDown } from './painter.js';
-import { remember, remembered } from './store.js';
+import {button, make} from './dom.js';
+import {pageAcross, pageDown} from './painter.js';
+import {remember, remembered} from './store.js';
 
 const key = 'arrangement';
 const widestDock = 560, narrowestDock = 216;
 const leastPage = 240, leastStrip = 60;
-const strips = { pointers: { place: 'above', height: 116 }, rings: { place: 'below', height: 180 } };
+const strips = {
+  pointers: {place: 'above', height: 116},
+  rings: {place: 'below', height: 180}
+};
 const step = 16;  // pixels a key moves an edge
 
 export function clampTo(value, least, most) {
@@ -20,33 +23,34 @@ export function firstDockWidth(width, height) {
   return left < narrowestDock ? 0 : Math.min(left, widestDock);
 }
 
-const usual = () => ({ dock: null, tab: 'site', dockWidth: null, open: {}, heights: {} });
+const usual = () => ({dock: null, tab: 'site', dockWidth: null, open: {}, heights: {}});
 
 export class Arrangement {
   element;
   #port;
   #state = usual();
-  #dock = make('aside', { className: 'dock', aria: { label: 'Panels' } });
-  #tabs = make('div', { className: 'tabs', role: 'tablist', aria: { label: 'Panels' } });
-  #pages = new Map();    // of the dock, by name: {tab, body, enter}
-  #strips = new Map();   // by name: {frame, edge}
-  #column = make('div', { className: 'column' });
+  #dock = make('aside', {className: 'dock', aria: {label: 'Panels'}});
+  #tabs = make('div', {className: 'tabs', role: 'tablist', aria: {label: 'Panels'}});
+  #pages = new Map();   // of the dock, by name: {tab, body, enter}
+  #strips = new Map();  // by name: {frame, edge}
+  #column = make('div', {className: 'column'});
   #edge;
   #more;
 
   // `room` holds the page; `lists`: [{name, title, body, enter}], `bands`: {rings: frame, pointers: frame} with
   // enter(name). `port`: turned() when something came, went or moved, leave(), openMenu(name, button) of a panel.
-  constructor({ room, lists, bands }, port) {
+  constructor({room, lists, bands}, port) {
     this.#port = port;
     this.#edge = this.#makeEdge('vertical', 'Width of the panels', (by) => this.#widen(by));
     this.#addStrip('pointers', bands.pointers);
     this.#column.append(room);
     this.#addStrip('rings', bands.rings);
-    const hide = button('×', () => this.#hideDock(), { className: 'flat', title: 'Hide the panels', aria: { label: 'Hide the panels' } });
+    const hide = button('×', () => this.#hideDock(),
+        {className: 'flat', title: 'Hide the panels', aria: {label: 'Hide the panels'}});
     this.#more = this.#makeMore(() => this.#state.tab);
-    this.#dock.append(make('div', { className: 'dock-head' }, this.#tabs, this.#more, hide));
+    this.#dock.append(make('div', {className: 'dock-head'}, this.#tabs, this.#more, hide));
     for (const list of lists) this.#addList(list);
-    this.element = make('div', { className: 'desk' }, this.#column, this.#edge, this.#dock);
+    this.element = make('div', {className: 'desk'}, this.#column, this.#edge, this.#dock);
     new ResizeObserver(() => this.#lay()).observe(this.element);
     this.#recall();
   }
@@ -65,7 +69,7 @@ export class Arrangement {
 
   show(name) {
     if (this.#strips.has(name)) this.#state.open[name] = true;
-    else Object.assign(this.#state, { dock: true, tab: name });
+    else Object.assign(this.#state, {dock: true, tab: name});
     this.#changed();
   }
 
@@ -84,31 +88,46 @@ export class Arrangement {
 
   // --- What stands in it.
 
-  #addStrip(name, { frame, enter }) {
-    const { place } = strips[name];
-    const edge = this.#makeEdge('horizontal', `Height of the panel ${name}`, (by) => this.#heighten(name, place === 'above' ? by : -by));
-    const hide = button('×', () => this.#hide(name), { className: 'flat', title: 'Hide the panel', aria: { label: 'Hide the panel' } });
-    const strip = make('div', { className: 'strip' }, frame, make('div', { className: 'strip-side' }, hide, this.#makeMore(() => name)));
-    this.#strips.set(name, { strip, edge, enter });
+  #addStrip(name, {frame, enter}) {
+    const {place} = strips[name];
+    const edge = this.#makeEdge(
+        'horizontal', `Height of the panel ${name}`, (by) => this.#heighten(name, place === 'above' ? by : -by));
+    const hide = button(
+        '×', () => this.#hide(name), {className: 'flat', title: 'Hide the panel', aria: {label: 'Hide the panel'}});
+    const strip = make('div', {className: 'strip'}, frame,
+        make('div', {className: 'strip-side'}, hide, this.#makeMore(() => name)));
+    this.#strips.set(name, {strip, edge, enter});
     this.#column.append(...(place === 'above' ? [strip, edge] : [edge, strip]));
   }
 
   #makeMore(nameOf) {
-    const more = button('⋯', () => this.#port.openMenu(nameOf(), more), { className: 'flat', title: 'What can be done with the panel', aria: { label: 'Menu of the panel', haspopup: 'menu' } });
+    const more = button('⋯', () => this.#port.openMenu(nameOf(), more), {
+      className: 'flat',
+      title: 'What can be done with the panel',
+      aria: {label: 'Menu of the panel', haspopup: 'menu'}
+    });
     return more;
   }
 
-  #addList({ name, title, body, enter }) {
-    const tab = make('button', { type: 'button', role: 'tab', id: `tab-${name}`, textContent: title, aria: { controls: `list-${name}` }, on: { click: () => this.show(name), keydown: (event) => this.#stepTabs(event, name) } });
-    const page = make('div', { className: 'list-page', role: 'tabpanel', id: `list-${name}`, aria: { labelledby: tab.id } }, body);
-    this.#pages.set(name, { tab, page, enter });
+  #addList({name, title, body, enter}) {
+    const tab = make('button', {
+      type: 'button',
+      role: 'tab',
+      id: `tab-${name}`,
+      textContent: title,
+      aria: {controls: `list-${name}`},
+      on: {click: () => this.show(name), keydown: (event) => this.#stepTabs(event, name)}
+    });
+    const page = make(
+        'div', {className: 'list-page', role: 'tabpanel', id: `list-${name}`, aria: {labelledby: tab.id}}, body);
+    this.#pages.set(name, {tab, page, enter});
     this.#tabs.append(tab);
     this.#dock.append(page);
   }
 
   #stepTabs(event, name) {
     const names = [...this.#pages.keys()], at = names.indexOf(name);
-    const to = { ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: names.length - 1 }[event.key];
+    const to = {ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: names.length - 1}[event.key];
     if (event.key === 'Escape') return this.#port.leave();
     if (event.key === 'ArrowDown') return this.#pages.get(name).enter();
     if (to === undefined) return undefined;
@@ -121,7 +140,13 @@ export class Arrangement {
   // --- Edges that can be moved, by the mouse and by keys.
 
   #makeEdge(orientation, title, move) {
-    const edge = make('div', { className: `edge ${orientation}`, role: 'separator', tabIndex: 0, title, aria: { orientation, label: title } });
+    const edge = make('div', {
+      className: `edge ${orientation}`,
+      role: 'separator',
+      tabIndex: 0,
+      title,
+      aria: {orientation, label: title}
+    });
     const across = orientation === 'vertical';
     let last = null;
     const place = (event) => (across ? event.clientX : event.clientY);
@@ -146,7 +171,8 @@ export class Arrangement {
 
   #edgeKey(event, across, move) {
     if (event.key === 'Escape') return this.#port.leave();
-    const by = across ? { ArrowLeft: -step, ArrowRight: step }[event.key] : { ArrowUp: -step, ArrowDown: step }[event.key];
+    const by =
+        across ? {ArrowLeft: -step, ArrowRight: step}[event.key] : {ArrowUp: -step, ArrowDown: step}[event.key];
     if (by === undefined) return;
     event.preventDefault();
     event.stopPropagation();
@@ -163,7 +189,7 @@ export class Arrangement {
   }
 
   #heighten(name, by) {
-    const { strip } = this.#strips.get(name);
+    const {strip} = this.#strips.get(name);
     const before = strip.offsetHeight;
     this.#state.heights[name] = clampTo(before + by, leastStrip, this.#column.clientHeight - leastPage / 2);
     this.#lay();
@@ -182,12 +208,12 @@ export class Arrangement {
   }
 
   #dockShown() {
-    const { clientWidth, clientHeight } = this.element;
+    const {clientWidth, clientHeight} = this.element;
     return this.#state.dock ?? (this.#isTall() || firstDockWidth(clientWidth, clientHeight) > 0);
   }
 
   #lay() {
-    const { clientWidth, clientHeight } = this.element;
+    const {clientWidth, clientHeight} = this.element;
     if (clientWidth === 0) return;
     const isShown = this.#dockShown(), tall = this.#isTall();
     this.element.classList.toggle('tall', tall);
@@ -197,8 +223,8 @@ export class Arrangement {
     const width = this.#dockWidthWithin(this.#state.dockWidth ?? usualWidth);
     this.#dock.style.width = tall ? '' : `${width}px`;
     this.#edge.setAttribute('aria-valuenow', String(Math.round((100 * (clientWidth - width)) / clientWidth)));
-    for (const [name, { strip, edge }] of this.#strips) this.#layStrip(name, strip, edge, clientHeight);
-    for (const [name, { tab, page }] of this.#pages) this.#layTab(name, tab, page);
+    for (const [name, {strip, edge}] of this.#strips) this.#layStrip(name, strip, edge, clientHeight);
+    for (const [name, {tab, page}] of this.#pages) this.#layTab(name, tab, page);
     this.#port.turned();
   }
 
@@ -236,7 +262,7 @@ export class Arrangement {
   async #recall() {
     try {
       const known = JSON.parse(await remembered(key) ?? 'null');
-      if (known) this.#state = { ...usual(), ...known, open: { ...known.open }, heights: { ...known.heights } };
+      if (known) this.#state = {...usual(), ...known, open: {...known.open}, heights: {...known.heights}};
     } catch {
       this.#state = usual();
     }

@@ -18,9 +18,9 @@ function copyByCommand(text) {
 export async function copyText(text) {
   const whole = Promise.resolve(text);
   if (navigator.clipboard?.write && typeof ClipboardItem !== 'undefined') {
-    const blob = whole.then((words) => new Blob([words], { type: 'text/plain' }));
+    const blob = whole.then((words) => new Blob([words], {type: 'text/plain'}));
     try {
-      return await navigator.clipboard.write([new ClipboardItem({ 'text/plain': blob })]);
+      return await navigator.clipboard.write([new ClipboardItem({'text/plain': blob})]);
     } catch {
       // Not in this browser, or not now: the older ways are left.
     }

@@ -1,5 +1,5 @@
 // The sample's curve under the mouse or a finger: how far it is taken along, and how that is shown.
-import { areaShade, letterShade } from './painter.js';
+import {areaShade, letterShade} from './painter.js';
 
 const lightBlue = 9, ink = 15, paper = 0;
 
@@ -54,7 +54,7 @@ function drawArrow(context, from, to, y, pixel) {
 }
 
 // On a label of paper, so that it can be read over the curves.
-function writeWords(context, words, x, y, { graph, palette, pixel }) {
+function writeWords(context, words, x, y, {graph, palette, pixel}) {
   const size = 13 * pixel, margin = 6 * pixel, high = size + 2 * margin;
   context.font = `bold ${size}px system-ui, sans-serif`;
   const wide = context.measureText(words).width + 2 * margin;
@@ -71,7 +71,7 @@ function writeWords(context, words, x, y, { graph, palette, pixel }) {
 }
 
 // The move that is under way, over the page: in page units, `pixel` of which are one of the screen.
-export function paintDrag(context, drag, page, stand, { graph, palette, pixel }) {
+export function paintDrag(context, drag, page, stand, {graph, palette, pixel}) {
   const yearsShown = Math.max(1, stand.years_shown);
   const by = yearsBetween(drag.from.x, drag.to.x, graph, yearsShown);
   const shift = (by * (graph[2] - graph[0])) / yearsShown;
@@ -82,11 +82,12 @@ export function paintDrag(context, drag, page, stand, { graph, palette, pixel })
   context.strokeStyle = letterShade(palette, lightBlue);
   context.lineWidth = 1.5 * pixel;
   context.setLineDash([4 * pixel, 2 * pixel]);
-  for (const mark of page.marks) if (isSampleCurve(mark, graph)) trace(context, mark.points, shift);
+  for (const mark of page.marks)
+    if (isSampleCurve(mark, graph)) trace(context, mark.points, shift);
   context.setLineDash([]);
   context.strokeStyle = letterShade(palette, ink);
   context.lineWidth = 2 * pixel;
   if (by !== 0) drawArrow(context, drag.from.x, drag.from.x + shift, drag.from.y, pixel);
-  writeWords(context, wordsOf(by, stand.sample), drag.from.x + shift, drag.from.y, { graph, palette, pixel });
+  writeWords(context, wordsOf(by, stand.sample), drag.from.x + shift, drag.from.y, {graph, palette, pixel});
   context.restore();
 }

@@ -1,5 +1,5 @@
-// What is sent to the program while it may still be at work on what was sent before. Messages wait there one behind the
-// other: keys that repeat, turns of the wheel and places of the mouse would go on long after the user has let go.
+// What is sent to the program while it may still be at work on what was sent before. Messages wait there in line:
+// keys that repeat, turns of the wheel and places of the mouse would go on long after the user has let go.
 
 const waitsAtMost = 3000;  // ms: not everything that is sent makes the program stand anew
 
@@ -67,6 +67,6 @@ export class DeedGate {
     if (this.#years === 0 || this.#isUnderWay()) return;
     const years = this.#years;
     this.#years = 0;
-    this.#go({ do: 'scroll', years });
+    this.#go({do: 'scroll', years});
   }
 }

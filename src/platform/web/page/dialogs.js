@@ -1,12 +1,13 @@
 // Dialogs in front of everything else. The browser keeps the keyboard in them.
-import { copyText } from './clipboard.js';
-import { button, freshId, make } from './dom.js';
+import {copyText} from './clipboard.js';
+import {button, freshId, make} from './dom.js';
 
 // A dialog that is open: `close()` takes it away without an answer.
-function open({ title, content, buttons, onEscape, wide = false, element }) {
-  const heading = make('h2', { textContent: title, id: freshId('title') });
-  const row = make('div', { className: 'answers' }, ...buttons);
-  const dialog = make('dialog', { className: wide ? 'wide' : '', aria: { labelledby: heading.id } }, heading, ...content, row);
+function open({title, content, buttons, onEscape, wide = false, element}) {
+  const heading = make('h2', {textContent: title, id: freshId('title')});
+  const row = make('div', {className: 'answers'}, ...buttons);
+  const dialog =
+      make('dialog', {className: wide ? 'wide' : '', aria: {labelledby: heading.id}}, heading, ...content, row);
   const before = document.activeElement;
   const close = () => {
     if (!dialog.isConnected) return;
@@ -21,12 +22,12 @@ function open({ title, content, buttons, onEscape, wide = false, element }) {
   dialog.addEventListener('keydown', (event) => stepInRow(event, row));
   (element ?? document.body).append(dialog);
   dialog.showModal();
-  return { dialog, close };
+  return {dialog, close};
 }
 
 // Left and Right go from answer to answer.
 function stepInRow(event, row) {
-  const by = { ArrowLeft: -1, ArrowRight: 1 }[event.key];
+  const by = {ArrowLeft: -1, ArrowRight: 1}[event.key];
   const all = [...row.querySelectorAll('button')];
   const at = all.indexOf(document.activeElement);
   if (!by || at < 0) return;
@@ -35,28 +36,29 @@ function stepInRow(event, row) {
 }
 
 function paragraphs(text) {
-  return text.split('\n').filter((line) => line !== '').map((line) => make('p', { textContent: line }));
+  return text.split('\n').filter((line) => line !== '').map((line) => make('p', {textContent: line}));
 }
 
 // Asks beside the program: `chosen` is told the number of the answer, from 0. Escape gives the last one.
-export function askBeside({ text, more = '', answers, chosen }) {
+export function askBeside({text, more = '', answers, chosen}) {
   let box = null;
   const answer = (number) => {
     box.close();
     chosen(number);
   };
-  const buttons = answers.map((words, number) => button(words, () => answer(number), { className: number === 0 ? 'first' : '' }));
-  box = open({ title: text, content: paragraphs(more), buttons, onEscape: () => answer(answers.length - 1) });
+  const buttons =
+      answers.map((words, number) => button(words, () => answer(number), {className: number === 0 ? 'first' : ''}));
+  box = open({title: text, content: paragraphs(more), buttons, onEscape: () => answer(answers.length - 1)});
   buttons[0].focus();
   return box;
 }
 
 export function tell(text, more = '') {
-  return askBeside({ text, more, answers: ['OK'], chosen: () => {} });
+  return askBeside({text, more, answers: ['OK'], chosen: () => {}});
 }
 
 // Asks for something in a field; `given` gets what was typed, and is not called where it is nothing.
-export function askInField({ title, label, field, read, given }) {
+export function askInField({title, label, field, read, given}) {
   let box = null;
   field.id = freshId('field');
   const accept = () => {
@@ -71,9 +73,9 @@ export function askInField({ title, label, field, read, given }) {
     event.preventDefault();
     accept();
   });
-  const buttons = [button('OK', accept, { className: 'first' }), button('Cancel', cancel)];
-  const words = make('label', { textContent: label, htmlFor: field.id });
-  box = open({ title, content: [words, field], buttons, onEscape: cancel });
+  const buttons = [button('OK', accept, {className: 'first'}), button('Cancel', cancel)];
+  const words = make('label', {textContent: label, htmlFor: field.id});
+  box = open({title, content: [words, field], buttons, onEscape: cancel});
   field.focus();
   field.select();
   return box;
@@ -81,18 +83,19 @@ export function askInField({ title, label, field, read, given }) {
 
 const furthest = 99_999;
 
-export function askForNumber({ title, label, value, given }) {
-  const field = make('input', { type: 'number', step: '1', min: String(-furthest), max: String(furthest), value: String(value) });
+export function askForNumber({title, label, value, given}) {
+  const field = make(
+      'input', {type: 'number', step: '1', min: String(-furthest), max: String(furthest), value: String(value)});
   const read = () => {
     const number = Number(field.value);
     return field.value !== '' && Number.isInteger(number) && Math.abs(number) <= furthest ? number : null;
   };
-  return askInField({ title, label, field, read, given });
+  return askInField({title, label, field, read, given});
 }
 
-export function askForText({ title, label, value, given }) {
-  const field = make('input', { type: 'text', value, maxLength: 1000, autocomplete: 'off' });
-  return askInField({ title, label, field, read: () => oneLine(field.value), given });
+export function askForText({title, label, value, given}) {
+  const field = make('input', {type: 'text', value, maxLength: 1000, autocomplete: 'off'});
+  return askInField({title, label, field, read: () => oneLine(field.value), given});
 }
 
 export function oneLine(text) {
@@ -100,10 +103,11 @@ export function oneLine(text) {
 }
 
 // A text to read, to copy, and where it is given a name to save.
-export function showText({ title, text, name = '', save }) {
-  const field = make('textarea', { readOnly: true, value: text, wrap: 'off', spellcheck: false, aria: { label: title } });
+export function showText({title, text, name = '', save}) {
+  const field =
+      make('textarea', {readOnly: true, value: text, wrap: 'off', spellcheck: false, aria: {label: title}});
   let box = null;
-  const copied = make('span', { className: 'said', role: 'status' });
+  const copied = make('span', {className: 'said', role: 'status'});
   const copy = async () => {
     try {
       await copyText(text);
@@ -114,8 +118,8 @@ export function showText({ title, text, name = '', save }) {
   };
   const buttons = [copied, button('Copy', copy)];
   if (name !== '') buttons.push(button('Save…', () => save(name, text)));
-  buttons.push(button('Close', () => box.close(), { className: 'first' }));
-  box = open({ title, content: [field], buttons, onEscape: () => box.close(), wide: true });
+  buttons.push(button('Close', () => box.close(), {className: 'first'}));
+  box = open({title, content: [field], buttons, onEscape: () => box.close(), wide: true});
   field.setSelectionRange(0, 0);
   field.focus();
   field.scrollTop = 0;

@@ -3,7 +3,7 @@
 // `what`: members of the element, and under `aria`, `data` and `on` its attributes and listeners.
 export function make(tag, what = {}, ...children) {
   const element = document.createElement(tag);
-  const { aria = {}, role, data = {}, on = {}, ...members } = what;
+  const {aria = {}, role, data = {}, on = {}, ...members} = what;
   if (role) element.setAttribute('role', role);
   for (const [name, value] of Object.entries(aria)) element.setAttribute(`aria-${name}`, value);
   Object.assign(element.dataset, data);
@@ -14,7 +14,7 @@ export function make(tag, what = {}, ...children) {
 }
 
 export function button(text, pressed, what = {}) {
-  return make('button', { type: 'button', textContent: text, ...what, on: { click: pressed, ...what.on } });
+  return make('button', {type: 'button', textContent: text, ...what, on: {click: pressed, ...what.on}});
 }
 
 // Says something where it differs: a text that is set anew is read out anew.
@@ -31,7 +31,7 @@ export function freshId(what) {
 // Whether keys are typed into the element, and are none of the program's.
 export function takesTyping(element) {
   return element instanceof HTMLInputElement || element instanceof HTMLTextAreaElement ||
-    element instanceof HTMLSelectElement || Boolean(element?.isContentEditable);
+      element instanceof HTMLSelectElement || Boolean(element?.isContentEditable);
 }
 
 export const isMac = /^(Mac|iP)/.test(globalThis.navigator?.platform ?? '');

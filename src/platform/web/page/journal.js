@@ -1,6 +1,6 @@
 // The journal beside the page: what was decided, the way back and on, and the notes.
-import { button, make, say } from './dom.js';
-import { oneLine } from './dialogs.js';
+import {oneLine} from './dialogs.js';
+import {button, make, say} from './dom.js';
 
 export function tipOf(decision, isTakenBack) {
   if (!decision) return 'As it was before the first decision';
@@ -16,11 +16,11 @@ export function tipOf(decision, isTakenBack) {
 // One row: a place in time, and the decision that led there. The first has none.
 class Row {
   element;
-  #what = make('td', { role: 'gridcell', className: 'what' });
-  #note = make('td', { role: 'gridcell', className: 'note' });
+  #what = make('td', {role: 'gridcell', className: 'what'});
+  #note = make('td', {role: 'gridcell', className: 'note'});
 
   constructor() {
-    this.element = make('tr', { role: 'row', tabIndex: -1 }, this.#what, this.#note);
+    this.element = make('tr', {role: 'row', tabIndex: -1}, this.#what, this.#note);
   }
 
   get noteCell() {
@@ -52,19 +52,22 @@ export class JournalPanel {
   // `port`: act(id), goTo(decisions), note(decision, text), methods(), leave().
   constructor(port) {
     this.#port = port;
-    const head = make('thead', {}, make('tr', {}, make('th', { textContent: 'Decision', scope: 'col' }), make('th', { textContent: 'Note', scope: 'col' })));
-    const table = make('table', { role: 'grid', aria: { label: 'Decisions' } }, head, this.#body);
-    this.#list = make('div', { className: 'list', on: { keydown: (event) => this.#key(event) } }, table);
+    const head = make('thead', {},
+        make('tr', {}, make('th', {textContent: 'Decision', scope: 'col'}),
+            make('th', {textContent: 'Note', scope: 'col'})));
+    const table = make('table', {role: 'grid', aria: {label: 'Decisions'}}, head, this.#body);
+    this.#list = make('div', {className: 'list', on: {keydown: (event) => this.#key(event)}}, table);
     this.#body.addEventListener('click', (event) => this.#press(event));
     this.#body.addEventListener('dblclick', (event) => this.#pressTwice(event));
-    const row = make('div', { className: 'answers' }, this.#button('undo', 'Undo', 'Takes the last decision back', () => port.act('undo')),
-      this.#button('redo', 'Redo', 'Takes again what was taken back last', () => port.act('redo')),
-      this.#button('methods', 'Methods…', 'The text for the methods section of a paper', () => port.methods()));
-    this.element = make('div', { className: 'journal' }, this.#list, row);
+    const row = make('div', {className: 'answers'},
+        this.#button('undo', 'Undo', 'Takes the last decision back', () => port.act('undo')),
+        this.#button('redo', 'Redo', 'Takes again what was taken back last', () => port.act('redo')),
+        this.#button('methods', 'Methods…', 'The text for the methods section of a paper', () => port.methods()));
+    this.element = make('div', {className: 'journal'}, this.#list, row);
   }
 
   #button(name, text, what, pressed) {
-    this.#buttons[name] = button(text, pressed, { disabled: true, title: what });
+    this.#buttons[name] = button(text, pressed, {disabled: true, title: what});
     return this.#buttons[name];
   }
 
@@ -99,7 +102,7 @@ export class JournalPanel {
       row.element.setAttribute('aria-selected', String(k === this.#at));
     });
     const element = this.#rows[this.#at]?.element;
-    element?.scrollIntoView?.({ block: 'nearest' });
+    element?.scrollIntoView?.({block: 'nearest'});
     if (withFocus) element?.focus();
   }
 
@@ -134,7 +137,14 @@ export class JournalPanel {
   #key(event) {
     if (event.target instanceof HTMLInputElement) return;
     const last = this.#rows.length - 1;
-    const to = { ArrowUp: this.#at - 1, ArrowDown: this.#at + 1, Home: 0, End: last, PageUp: this.#at - 10, PageDown: this.#at + 10 }[event.key];
+    const to = {
+      ArrowUp: this.#at - 1,
+      ArrowDown: this.#at + 1,
+      Home: 0,
+      End: last,
+      PageUp: this.#at - 10,
+      PageDown: this.#at + 10
+    }[event.key];
     if (to !== undefined) this.#mark(to, true);
     else if (event.key === 'Enter') this.#goTo(this.#at);
     else if (event.key === 'F2' && this.#at > 0) this.#edit(this.#at);
@@ -148,7 +158,7 @@ export class JournalPanel {
     const cell = this.#rows[place].noteCell;
     if (cell.firstElementChild) return;
     const before = this.#stand.decisions[place - 1].note;
-    const field = make('input', { type: 'text', value: before, maxLength: 1000, aria: { label: 'Note' } });
+    const field = make('input', {type: 'text', value: before, maxLength: 1000, aria: {label: 'Note'}});
     let isOver = false;
     const end = (keep) => {
       if (isOver) return;

@@ -1,11 +1,20 @@
 // Which keys mean what, as far as that can be told without a window.
 
 const enter = 13, backspace = 8, escape = 27;
-const named = { Enter: enter, Backspace: backspace, Escape: escape };
+const named = {
+  Enter: enter,
+  Backspace: backspace,
+  Escape: escape
+};
 const firstPrintable = 32, lastPrintable = 126;
 
 const steps = {
-  ArrowLeft: 'left', ArrowRight: 'right', ArrowUp: 'up', ArrowDown: 'down', PageUp: 'page_left', PageDown: 'page_right',
+  ArrowLeft: 'left',
+  ArrowRight: 'right',
+  ArrowUp: 'up',
+  ArrowDown: 'down',
+  PageUp: 'page_left',
+  PageDown: 'page_right',
 };
 
 function isFunctionKey(key) {

@@ -10,7 +10,10 @@ const alignments = ['left', 'centre', 'right'];
 const bytesInNumber = 8, leastNumbersInMark = 3;
 
 // The height of a capital letter, as a part of the size of the font.
-export const capitals = { arial: 1409 / 2048, times: 1341 / 2048 };
+export const capitals = {
+  arial: 1409 / 2048,
+  times: 1341 / 2048
+};
 
 // Reads number after number, and says so where the buffer ends too early: what follows would be nonsense.
 class Reader {
@@ -63,7 +66,7 @@ class Reader {
 export const isWriting = (mark) => mark.kind === 'text' || mark.kind === 'label';
 
 function readMark(reader) {
-  const mark = { kind: reader.oneOf(kinds), colour: reader.number() };
+  const mark = {kind: reader.oneOf(kinds), colour: reader.number()};
   mark.points = reader.numbers(2 * reader.count(2));
   if (!isWriting(mark)) return mark;
   if (mark.points.length < 2) throw new RangeError('a page has writing without a place');
@@ -79,7 +82,7 @@ function readMark(reader) {
 // {height, font, align, angle, text}. Throws a RangeError where the buffer holds no page.
 export function marksOf(buffer) {
   const reader = new Reader(buffer);
-  const page = { across: reader.number(), down: reader.number(), marks: [] };
+  const page = {across: reader.number(), down: reader.number(), marks: []};
   const count = reader.count(leastNumbersInMark);
   for (let k = 0; k < count; ++k) page.marks.push(readMark(reader));
   return page;
@@ -88,7 +91,7 @@ export function marksOf(buffer) {
 // --- What is to be painted.
 
 export function boxOf(points) {
-  const box = { left: Infinity, top: Infinity, right: -Infinity, bottom: -Infinity };
+  const box = {left: Infinity, top: Infinity, right: -Infinity, bottom: -Infinity};
   for (let i = 0; i + 1 < points.length; i += 2) {
     box.left = Math.min(box.left, points[i]);
     box.right = Math.max(box.right, points[i]);
@@ -117,7 +120,7 @@ export function roomOf(mark, widthOf = widestOf) {
   const width = widthOf(mark, mark.text);
   const plain = mark.angle === 0 && mark.align === 'left';
   const reach = plain ? mark.height : mark.height + width - begin;
-  return { left: x + begin - reach, top: y - reach, right: x + width + reach, bottom: y + mark.height + reach };
+  return {left: x + begin - reach, top: y - reach, right: x + width + reach, bottom: y + mark.height + reach};
 }
 
 // The marks that are to be painted. A text written again over itself would come out bolder, because its edges
@@ -129,7 +132,7 @@ export function marksToPaint(page, widthOf = widestOf) {
   return page.marks.filter((mark) => {
     if (mark.kind === 'fill') fills.push(boxOf(mark.points));
     if (!isWriting(mark)) return true;
-    const { kind, colour, height, font, align, angle, text, points } = mark;
+    const {kind, colour, height, font, align, angle, text, points} = mark;
     const key = JSON.stringify([kind, colour, height, font, align, angle, points[0], points[1], text]);
     const before = written.get(key);
     written.set(key, fills.length);

@@ -1,6 +1,6 @@
 // Menus: the bar at the upper edge, and those that open where they are asked for.
-import { isMac, make } from './dom.js';
-import { shownKey } from './shortcuts.js';
+import {isMac, make} from './dom.js';
+import {shownKey} from './shortcuts.js';
 
 const titles = [['file', 'File'], ['edit', 'Edit'], ['view', 'View'], ['cores', 'Cores'], ['help', 'Help']];
 const typedTogether = 700;  // ms between letters of one word
@@ -18,25 +18,33 @@ class Entry {
 
   constructor(row, chosen) {
     this.row = row;
-    this.#text = make('span', { textContent: row.text });
-    const key = make('span', { className: 'key', textContent: shownKey(row.key ?? '', isMac), aria: { hidden: 'true' } });
-    this.element = make('div', { role: row.switches ? 'menuitemcheckbox' : 'menuitem', tabIndex: -1, className: 'entry', data: { id: row.id } }, this.#text, key);
+    this.#text = make('span', {textContent: row.text});
+    const key =
+        make('span', {className: 'key', textContent: shownKey(row.key ?? '', isMac), aria: {hidden: 'true'}});
+    this.element = make('div', {
+      role: row.switches ? 'menuitemcheckbox' : 'menuitem',
+      tabIndex: -1,
+      className: 'entry',
+      data: {id: row.id}
+    },
+        this.#text, key);
     if (row.key) this.element.setAttribute('aria-keyshortcuts', row.key.replace('Ctrl', 'Control'));
     this.element.addEventListener('click', () => this.can && chosen(row.id));
-    this.element.addEventListener('pointermove', () => this.element.focus({ preventScroll: true }));
+    this.element.addEventListener('pointermove', () => this.element.focus({preventScroll: true}));
   }
 
   get text() {
     return this.#text.textContent;
   }
 
-  show({ can = true, now = '', why_not: whyNot = '' }) {
+  show({can = true, now = '', why_not: whyNot = ''}) {
     this.can = can;
     const text = now || this.row.text;
     this.#text.textContent = text;
     this.element.setAttribute('aria-disabled', String(!can));
     this.element.title = whyNot ? `${withoutDots(text)}: ${whyNot}` : '';
-    whyNot ? this.element.setAttribute('aria-description', whyNot) : this.element.removeAttribute('aria-description');
+    whyNot                      ? this.element.setAttribute('aria-description', whyNot) :
+                                  this.element.removeAttribute('aria-description');
   }
 
   check(on) {
@@ -55,12 +63,18 @@ class Menu {
   // `port`: chosen(id), close(), beside(by) for the menu to the left or right.
   constructor(title, rows, port) {
     this.#port = port;
-    this.element = make('div', { role: 'menu', className: 'menu', hidden: true, aria: { label: title }, on: { keydown: (event) => this.#key(event) } });
+    this.element = make('div', {
+      role: 'menu',
+      className: 'menu',
+      hidden: true,
+      aria: {label: title},
+      on: {keydown: (event) => this.#key(event)}
+    });
     for (const row of rows) this.#add(row);
   }
 
   #add(row) {
-    if (row.group && this.entries.length > 0) this.element.append(make('div', { role: 'separator' }));
+    if (row.group && this.entries.length > 0) this.element.append(make('div', {role: 'separator'}));
     const entry = new Entry(row, (id) => this.#port.chosen(id));
     this.entries.push(entry);
     this.element.append(entry.element);
@@ -71,7 +85,7 @@ class Menu {
   // With its corner there, as far as the window has room.
   open(x, y) {
     this.element.hidden = false;
-    const { width, height } = this.element.getBoundingClientRect();
+    const {width, height} = this.element.getBoundingClientRect();
     this.element.style.left = `${Math.max(0, Math.min(x, window.innerWidth - width))}px`;
     this.element.style.top = `${Math.max(0, Math.min(y, window.innerHeight - height))}px`;
   }
@@ -105,9 +119,16 @@ class Menu {
   #key(event) {
     const focused = this.entries.find((entry) => entry.element === document.activeElement);
     const deeds = {
-      ArrowDown: () => this.#step(1), ArrowUp: () => this.#step(-1), Home: () => this.enter(), End: () => this.enter(true),
-      ArrowLeft: () => this.#port.beside(-1), ArrowRight: () => this.#port.beside(1), Escape: () => this.#port.close(),
-      Tab: () => this.#port.close(), Enter: () => focused?.element.click(), ' ': () => focused?.element.click(),
+      ArrowDown: () => this.#step(1),
+      ArrowUp: () => this.#step(-1),
+      Home: () => this.enter(),
+      End: () => this.enter(true),
+      ArrowLeft: () => this.#port.beside(-1),
+      ArrowRight: () => this.#port.beside(1),
+      Escape: () => this.#port.close(),
+      Tab: () => this.#port.close(),
+      Enter: () => focused?.element.click(),
+      ' ': () => focused?.element.click(),
       F10: () => this.#port.close(),
     };
     const deed = deeds[event.key];
@@ -122,14 +143,14 @@ class Menu {
 export class MenuBar {
   element;
   #port;
-  #menus = new Map();   // by name
+  #menus = new Map();  // by name
   #titles = new Map();
   #open = null;
   #entries = new Map();  // by id
 
   constructor(actions, port) {
     this.#port = port;
-    this.element = make('div', { role: 'menubar', className: 'menubar', aria: { label: 'Menus' } });
+    this.element = make('div', {role: 'menubar', className: 'menubar', aria: {label: 'Menus'}});
     for (const [name, title] of titles) this.#add(name, title, actions.filter((row) => row.menu === name));
     this.element.addEventListener('keydown', (event) => this.#key(event));
     this.element.addEventListener('focusout', (event) => {
@@ -140,7 +161,7 @@ export class MenuBar {
   // What can be done now, and what is on.
   show(states) {
     for (const [id, entry] of this.#entries) {
-      const state = states[id] ?? (entry.row.window ? {} : { can: false });
+      const state = states[id] ?? (entry.row.window ? {} : {can: false});
       entry.show(state);
       if (!entry.row.window) entry.check(state.chosen);
     }
@@ -157,7 +178,8 @@ export class MenuBar {
       this.#titles.get('file').focus();
       return true;
     }
-    if (!event.altKey || event.ctrlKey || event.metaKey || event.shiftKey || event.getModifierState?.('AltGraph')) return false;
+    if (!event.altKey || event.ctrlKey || event.metaKey || event.shiftKey || event.getModifierState?.('AltGraph'))
+      return false;
     const found = titles.find(([, title]) => event.code === `Key${title[0]}`);
     if (!found) return false;
     event.preventDefault();
@@ -167,11 +189,19 @@ export class MenuBar {
 
   #add(name, title, rows) {
     const menu = new Menu(title, rows, {
-      chosen: (id) => this.#choose(id), close: () => this.#leave(), beside: (by) => this.#openBeside(by, true),
+      chosen: (id) => this.#choose(id),
+      close: () => this.#leave(),
+      beside: (by) => this.#openBeside(by, true),
     });
     for (const entry of menu.entries) this.#entries.set(entry.row.id, entry);
-    const letter = make('u', { textContent: title[0] });
-    const opener = make('button', { type: 'button', role: 'menuitem', tabIndex: name === 'file' ? 0 : -1, aria: { haspopup: 'menu', expanded: 'false' } }, letter, title.slice(1));
+    const letter = make('u', {textContent: title[0]});
+    const opener = make('button', {
+      type: 'button',
+      role: 'menuitem',
+      tabIndex: name === 'file' ? 0 : -1,
+      aria: {haspopup: 'menu', expanded: 'false'}
+    },
+        letter, title.slice(1));
     opener.addEventListener('pointerdown', (event) => this.#pressTitle(event, name));
     opener.addEventListener('pointerenter', (event) => this.#passTitle(event, name));
     opener.addEventListener('click', (event) => event.detail === 0 && this.#openMenu(name, true));
@@ -193,7 +223,7 @@ export class MenuBar {
   #openMenu(name, withEntry) {
     this.#shut();
     this.#port.opening();
-    const opener = this.#titles.get(name), { left, bottom } = opener.getBoundingClientRect();
+    const opener = this.#titles.get(name), {left, bottom} = opener.getBoundingClientRect();
     this.#open = name;
     opener.setAttribute('aria-expanded', 'true');
     const menu = this.#menus.get(name);
@@ -238,9 +268,14 @@ export class MenuBar {
       this.#titles.get(names[(names.indexOf(name) + by + names.length) % names.length]).focus();
     };
     const deeds = {
-      ArrowLeft: () => step(-1), ArrowRight: () => step(1), ArrowDown: () => this.#openMenu(name, true),
-      ArrowUp: () => this.#openMenu(name, true), Enter: () => this.#openMenu(name, true), ' ': () => this.#openMenu(name, true),
-      Escape: () => this.#leave(), F10: () => this.#leave(),
+      ArrowLeft: () => step(-1),
+      ArrowRight: () => step(1),
+      ArrowDown: () => this.#openMenu(name, true),
+      ArrowUp: () => this.#openMenu(name, true),
+      Enter: () => this.#openMenu(name, true),
+      ' ': () => this.#openMenu(name, true),
+      Escape: () => this.#leave(),
+      F10: () => this.#leave(),
     };
     if (!deeds[event.key]) return;
     event.preventDefault();
@@ -263,7 +298,7 @@ export function popUp(title, rows, x, y) {
     close();
     rows.find((row) => row.id === id).act();
   };
-  const menu = new Menu(title, rows, { chosen, close, beside: () => {} });
+  const menu = new Menu(title, rows, {chosen, close, beside: () => {}});
   document.body.append(menu.element);
   document.addEventListener('pointerdown', outside, true);
   window.addEventListener('blur', close);

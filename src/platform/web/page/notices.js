@@ -1,5 +1,5 @@
 // What the program has to tell besides the page, in a strip below it.
-import { button, make } from './dom.js';
+import {button, make} from './dom.js';
 
 export class NoticeStrip {
   element;
@@ -9,12 +9,13 @@ export class NoticeStrip {
   #turned;
 
   // `leave()` gives the keyboard back to the page; `turned()` is told that the strip came or went.
-  constructor({ leave, turned }) {
+  constructor({leave, turned}) {
     this.#leave = leave;
     this.#turned = turned;
-    this.#lines = make('pre', { tabIndex: 0, aria: { label: 'Notices' }, role: 'log' });
-    const close = button('Close', () => this.#hide(), { className: 'flat' });
-    this.element = make('div', { className: 'notices', hidden: true, on: { keydown: (event) => this.#key(event) } }, this.#lines, close);
+    this.#lines = make('pre', {tabIndex: 0, aria: {label: 'Notices'}, role: 'log'});
+    const close = button('Close', () => this.#hide(), {className: 'flat'});
+    this.element = make('div', {className: 'notices', hidden: true, on: {keydown: (event) => this.#key(event)}},
+        this.#lines, close);
   }
 
   get isShown() {

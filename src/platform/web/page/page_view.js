@@ -1,18 +1,22 @@
 // The page in the window: paints the one shown last and hands on what the user does with it.
-import { mayDrag, onButton, paintDrag, yearsBetween } from './curve_drag.js';
-import { isMac, make, say } from './dom.js';
-import { isPlain, keyCode, stepOf } from './keys.js';
-import { marksOf } from './marks.js';
-import { pageAcross, pageDown, pageToArea, paintFocusRing, paintPage } from './painter.js';
-import { Sheet } from './sheet.js';
-import { shortcutOf } from './shortcuts.js';
+import {mayDrag, onButton, paintDrag, yearsBetween} from './curve_drag.js';
+import {isMac, make, say} from './dom.js';
+import {isPlain, keyCode, stepOf} from './keys.js';
+import {marksOf} from './marks.js';
+import {pageAcross, pageDown, pageToArea, paintFocusRing, paintPage} from './painter.js';
+import {Sheet} from './sheet.js';
+import {shortcutOf} from './shortcuts.js';
 
-const farEnough = 10;      // pixels that make a press a drag
-const longPress = 500;     // ms that make a touch a request for help
+const farEnough = 10;   // pixels that make a press a drag
+const longPress = 500;  // ms that make a touch a request for help
 const yearsANotch = 10;
 const pixelsANotch = 100, linesANotch = 3;
 
-const empty = { across: pageAcross, down: pageDown, marks: [] };
+const empty = {
+  across: pageAcross,
+  down: pageDown,
+  marks: []
+};
 
 function clamped(value, last) {
   return Math.round(Math.min(Math.max(value, 0), last));
@@ -30,16 +34,16 @@ export class PageView {
   #port;
   #palette;
   #graph;
-  #plainKeys;     // from key to action
-  #latest = { number: 0, page: empty, marks: null };
-  #seen = { number: 0, page: empty, marks: null };  // the page painted last
+  #plainKeys;  // from key to action
+  #latest = {number: 0, page: empty, marks: null};
+  #seen = {number: 0, page: empty, marks: null};  // the page painted last
   #stand = null;
   #mark = null;
-  #mouse = { x: 0, y: 0 };
-  #told = '';     // the place of the mouse that was told last
-  #drag = null;   // {from, to, at, seen, moving} in page units; `at` in the window
-  #touch = 0;     // the timer of a touch
-  #wheel = 0;     // turned, but not yet by a year
+  #mouse = {x: 0, y: 0};
+  #told = '';    // the place of the mouse that was told last
+  #drag = null;  // {from, to, at, seen, moving} in page units; `at` in the window
+  #touch = 0;    // the timer of a touch
+  #wheel = 0;    // turned, but not yet by a year
   #description;
   #canvas = make('canvas');
   #above = make('canvas');
@@ -47,21 +51,23 @@ export class PageView {
   #sheetAbove;
 
   // `port`: send(message) to the program, placed() when the page may stand elsewhere.
-  constructor({ palette, graph, plainKeys }, port) {
+  constructor({palette, graph, plainKeys}, port) {
     this.#palette = palette;
     this.#graph = graph;
     this.#plainKeys = plainKeys;
     this.#port = port;
-    this.#description = make('div', { id: 'description', className: 'unseen', aria: { live: 'polite' } });
-    this.element = make('div', { className: 'page', tabIndex: 0, role: 'application', aria: { label: 'Page', describedby: 'description' } },
-      this.#canvas, this.#above, this.#description);
+    this.#description = make('div', {id: 'description', className: 'unseen', aria: {live: 'polite'}});
+    this.element = make('div',
+        {className: 'page', tabIndex: 0, role: 'application', aria: {label: 'Page', describedby: 'description'}},
+        this.#canvas, this.#above, this.#description);
     this.#sheet = new Sheet(this.#canvas, (context, width, height) => this.#paint(context, width, height));
-    this.#sheetAbove = new Sheet(this.#above, (context, width, height, pixels) => this.#paintAbove(context, width, height, pixels));
+    this.#sheetAbove = new Sheet(
+        this.#above, (context, width, height, pixels) => this.#paintAbove(context, width, height, pixels));
     this.#listen();
   }
 
   focus() {
-    this.element.focus({ preventScroll: true });
+    this.element.focus({preventScroll: true});
   }
 
   // The number of the page that the user sees, and its marks as they came.
@@ -73,8 +79,8 @@ export class PageView {
     return this.#seen.marks;
   }
 
-  show({ number, marks }) {
-    this.#latest = { number, page: marksOf(marks), marks };
+  show({number, marks}) {
+    this.#latest = {number, page: marksOf(marks), marks};
     this.#sheet.repaint();
   }
 
@@ -96,12 +102,12 @@ export class PageView {
   }
 
   askForHelp() {
-    this.#port.send({ do: 'help', ...this.#mouse, seen: this.#seen.number });
+    this.#port.send({do: 'help', ...this.#mouse, seen: this.#seen.number});
   }
 
   // Where a place of the page stands in the window, from left to right.
   acrossOf(x) {
-    const { left, width, height } = this.#canvas.getBoundingClientRect();
+    const {left, width, height} = this.#canvas.getBoundingClientRect();
     const place = pageToArea(width, height);
     return left + place.x + x * place.scale;
   }
@@ -109,7 +115,7 @@ export class PageView {
   // --- Painting.
 
   #paint(context, width, height) {
-    const { scale, x, y } = pageToArea(width, height);
+    const {scale, x, y} = pageToArea(width, height);
     context.setTransform(scale, 0, 0, scale, x, y);
     this.#seen = this.#latest;
     paintPage(context, this.#seen.page, this.#palette);
@@ -117,13 +123,13 @@ export class PageView {
   }
 
   #paintAbove(context, width, height, pixels) {
-    const { scale, x, y } = pageToArea(width, height);
+    const {scale, x, y} = pageToArea(width, height);
     context.setTransform(scale, 0, 0, scale, x, y);
     const pixel = pixels / scale;
-    const colours = { graph: this.#graph, palette: this.#palette, pixel };
+    const colours = {graph: this.#graph, palette: this.#palette, pixel};
     if (this.#mark) {
       const [left, top, right, bottom] = this.#mark;
-      paintFocusRing(context, { left, top, right, bottom }, pixel);
+      paintFocusRing(context, {left, top, right, bottom}, pixel);
     }
     if (this.#drag?.moving && this.#stand) paintDrag(context, this.#drag, this.#seen.page, this.#stand, colours);
   }
@@ -135,15 +141,15 @@ export class PageView {
   // --- Where the mouse is.
 
   #pageAt(event) {
-    const { left, top, width, height } = this.#canvas.getBoundingClientRect();
-    const { scale, x, y } = pageToArea(width, height);
-    return { x: (event.clientX - left - x) / scale, y: (event.clientY - top - y) / scale };
+    const {left, top, width, height} = this.#canvas.getBoundingClientRect();
+    const {scale, x, y} = pageToArea(width, height);
+    return {x: (event.clientX - left - x) / scale, y: (event.clientY - top - y) / scale};
   }
 
   // Places beside the page count as the nearest place on it.
   #unitsAt(event) {
     const at = this.#pageAt(event);
-    return { x: clamped(at.x, pageAcross), y: clamped(at.y, pageDown) };
+    return {x: clamped(at.x, pageAcross), y: clamped(at.y, pageDown)};
   }
 
   #moved(event) {
@@ -152,17 +158,17 @@ export class PageView {
     const now = JSON.stringify(this.#mouse);
     if (now === this.#told) return;
     this.#told = now;
-    this.#port.send({ do: 'mouse', ...this.#mouse });
+    this.#port.send({do: 'mouse', ...this.#mouse});
   }
 
   #left() {
     this.#told = '';
-    this.#port.send({ do: 'mouse' });
+    this.#port.send({do: 'mouse'});
   }
 
   // A hand over what a click does something to.
   #point() {
-    const { x, y } = this.#mouse;
+    const {x, y} = this.#mouse;
     const hand = onButton(this.#stand?.buttons ?? [], x, y) ? 'pointer' : 'default';
     this.element.style.cursor = this.#drag?.moving ? 'ew-resize' : hand;
   }
@@ -177,7 +183,7 @@ export class PageView {
     listen('pointercancel', () => this.#endPress());
     listen('pointerleave', (event) => event.pointerType === 'mouse' && this.#left());
     listen('contextmenu', (event) => event.preventDefault());
-    listen('wheel', (event) => this.#turn(event), { passive: false });
+    listen('wheel', (event) => this.#turn(event), {passive: false});
     listen('keydown', (event) => this.key(event));
   }
 
@@ -194,7 +200,7 @@ export class PageView {
   // Where the sample's curve may be moved, a click is one when the button is let go.
   #pressed(event) {
     const at = this.#pageAt(event);
-    const click = { do: 'click', ...this.#mouse, seen: this.#seen.number };
+    const click = {do: 'click', ...this.#mouse, seen: this.#seen.number};
     if (!mayDrag(this.#stand, this.#graph, at.x, at.y)) return this.#port.send(click);
     this.#hold(event, click, true);
   }
@@ -202,19 +208,19 @@ export class PageView {
   // With a finger every click is one when it is lifted: until then it may become a long press, or a drag.
   #touched(event) {
     const at = this.#pageAt(event);
-    const click = { do: 'click', ...this.#mouse, seen: this.#seen.number };
+    const click = {do: 'click', ...this.#mouse, seen: this.#seen.number};
     this.#moved(event);
     this.#hold(event, click, mayDrag(this.#stand, this.#graph, at.x, at.y));
     this.#touch = setTimeout(() => {
       this.#endPress();
-      this.#port.send({ ...click, do: 'help' });
+      this.#port.send({...click, do: 'help'});
     }, longPress);
   }
 
   #hold(event, click, mayMove) {
     const at = this.#pageAt(event);
     this.element.setPointerCapture(event.pointerId);
-    this.#drag = { from: at, to: at, at: { x: event.clientX, y: event.clientY }, click, mayMove, moving: false };
+    this.#drag = {from: at, to: at, at: {x: event.clientX, y: event.clientY}, click, mayMove, moving: false};
   }
 
   #move(event) {
@@ -236,7 +242,7 @@ export class PageView {
     this.#endPress();
     if (!drag.moving) return this.#port.send(drag.click);
     const years = yearsBetween(drag.from.x, drag.to.x, this.#graph, this.#stand?.years_shown ?? 1);
-    if (years !== 0) this.#port.send({ do: 'move_sample', years });
+    if (years !== 0) this.#port.send({do: 'move_sample', years});
   }
 
   #endPress() {
@@ -257,7 +263,7 @@ export class PageView {
     this.#wheel += notchesOf(event) * yearsANotch;
     const years = Math.trunc(this.#wheel);
     this.#wheel -= years;
-    if (years !== 0) this.#port.send({ do: 'scroll', years });
+    if (years !== 0) this.#port.send({do: 'scroll', years});
   }
 
   // Keys that stand for a letter, a move or an action without Control and its like. What they mean at the time the
@@ -272,7 +278,8 @@ export class PageView {
     const code = keyCode(event), step = stepOf(event);
     if (code === 0 && step === '' && action === '') return;
     this.#taken(event);
-    this.#port.send({ do: 'key', ...this.#mouse, seen: this.#seen.number, repeated: event.repeat, code, step, action });
+    this.#port.send(
+        {do: 'key', ...this.#mouse, seen: this.#seen.number, repeated: event.repeat, code, step, action});
   }
 
   #taken(event) {

@@ -1,5 +1,5 @@
 // Plays a page on a canvas. What is upright comes out sharp on whole pixels of the device, whatever the size.
-import { boxOf, capitals, isWriting, marksOf, marksToPaint } from './marks.js';
+import {boxOf, capitals, isWriting, marksOf, marksToPaint} from './marks.js';
 
 export const pageAcross = 2970, pageDown = 2100;
 
@@ -45,7 +45,7 @@ export function lineShade(palette, colour) {
 // fills as much of the area as it can and stands in the middle.
 export function pageToArea(width, height, across = pageAcross, down = pageDown) {
   const scale = Math.min(width / across, height / down);
-  return { scale, x: (width - scale * across) / 2, y: (height - scale * down) / 2 };
+  return {scale, x: (width - scale * across) / 2, y: (height - scale * down) / 2};
 }
 
 // Whether all its sides run across or up.
@@ -67,7 +67,7 @@ export function sharpLine(x1, y1, x2, y2, pen) {
   const from = (a, b) => Math.round(Math.min(a, b) - pen / 2);
   const to = (a, b) => Math.round(Math.max(a, b) - pen / 2) + pen;
   const left = from(x1, x2), top = from(y1, y2);
-  return { left, top, width: to(x1, x2) - left, height: to(y1, y2) - top };
+  return {left, top, width: to(x1, x2) - left, height: to(y1, y2) - top};
 }
 
 // --- The painter.
@@ -78,10 +78,10 @@ class PagePainter {
   #place;  // page units to pixels
 
   constructor(context, palette) {
-    const { a, b, c, d, e, f } = context.getTransform();
+    const {a, b, c, d, e, f} = context.getTransform();
     this.#context = context;
     this.#palette = palette;
-    this.#place = { scale: Math.sqrt(Math.abs(a * d - b * c)), x: e, y: f };
+    this.#place = {scale: Math.sqrt(Math.abs(a * d - b * c)), x: e, y: f};
   }
 
   paint(page) {
@@ -117,7 +117,8 @@ class PagePainter {
     const box = boxOf(mark.points);
     if (mark.points.length === 0) return;
     const thinnest = Math.max(thinnestFill, 1 / this.#place.scale);
-    if (Math.min(box.right - box.left, box.bottom - box.top) < thinnest) return this.#fillThin(box, thinnest, mark.colour);
+    if (Math.min(box.right - box.left, box.bottom - box.top) < thinnest)
+      return this.#fillThin(box, thinnest, mark.colour);
     if (isUpright(mark.points)) return this.#fillSharp(mark.points, mark.colour);
     this.#context.fillStyle = areaShade(this.#palette, mark.colour);
     this.#trace(mark.points);
@@ -146,13 +147,13 @@ class PagePainter {
   }
 
   #drawSharp(points, shade) {
-    const { scale, x, y } = this.#place;
+    const {scale, x, y} = this.#place;
     const pen = penPixels(penWidth, scale, true);
     this.#onPixels(() => {
       this.#context.fillStyle = shade;
       for (let i = 2; i < points.length; i += 2) {
         const line = sharpLine(points[i - 2] * scale + x, points[i - 1] * scale + y, points[i] * scale + x,
-          points[i + 1] * scale + y, pen);
+            points[i + 1] * scale + y, pen);
         this.#context.fillRect(line.left, line.top, line.width, line.height);
       }
     });
@@ -202,7 +203,7 @@ class PagePainter {
   }
 
   #tracePixels(points) {
-    const { scale, x, y } = this.#place;
+    const {scale, x, y} = this.#place;
     this.#tracePoints(points, (value) => Math.round(value * scale + x), (value) => Math.round(value * scale + y));
   }
 
@@ -229,8 +230,8 @@ export function paintFocusRing(context, box, pixel) {
     context.strokeStyle = shade;
     context.lineWidth = width * pixel;
     context.lineJoin = 'round';
-    context.strokeRect(box.left - away, box.top - away, box.right - box.left + 2 * away,
-      box.bottom - box.top + 2 * away);
+    context.strokeRect(
+        box.left - away, box.top - away, box.right - box.left + 2 * away, box.bottom - box.top + 2 * away);
   };
   ring(ringWhite, 7);
   ring(ringBlue, 3);
@@ -238,11 +239,11 @@ export function paintFocusRing(context, box, pixel) {
 
 // What those need who paint pages elsewhere, into pictures: `scale` is in pixels to a page unit.
 export function paintingTools(palette) {
-  const paint = (context, marks, { scale = 1 } = {}) => {
+  const paint = (context, marks, {scale = 1} = {}) => {
     context.save();
     context.scale(scale, scale);
     paintPage(context, marks, palette);
     context.restore();
   };
-  return { palette, paint };
+  return {palette, paint};
 }

@@ -1,42 +1,48 @@
 // A panel in the window: the part of it that is looked at, and what the user does there.
 //
-// The mouse clicks spots. The keyboard clicks them too: Tab, Left and Right go from spot to spot as they are read, Up
-// and Down to the ones above and below, Home and End to the first and the last, PgUp and PgDn scroll, Return and Space
-// click, and Escape leaves. The spot that the keyboard marks is seen and told to screen readers.
-import { make, say } from './dom.js';
-import { isPlain } from './keys.js';
-import { marksOf } from './marks.js';
-import { paintFocusRing, paintPage } from './painter.js';
-import { followMark, following, inset, scrollTo, spotAt } from './panel_walk.js';
-import { Sheet } from './sheet.js';
-import { Tip } from './tip.js';
+// The mouse clicks spots. The keyboard clicks them too: Tab, Left and Right go from spot to spot as they are read,
+// Up and Down to the ones above and below, Home and End to the first and the last, PgUp and PgDn scroll, Return and
+// Space click, and Escape leaves. The spot that the keyboard marks is seen and told to screen readers.
+import {make, say} from './dom.js';
+import {isPlain} from './keys.js';
+import {marksOf} from './marks.js';
+import {paintFocusRing, paintPage} from './painter.js';
+import {following, followMark, inset, scrollTo, spotAt} from './panel_walk.js';
+import {Sheet} from './sheet.js';
+import {Tip} from './tip.js';
 
 const unitsAPixel = 2;
 
 const isSame = (a, b) => JSON.stringify(a) === JSON.stringify(b);
 
-const ways = { ArrowRight: 'next', ArrowLeft: 'previous', ArrowUp: 'up', ArrowDown: 'down' };
+const ways = {
+  ArrowRight: 'next',
+  ArrowLeft: 'previous',
+  ArrowUp: 'up',
+  ArrowDown: 'down'
+};
 
 export class PanelArea {
-  element;   // what is scrolled, and has the keyboard
-  canvas = make('canvas', { className: 'panel-canvas' });  // stands behind it, and as large
+  element;                                               // what is scrolled, and has the keyboard
+  canvas = make('canvas', {className: 'panel-canvas'});  // stands behind it, and as large
   #port;
-  #length = make('div', { className: 'length' });
-  #description = make('div', { className: 'unseen', aria: { live: 'polite' } });
+  #length = make('div', {className: 'length'});
+  #description = make('div', {className: 'unseen', aria: {live: 'polite'}});
   #sheet;
   #tip = new Tip();
-  #shown = null;    // the panel as it was answered last, with the view it was asked for
-  #asked = null;    // the view that an answer is waited for
+  #shown = null;  // the panel as it was answered last, with the view it was asked for
+  #asked = null;  // the view that an answer is waited for
   #asksAgain = false;
-  #mark = -1;       // the spot at which the keyboard is
+  #mark = -1;  // the spot at which the keyboard is
   #showsMark = false;
-  #then = null;     // what is to be done when the answer is there
+  #then = null;  // what is to be done when the answer is there
 
   // `port`: ask(view) -> promise of a panel, click(ask, spot) by number, axis() -> {left, right} in pixels of the
   // window or null, leave(), menu(x, y), palette.
   constructor(title, port) {
     this.#port = port;
-    this.element = make('div', { className: 'panel', tabIndex: 0, role: 'application', aria: { label: title } }, this.#length, this.#description);
+    this.element = make('div', {className: 'panel', tabIndex: 0, role: 'application', aria: {label: title}},
+        this.#length, this.#description);
     this.#sheet = new Sheet(this.canvas, (context, width, height, pixels) => this.#paint(context, pixels));
     new ResizeObserver(() => this.lookAgain()).observe(this.element);
     this.#listen();
@@ -48,9 +54,14 @@ export class PanelArea {
 
   // What is looked at now.
   view() {
-    const { clientWidth, clientHeight, scrollTop } = this.element;
+    const {clientWidth, clientHeight, scrollTop} = this.element;
     const units = (pixels) => Math.max(unitsAPixel, Math.round(pixels * unitsAPixel));
-    return { width: units(clientWidth), height: units(clientHeight), scroll: Math.round(scrollTop * unitsAPixel), ...this.#axis() };
+    return {
+      width: units(clientWidth),
+      height: units(clientHeight),
+      scroll: Math.round(scrollTop * unitsAPixel),
+      ...this.#axis()
+    };
   }
 
   #axis() {
@@ -59,7 +70,7 @@ export class PanelArea {
     const from = this.element.getBoundingClientRect().left;
     const left = pixels.left - from, right = pixels.right - from;
     if (left < 0 || right > this.element.clientWidth) return {};
-    return { left: left * unitsAPixel, right: right * unitsAPixel };
+    return {left: left * unitsAPixel, right: right * unitsAPixel};
   }
 
   // To be called when there are other values to show.
@@ -94,7 +105,7 @@ export class PanelArea {
     const panel = await this.#port.ask(view);
     if (this.#asked !== view) return;
     this.#asked = null;
-    this.#take({ ...panel, page: marksOf(panel.marks), view });
+    this.#take({...panel, page: marksOf(panel.marks), view});
     if (!this.#asksAgain) return this.lookAgain();
     this.#asksAgain = false;
     this.renew();
@@ -126,7 +137,8 @@ export class PanelArea {
   #paintMark(context, spot) {
     const [left, top, right, bottom] = spot.place;
     const across = inset(right - left, unitsAPixel), down = inset(bottom - top, unitsAPixel);
-    paintFocusRing(context, { left: left + across, top: top + down, right: right - across, bottom: bottom - down }, unitsAPixel);
+    paintFocusRing(
+        context, {left: left + across, top: top + down, right: right - across, bottom: bottom - down}, unitsAPixel);
   }
 
   #marked() {
@@ -154,7 +166,7 @@ export class PanelArea {
 
   #spotUnder(event) {
     if (!this.#shown) return -1;
-    const { left, top } = this.element.getBoundingClientRect();
+    const {left, top} = this.element.getBoundingClientRect();
     const units = (from, to) => Math.floor((to - from) * unitsAPixel);
     return spotAt(this.#shown, units(left, event.clientX), units(top, event.clientY));
   }
@@ -182,7 +194,7 @@ export class PanelArea {
     event.preventDefault();
     this.#tip.hide();
     const byMouse = event.button === 2;
-    const { left, top } = this.element.getBoundingClientRect();
+    const {left, top} = this.element.getBoundingClientRect();
     this.#port.menu(byMouse ? event.clientX : left, byMouse ? event.clientY : top);
   }
 
@@ -252,8 +264,12 @@ export class PanelArea {
     if (ways[event.key]) return () => this.#go(ways[event.key]);
     const page = this.view().height;
     return {
-      Home: () => this.#goToEnd(false), End: () => this.#goToEnd(true), PageUp: () => this.#scrollBy(-page, null),
-      PageDown: () => this.#scrollBy(page, null), Enter: () => this.#clickMarked(event), ' ': () => this.#clickMarked(event),
+      Home: () => this.#goToEnd(false),
+      End: () => this.#goToEnd(true),
+      PageUp: () => this.#scrollBy(-page, null),
+      PageDown: () => this.#scrollBy(page, null),
+      Enter: () => this.#clickMarked(event),
+      ' ': () => this.#clickMarked(event),
       Escape: () => this.#port.leave(),
     }[event.key];
   }

@@ -7,12 +7,14 @@ const middleDown = (spot) => middle(spot.place[1], spot.place[3]);
 // How far a spot is from another one above or below it: rows count more than columns.
 const weightOfRows = 4;
 function distance(from, to) {
-  return weightOfRows * Math.abs(middleDown(to) - middleDown(from)) + Math.abs(middleAcross(to) - middleAcross(from));
+  return weightOfRows * Math.abs(middleDown(to) - middleDown(from)) +
+      Math.abs(middleAcross(to) - middleAcross(from));
 }
 
 function nearest(from, spots) {
   let found = null;
-  for (const spot of spots) if (!found || distance(from, spot) < distance(from, found)) found = spot;
+  for (const spot of spots)
+    if (!found || distance(from, spot) < distance(from, found)) found = spot;
   return found;
 }
 
@@ -21,7 +23,7 @@ export function spotAt(panel, x, y) {
   return panel.spots.map((spot) => holds(spot, x, y)).lastIndexOf(true);
 }
 
-function holds({ place: [left, top, right, bottom] }, x, y) {
+function holds({place: [left, top, right, bottom]}, x, y) {
   return x >= left && x < right && y >= top && y < bottom;
 }
 
@@ -51,8 +53,9 @@ export function followMark(panel, before, scrolled) {
   if (!before) return -1;
   const by = isScrolled(before, panel) ? scrolled : 0;
   const [left, top, right, bottom] = before.place;
-  const expected = { place: [left, top - by, right, bottom - by] };
-  const same = nearest(expected, panel.spots.filter((spot) => spot.tip === before.tip && spot.core === before.core));
+  const expected = {place: [left, top - by, right, bottom - by]};
+  const same =
+      nearest(expected, panel.spots.filter((spot) => spot.tip === before.tip && spot.core === before.core));
   return same ? panel.spots.indexOf(same) : spotAt(panel, middleAcross(expected), middleDown(expected));
 }
 

@@ -1,11 +1,11 @@
 // The panels around the page: what they ask the studies' worker, and what is done in them.
-import { copyText, textOfTable } from './clipboard.js';
-import { askBeside } from './dialogs.js';
-import { make } from './dom.js';
-import { popUp } from './menus.js';
-import { PanelArea } from './panel_area.js';
+import {copyText, textOfTable} from './clipboard.js';
+import {askBeside} from './dialogs.js';
+import {make} from './dom.js';
+import {popUp} from './menus.js';
+import {PanelArea} from './panel_area.js';
 
-const highestPicture = 12_000;  // panel units
+const highestPicture = 12_000;             // panel units
 const sheetAcross = 210, sheetDown = 297;  // of a sheet of paper, upright
 const underThePage = ['rings', 'pointers'];
 
@@ -22,7 +22,7 @@ export class Panels {
   // mention(text), picture(deed, marks, name).
   constructor(panels, port) {
     this.#port = port;
-    for (const { name, title } of panels) this.#make(name, title);
+    for (const {name, title} of panels) this.#make(name, title);
   }
 
   names() {
@@ -53,7 +53,9 @@ export class Panels {
     });
     area.element.addEventListener('keydown', (event) => this.#key(event, name));
     this.#areas.set(name, area);
-    this.#frames.set(name, make('section', { className: `panel-frame ${name}`, aria: { label: title } }, area.canvas, area.element, make('div', { className: 'focus-frame' })));
+    this.#frames.set(name,
+        make('section', {className: `panel-frame ${name}`, aria: {label: title}}, area.canvas, area.element,
+            make('div', {className: 'focus-frame'})));
   }
 
   // --- What they show.
@@ -62,7 +64,7 @@ export class Panels {
   stand(situation, isWhole) {
     if (!situation || (this.#needsWhole && !isWhole)) return;
     this.#needsWhole = false;
-    this.#port.send({ do: 'stand', situation });
+    this.#port.send({do: 'stand', situation});
     this.renew();
   }
 
@@ -86,7 +88,7 @@ export class Panels {
 
   #ask(name, view) {
     const ask = ++this.#asks;
-    this.#port.send({ do: 'panel', name, ask, ...view });
+    this.#port.send({do: 'panel', name, ask, ...view});
     return new Promise((resolve) => this.#waiting.set(ask, resolve));
   }
 
@@ -96,7 +98,7 @@ export class Panels {
     this.#waiting.delete(panel.ask);
   }
 
-  answerTable({ name, text }) {
+  answerTable({name, text}) {
     this.#tables.get(name)?.(text);
     this.#tables.delete(name);
   }
@@ -104,12 +106,12 @@ export class Panels {
   // --- What is done in them.
 
   #click(name, ask, spot) {
-    this.#port.send({ do: 'panel_click', name, ask, spot });
+    this.#port.send({do: 'panel_click', name, ask, spot});
     this.renew();
   }
 
   stepCore(direction) {
-    this.#port.send({ do: 'step_core', direction });
+    this.#port.send({do: 'step_core', direction});
   }
 
   #key(event, name) {
@@ -123,23 +125,29 @@ export class Panels {
 
   // What can be done with a panel, below a button for it or in the corner of the panel itself.
   openMenu(name, element) {
-    const { left, bottom, top } = element.getBoundingClientRect();
+    const {left, bottom, top} = element.getBoundingClientRect();
     this.#openMenu(name, left, element.localName === 'button' ? bottom : top);
   }
 
   #openMenu(name, x, y) {
     const across = () => Math.floor((this.area(name).view().width * sheetDown) / sheetAcross);
-    popUp('Panel', [
-      { id: 'copy_csv', text: 'Copy as CSV', key: 'Ctrl+Shift+C', act: () => this.#copyTable(name) },
-      { id: 'copy_picture', text: 'Copy as a Picture', act: () => this.#picture('copy', name, highestPicture) },
-      { id: 'save_panel', text: 'Save the Panel as a Picture…', act: () => this.#picture('save', name, highestPicture) },
-      { id: 'print_panel', text: 'Print the Panel…', act: () => this.#picture('print', name, across()) },
-    ], x, y);
+    popUp('Panel',
+        [
+          {id: 'copy_csv', text: 'Copy as CSV', key: 'Ctrl+Shift+C', act: () => this.#copyTable(name)},
+          {id: 'copy_picture', text: 'Copy as a Picture', act: () => this.#picture('copy', name, highestPicture)},
+          {
+            id: 'save_panel',
+            text: 'Save the Panel as a Picture…',
+            act: () => this.#picture('save', name, highestPicture)
+          },
+          {id: 'print_panel', text: 'Print the Panel…', act: () => this.#picture('print', name, across())},
+        ],
+        x, y);
   }
 
   async #copyTable(name) {
     const table = new Promise((resolve) => this.#tables.set(name, resolve));
-    this.#port.send({ do: 'csv', name });
+    this.#port.send({do: 'csv', name});
     try {
       await copyText(table.then(textOfTable));
       this.#port.mention('Copied as CSV');
@@ -151,9 +159,9 @@ export class Panels {
   // All of the panel, and where it is higher than that, so much of it from what is looked at on.
   async #pictured(name, highest) {
     const view = this.area(name).view();
-    const { content_height: all } = await this.#ask(name, view);
+    const {content_height: all} = await this.#ask(name, view);
     const height = Math.min(Math.max(all, 2), highest);
-    return this.#ask(name, { ...view, height, scroll: height < highest ? 0 : view.scroll });
+    return this.#ask(name, {...view, height, scroll: height < highest ? 0 : view.scroll});
   }
 
   #picture(deed, name, highest) {
@@ -166,7 +174,8 @@ export class Panels {
 export function askForKind(chosen) {
   const kinds = ['png', 'svg'];
   askBeside({
-    text: 'Save as a picture', more: 'A drawing can be made larger without loss, and changed in other programs.',
+    text: 'Save as a picture',
+    more: 'A drawing can be made larger without loss, and changed in other programs.',
     answers: ['PNG Picture', 'SVG Drawing', 'Cancel'],
     chosen: (answer) => kinds[answer] && chosen(kinds[answer]),
   });

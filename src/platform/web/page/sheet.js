@@ -15,7 +15,7 @@ export class Sheet {
     this.#paint = paint;
     this.#observer = new ResizeObserver(([entry]) => this.#fit(entry));
     try {
-      this.#observer.observe(canvas, { box: 'device-pixel-content-box' });
+      this.#observer.observe(canvas, {box: 'device-pixel-content-box'});
     } catch {
       this.#observer.observe(canvas);  // elsewhere the size is reckoned, and may be a pixel off
     }
@@ -30,7 +30,7 @@ export class Sheet {
   paintNow() {
     cancelAnimationFrame(this.#asked);
     this.#asked = 0;
-    const { width, height } = this.#canvas;
+    const {width, height} = this.#canvas;
     const across = this.#canvas.getBoundingClientRect().width;
     if (width === 0 || height === 0 || across === 0) return;
     const context = this.#canvas.getContext('2d');

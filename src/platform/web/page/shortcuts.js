@@ -22,13 +22,25 @@ export function keyInBrowser(key) {
 
 // What the page has beside what the program knows of.
 export const ownActions = [
-  { id: 'files', menu: 'view', text: 'Files', key: 'Alt+6', other_key: '', window: true, group: false, switches: true, after: 'journal' },
+  {
+    id: 'files',
+    menu: 'view',
+    text: 'Files',
+    key: 'Alt+6',
+    other_key: '',
+    window: true,
+    group: false,
+    switches: true,
+    after: 'journal'
+  },
 ];
 
 // The rows of the table as a browser can have them: its own among them, with keys that reach the page.
 export function actionsInBrowser(actions) {
   const rows = actions.map((row) => ({
-    ...row, key: keyInBrowser(row.key), other_key: keyInBrowser(row.other_key ?? ''),
+    ...row,
+    key: keyInBrowser(row.key),
+    other_key: keyInBrowser(row.other_key ?? ''),
   }));
   for (const own of ownActions) {
     const at = rows.findIndex((row) => row.id === own.after);
@@ -38,8 +50,17 @@ export function actionsInBrowser(actions) {
 }
 
 const names = {
-  ArrowLeft: 'Left', ArrowRight: 'Right', ArrowUp: 'Up', ArrowDown: 'Down', PageUp: 'PgUp', PageDown: 'PgDown',
-  Insert: 'Ins', Delete: 'Del', Enter: 'Return', ' ': 'Space', Escape: 'Esc',
+  ArrowLeft: 'Left',
+  ArrowRight: 'Right',
+  ArrowUp: 'Up',
+  ArrowDown: 'Down',
+  PageUp: 'PgUp',
+  PageDown: 'PgDown',
+  Insert: 'Ins',
+  Delete: 'Del',
+  Enter: 'Return',
+  ' ': 'Space',
+  Escape: 'Esc',
 };
 
 // The name of the key itself. With Alt or Shift a key may type something else than what stands on it: letters
@@ -66,7 +87,8 @@ export function shortcutOf(event, isMac = false) {
 export function shortcutTable(rows) {
   const table = new Map();
   for (const row of rows) {
-    for (const key of [row.key, row.other_key]) if (key && !table.has(key)) table.set(key, row.id);
+    for (const key of [row.key, row.other_key])
+      if (key && !table.has(key)) table.set(key, row.id);
   }
   return table;
 }
@@ -92,7 +114,7 @@ function keysOf(row) {
 export function keysPage(text, actions) {
   let page = text;
   for (const row of actions) {
-    const own = { key: keyInBrowser(row.key), other_key: keyInBrowser(row.other_key ?? '') };
+    const own = {key: keyInBrowser(row.key), other_key: keyInBrowser(row.other_key ?? '')};
     if (keysOf(own) === keysOf(row)) continue;
     page = page.replace(`${padded(keysOf(row))}${row.text}\n`, () => `${padded(keysOf(own))}${row.text}\n`);
   }

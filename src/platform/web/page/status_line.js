@@ -1,5 +1,5 @@
 // The line at the lower edge.
-import { make, say } from './dom.js';
+import {make, say} from './dom.js';
 
 const mentionStays = 6000;  // ms
 
@@ -11,18 +11,18 @@ export class StatusLine {
 
   constructor() {
     const field = (name, what) => {
-      this.#fields[name] = make('span', { className: `field ${name}`, aria: { label: what }, role: 'group' });
+      this.#fields[name] = make('span', {className: `field ${name}`, aria: {label: what}, role: 'group'});
       return this.#fields[name];
     };
-    this.#mention = make('span', { className: 'mention', role: 'status' });
-    this.element = make('footer', { className: 'status', aria: { label: 'Status' } },
-      field('waits_for', 'What the program waits for'), field('year', 'Year under the mouse and of the bar'),
-      field('values', 'Values of that year'), field('written', 'What was written last'),
-      field('changes', 'Changes not written'), field('warning', 'Warning'), this.#mention);
+    this.#mention = make('span', {className: 'mention', role: 'status'});
+    this.element = make('footer', {className: 'status', aria: {label: 'Status'}},
+        field('waits_for', 'What the program waits for'), field('year', 'Year under the mouse and of the bar'),
+        field('values', 'Values of that year'), field('written', 'What was written last'),
+        field('changes', 'Changes not written'), field('warning', 'Warning'), this.#mention);
   }
 
   show(status, journalTrouble) {
-    const { waits_for = '', year = '', values = '', written = '', changes = '', warning = '' } = status ?? {};
+    const {waits_for = '', year = '', values = '', written = '', changes = '', warning = ''} = status ?? {};
     const warnings = [warning, journalTrouble && `no journal: ${journalTrouble}`].filter(Boolean);
     this.#say('waits_for', waits_for && `Waits for ${waits_for}`);
     this.#say('year', year);

@@ -1,11 +1,11 @@
 // What is under the mouse, in words beside it.
-import { make } from './dom.js';
+import {make} from './dom.js';
 
 const comesAfter = 400;  // ms
 const beside = 14;       // pixels
 
 export class Tip {
-  #element = make('div', { className: 'tip', role: 'tooltip', hidden: true });
+  #element = make('div', {className: 'tip', role: 'tooltip', hidden: true});
   #timer = 0;
   #text = '';
 
@@ -28,7 +28,7 @@ export class Tip {
     element.textContent = this.#text;
     element.hidden = false;
     document.body.append(element);
-    const { width, height } = element.getBoundingClientRect();
+    const {width, height} = element.getBoundingClientRect();
     const below = y + beside + height <= window.innerHeight;
     element.style.left = `${Math.max(0, Math.min(x + beside, window.innerWidth - width))}px`;
     element.style.top = `${below ? y + beside : Math.max(0, y - beside - height)}px`;

@@ -3,7 +3,7 @@
 const kinds = ['fill', 'outline', 'line', 'text', 'label'];
 
 function numbersOf(mark) {
-  const { kind, colour = 15, points = [], height = 20, font = 0, align = 0, angle = 0, text = '' } = mark;
+  const {kind, colour = 15, points = [], height = 20, font = 0, align = 0, angle = 0, text = ''} = mark;
   const head = [kinds.indexOf(kind), colour, points.length / 2, ...points];
   if (kind !== 'text' && kind !== 'label') return head;
   const bytes = new TextEncoder().encode(text);
