@@ -63,6 +63,7 @@ export function askInField({title, label, field, read, given}) {
   field.id = freshId('field');
   const accept = () => {
     const value = read(field);
+    field.setAttribute('aria-invalid', String(value === null));
     if (value === null) return field.focus();
     box.close();
     given(value);
