@@ -45,7 +45,7 @@ def esbuild(entry, kind, *options):
     command = ["esbuild", str(entry), "--bundle", f"--target={TARGETS}", "--minify", "--log-level=warning",
                "--charset=utf8", *options]
     if kind == "js":
-        none = entry.parent / "no_stream.js"
+        none = entry.parent / "no_stream.cjs"
         command += ["--format=iife", "--platform=neutral", "--main-fields=main", "--legal-comments=none",
                     f"--alias:stream={none}", f"--alias:readable-stream={none}"]
     made = subprocess.run(command, check=True, stdout=subprocess.PIPE, env={"NODE_PATH": MODULES, "PATH": "/usr/bin:/bin"})

@@ -12,13 +12,14 @@ const sizes = files => ({files: files.size, bytes: [...files.values()].reduce((s
 
 export class Folder extends EventTarget {
   // `hold` is {holder, letGo} of the store; null for a folder that lives in memory alone, whose trouble says why.
-  // `disk` is a DiskFolder or null.
-  constructor({id, name, files, hold, disk = null, trouble = ''}) {
+  // `disk` is a DiskFolder or null; `change` puts a step into the store.
+  constructor({id, name, files, hold, disk = null, trouble = '', change = changeFolder}) {
     super();
     this.id = id;
     this.name = name;
     this.disk = disk;
     this.hold = hold;
+    this.change = change;
     this.kept = new Map(files.map(file => [file.path, file]));
     this.waiting = new Map(); // path to what the store lacks: a file, or null for one that is gone
     this.storing = Promise.resolve();
@@ -65,6 +66,7 @@ export class Folder extends EventTarget {
     return [...this.kept.values()];
   }
 
+  // Returns when the store has taken it, or has said why not; the disk may take longer, or ask.
   async apply({changed = [], removed = []}) {
     const now = Date.now();
     const files = changed
@@ -76,7 +78,7 @@ export class Folder extends EventTarget {
     this.dispatchEvent(new Event('changed'));
     const stored = (this.storing = this.storing.then(() => this.#store()));
     if (this.disk) this.onDisk = this.onDisk.then(() => this.#toDisk(files, gone));
-    await Promise.all([stored, this.onDisk]);
+    await stored;
   }
 
   #take(path, file) {
@@ -92,7 +94,7 @@ export class Folder extends EventTarget {
     const changed = [...step.values()].filter(Boolean);
     const removed = [...step.keys()].filter(path => step.get(path) === null);
     try {
-      await changeFolder(this.id, this.hold.holder, {changed, removed, sums: sizes(this.kept)});
+      await this.change(this.id, this.hold.holder, {changed, removed, sums: sizes(this.kept)});
       this.#setTrouble('');
     } catch (error) {
       // What came meanwhile is newer.
