@@ -1,0 +1,261 @@
+"""The browser edition in Chromium, opened as a file and served from this machine."""
+
+import io
+import re
+import subprocess
+import unittest
+import zipfile
+
+from selenium.webdriver.common.keys import Keys
+
+from chromium import Chromium
+from pages import EXAMPLES, FILE, Server, scratch
+
+NEARBY = (EXAMPLES / "nearby.fh").read_bytes()
+YONDER = (EXAMPLES / "yonder.rwl").read_bytes()
+ANYWHERE = (EXAMPLES / "anywhere.crn").read_bytes()
+
+
+class Window(unittest.TestCase):
+    """A window with a profile of its own for each test, which is closed without a word of complaint."""
+
+    arguments = ()
+
+    def address(self):
+        return FILE.as_uri()
+
+    def setUp(self):
+        self.profile = scratch("profile")
+        self.addCleanup(self.profile.cleanup)
+        self.vorn = Chromium(self.profile.name, *self.arguments)
+        self.addCleanup(self.vorn.close)
+        self.vorn.open(self.address())
+
+    def tearDown(self):
+        self.assertEqual(self.vorn.complaints(), [])
+
+    def open_examples(self):
+        self.vorn.press(".examples")
+        self.vorn.wait_for_program()
+
+    def kept(self):
+        return self.vorn.texts(".kept .name")
+
+    def reload(self):
+        self.vorn.driver.refresh()
+        self.vorn.find(".start-page")
+        self.vorn.find(".kept .name")
+
+
+class AnyPlace:
+    """What holds wherever the file comes from."""
+
+    def test_the_examples_are_worked_on_and_kept(self):
+        self.open_examples()
+        self.vorn.stats_report()
+        self.assertEqual(self.vorn.written(), ["Stats.prn"])
+        self.vorn.quit()
+        self.assertEqual(self.vorn.texts(".last .written .name"), ["Stats.prn"])
+        self.reload()
+        self.assertEqual(self.kept(), ["Examples"])
+        self.vorn.press(".kept .open")
+        self.vorn.wait_for_program()
+        self.assertEqual(self.vorn.written(), ["Stats.prn"])
+
+    def test_a_correction_is_written_and_outlives_the_page(self):
+        self.open_examples()
+        self.vorn.keys(Keys.F2)
+        self.vorn.until(lambda: "NOW01" in self.vorn.status(), "the cross-dating screen")
+        self.vorn.keys(Keys.CONTROL, "m")
+        field = self.vorn.find("dialog[open] input")
+        field.clear()
+        field.send_keys("-7")
+        self.vorn.answer("OK")
+        self.vorn.until(lambda: "NOW01 not saved" in self.vorn.status(), "the move")
+        self.vorn.keys(Keys.CONTROL, "u")
+        self.vorn.until(lambda: "1 core not written" in self.vorn.status(), "the change saved")
+        self.vorn.keys(Keys.F8)
+        self.vorn.keys(Keys.CONTROL, Keys.SHIFT, "s")
+        self.vorn.until(lambda: self.vorn.written() == ["nowhere.RWW"], "the corrected file")
+        self.reload()
+        self.vorn.press(".kept .open")
+        self.vorn.wait_for_program()
+        self.assertEqual(self.vorn.written(), ["nowhere.RWW"])
+
+    def test_files_are_dropped_and_a_list_is_made(self):
+        self.vorn.drop({"yonder.rwl": YONDER, "anywhere.crn": ANYWHERE, "nearby.fh": NEARBY})
+        self.vorn.until(self.vorn.has_question, "the question about the list")
+        self.assertIn("nearby.fh, yonder.rwl, anywhere.crn.", self.vorn.question())
+        self.vorn.answer("Make the List")
+        self.vorn.wait_for_program()
+        self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "anywhere.crn", "nearby.fh", "yonder.rwl"])
+        self.vorn.quit()
+        self.vorn.js("[...document.querySelectorAll('.files li')].find(row => row.textContent.startsWith('Vorn.fil'))"
+                     ".querySelector('.download').click()")
+        self.assertEqual(self.vorn.downloaded("Vorn.fil"), b"nearby.fh\nyonder.rwl\nanywhere.crn\n")
+
+    def test_a_list_among_the_files_is_used(self):
+        self.vorn.drop({"yonder.rwl": YONDER, "nearby.fh": NEARBY, "Vorn.fil": b"yonder.rwl\n"})
+        self.vorn.wait_for_program()
+        self.vorn.quit()
+        self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "nearby.fh", "yonder.rwl"])
+
+    def test_a_list_of_other_files_is_replaced_after_a_yes_and_kept(self):
+        self.vorn.drop({"yonder.rwl": YONDER, "Vorn.fil": b"elsewhere.rwl\n"})
+        self.vorn.answer("Replace the List")
+        self.vorn.wait_for_program()
+        self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "Vorn.fil.1", "yonder.rwl"])
+
+    def test_names_that_cannot_stand_in_a_list_are_told(self):
+        self.vorn.drop({f"{number}.rwl": b"x" for number in range(101)})
+        self.vorn.until(self.vorn.has_question, "the trouble")
+        self.assertIn("A list takes 100 files, and these are 101.", self.vorn.question())
+        self.vorn.answer("OK")
+        self.assertEqual(self.kept(), [])
+
+    def test_names_are_text_and_nothing_else(self):
+        name = "<img src=x onerror=document.title='taken'>.rwl"
+        self.vorn.drop({name: YONDER})
+        self.vorn.answer("Make the List")
+        self.vorn.wait_for_program()
+        self.assertIn(name, self.vorn.files())
+        self.assertEqual(self.vorn.all(".program img"), [])
+        self.assertNotEqual(self.vorn.driver.title, "taken")
+
+    def test_everything_is_downloaded_as_an_archive(self):
+        self.open_examples()
+        self.vorn.stats_report()
+        self.vorn.quit()
+        self.vorn.press(".last .zip-all")
+        with zipfile.ZipFile(io.BytesIO(self.vorn.downloaded("Examples.zip"))) as archive:
+            self.assertIsNone(archive.testzip())
+            names = archive.namelist()
+            self.assertIn("Examples/Stats.prn", names)
+            for example in EXAMPLES.iterdir():
+                self.assertEqual(archive.read(f"Examples/{example.name}"), example.read_bytes())
+            self.assertTrue(any(name.startswith("Examples/.vorn/") for name in names), names)
+        self.vorn.press(".last .zip-written")
+        with zipfile.ZipFile(io.BytesIO(self.vorn.downloaded("Examples written.zip"))) as archive:
+            self.assertEqual(archive.namelist(), ["Examples written/Stats.prn"])
+
+    def test_a_kept_folder_is_deleted_after_a_question(self):
+        self.open_examples()
+        self.vorn.quit()
+        self.vorn.press(".kept .delete")
+        self.assertIn("Delete Examples?", self.vorn.question())
+        self.vorn.answer("Cancel")
+        self.assertEqual(self.kept(), ["Examples"])
+        self.vorn.press(".kept .delete")
+        self.vorn.answer("Delete")
+        self.vorn.until(lambda: self.kept() == [], "the end of the folder")
+
+    def test_a_folder_is_not_opened_in_two_windows(self):
+        self.open_examples()
+        first = self.vorn.driver.current_window_handle
+        self.vorn.driver.switch_to.new_window("tab")
+        self.vorn.open(self.address())
+        self.vorn.press(".kept .open")
+        self.vorn.until(self.vorn.has_question, "the word about the other window")
+        self.assertIn("open in another window", self.vorn.question())
+        self.vorn.answer("OK")
+        self.vorn.driver.switch_to.window(first)
+        self.vorn.quit()
+        self.vorn.driver.switch_to.window(self.vorn.driver.window_handles[1])
+        self.vorn.press(".kept .open")
+        self.vorn.wait_for_program()
+
+    def test_a_file_is_read_as_text(self):
+        self.open_examples()
+        self.vorn.quit()
+        row = "[...document.querySelectorAll('.last .files li')].find(row => row.textContent.startsWith('nowhere.rwl'))"
+        self.vorn.js(f"{row}.querySelector('.view').click()")
+        shown = self.vorn.js("return document.querySelector('dialog[open] textarea').value")
+        self.assertEqual(shown, (EXAMPLES / "nowhere.rwl").read_text().removesuffix("\n"))
+
+    def test_a_page_is_printed_on_one_sheet_across(self):
+        self.open_examples()
+        self.vorn.js("window.print = () => {}")
+        self.vorn.keys(Keys.CONTROL, "p")
+        self.vorn.find(".printed-page svg")
+        pdf = self.vorn.printed()
+        shown = subprocess.run(["pdfinfo", "-"], input=pdf, stdout=subprocess.PIPE, check=True).stdout.decode()
+        self.assertRegex(shown, r"Pages: +1\n")
+        width, height = map(float, re.search(r"Page size: +([\d.]+) x ([\d.]+) pts", shown).groups())
+        self.assertAlmostEqual(width, 297 / 25.4 * 72, delta=2)
+        self.assertAlmostEqual(height, 210 / 25.4 * 72, delta=2)
+        text = subprocess.run(["pdftotext", "-", "-"], input=pdf, stdout=subprocess.PIPE, check=True).stdout.decode()
+        self.assertIn("Number of cores", text)
+        self.assertNotIn("Cross-dates tree-ring", text)
+        self.vorn.js("window.dispatchEvent(new Event('afterprint'))")
+        self.assertEqual(self.vorn.all(".printed-page"), [])
+
+    def test_the_guide_opens_and_its_links_stay_inside(self):
+        self.vorn.js("[...document.querySelectorAll('button')].find(b => b.textContent.includes('guide')).click()")
+        self.vorn.find("dialog.guide[open] .pages h1")
+        links = self.vorn.js("return [...document.querySelectorAll('dialog.guide a')].map(a => a.getAttribute('href'))")
+        self.assertGreater(len(links), 20)
+        self.assertEqual([link for link in links if not link.startswith("#")], [])
+        unseen = self.vorn.js("return [...document.querySelectorAll('dialog.guide img')].filter(i => !i.src.startsWith('data:')).length")
+        self.assertEqual(unseen, 0)
+        lost = self.vorn.js("return [...document.querySelectorAll('dialog.guide a')].map(a => a.getAttribute('href').slice(1))"
+                            ".filter(id => !document.getElementById(id))")
+        self.assertEqual(lost, [])
+
+    def test_nothing_is_asked_of_a_network(self):
+        self.open_examples()
+        self.vorn.stats_report()
+        self.vorn.quit()
+        asked = [address for address in self.vorn.requests() if not address.startswith(("blob:", "data:", "chrome"))]
+        self.assertEqual({address.rsplit("/", 1)[1] for address in asked} - {"favicon.ico"}, {FILE.name})
+
+
+class AsAFile(AnyPlace, Window):
+    pass
+
+
+class Served(AnyPlace, Window):
+    def setUp(self):
+        self.server = self.enterContext(Server()) if hasattr(self, "enterContext") else Server().__enter__()
+        self.addCleanup(self.server.__exit__)
+        super().setUp()
+
+    def address(self):
+        return self.server.address
+
+
+class WithoutAStore(Window):
+    """Where the browser keeps nothing."""
+
+    arguments = ()
+
+    def setUp(self):
+        super().setUp()
+        self.vorn.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {
+            "source": "IDBFactory.prototype.open = () => { throw new DOMException('not here', 'SecurityError'); };"})
+        self.vorn.open(self.address())
+
+    def test_the_page_says_so_and_works(self):
+        self.vorn.find(".kept .trouble")
+        self.assertIn("keeps nothing", self.vorn.find(".kept").text)
+        self.open_examples()
+        self.assertIn("It lives in memory alone", self.vorn.find(".not-kept").text)
+        self.vorn.stats_report()
+        self.vorn.quit()
+        self.vorn.press(".last .zip-written")
+        with zipfile.ZipFile(io.BytesIO(self.vorn.downloaded("Examples written.zip"))) as archive:
+            self.assertEqual(archive.namelist(), ["Examples written/Stats.prn"])
+
+
+class PrivateWindow(Window):
+    arguments = ("--incognito",)
+
+    def test_it_is_worked_in_as_in_any_other(self):
+        self.open_examples()
+        self.vorn.stats_report()
+        self.vorn.quit()
+        self.assertEqual(self.kept(), ["Examples"])
+        self.assertIn("a private window forgets them", self.vorn.find(".kept").text)
+
+
+if __name__ == "__main__":
+    unittest.main()
