@@ -85,6 +85,12 @@ class Chromium:
         letters = {name: base64.b64encode(content).decode("ascii") for name, content in files.items()}
         self.js(DROP, letters)
 
+    def drop_from_disk(self, *paths):
+        """Drops files or folders as the desktop does."""
+        data = {"items": [], "files": list(paths), "dragOperationsMask": 1}
+        for kind in ("dragEnter", "dragOver", "drop"):
+            self.driver.execute_cdp_cmd("Input.dispatchDragEvent", {"type": kind, "x": 300, "y": 300, "data": data})
+
     # --- The program.
 
     def wait_for_program(self):

@@ -1,6 +1,7 @@
 """The browser edition in Chromium, opened as a file and served from this machine."""
 
 import io
+import pathlib
 import re
 import subprocess
 import unittest
@@ -94,6 +95,16 @@ class AnyPlace:
                      ".querySelector('.download').click()")
         self.assertEqual(self.vorn.downloaded("Vorn.fil"), b"nearby.fh\nyonder.rwl\nanywhere.crn\n")
 
+    def test_a_folder_is_dropped(self):
+        with scratch("site") as site:
+            (pathlib.Path(site) / "yonder.rwl").write_bytes(YONDER)
+            (pathlib.Path(site) / "plots").mkdir()
+            (pathlib.Path(site) / "plots" / "nearby.fh").write_bytes(NEARBY)
+            self.vorn.drop_from_disk(site)
+            self.vorn.answer("Make the List")
+            self.vorn.wait_for_program()
+            self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "yonder.rwl"])
+
     def test_a_list_among_the_files_is_used(self):
         self.vorn.drop({"yonder.rwl": YONDER, "nearby.fh": NEARBY, "Vorn.fil": b"yonder.rwl\n"})
         self.vorn.wait_for_program()
@@ -170,7 +181,7 @@ class AnyPlace:
         row = "[...document.querySelectorAll('.last .files li')].find(row => row.textContent.startsWith('nowhere.rwl'))"
         self.vorn.js(f"{row}.querySelector('.view').click()")
         shown = self.vorn.js("return document.querySelector('dialog[open] textarea').value")
-        self.assertEqual(shown, (EXAMPLES / "nowhere.rwl").read_text().removesuffix("\n"))
+        self.assertEqual(shown, (EXAMPLES / "nowhere.rwl").read_text())
 
     def test_a_page_is_printed_on_one_sheet_across(self):
         self.open_examples()
@@ -215,7 +226,7 @@ class AsAFile(AnyPlace, Window):
 
 class Served(AnyPlace, Window):
     def setUp(self):
-        self.server = self.enterContext(Server()) if hasattr(self, "enterContext") else Server().__enter__()
+        self.server = Server().__enter__()
         self.addCleanup(self.server.__exit__)
         super().setUp()
 
@@ -244,6 +255,162 @@ class WithoutAStore(Window):
         self.vorn.press(".last .zip-written")
         with zipfile.ZipFile(io.BytesIO(self.vorn.downloaded("Examples written.zip"))) as archive:
             self.assertEqual(archive.namelist(), ["Examples written/Stats.prn"])
+
+
+class FullDisk(Window):
+    def setUp(self):
+        self.server = Server().__enter__()
+        self.addCleanup(self.server.__exit__)
+        super().setUp()
+
+    def address(self):
+        return self.server.address
+
+    def room(self, **quota):
+        self.vorn.driver.execute_cdp_cmd("Storage.overrideQuotaForOrigin", {"origin": self.server.origin, **quota})
+
+    def test_what_does_not_fit_is_told_and_kept_when_there_is_room_again(self):
+        self.open_examples()
+        self.room(quotaSize=1)
+        self.vorn.stats_report()
+        self.vorn.until(lambda: self.vorn.find(".not-kept").is_displayed(), "the trouble")
+        self.assertIn("the room that this browser gives to pages is used up", self.vorn.find(".not-kept").text)
+        self.room()
+        self.vorn.keys(Keys.CONTROL, Keys.SHIFT, "r")
+        self.vorn.until(lambda: not self.vorn.find(".not-kept").is_displayed(), "the end of the trouble")
+        self.reload()
+        self.vorn.press(".kept .open")
+        self.vorn.wait_for_program()
+        self.assertEqual(sorted(self.vorn.written()), ["Corr.prn", "Stats.prn"])
+
+
+class WithoutLocks(Window):
+    """As served from another machine without encryption, where browsers give pages no locks: time tells."""
+
+    def setUp(self):
+        super().setUp()
+        self.without_locks()
+        self.vorn.open(self.address())
+
+    def without_locks(self):
+        self.vorn.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {
+            "source": "Object.defineProperty(Navigator.prototype, 'locks', {get: () => undefined});"})
+
+    def test_who_takes_a_folder_keeps_it_and_the_other_window_says_so(self):
+        self.open_examples()
+        first = self.vorn.driver.current_window_handle
+        self.vorn.driver.switch_to.new_window("tab")
+        self.without_locks()
+        self.vorn.open(self.address())
+        self.vorn.press(".kept .open")
+        self.vorn.until(self.vorn.has_question, "the word about the other window")
+        self.assertIn("seems to be open in another window", self.vorn.question())
+        self.vorn.answer("Open It Here")
+        self.vorn.wait_for_program()
+        self.vorn.driver.switch_to.window(first)
+        self.assertEqual(self.vorn.js("return document.querySelector('.not-kept').hidden"), True)
+        self.vorn.stats_report()
+        self.vorn.until(lambda: not self.vorn.js("return document.querySelector('.not-kept').hidden"), "the trouble")
+        self.assertIn("that window keeps it now", self.vorn.find(".not-kept").text)
+
+
+# A folder of the browser's own stands for one of the disk; it is read and written by the same means.
+DISK = """
+const done = arguments[arguments.length - 1];
+(async () => {
+  const root = await navigator.storage.getDirectory();
+  const folder = await root.getDirectoryHandle('site', {create: true});
+  for (const [name, letters] of Object.entries(arguments[0])) {
+    const out = await (await folder.getFileHandle(name, {create: true})).createWritable();
+    await out.write(letters);
+    await out.close();
+  }
+  window.showDirectoryPicker = async () => folder;
+  const texts = {};
+  for await (const item of folder.values()) texts[item.name] = await (await item.getFile()).text();
+  done(texts);
+})();
+"""
+
+
+class FolderOfTheDisk(Window):
+    def setUp(self):
+        self.server = Server().__enter__()
+        self.addCleanup(self.server.__exit__)
+        super().setUp()
+
+    def address(self):
+        return self.server.address
+
+    def disk(self, **texts):
+        """Puts texts into the folder, and tells what is in it."""
+        return self.vorn.driver.execute_async_script(DISK, {name.replace("_", "."): text for name, text in texts.items()})
+
+    def open_folder(self):
+        self.vorn.press(".open-folder")
+
+    def test_what_is_written_goes_there_but_for_the_journal(self):
+        self.disk(yonder_rwl=YONDER.decode())
+        self.open_folder()
+        self.vorn.answer("Make the List")
+        self.vorn.wait_for_program()
+        self.vorn.stats_report()
+        self.vorn.quit()
+        self.vorn.until(lambda: self.disk().get("Stats.prn"), "the report in the folder")
+        disk = self.disk()
+        self.assertEqual(sorted(disk), ["Stats.prn", "Vorn.fil", "yonder.rwl"])
+        self.assertEqual(disk["Vorn.fil"], "yonder.rwl\n")
+
+    def test_the_folder_is_opened_again_with_what_others_changed(self):
+        self.disk(yonder_rwl=YONDER.decode(), Vorn_fil="yonder.rwl\n")
+        self.open_folder()
+        self.vorn.wait_for_program()
+        self.vorn.quit()
+        self.reload()
+        self.disk(nearby_fh=NEARBY.decode(), Vorn_fil="nearby.fh\n")
+        self.vorn.press(".kept .open")
+        self.vorn.wait_for_program()
+        self.assertIn("nearby.fh", self.vorn.files())
+
+    def test_a_file_changed_by_others_is_asked_about(self):
+        self.disk(yonder_rwl=YONDER.decode(), Vorn_fil="yonder.rwl\n")
+        self.open_folder()
+        self.vorn.wait_for_program()
+        self.disk(Stats_prn="somebody else's")
+        self.vorn.stats_report()
+        self.vorn.until(self.vorn.has_question, "the question about the other file")
+        self.assertIn("Stats.prn was changed on the disk by another program.", self.vorn.question())
+        self.vorn.answer("Keep Both (the New One Gets a Number)")
+        self.vorn.until(lambda: self.disk().get("Stats.prn.1"), "the report beside it")
+        self.assertEqual(self.disk()["Stats.prn"], "somebody else's")
+
+
+class PickedFolder(Window):
+    """Where the browser lets no page write into folders."""
+
+    def setUp(self):
+        super().setUp()
+        self.vorn.js("delete window.showDirectoryPicker; delete Window.prototype.showDirectoryPicker")
+        self.vorn.driver.execute_cdp_cmd("Page.setInterceptFileChooserDialog", {"enabled": True})
+
+    def test_it_is_read_with_what_its_list_names_further_down(self):
+        with scratch("site") as site:
+            plots = pathlib.Path(site) / "plots"
+            plots.mkdir()
+            (plots / "yonder.rwl").write_bytes(YONDER)
+            (plots / "other.rwl").write_bytes(YONDER)
+            (pathlib.Path(site) / "Vorn.fil").write_text("plots/yonder.rwl\n")
+            self.vorn.press(".open-folder")
+            self.vorn.find(".pick-folder").send_keys(site)
+            self.vorn.wait_for_program()
+            self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "plots/yonder.rwl"])
+
+    def test_files_are_picked(self):
+        self.vorn.press(".open-files")
+        self.vorn.find(".pick-files").send_keys(f"{EXAMPLES / 'yonder.rwl'}\n{EXAMPLES / 'nearby.fh'}")
+        self.vorn.answer("Make the List")
+        self.vorn.wait_for_program()
+        self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "nearby.fh", "yonder.rwl"])
 
 
 class PrivateWindow(Window):

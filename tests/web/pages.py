@@ -25,7 +25,8 @@ class Server:
         handler = functools.partial(QuietHandler, directory=str(FILE.parent))
         self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
         threading.Thread(target=self.server.serve_forever, daemon=True).start()
-        self.address = f"http://localhost:{self.server.server_address[1]}/{FILE.name}"
+        self.origin = f"http://localhost:{self.server.server_address[1]}"
+        self.address = f"{self.origin}/{FILE.name}"
         return self
 
     def __exit__(self, *_):

@@ -135,7 +135,7 @@ def main():
     options = parser.parse_args()
     fonts = pathlib.Path(FONTS)
     glue = options.glue.read_text(encoding="utf-8")
-    worker = glue + "\n" + (options.page / "worker.js").read_text(encoding="utf-8")
+    worker = glue + "\n;" + (options.page / "worker.js").read_text(encoding="utf-8")
     parts = {
         "program": options.wasm.read_bytes(),
         "worker": worker.encode("utf-8"),

@@ -19,13 +19,11 @@ export class DiskFolder {
   constructor(handle, ask) {
     this.handle = handle;
     this.ask = ask;
-    this.known = new Map(); // path to the state in which the file was read or written last
+    this.known = new Map();  // path to the state in which the file was read or written last
   }
 
   // Tells in which state a file was when it was read.
-  learn({path, time, bytes}) {
-    this.known.set(path, stateOf({lastModified: time, size: bytes.length}));
-  }
+  learn({path, time, bytes}) { this.known.set(path, stateOf({lastModified: time, size: bytes.length})); }
 
   async #state(path) {
     const found = await fileHandle(this.handle, path);
@@ -42,7 +40,7 @@ export class DiskFolder {
     const out = await target.createWritable();
     try {
       await out.write(bytes);
-      await out.close(); // only now the file changes
+      await out.close();  // only now the file changes
     } catch (error) {
       await out.abort().catch(() => {});
       throw error;
@@ -51,7 +49,7 @@ export class DiskFolder {
   }
 
   async #freeName(path) {
-    for (let number = 1; ; ++number) {
+    for (let number = 1;; ++number) {
       if ((await this.#state(`${path}.${number}`)) === absent) return `${path}.${number}`;
     }
   }

@@ -5,8 +5,8 @@
 
 export const listName = 'Vorn.fil';
 export const mostNames = 100;
-export const longestName = 60; // bytes
-export const largestFile = 2 ** 28; // bytes
+export const longestName = 60;       // bytes
+export const largestFile = 2 ** 28;  // bytes
 export const largestFolder = 2 ** 30;
 // What no list names and no ending tells: beyond this it is not read, as it is hardly meant.
 export const largestUnnamed = 2 ** 24;
@@ -42,21 +42,18 @@ const byUnits = (a, b) => (a < b ? -1 : a > b ? 1 : 0);
 // Ring widths first, chronologies behind them.
 export function inOrderOfList(names) {
   const sorted = [...new Set(names)].sort(byUnits);
-  return [...sorted.filter(name => !chronologies.test(name)), ...sorted.filter(name => chronologies.test(name))];
+  return [
+    ...sorted.filter(name => !chronologies.test(name)), ...sorted.filter(name => chronologies.test(name))
+  ];
 }
 
 // The names in a folder that look like ring widths and, behind them, those that look like chronologies, by
 // their endings; as many as a list takes.
 export function namesForList(names) {
   const fitting = names.filter(
-    name =>
-      !name.startsWith('.') &&
-      !name.includes('/') &&
-      !name.includes('\n') &&
-      (ringWidths.test(name) || chronologies.test(name)) &&
-      bytesOf(name).length <= longestName &&
-      name.toLowerCase() !== 'edit.raw'
-  );
+      name => !name.startsWith('.') && !name.includes('/') && !name.includes('\n') &&
+          (ringWidths.test(name) || chronologies.test(name)) && bytesOf(name).length <= longestName &&
+          name.toLowerCase() !== 'edit.raw');
   return inOrderOfList(fitting).slice(0, mostNames);
 }
 
@@ -72,7 +69,7 @@ export function troubleWithNames(names) {
 export const listBytes = names => bytesOf(names.join('\n') + '\n');
 
 export function firstFreeName(name, taken) {
-  for (let number = 1; ; ++number) {
+  for (let number = 1;; ++number) {
     if (!taken.has(`${name}.${number}`)) return `${name}.${number}`;
   }
 }
@@ -118,7 +115,7 @@ export function chooseEntries(entries, named) {
 }
 
 const isExpected = path =>
-  ringWidths.test(path) || chronologies.test(path) || knownToTheProgram.test(path) || isKept(path);
+    ringWidths.test(path) || chronologies.test(path) || knownToTheProgram.test(path) || isKept(path);
 
 function mayBeRead(path, named) {
   if (!isPlainPath(path)) return false;
@@ -126,8 +123,11 @@ function mayBeRead(path, named) {
 }
 
 function reasonToLeave({size}, rank, total) {
-  if (size > largestFile) return `it has ${shownSize(size)}, and no file may have more than ${shownSize(largestFile)}`;
-  if (total + size > largestFolder) return `with it the files would take more than ${shownSize(largestFolder)} of memory`;
-  if (rank === 2 && size > largestUnnamed) return `it has ${shownSize(size)}, and neither a list nor its ending says that it is meant`;
+  if (size > largestFile)
+    return `it has ${shownSize(size)}, and no file may have more than ${shownSize(largestFile)}`;
+  if (total + size > largestFolder)
+    return `with it the files would take more than ${shownSize(largestFolder)} of memory`;
+  if (rank === 2 && size > largestUnnamed)
+    return `it has ${shownSize(size)}, and neither a list nor its ending says that it is meant`;
   return '';
 }

@@ -1,8 +1,8 @@
 // The start page, the list of a folder's files, and the ways to open others.
 import {ask, tell} from './asking.js';
 import {showText} from './dialogs.js';
-import {button, make} from './dom.js';
 import {canOpenFolders} from './disk_folder.js';
+import {button, make} from './dom.js';
 import {download} from './download.js';
 import {isKept, lastPart, shownSize, textOf} from './file_names.js';
 import {openExamples, openKept, openSource} from './opening.js';
@@ -12,7 +12,7 @@ import {zipOf} from './zip.js';
 
 const mostLines = 2000;
 const mostRecent = 10;
-const mostLetters = 2 ** 21; // of a text that is shown
+const mostLetters = 2 ** 21;  // of a text that is shown
 const kindsOfFiles = '.rwl,.raw,.rwm,.fh,.crn,.txt,.dat,.fil,.trw,.prn,.rww';
 
 const shownTime = time => new Date(time).toLocaleString([], {dateStyle: 'medium', timeStyle: 'short'});
@@ -71,11 +71,13 @@ async function openRecent() {
   const rows = await keptFolders().catch(() => []);
   if (rows.length === 0) return tell('No folder is kept in this browser.').then(() => null);
   const names = rows.slice(0, mostRecent).map(row => row.name);
-  const answer = await ask('Which folder?', 'They are kept in this browser, the latest first.', [...names, 'Cancel']);
+  const answer =
+      await ask('Which folder?', 'They are kept in this browser, the latest first.', [...names, 'Cancel']);
   return answer < names.length ? orTold(openKept(rows[answer])) : null;
 }
 
-// Takes what is dropped anywhere on the window. `take` gets a promise of a folder or null. Returns what ends it.
+// Takes what is dropped anywhere on the window. `take` gets a promise of a folder or null. Returns what ends
+// it.
 export function takeDrops(take) {
   const over = event => {
     event.preventDefault();
@@ -108,8 +110,10 @@ export async function chooseFolder(element, {examples, last = null, links = []})
       isBusy = true;
       const found = await orTold(promise);
       isBusy = false;
-      if (found) resolve(found);
-      else drawStart(element, {examples, last, links, take});
+      if (found)
+        resolve(found);
+      else
+        drawStart(element, {examples, last, links, take});
     };
     endDrops = takeDrops(take);
     drawStart(element, {examples, last, links, take});
@@ -121,30 +125,32 @@ export async function chooseFolder(element, {examples, last = null, links = []})
 
 function ways(examples, take) {
   return make(
-    'div',
-    {className: 'ways'},
-    button('Try the examples', () => take(openExamples(examples)), {className: 'examples'}),
-    button('Open files…', () => take(openFiles()), {className: 'open-files'}),
-    button('Open a folder…', () => take(openFolder()), {className: 'open-folder'}),
-    make('p', {className: 'drop-zone', textContent: 'or drop files or a folder anywhere in this window'})
-  );
+      'div', {className: 'ways'},
+      button('Try the examples', () => take(openExamples(examples)), {className: 'examples'}),
+      button('Open files…', () => take(openFiles()), {className: 'open-files'}),
+      button('Open a folder…', () => take(openFolder()), {className: 'open-folder'}),
+      make('p', {className: 'drop-zone', textContent: 'or drop files or a folder anywhere in this window'}));
 }
 
-const aboutFolders = () =>
-  canOpenFolders()
-    ? 'A folder that you open is read and, if you allow it, written to: reports and saved files go there, and are kept here as well.'
-    : 'This browser gives pages no way to write into your folders: a folder that you open is read, and what Vorn writes is kept here for you to download.';
+const aboutFolders = () => canOpenFolders() ?
+    'A folder that you open is read and, if you allow it, written to: reports and saved files go there, and are kept here as well.' :
+    'This browser gives pages no way to write into your folders: a folder that you open is read, and what Vorn writes is kept here for you to download.';
 
 async function drawStart(element, {examples, last, links, take}) {
   const kept = make('section', {className: 'kept'});
   const header = make(
-    'header',
-    {},
-    make('h1', {textContent: 'Vorn'}),
-    make('p', {textContent: 'Cross-dates tree-ring series: it finds the years in which a ring is missing, false or measured wrongly.'}),
-    make('p', {className: 'stays', textContent: 'Your data stay on this machine. This page sends nothing anywhere; it works without a network.'})
-  );
-  const page = make('div', {className: 'start-page'}, header, ways(examples, take), make('p', {className: 'hint', textContent: aboutFolders()}), kept);
+      'header', {}, make('h1', {textContent: 'Vorn'}), make('p', {
+        textContent:
+            'Cross-dates tree-ring series: it finds the years in which a ring is missing, false or measured wrongly.'
+      }),
+      make('p', {
+        className: 'stays',
+        textContent:
+            'Your data stay on this machine. This page sends nothing anywhere; it works without a network.'
+      }));
+  const page = make(
+      'div', {className: 'start-page'}, header, ways(examples, take),
+      make('p', {className: 'hint', textContent: aboutFolders()}), kept);
   if (last) page.append(lastFolder(last));
   page.append(make('p', {className: 'links'}, ...links));
   element.replaceChildren(page);
@@ -159,10 +165,21 @@ function lastFolder(last) {
   return section;
 }
 
+// A browser keeps by where a page comes from, some by the very place of the file.
+function keptHow() {
+  const how =
+      'They stay until you delete them here or clear the browser’s data; a private window forgets them when it is ' +
+      'closed. Download what matters.';
+  const place =
+      ' They belong to this file at its present place: moved elsewhere, or opened in another browser, it may not find them.';
+  return location.protocol === 'file:' ? how + place : how;
+}
+
 async function drawKept(section, take) {
   const trouble = await storeTrouble();
   if (trouble) {
-    const text = `This browser keeps nothing for this page (${trouble}). You can work all the same: everything lives in memory then, and must be downloaded before the page is closed.`;
+    const text = `This browser keeps nothing for this page (${
+        trouble}). You can work all the same: everything lives in memory then, and must be downloaded before the page is closed.`;
     section.replaceChildren(make('p', {className: 'trouble', textContent: text}));
     return;
   }
@@ -170,40 +187,38 @@ async function drawKept(section, take) {
   if (folders.length === 0) return section.replaceChildren();
   const again = () => drawKept(section, take);
   section.replaceChildren(
-    make('h2', {textContent: 'Kept in this browser'}),
-    make('ul', {}, ...folders.map(row => keptRow(row, take, again))),
-    make('p', {
-      className: 'hint',
-      textContent: 'They stay until you delete them here or clear the browser’s data; a private window forgets them when it is closed. Download what matters.'
-    })
-  );
+      make('h2', {textContent: 'Kept in this browser'}),
+      make('ul', {}, ...folders.map(row => keptRow(row, take, again))),
+      make('p', {className: 'hint', textContent: keptHow()}));
 }
 
 function keptRow(row, take, again) {
-  const about = [row.handle ? 'a folder on the disk' : `${row.files} files, ${shownSize(row.bytes)}`, shownTime(row.used)];
+  const about = [
+    row.handle ? 'a folder on the disk' : `${row.files} files, ${shownSize(row.bytes)}`, shownTime(row.used)
+  ];
   return make(
-    'li',
-    {},
-    make('span', {className: 'name', textContent: row.name}),
-    make('span', {className: 'about', textContent: about.join('; ')}),
-    button('Open', () => take(openKept(row)), {className: 'open'}),
-    button('Download', () => downloadKept(row), {className: 'download'}),
-    button('Delete…', () => deleteKept(row).then(again), {className: 'delete'})
-  );
+      'li', {}, make('span', {className: 'name', textContent: row.name}),
+      make('span', {className: 'about', textContent: about.join('; ')}),
+      button('Open', () => take(openKept(row)), {className: 'open'}),
+      button('Download', () => downloadKept(row), {className: 'download'}),
+      button('Delete…', () => deleteKept(row).then(again), {className: 'delete'}));
 }
 
 async function downloadKept(row) {
   const files = await keptFiles(row.id).catch(() => []);
-  if (files.length === 0) return tell(`Nothing of ${row.name} is kept in this browser; its files are on the disk.`);
+  if (files.length === 0)
+    return tell(`Nothing of ${row.name} is kept in this browser; its files are on the disk.`);
   await downloadZip(row.name, files);
 }
 
-const downloadZip = async (name, files) => download(`${name}.zip`, await zipOf(name, files), 'application/zip');
+const downloadZip = async (name, files) =>
+    download(`${name}.zip`, await zipOf(name, files), 'application/zip');
 
 async function deleteKept(row) {
-  const more = row.handle
-    ? 'What is kept of it in this browser goes, with the journal of your changes. The folder on the disk stays as it is.'
-    : `Its ${row.files} files and the journal of your changes go for good. Download them first if you may need them.`;
+  const more = row.handle ?
+      'What is kept of it in this browser goes, with the journal of your changes. The folder on the disk stays as it is.' :
+      `Its ${
+          row.files} files and the journal of your changes go for good. Download them first if you may need them.`;
   if ((await ask(`Delete ${row.name}?`, more, ['Delete', 'Cancel'])) !== 0) return;
   const hold = await holdFolder(row.id).catch(() => null);
   if (!hold) return tell(`${row.name} is open in another window; it was not deleted.`);
@@ -215,7 +230,8 @@ async function deleteKept(row) {
 
 // What the program wrote comes first, the newest at the top; then the others by name.
 function inOrderShown(files) {
-  const written = files.filter(file => file.written).sort((a, b) => b.time - a.time || (a.path < b.path ? -1 : 1));
+  const written =
+      files.filter(file => file.written).sort((a, b) => b.time - a.time || (a.path < b.path ? -1 : 1));
   const others = files.filter(file => !file.written).sort((a, b) => (a.path < b.path ? -1 : 1));
   return [...written, ...others];
 }
@@ -236,17 +252,28 @@ export function filesPanel(element, folder, {act} = {}) {
 function drawFiles(element, folder, act) {
   const files = inOrderShown(folder.shown());
   const written = files.filter(file => file.written);
-  const zip = (name, chosen) => downloadZip(name, chosen).then(() => act('mention', `${name}.zip was downloaded`));
+  const zip = (name, chosen) =>
+      downloadZip(name, chosen).then(() => act('mention', `${name}.zip was downloaded`));
   const bar = make('div', {className: 'bar'});
-  if (written.length > 0) bar.append(button('Download what was written', () => zip(`${folder.name} written`, written), {className: 'zip-written'}));
+  if (written.length > 0)
+    bar.append(button(
+        'Download what was written', () => zip(`${folder.name} written`, written),
+        {className: 'zip-written'}));
   bar.append(button('Download everything', () => zip(folder.name, folder.all()), {className: 'zip-all'}));
   const rows = files.map(file => fileRow(file, act));
-  element.replaceChildren(make('div', {className: 'files'}, bar, make('ul', {}, ...rows), make('p', {className: 'hint', textContent: noteOn(folder)})));
+  element.replaceChildren(make(
+      'div', {className: 'files'}, bar, make('ul', {}, ...rows),
+      make('p', {className: 'hint', textContent: noteOn(folder)})));
 }
 
 function noteOn(folder) {
-  const journal = folder.all().some(file => isKept(file.path)) ? ' “Download everything” has the journal of your changes with it, in “.vorn”.' : '';
-  return folder.writable ? `What Vorn writes goes into the folder on the disk and is kept in this browser; the journal in this browser alone.${journal}` : journal.trim();
+  const journal = folder.all().some(file => isKept(file.path)) ?
+      ' “Download everything” has the journal of your changes with it, in “.vorn”.' :
+      '';
+  return folder.writable ?
+      `What Vorn writes goes into the folder on the disk and is kept in this browser; the journal in this browser alone.${
+          journal}` :
+      journal.trim();
 }
 
 function fileRow(file, act) {
@@ -256,13 +283,13 @@ function fileRow(file, act) {
     act('mention', `${file.path} was downloaded`);
   };
   const row = make(
-    'li',
-    {className: file.written ? 'written' : ''},
-    make('span', {className: 'name', textContent: file.path}),
-    make('span', {className: 'about', textContent: file.written ? `written ${about[1]}; ${about[0]}` : about.join('; ')}),
-    button('View', () => viewFile(file), {className: 'view'}),
-    button('Download', save, {className: 'download'})
-  );
+      'li', {className: file.written ? 'written' : ''},
+      make('span', {className: 'name', textContent: file.path}), make('span', {
+        className: 'about',
+        textContent: file.written ? `written ${about[1]}; ${about[0]}` : about.join('; ')
+      }),
+      button('View', () => viewFile(file), {className: 'view'}),
+      button('Download', save, {className: 'download'}));
   row.querySelector('.view').setAttribute('aria-label', `View ${file.path}`);
   row.querySelector('.download').setAttribute('aria-label', `Download ${file.path}`);
   return row;
@@ -272,8 +299,9 @@ function fileRow(file, act) {
 export function firstLines(bytes, most = mostLines) {
   const text = textOf(bytes.subarray(0, mostLetters));
   const lines = text.split('\n');
-  const isCut = lines.length > most + 1 || (lines.length === most + 1 && lines[most] !== '') || bytes.length > mostLetters;
-  return {textContent: lines.slice(0, most).join('\n'), isCut};
+  const isCut = lines.length > most + 1 || (lines.length === most + 1 && lines[most] !== '') ||
+      bytes.length > mostLetters;
+  return {text: lines.slice(0, most).join('\n'), isCut};
 }
 
 function viewFile(file) {

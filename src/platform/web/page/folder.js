@@ -1,18 +1,19 @@
-// A folder that is open: its files in memory, and behind them the browser's store and, where there is one, the
-// folder of the disk.
+// A folder that is open: its files in memory, and behind them the browser's store and, where there is one,
+// the folder of the disk.
 //
-// What the program writes is in memory at once. It then goes to the store, in order, each step whole or not at
-// all; and to the disk. What the store does not take stays in memory and is tried again with the next step;
-// until then `trouble` says so. What the program keeps for itself, in ".vorn", goes to the store alone: the
-// user's folder is not cluttered.
+// What the program writes is in memory at once. It then goes to the store, in order, each step whole or not
+// at all; and to the disk. What the store does not take stays in memory and is tried again with the next
+// step; until then `trouble` says so. What the program keeps for itself, in ".vorn", goes to the store alone:
+// the user's folder is not cluttered.
 import {isKept, isPlainPath, listName} from './file_names.js';
 import {changeFolder} from './store.js';
 
-const sizes = files => ({files: files.size, bytes: [...files.values()].reduce((sum, file) => sum + file.bytes.length, 0)});
+const sizes = files =>
+    ({files: files.size, bytes: [...files.values()].reduce((sum, file) => sum + file.bytes.length, 0)});
 
 export class Folder extends EventTarget {
-  // `hold` is {holder, letGo} of the store; null for a folder that lives in memory alone, whose trouble says why.
-  // `disk` is a DiskFolder or null; `change` puts a step into the store.
+  // `hold` is {holder, letGo} of the store; null for a folder that lives in memory alone, whose trouble says
+  // why. `disk` is a DiskFolder or null; `change` puts a step into the store.
   constructor({id, name, files, hold, disk = null, trouble = '', change = changeFolder}) {
     super();
     this.id = id;
@@ -21,24 +22,22 @@ export class Folder extends EventTarget {
     this.hold = hold;
     this.change = change;
     this.kept = new Map(files.map(file => [file.path, file]));
-    this.waiting = new Map(); // path to what the store lacks: a file, or null for one that is gone
+    this.waiting = new Map();  // path to what the store lacks: a file, or null for one that is gone
     this.storing = Promise.resolve();
     this.onDisk = Promise.resolve();
     this.storeTrouble = trouble;
-    this.diskTroubles = new Map(); // path to what went wrong
+    this.diskTroubles = new Map();  // path to what went wrong
   }
 
-  get writable() {
-    return this.disk !== null;
-  }
+  get writable() { return this.disk !== null; }
 
   get trouble() {
     const parts = [];
     if (this.storeTrouble) {
       parts.push(
-        `What you do now is not kept in this browser: ${this.storeTrouble}. It lives in memory alone: download the ` +
-          'files before you close this page.'
-      );
+          `What you do now is not kept in this browser: ${
+              this.storeTrouble}. It lives in memory alone: download the ` +
+          'files before you close this page.');
     }
     if (this.diskTroubles.size > 0) {
       const why = [...this.diskTroubles.values()].join('; ');
@@ -48,30 +47,24 @@ export class Folder extends EventTarget {
   }
 
   // Whether something would be lost with this page.
-  get isAtRisk() {
-    return this.waiting.size > 0;
-  }
+  get isAtRisk() { return this.waiting.size > 0; }
 
-  async files() {
-    return [...this.kept.values()].map(({path, bytes}) => ({path, bytes}));
-  }
+  async files() { return [...this.kept.values()].map(({path, bytes}) => ({path, bytes})); }
 
   // All of them as they stand: path, bytes, time, written. The kept ones of the program are left out.
-  shown() {
-    return [...this.kept.values()].filter(file => !isKept(file.path));
-  }
+  shown() { return [...this.kept.values()].filter(file => !isKept(file.path)); }
 
   // Everything, for a download.
-  all() {
-    return [...this.kept.values()];
-  }
+  all() { return [...this.kept.values()]; }
 
   // Returns when the store has taken it, or has said why not; the disk may take longer, or ask.
   async apply({changed = [], removed = []}) {
     const now = Date.now();
-    const files = changed
-      .filter(({path}) => isPlainPath(path))
-      .map(({path, bytes}) => ({path, bytes, time: now, written: !isKept(path), waits: this.writable && !isKept(path)}));
+    const files =
+        changed.filter(({path}) => isPlainPath(path))
+            .map(
+                ({path, bytes}) => (
+                    {path, bytes, time: now, written: !isKept(path), waits: this.writable && !isKept(path)}));
     const gone = removed.filter(isPlainPath);
     for (const path of gone) this.#take(path, null);
     for (const file of files) this.#take(file.path, file);
@@ -82,8 +75,10 @@ export class Folder extends EventTarget {
   }
 
   #take(path, file) {
-    if (file) this.kept.set(path, file);
-    else this.kept.delete(path);
+    if (file)
+      this.kept.set(path, file);
+    else
+      this.kept.delete(path);
     this.waiting.set(path, file);
   }
 
@@ -130,14 +125,14 @@ export class Folder extends EventTarget {
   #tellDisk(path, failure) {
     const before = this.diskTroubles.get(path) ?? '';
     if (before === failure) return;
-    if (failure) this.diskTroubles.set(path, failure);
-    else this.diskTroubles.delete(path);
+    if (failure)
+      this.diskTroubles.set(path, failure);
+    else
+      this.diskTroubles.delete(path);
     this.dispatchEvent(new Event('trouble'));
   }
 
-  get list() {
-    return this.kept.get(listName)?.bytes ?? null;
-  }
+  get list() { return this.kept.get(listName)?.bytes ?? null; }
 
   // Waits until everything is where it belongs, and lets go of the folder.
   async close() {

@@ -5,7 +5,8 @@ import {button, make} from './dom.js';
 // The names of the pages and of their chapters.
 function contentsOf(pages, go) {
   const entries = [...pages.querySelectorAll('h1, h2')].map(heading => {
-    const entry = make('a', {textContent: heading.textContent, href: `#${heading.id}`, className: heading.localName});
+    const entry =
+        make('a', {textContent: heading.textContent, href: `#${heading.id}`, className: heading.localName});
     entry.addEventListener('click', event => {
       event.preventDefault();
       go(heading.id);
@@ -30,7 +31,8 @@ function findNext(pages, text) {
 // `guide` is the text of the pages, as bundle.py made it; `place` the id of a heading.
 export function showGuide(guide, place = '') {
   const pages = make('div', {className: 'pages', tabIndex: 0});
-  pages.append(document.importNode(new DOMParser().parseFromString(guide, 'text/html').querySelector('#guide'), true));
+  pages.append(
+      document.importNode(new DOMParser().parseFromString(guide, 'text/html').querySelector('#guide'), true));
   const go = id => pages.querySelector(`[id="${CSS.escape(id)}"]`)?.scrollIntoView();
   pages.addEventListener('click', event => {
     const link = event.target.closest('a[href^="#"]');
@@ -38,7 +40,8 @@ export function showGuide(guide, place = '') {
     event.preventDefault();
     go(link.getAttribute('href').slice(1));
   });
-  const find = make('input', {type: 'search', placeholder: 'Find, next with Return', aria: {label: 'Find in the guide'}});
+  const find = make(
+      'input', {type: 'search', placeholder: 'Find, next with Return', aria: {label: 'Find in the guide'}});
   find.addEventListener('keydown', event => {
     if (event.key !== 'Enter') return;
     event.preventDefault();

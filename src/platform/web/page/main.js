@@ -7,14 +7,11 @@ import {button, make} from './dom.js';
 import {chooseFolder, downloadZip, takeDrops} from './files.js';
 import {showGuide} from './guide.js';
 import {loadFonts} from './painter.js';
-import {unpackedExamples, unpackedBytes, unpackedText} from './parts.js';
+import {unpackedBytes, unpackedExamples, unpackedText} from './parts.js';
 
 async function unpack() {
   const [wasmBytes, workerSource, guide, examples] = await Promise.all([
-    unpackedBytes('program'),
-    unpackedText('worker'),
-    unpackedText('guide'),
-    unpackedExamples(),
+    unpackedBytes('program'), unpackedText('worker'), unpackedText('guide'), unpackedExamples(),
     Promise.all([unpackedBytes('font-sans'), unpackedBytes('font-serif')]).then(fonts => loadFonts(...fonts))
   ]);
   return {wasmBytes, workerSource, guide, examples};
@@ -44,14 +41,18 @@ function showTroubles(folder) {
   };
 }
 
-// What is dropped while the program runs is opened after a yes; the program asks itself about what is unsaved.
+// What is dropped while the program runs is opened after a yes; the program asks itself about what is
+// unsaved.
 function takeDropsInto(element) {
   return takeDrops(async promise => {
     const folder = await promise;
     if (!folder) return;
-    const answer = await ask(`Open ${folder.name} now?`, 'The program begins anew with it.', ['Open It', 'Cancel']);
-    if (answer === 0) element.dispatchEvent(new CustomEvent('open-folder', {detail: folder}));
-    else await folder.close();
+    const answer =
+        await ask(`Open ${folder.name} now?`, 'The program begins anew with it.', ['Open It', 'Cancel']);
+    if (answer === 0)
+      element.dispatchEvent(new CustomEvent('open-folder', {detail: folder}));
+    else
+      await folder.close();
   });
 }
 
@@ -98,7 +99,8 @@ addEventListener('pageshow', event => {
 });
 
 main().catch(error => {
-  const text = `Vorn cannot start here: ${error.message || error.name}. It needs Chromium 97, Firefox 113, Safari 16.4 or a newer one.`;
+  const text = `Vorn cannot start here: ${
+      error.message || error.name}. It needs Chromium 97, Firefox 113, Safari 16.4 or a newer one.`;
   document.getElementById('vorn').replaceChildren(make('p', {className: 'trouble', textContent: text}));
   throw error;
 });

@@ -1,9 +1,7 @@
 // Opening: from a source of files, or from what is kept in this browser, to a folder to work in.
 import {ask, tell} from './asking.js';
 import {DiskFolder, mayWrite} from './disk_folder.js';
-import {
-  firstFreeName, inOrderOfList, isKept, lastPart, listBytes, listName, namesForList, namesInList, shownNames, troubleWithNames
-} from './file_names.js';
+import {firstFreeName, inOrderOfList, isKept, lastPart, listBytes, listName, namesForList, namesInList, shownNames, troubleWithNames} from './file_names.js';
 import {Folder} from './folder.js';
 import {handleSource, readSource} from './sources.js';
 import {askToPersist, holdFolder, keepFolder, keptFiles, keptFolders, locksAreSure} from './store.js';
@@ -36,9 +34,9 @@ async function useList(source, files, names) {
     await tell(`${listName} alone was opened. Open the files that it names together with it, or the folder.`);
     return null;
   }
-  const more =
-    `${shownNames(picked)}.\n\nNone of them is named in it. The list that stands there, ${listName}, is kept as ` +
-    `${firstFreeName(listName, new Set(names))}.`;
+  const more = `${shownNames(picked)}.\n\nNone of them is named in it. The list that stands there, ${
+                   listName}, is kept as ` +
+      `${firstFreeName(listName, new Set(names))}.`;
   const answers = ['Work with the List as It Is', 'Replace the List', 'Cancel'];
   const answer = await ask(`${listName} is a list of other files. Replace it?`, more, answers);
   if (answer === 0) return {files, made: []};
@@ -48,9 +46,8 @@ async function useList(source, files, names) {
 async function makeList(source, files, names, leftOut) {
   const picked = source.kind === 'files' ? inOrderOfList(names) : namesForList(names);
   if (source.kind !== 'files' && picked.length === 0) {
-    await tell(
-      `${source.name} holds neither ${listName}, the list of the files to read, nor ring-width files that are known by their endings.`
-    );
+    await tell(`${source.name} holds neither ${
+        listName}, the list of the files to read, nor ring-width files that are known by their endings.`);
     return null;
   }
   const trouble = troubleWithNames(picked);
@@ -58,7 +55,8 @@ async function makeList(source, files, names, leftOut) {
     await tell(leftOut.length > 0 ? `${trouble} Not read: ${shownLeftOut(leftOut)}.` : trouble);
     return null;
   }
-  const where = source.handle ? 'is made there, and reports and saved files are written there' : 'is made of them, in the order given';
+  const where = source.handle ? 'is made there, and reports and saved files are written there' :
+                                'is made of them, in the order given';
   const out = leftOut.length > 0 ? `\n\nNot read: ${shownLeftOut(leftOut)}.` : '';
   const more = `${shownNames(picked)}.\n\n${listName}, the list of the files to read, ${where}.${out}`;
   const answer = await ask(`Work in ${source.name}?`, more, ['Make the List', 'Cancel']);
@@ -68,22 +66,29 @@ async function makeList(source, files, names, leftOut) {
 // --- What stands in the way of keeping and holding.
 
 async function held(id) {
-  for (let allTheSame = false; ; allTheSame = true) {
+  for (let allTheSame = false;; allTheSame = true) {
     const hold = await holdFolder(id, allTheSame);
     if (hold) return hold;
     if (locksAreSure()) {
-      await tell('This folder is open in another window of this browser. Work goes on there, or close it there first.');
+      await tell(
+          'This folder is open in another window of this browser. Work goes on there, or close it there first.');
       return null;
     }
-    const more = 'If that window was closed by force, it can be opened here: the other one, should it still be there, keeps nothing from then on.';
-    if ((await ask('This folder seems to be open in another window.', more, ['Open It Here', 'Cancel'])) !== 0) return null;
+    const more =
+        'If that window was closed by force, it can be opened here: the other one, should it still be there, keeps nothing from then on.';
+    if ((await ask('This folder seems to be open in another window.', more, ['Open It Here', 'Cancel'])) !==
+        0)
+      return null;
   }
 }
 
 async function askAboutConflict(path) {
   const more = 'Vorn has something newer to write. What another program has written would be lost.';
-  const answers = ['Keep Both (the New One Gets a Number)', 'Overwrite', 'Leave the File on the Disk as It Is'];
-  return ['beside', 'overwrite', 'leave'][await ask(`${path} was changed on the disk by another program.`, more, answers)];
+  const answers =
+      ['Keep Both (the New One Gets a Number)', 'Overwrite', 'Leave the File on the Disk as It Is'];
+  return [
+    'beside', 'overwrite', 'leave'
+  ][await ask(`${path} was changed on the disk by another program.`, more, answers)];
 }
 
 function diskOf(handle, files) {
@@ -109,7 +114,7 @@ async function keptFolder(name, kind, handle, files) {
 async function freeFolderName(name) {
   const taken = new Set((await keptFolders().catch(() => [])).map(folder => folder.name));
   if (!taken.has(name)) return name;
-  for (let number = 2; ; ++number) {
+  for (let number = 2;; ++number) {
     if (!taken.has(`${name} ${number}`)) return `${name} ${number}`;
   }
 }
@@ -129,7 +134,8 @@ async function writeLate(folder, late) {
   const names = shownNames(late.map(file => file.path));
   const more = `${names}.\n\nThey are kept in this browser.`;
   const text = 'These files could not be written to the folder on the disk the last time.';
-  if ((await ask(text, more, ['Write Them Now', 'Leave Them Out'])) === 0) await folder.apply({changed: late});
+  if ((await ask(text, more, ['Write Them Now', 'Leave Them Out'])) === 0)
+    await folder.apply({changed: late});
 }
 
 async function openDisk(row, handle, files, made) {
@@ -137,7 +143,8 @@ async function openDisk(row, handle, files, made) {
   if (!hold) return null;
   const stored = await keptFiles(row.id);
   const writtenBefore = new Map(stored.filter(file => file.written).map(file => [file.path, file]));
-  const marked = files.map(file => ({...file, written: writtenBefore.get(file.path)?.time >= file.time - 5000}));
+  const marked =
+      files.map(file => ({...file, written: writtenBefore.get(file.path)?.time >= file.time - 5000}));
   const all = [...marked, ...stored.filter(file => isKept(file.path))];
   const folder = new Folder({id: row.id, name: row.name, files: all, hold, disk: diskOf(handle, files)});
   if (made.length > 0) await folder.apply({changed: made});
@@ -152,7 +159,8 @@ export async function openSource(source) {
   const {files, leftOut} = await readSource(source);
   const names = topNames(files);
   const hasList = names.includes(listName);
-  const settled = hasList ? await useList(source, files, names) : await makeList(source, files, names, leftOut);
+  const settled =
+      hasList ? await useList(source, files, names) : await makeList(source, files, names, leftOut);
   if (!settled) return null;
   if (hasList && leftOut.length > 0) await tell(`Not read: ${shownLeftOut(leftOut)}.`);
   if (source.handle && (await mayWrite(source.handle, true).catch(() => false))) {
@@ -175,7 +183,8 @@ export async function openExamples(examples) {
   const kept = (await keptFolders().catch(() => [])).find(folder => folder.kind === 'examples');
   if (kept) return openKept(kept);
   const now = Date.now();
-  return keptFolder(examplesName, 'examples', null, examples.map(file => ({...file, time: now, written: false})));
+  return keptFolder(
+      examplesName, 'examples', null, examples.map(file => ({...file, time: now, written: false})));
 }
 
 export async function openKept(row) {
@@ -187,7 +196,8 @@ export async function openKept(row) {
 
 async function openKeptDisk(row) {
   if (!(await mayWrite(row.handle, true).catch(() => false))) {
-    await tell(`The browser was not allowed to open ${row.name} on the disk. What Vorn wrote there is kept here too and can be downloaded.`);
+    await tell(`The browser was not allowed to open ${
+        row.name} on the disk. What Vorn wrote there is kept here too and can be downloaded.`);
     return null;
   }
   const source = handleSource(row.handle);

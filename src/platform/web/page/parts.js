@@ -1,4 +1,5 @@
-// What the one file carries beside the page: packed with gzip, written in base64, in blocks that are no script.
+// What the one file carries beside the page: packed with gzip, written in base64, in blocks that are no
+// script.
 
 function packed(id) {
   const block = document.getElementById(`part-${id}`);
@@ -20,5 +21,6 @@ export const unpackedText = async id => new TextDecoder().decode(await unpackedB
 // {name: base64} of the files.
 export async function unpackedExamples() {
   const files = JSON.parse(await unpackedText('examples'));
-  return Object.entries(files).map(([path, letters]) => ({path, bytes: Uint8Array.from(atob(letters), letter => letter.charCodeAt(0))}));
+  return Object.entries(files).map(
+      ([path, letters]) => ({path, bytes: Uint8Array.from(atob(letters), letter => letter.charCodeAt(0))}));
 }

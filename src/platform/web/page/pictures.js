@@ -4,7 +4,7 @@ import {marksOf} from './marks.js';
 import {svgOf} from './picture_svg.js';
 
 const unitsInPixel = 2;
-const systemsAcross = 2970, systemsDown = 2100; // the system's page, an A4 sheet across
+const systemsAcross = 2970, systemsDown = 2100;  // the system's page, an A4 sheet across
 
 // `tools` has the palette and paint(context, marks, {scale}), with pixels to a page unit.
 function canvasOf(marks, tools) {
@@ -19,7 +19,8 @@ function canvasOf(marks, tools) {
 function pngOf(marks, tools) {
   const canvas = canvasOf(marks, tools);
   return new Promise((resolve, reject) => {
-    canvas.toBlob(blob => (blob ? resolve(blob) : reject(new Error('The picture could not be made.'))), 'image/png');
+    canvas.toBlob(
+        blob => (blob ? resolve(blob) : reject(new Error('The picture could not be made.'))), 'image/png');
   });
 }
 

@@ -1,11 +1,11 @@
 // Where files come from: the browser's dialogs, and what is dropped on the window.
 //
-// A source has a name, entries() that lists files {path, size, time, read()}, and at(path) that finds one further
-// down. A folder of the disk that can be written to has its handle too.
+// A source has a name, entries() that lists files {path, size, time, read()}, and at(path) that finds one
+// further down. A folder of the disk that can be written to has its handle too.
 import {chooseEntries, isPlainPath, lastPart, namesInList} from './file_names.js';
 
-const mostEntries = 20000; // of a folder: beyond that somebody's whole disk was picked
-const deepest = 8; // folders in folders
+const mostEntries = 20000;  // of a folder: beyond that somebody's whole disk was picked
+const deepest = 8;          // folders in folders
 const lists = ['Vorn.fil', 'TRW.fil'];
 
 const entryOf = (path, file) => ({
@@ -43,7 +43,13 @@ export function inputFolderSource(files) {
 
 // A folder of the disk by its handle.
 export function handleSource(handle) {
-  return {name: handle.name, kind: 'folder', handle, entries: () => handleEntries(handle), at: path => handleEntry(handle, path)};
+  return {
+    name: handle.name,
+    kind: 'folder',
+    handle,
+    entries: () => handleEntries(handle),
+    at: path => handleEntry(handle, path)
+  };
 }
 
 async function handleEntries(handle) {

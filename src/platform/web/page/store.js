@@ -1,7 +1,8 @@
 // What is kept in this browser, on this machine: folders with their files, and settings.
 //
 // One database with three tables:
-//   folders   id, name, kind ("copy" "examples" "disk"), handle (of a folder on the disk), used (time), files and bytes (how
+//   folders   id, name, kind ("copy" "examples" "disk"), handle (of a folder on the disk), used (time), files
+//   and bytes (how
 //             many), holder and beat (who has it open, and when that was last said)
 //   files     folder, path, bytes, time, written (whether the program wrote it)
 //   settings  key, value
@@ -11,8 +12,8 @@
 
 const databaseName = 'vorn';
 const version = 1;
-const beatEvery = 10000; // milliseconds
-const beatLasts = 90000; // a page in the background may be let run once a minute alone
+const beatEvery = 10000;  // milliseconds
+const beatLasts = 90000;  // a page in the background may be let run once a minute alone
 
 export class StoreTrouble extends Error {}
 
@@ -115,7 +116,8 @@ export function keptFiles(id) {
 
 // Returns the folder's id. `files` have path, bytes, time and written.
 export async function keepFolder({name, kind, handle = null}, files) {
-  const folder = {name, kind, handle, used: Date.now(), files: files.length, bytes: sumOf(files), holder: '', beat: 0};
+  const folder =
+      {name, kind, handle, used: Date.now(), files: files.length, bytes: sumOf(files), holder: '', beat: 0};
   let id;
   await within(['folders', 'files'], 'readwrite', tables => {
     tables.folders.add(folder).onsuccess = event => {
@@ -141,7 +143,7 @@ export async function forgetFolder(id) {
 }
 
 const takenAway =
-  'this folder was opened in another window or deleted there, and that window keeps it now; what is done here is not kept';
+    'this folder was opened in another window or deleted there, and that window keeps it now; what is done here is not kept';
 
 // All of it or nothing, and only while this window holds the folder.
 export async function changeFolder(id, holder, {changed, removed, sums}) {
@@ -158,7 +160,8 @@ export async function changeFolder(id, holder, {changed, removed, sums}) {
 
 // --- One window for a folder.
 
-const newHolder = () => Array.from(crypto.getRandomValues(new Uint32Array(4)), part => part.toString(36)).join('-');
+const newHolder = () =>
+    Array.from(crypto.getRandomValues(new Uint32Array(4)), part => part.toString(36)).join('-');
 
 async function changeRow(id, change) {
   return within(['folders'], 'readwrite', ({folders}) => {
@@ -182,8 +185,8 @@ function browsersLock(id) {
   });
 }
 
-// Takes a folder for this window: {holder, letGo}, or null where another window has it. `all_the_same` takes it
-// even then, where only time can tell whether that window still lives.
+// Takes a folder for this window: {holder, letGo}, or null where another window has it. `all_the_same` takes
+// it even then, where only time can tell whether that window still lives.
 export async function holdFolder(id, allTheSame = false) {
   const lock = await browsersLock(id);
   if (lock === null) return null;
@@ -206,7 +209,8 @@ export async function holdFolder(id, allTheSame = false) {
 
 // Says from time to time that the folder is held, where the browser has no locks. Returns what ends it.
 function keepSaying(id, holder, lock) {
-  const ifMine = change => changeRow(id, row => (row.holder === holder ? {...row, ...change} : null)).catch(() => {});
+  const ifMine = change =>
+      changeRow(id, row => (row.holder === holder ? {...row, ...change} : null)).catch(() => {});
   const timer = lock ? 0 : setInterval(() => ifMine({beat: Date.now()}), beatEvery);
   const letGo = async () => {
     clearInterval(timer);
@@ -234,6 +238,4 @@ export async function storeTrouble() {
 }
 
 // Asks the browser not to clear away what is kept when the disk runs short. It may say no.
-export function askToPersist() {
-  navigator.storage?.persist?.().catch(() => {});
-}
+export function askToPersist() { navigator.storage?.persist?.().catch(() => {}); }

@@ -8,7 +8,8 @@ const earliest = Date.UTC(1980, 0, 2);
 export async function zipOf(folder, files) {
   const zip = new JSZip();
   for (const {path, bytes, time} of files) {
-    zip.file(`${folder}/${path}`, bytes, {date: new Date(Math.max(time || 0, earliest)), createFolders: false});
+    zip.file(
+        `${folder}/${path}`, bytes, {date: new Date(Math.max(time || 0, earliest)), createFolders: false});
   }
   return zip.generateAsync({type: 'uint8array', compression: 'DEFLATE', platform: 'UNIX'});
 }

@@ -1,4 +1,5 @@
-// A folder against a store that is played: what it takes, in which order, and what becomes of what it does not.
+// A folder against a store that is played: what it takes, in which order, and what becomes of what it does
+// not.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
 
@@ -15,7 +16,14 @@ function opened({disk = null} = {}) {
     if (store.fails) throw new Error(store.fails);
     steps.push([changed.map(({path}) => path), removed]);
   };
-  const folder = new Folder({id: 7, name: 'site', files: [{path: 'a.rwl', bytes: bytes('a'), time: 1}], hold: {holder: 'me', letGo: async () => {}}, disk, change});
+  const folder = new Folder({
+    id: 7,
+    name: 'site',
+    files: [{path: 'a.rwl', bytes: bytes('a'), time: 1}],
+    hold: {holder: 'me', letGo: async () => {}},
+    disk,
+    change
+  });
   return {folder, store};
 }
 
@@ -33,7 +41,12 @@ test('what is written is kept, in order, and is marked as written', async () => 
 
 test('what the program keeps for itself is not shown, and paths that lead out are not taken', async () => {
   const {folder} = opened();
-  await folder.apply({changed: [{path: '.vorn/journal', bytes: bytes('j')}, {path: '../out', bytes: bytes('x')}, {path: '/abs', bytes: bytes('x')}]});
+  await folder.apply({
+    changed: [
+      {path: '.vorn/journal', bytes: bytes('j')}, {path: '../out', bytes: bytes('x')},
+      {path: '/abs', bytes: bytes('x')}
+    ]
+  });
   assert.deepEqual(folder.shown().map(({path}) => path), ['a.rwl']);
   assert.deepEqual(folder.all().map(({path}) => path), ['a.rwl', '.vorn/journal']);
 });
@@ -65,9 +78,15 @@ test('a folder in memory alone says so from the beginning', async () => {
 
 test('the disk gets what is written, but not what the program keeps for itself', async () => {
   const written = [];
-  const disk = {write: async path => written.push(path) && '', remove: async path => written.push('-' + path) && ''};
+  const disk = {
+    write: async path => written.push(path) && '',
+    remove: async path => written.push('-' + path) && ''
+  };
   const {folder} = opened({disk});
-  await folder.apply({changed: [{path: 'b', bytes: bytes('x')}, {path: '.vorn/journal', bytes: bytes('j')}], removed: ['a.rwl', '.vorn/old']});
+  await folder.apply({
+    changed: [{path: 'b', bytes: bytes('x')}, {path: '.vorn/journal', bytes: bytes('j')}],
+    removed: ['a.rwl', '.vorn/old']
+  });
   await folder.onDisk;
   assert.deepEqual(written, ['-a.rwl', 'b']);
   assert.equal(folder.trouble, '');
@@ -91,7 +110,8 @@ test('what the disk does not take is told and waits', async () => {
 
 test('a question about the disk keeps nothing from the store', async () => {
   let answer;
-  const {folder, store} = opened({disk: {write: () => new Promise(resolve => (answer = resolve)), remove: async () => ''}});
+  const {folder, store} =
+      opened({disk: {write: () => new Promise(resolve => (answer = resolve)), remove: async () => ''}});
   await folder.apply(change('b', 'x'));
   await folder.apply(change('.vorn/journal', 'j'));
   assert.deepEqual(store.steps.flatMap(([changed]) => changed), ['b', '.vorn/journal']);

@@ -1,21 +1,22 @@
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
 
-import {
-  bytesOf, chooseEntries, firstFreeName, inOrderOfList, isPlainPath, largestFile, largestFolder, largestUnnamed, listBytes, namesForList,
-  namesInList, shownNames, shownSize, textOf, troubleWithNames
-} from '../file_names.js';
+import {bytesOf, chooseEntries, firstFreeName, inOrderOfList, isPlainPath, largestFile, largestFolder, largestUnnamed, listBytes, namesForList, namesInList, shownNames, shownSize, textOf, troubleWithNames} from '../file_names.js';
 
 const empty = new Set();
 const entry = (path, size = 1) => ({path, size});
 const pathsOf = entries => entries.map(({path}) => path);
 
 test('a list has ring widths first and chronologies behind them', () => {
-  assert.deepEqual(inOrderOfList(['z.rwl', 'a.CRN', 'B.rwl', 'b.fh', 'z.rwl']), ['B.rwl', 'b.fh', 'z.rwl', 'a.CRN']);
+  assert.deepEqual(
+      inOrderOfList(['z.rwl', 'a.CRN', 'B.rwl', 'b.fh', 'z.rwl']), ['B.rwl', 'b.fh', 'z.rwl', 'a.CRN']);
 });
 
 test('what goes into a list is told by its ending', () => {
-  const names = ['notes.txt', 'a.crn', 'b.fh', 'c.RWM', 'edit.RAW', 'z.rwl', '.hidden.rwl', 'rwl', 'plots/deep.rwl', 'two\nlines.rwl'];
+  const names = [
+    'notes.txt', 'a.crn', 'b.fh', 'c.RWM', 'edit.RAW', 'z.rwl', '.hidden.rwl', 'rwl', 'plots/deep.rwl',
+    'two\nlines.rwl'
+  ];
   assert.deepEqual(namesForList(names), ['b.fh', 'c.RWM', 'z.rwl', 'a.crn']);
 });
 
@@ -33,8 +34,11 @@ test('a list takes 100 names of 60 bytes', () => {
 });
 
 test('a list is names as UTF-8, one a line, and is read back with any ends of lines', () => {
-  assert.deepEqual(listBytes(['ä.rwl', 'b.crn']), new Uint8Array([0xc3, 0xa4, ...Buffer.from('.rwl\nb.crn\n')]));
-  assert.deepEqual(namesInList(bytesOf('a.rwl  \r\nplots/b.rwl\n\n../c.rwl\n/etc/d\rlast')), ['a.rwl', 'plots/b.rwl', 'last']);
+  assert.deepEqual(
+      listBytes(['ä.rwl', 'b.crn']), new Uint8Array([0xc3, 0xa4, ...Buffer.from('.rwl\nb.crn\n')]));
+  assert.deepEqual(
+      namesInList(bytesOf('a.rwl  \r\nplots/b.rwl\n\n../c.rwl\n/etc/d\rlast')),
+      ['a.rwl', 'plots/b.rwl', 'last']);
   const long = Array.from({length: 101}, (_, i) => `${i}.rwl`).join('\n');
   assert.equal(namesInList(bytesOf(long)).length, 100);
 });
@@ -46,7 +50,8 @@ test('bytes that are no UTF-8 are read a letter each', () => {
 
 test('a path stays in its folder', () => {
   for (const path of ['a', 'a/b', '.vorn/journal', 'a..b']) assert.ok(isPlainPath(path), path);
-  for (const path of ['', '/a', 'a/', 'a//b', '.', '..', '../a', 'a/../b', 'a/./b', 'a\0b', null, 3]) assert.ok(!isPlainPath(path), String(path));
+  for (const path of ['', '/a', 'a/', 'a//b', '.', '..', '../a', 'a/../b', 'a/./b', 'a\0b', null, 3])
+    assert.ok(!isPlainPath(path), String(path));
 });
 
 test('the first free name is counted from 1', () => {
@@ -55,7 +60,8 @@ test('the first free name is counted from 1', () => {
 });
 
 test('files below the folder are read where they are named or kept by the program', () => {
-  const entries = ['a.rwl', 'plots/b.rwl', 'plots/c.rwl', '.vorn/journal', '../d.rwl'].map(path => entry(path));
+  const entries =
+      ['a.rwl', 'plots/b.rwl', 'plots/c.rwl', '.vorn/journal', '../d.rwl'].map(path => entry(path));
   const {taken, leftOut} = chooseEntries(entries, new Set(['plots/b.rwl']));
   assert.deepEqual(pathsOf(taken).sort(), ['.vorn/journal', 'a.rwl', 'plots/b.rwl']);
   assert.deepEqual(leftOut, []);
@@ -63,14 +69,18 @@ test('files below the folder are read where they are named or kept by the progra
 
 test('what is too large is left out, and it is said why', () => {
   const {taken, leftOut} = chooseEntries(
-    [entry('a.rwl', largestFile), entry('b.rwl', largestFile + 1), entry('film.mp4', largestUnnamed + 1), entry('note.doc', largestUnnamed)],
-    empty
-  );
+      [
+        entry('a.rwl', largestFile), entry('b.rwl', largestFile + 1), entry('film.mp4', largestUnnamed + 1),
+        entry('note.doc', largestUnnamed)
+      ],
+      empty);
   assert.deepEqual(pathsOf(taken), ['a.rwl', 'note.doc']);
   assert.deepEqual(pathsOf(leftOut), ['b.rwl', 'film.mp4']);
   assert.match(leftOut[0].why, /no file may have more than 268 MB/);
   assert.match(leftOut[1].why, /neither a list nor its ending/);
-  assert.deepEqual(pathsOf(chooseEntries([entry('film.mp4', largestUnnamed + 1)], new Set(['film.mp4'])).taken), ['film.mp4']);
+  assert.deepEqual(
+      pathsOf(chooseEntries([entry('film.mp4', largestUnnamed + 1)], new Set(['film.mp4'])).taken),
+      ['film.mp4']);
 });
 
 test('all together take no more memory than there may be, and what is named comes first', () => {
@@ -83,9 +93,9 @@ test('all together take no more memory than there may be, and what is named come
 });
 
 test('sizes and names are shown short', () => {
-  assert.deepEqual([0, 1, 999, 1000, 4500, 999499, 999500, 268435456].map(shownSize), [
-    '0 bytes', '1 byte', '999 bytes', '1.00 kB', '4.50 kB', '999 kB', '1.00 MB', '268 MB'
-  ]);
+  assert.deepEqual(
+      [0, 1, 999, 1000, 4500, 999499, 999500, 268435456].map(shownSize),
+      ['0 bytes', '1 byte', '999 bytes', '1.00 kB', '4.50 kB', '999 kB', '1.00 MB', '268 MB']);
   assert.equal(shownNames(['a', 'b', 'c'], 2), 'a, b and 1 more');
   assert.equal(shownNames(['a', 'b'], 2), 'a, b');
 });

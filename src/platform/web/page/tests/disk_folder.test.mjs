@@ -8,7 +8,10 @@ import {DiskFolder, mayWrite} from '../disk_folder.js';
 let disk, time, asked, answer, refuses;
 
 const missing = () => Object.assign(new Error('not there'), {name: 'NotFoundError'});
-const change = (name, text) => (disk[name] = {text, time: ++time});
+const change = (name, text) => (disk[name] = {
+  text,
+  time: ++time
+});
 
 const handle = {
   async getFileHandle(name, {create}) {

@@ -11,9 +11,12 @@ const page = dirname(dirname(fileURLToPath(import.meta.url)));
 
 async function bundled(folder) {
   const none = join(page, 'no_stream.cjs'), out = join(folder, 'zip.mjs');
-  const options = ['--bundle', '--format=esm', '--platform=neutral', '--main-fields=main', '--log-level=error'];
+  const options =
+      ['--bundle', '--format=esm', '--platform=neutral', '--main-fields=main', '--log-level=error'];
   const aliases = [`--alias:stream=${none}`, `--alias:readable-stream=${none}`];
-  execFileSync('esbuild', [join(page, 'zip.js'), ...options, ...aliases, `--outfile=${out}`], {env: {...process.env, NODE_PATH: '/usr/share/nodejs'}});
+  execFileSync(
+      'esbuild', [join(page, 'zip.js'), ...options, ...aliases, `--outfile=${out}`],
+      {env: {...process.env, NODE_PATH: '/usr/share/nodejs'}});
   return import(pathToFileURL(out));
 }
 
@@ -25,8 +28,7 @@ test('python reads the archive as it was meant', async t => {
   const all = Uint8Array.from({length: 256}, (_, i) => i);
   const files = [
     {path: 'Stats.prn', bytes: Buffer.from('core\n'.repeat(1000)), time},
-    {path: 'plots/Bärenwald.rwl', bytes: all, time: 0},
-    {path: 'empty', bytes: new Uint8Array(), time}
+    {path: 'plots/Bärenwald.rwl', bytes: all, time: 0}, {path: 'empty', bytes: new Uint8Array(), time}
   ];
   writeFileSync(join(folder, 'a.zip'), await zipOf('site', files));
   const script = `
@@ -37,8 +39,7 @@ with zipfile.ZipFile(sys.argv[1]) as z:
   const told = JSON.parse(execFileSync('python3', ['-c', script, join(folder, 'a.zip')]));
   assert.deepEqual(told, [
     ['site/Stats.prn', 5000, 2020, Buffer.from('core\ncore\n').toString('hex')],
-    ['site/plots/Bärenwald.rwl', 256, 1980, '00010203040506070809'],
-    ['site/empty', 0, 2020, '']
+    ['site/plots/Bärenwald.rwl', 256, 1980, '00010203040506070809'], ['site/empty', 0, 2020, '']
   ]);
   assert.ok(readFileSync(join(folder, 'a.zip')).length < 1200);
 });
