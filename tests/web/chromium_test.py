@@ -101,6 +101,7 @@ class AnyPlace:
             (pathlib.Path(site) / "plots").mkdir()
             (pathlib.Path(site) / "plots" / "nearby.fh").write_bytes(NEARBY)
             self.vorn.drop_from_disk(site)
+            self.vorn.answer("Work on a Copy")
             self.vorn.answer("Make the List")
             self.vorn.wait_for_program()
             self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "yonder.rwl"])
@@ -257,25 +258,29 @@ class WithoutAStore(Window):
             self.assertEqual(archive.namelist(), ["Examples written/Stats.prn"])
 
 
+# What is put into the store is taken back as browsers do when their room is used up.
+FULL = """
+const put = IDBObjectStore.prototype.put, ended = new WeakSet();
+window.isFull = true;
+IDBObjectStore.prototype.put = function (...row) {
+  const request = put.apply(this, row), transaction = this.transaction;
+  if (!window.isFull || ended.has(transaction)) return request;
+  ended.add(transaction);
+  Object.defineProperty(transaction, 'error', {get: () => new DOMException('', 'QuotaExceededError')});
+  queueMicrotask(() => transaction.abort());
+  return request;
+};
+"""
+
+
 class FullDisk(Window):
-    def setUp(self):
-        self.server = Server().__enter__()
-        self.addCleanup(self.server.__exit__)
-        super().setUp()
-
-    def address(self):
-        return self.server.address
-
-    def room(self, **quota):
-        self.vorn.driver.execute_cdp_cmd("Storage.overrideQuotaForOrigin", {"origin": self.server.origin, **quota})
-
     def test_what_does_not_fit_is_told_and_kept_when_there_is_room_again(self):
         self.open_examples()
-        self.room(quotaSize=1)
+        self.vorn.js(FULL)
         self.vorn.stats_report()
         self.vorn.until(lambda: self.vorn.find(".not-kept").is_displayed(), "the trouble")
         self.assertIn("the room that this browser gives to pages is used up", self.vorn.find(".not-kept").text)
-        self.room()
+        self.vorn.js("window.isFull = false")
         self.vorn.keys(Keys.CONTROL, Keys.SHIFT, "r")
         self.vorn.until(lambda: not self.vorn.find(".not-kept").is_displayed(), "the end of the trouble")
         self.reload()

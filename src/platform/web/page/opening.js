@@ -154,8 +154,21 @@ async function openDisk(row, handle, files, made) {
 
 // --- The ways to open.
 
+// A folder that was dropped may be read, but not yet written to.
+async function withLeave(source) {
+  if (!source.handle || (await mayWrite(source.handle, false).catch(() => false))) return source;
+  const more =
+      'Then reports and saved files go there, and the browser asks for leave. A copy is kept in this ' +
+      'browser alone, and what is written is downloaded from there.';
+  const answer =
+      await ask(`Write into the folder ${source.name}?`, more, ['Write into the Folder', 'Work on a Copy']);
+  const mayBe = answer === 0 && (await mayWrite(source.handle, true).catch(() => false));
+  return mayBe ? source : {...source, handle: null};
+}
+
 // Resolves to a folder, or null where the user thought better of it or there is nothing to open.
-export async function openSource(source) {
+export async function openSource(found) {
+  const source = await withLeave(found);
   const {files, leftOut} = await readSource(source);
   const names = topNames(files);
   const hasList = names.includes(listName);
@@ -163,9 +176,7 @@ export async function openSource(source) {
       hasList ? await useList(source, files, names) : await makeList(source, files, names, leftOut);
   if (!settled) return null;
   if (hasList && leftOut.length > 0) await tell(`Not read: ${shownLeftOut(leftOut)}.`);
-  if (source.handle && (await mayWrite(source.handle, true).catch(() => false))) {
-    return openOnDisk(source, files, settled.made);
-  }
+  if (source.handle) return openOnDisk(source, files, settled.made);
   return keptFolder(await freeFolderName(source.name), 'copy', null, settled.files);
 }
 
