@@ -3,8 +3,10 @@
 import io
 import pathlib
 import re
+import struct
 import subprocess
 import unittest
+import xml.etree.ElementTree as ElementTree
 import zipfile
 
 from selenium.webdriver.common.keys import Keys
@@ -201,6 +203,18 @@ class AnyPlace:
         self.vorn.js("window.dispatchEvent(new Event('afterprint'))")
         self.assertEqual(self.vorn.all(".printed-page"), [])
 
+    def test_the_page_is_saved_as_a_picture_and_as_a_drawing(self):
+        self.open_examples()
+        self.vorn.keys(Keys.CONTROL, "s")
+        self.vorn.answer("PNG Picture")
+        png = self.vorn.downloaded("nowhere.png")
+        self.assertEqual(struct.unpack(">II", png[16:24]), (1485, 1050))
+        self.vorn.keys(Keys.CONTROL, "s")
+        self.vorn.answer("SVG Drawing")
+        drawing = ElementTree.fromstring(self.vorn.downloaded("nowhere.svg"))
+        self.assertEqual((drawing.get("width"), drawing.get("height")), ("297mm", "210mm"))
+        self.assertIn("Number of cores", "".join(drawing.itertext()))
+
     def test_the_guide_opens_and_its_links_stay_inside(self):
         self.vorn.js("[...document.querySelectorAll('button')].find(b => b.textContent.includes('guide')).click()")
         self.vorn.find("dialog.guide[open] .pages h1")
@@ -332,7 +346,11 @@ const done = arguments[arguments.length - 1];
   }
   window.showDirectoryPicker = async () => folder;
   const texts = {};
-  for await (const item of folder.values()) texts[item.name] = await (await item.getFile()).text();
+  for await (const item of folder.values()) {
+    // A file that is just being written may be gone again, with the one beside it that it is written to.
+    const text = await item.getFile().then(file => file.text()).catch(() => null);
+    if (text !== null && !item.name.endsWith('.crswap')) texts[item.name] = text;
+  }
   done(texts);
 })();
 """
