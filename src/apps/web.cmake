@@ -12,11 +12,11 @@ set(memory -sALLOW_MEMORY_GROWTH=1 -sMAXIMUM_MEMORY=4GB -sINITIAL_MEMORY=64MB -s
 add_executable(vorn_web vorn_web.cpp)
 target_link_libraries(vorn_web PRIVATE vorn_apps vorn_platform_web)
 target_compile_definitions(vorn_web PRIVATE VORN_VERSION="${PROJECT_VERSION}")
-set(waits ${CMAKE_CURRENT_SOURCE_DIR}/web_never_waits.json ${CMAKE_CURRENT_SOURCE_DIR}/web_waits.json)
-set_target_properties(vorn_web PROPERTIES LINK_DEPENDS "${waits}")
+set(never_waits ${CMAKE_CURRENT_SOURCE_DIR}/web_never_waits.json)
+set_target_properties(vorn_web PROPERTIES LINK_DEPENDS ${never_waits})
 target_link_options(vorn_web PRIVATE ${memory}
   -sASYNCIFY=1 -sASYNCIFY_STACK_SIZE=262144
-  -sASYNCIFY_REMOVE=@${CMAKE_CURRENT_SOURCE_DIR}/web_never_waits.json -sASYNCIFY_ADD=@${CMAKE_CURRENT_SOURCE_DIR}/web_waits.json
+  -sASYNCIFY_REMOVE=@${never_waits}
   -sMODULARIZE=1 -sEXPORT_NAME=createVorn -sENVIRONMENT=worker -sFORCE_FILESYSTEM=1
   -sEXPORTED_RUNTIME_METHODS=FS,callMain -sINVOKE_RUN=0 -sEXIT_RUNTIME=0)
 
