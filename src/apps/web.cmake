@@ -10,6 +10,7 @@ target_compile_definitions(vorn_apps PRIVATE VORN_VERSION="${PROJECT_VERSION}")
 set(memory -sALLOW_MEMORY_GROWTH=1 -sMAXIMUM_MEMORY=4GB -sINITIAL_MEMORY=64MB -sTOTAL_STACK=8MB)
 
 add_executable(vorn_web vorn_web.cpp)
+target_compile_options(vorn_web PRIVATE -Oz)
 target_link_libraries(vorn_web PRIVATE vorn_apps vorn_platform_web)
 target_compile_definitions(vorn_web PRIVATE VORN_VERSION="${PROJECT_VERSION}")
 set(never_waits ${CMAKE_CURRENT_SOURCE_DIR}/web_never_waits.json)
@@ -21,5 +22,6 @@ target_link_options(vorn_web PRIVATE ${memory}
   -sEXPORTED_RUNTIME_METHODS=FS,callMain -sINVOKE_RUN=0 -sEXIT_RUNTIME=0)
 
 add_executable(vorn_replay vorn_replay.cpp)
+target_compile_options(vorn_replay PRIVATE -Oz)
 target_link_libraries(vorn_replay PRIVATE vorn_apps)
 target_link_options(vorn_replay PRIVATE ${memory} -sNODERAWFS=1 -sENVIRONMENT=node -sEXIT_RUNTIME=1)

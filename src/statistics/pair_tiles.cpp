@@ -9,14 +9,21 @@
 // All give the same bits: a lane holds one pair, whose products are added year by year; every product is
 // rounded before it is added, since not every machine has a fused multiply-add; and what is added up over
 // pairs is added in an order that knows no lanes.
+#ifdef __wasm_simd128__
+#include "statistics/wasm_lanes.h"
+namespace hn = vorn::wasm_lanes;
+#else
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "statistics/pair_tiles.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+#endif
 
 HWY_BEFORE_NAMESPACE();
 namespace vorn::HWY_NAMESPACE {
+#ifndef __wasm_simd128__
 namespace hn = hwy::HWY_NAMESPACE;
+#endif
 
 using Square = std::array<double, tile_width * tile_width>;  // [column of a][column of b]
 

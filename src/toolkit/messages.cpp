@@ -66,7 +66,7 @@ bool io_err(Workspace& w, std::string_view label, std::string_view file) {
   if (w.ios == status::ok) return false;
   tell(w,
        std::string(label) + std::string(trimmed(file)) +
-           " fail err =" + edit(EditFormat("(I6)"), w.ios.number()),
+           " fail err =" + edit(EditFormat("(I6)"), w.ios.shown_number()),
        "");
   // Deliberate: [goes-on] also after a failure: the program goes on with whatever the failed operation left.
   return false;

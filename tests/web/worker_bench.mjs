@@ -36,7 +36,8 @@ export class Session {
     this.page = 0;
     this.standing = null;
     this.ended = null;
-    this.waiting = [];  // for answers to page_text
+    this.places = new Map();  // of each button, by its number, where it was shown last
+    this.waiting = [];        // for answers to page_text
   }
 
   static async begin(files, help = null) {
@@ -52,7 +53,7 @@ export class Session {
   heard(message) {
     const {is} = message;
     if (is === 'page') this.page = message.number;
-    if (is === 'stand') this.standing = message;
+    if (is === 'stand') this.stand(message);
     if (is === 'page_text') this.waiting.shift()(Buffer.from(message.bytes).toString('latin1'));
     if (is === 'failed') this.reject(new Error(message.text));
     if (is === 'files') {
@@ -63,6 +64,11 @@ export class Session {
       this.ended = message;
       this.resolve(null);
     }
+  }
+
+  stand(standing) {
+    this.standing = standing;
+    for (const [x1, y1, x2, y2, , number] of standing.buttons || []) this.places.set(number, [x1, y1, x2, y2]);
   }
 
   // The text of the page at the program's next wait; null where it has ended.
