@@ -35,7 +35,7 @@ TEST(Statuses, AreOfTheSystemWhereItHasFailed) {
   }
 }
 
-TEST(Status, MessagesShowTheNumberOfLinux) {
+TEST(Statuses, ShowInMessagesTheNumberOfLinux) {
   EXPECT_EQ(status::no_such_file.shown_number(), 2);
   EXPECT_EQ(status::a_folder.shown_number(), 21);
   EXPECT_EQ(status::not_a_number.shown_number(), status::not_a_number.number());
