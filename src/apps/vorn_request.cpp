@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <memory>
 
@@ -18,7 +19,7 @@ struct Typed {
   TypedOutput output;
   std::string grid = "report", fail_on, reference;
   bool no_spline = false, no_ar = false, no_log = false, no_narrow = false;
-  std::optional<int> step, overlap, farthest_lag;
+  std::optional<int> step, overlap, farthest_lag, year;
 };
 
 constexpr const char* examples =
@@ -99,6 +100,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
             ->allow_extra_args(false),
         "FILE");
   }
+  if (verb == "check")
+    add_number(app, "--year", typed.year, 1, 9999, "rings behind this year are told; at first that of today");
   // Of fewer years in common site tells nothing.
   if (verb == "site") add_segments(app, least_years_in_common, request, typed);
   if (verb == "corr") {
@@ -132,6 +135,12 @@ bool has_segments(const Request& request) {
   return request.verb->form.verb == "corr" || request.verb->form.verb == "site";
 }
 
+// By the clock of the machine: the one thing that is not the same on every day.
+int year_of_today() {
+  const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+  return static_cast<int>(std::chrono::year_month_day(today).year());
+}
+
 // Years from one segment to the next: as typed, else those of the program, and half a segment where these
 // would be none.
 int step_of(const Request& request, const Typed& typed) {
@@ -158,6 +167,7 @@ std::string take(Request& request, const Typed& typed) {
   request.settings.splineon = !typed.no_spline;
   request.settings.aron = !typed.no_ar;
   request.settings.logon = !typed.no_log;
+  request.switches.this_year = typed.year ? *typed.year : year_of_today();
   request.switches.narrow_years = !typed.no_narrow;
   request.switches.grid = typed.grid == "lags" ? CorrelationGrid::lags : CorrelationGrid::report;
   request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
@@ -201,6 +211,8 @@ std::optional<int> read_command_line(int argc, char** argv, Request& request) {
 
 std::string recipe_of(const Request& request) {
   const Settings& settings = request.settings;
+  if (request.verb->form.verb == "check")
+    return recipe_of(settings) + ", year " + std::to_string(request.switches.this_year);
   std::string all = recipe_of(settings);
   if (!has_segments(request)) return all;
   const int step = is_report(request) ? settings.olap : settings.seg - settings.olap;

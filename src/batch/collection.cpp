@@ -7,6 +7,7 @@
 #include "chronology/index_pipeline.h"
 #include "formats/layouts.h"
 #include "plot/plot.h"
+#include "records/file_name.h"
 #include "statistics/chronology_entries.h"
 
 namespace vorn {
@@ -93,6 +94,22 @@ Collection::Collection(Files& files, const std::string& path, const Settings& se
     place_chronologies(*w_, *w_);
   } catch (const ProgramEnd&) {
     is_too_long_ = true;
+  }
+}
+
+std::optional<std::string> Collection::bytes() const {
+  constexpr std::size_t block_size = std::size_t{1} << 16;
+  std::unique_ptr<ByteSource> source;
+  const auto path = path_of(path_);
+  if (!path || w_->files.open(*path, source)) return std::nullopt;
+  std::string all;
+  for (;;) {
+    const std::size_t filled = all.size();
+    all.resize(filled + block_size);
+    std::size_t count = 0;
+    if (source->read(std::span(all).subspan(filled), count)) return std::nullopt;
+    all.resize(filled + count);
+    if (count == 0) return all;
   }
 }
 

@@ -47,6 +47,8 @@ class Collection {
   // The names of its series, those that were not read as a whole among them, without blanks around them.
   std::vector<std::string> series() const;
   const std::vector<Trouble>& troubles() const { return troubles_; }
+  // What its file holds; nothing where it cannot be read.
+  std::optional<std::string> bytes() const;
   // One sentence for whoever reads the words beside the data: why nothing, or not all, was read. Begins with
   // the path.
   std::vector<std::string> words() const;

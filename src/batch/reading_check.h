@@ -5,13 +5,16 @@
 
 #include "batch/collection.h"
 #include "batch/table.h"
+#include "study/file_findings.h"
 
 namespace vorn {
 
-enum class Severity { note, warning, error };
+// Findings about the file, about each series, about lines (see study/file_findings.h). A ring behind
+// `this_year` is one; 0 for whoever does not know.
+void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add);
 
-// Findings about the file, about each series, about lines.
-void check_rows(const Collection& collection, const std::function<void(const Row&)>& add);
+// What is to be said of a collection whose file holds these bytes.
+std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year);
 
 // How grave a row of these is.
 Severity severity_of(const Row& row);

@@ -142,8 +142,8 @@ void chron_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   }
 }
 
-void checked_rows(Collection& collection, const VerbSwitches&, const Add& add) {
-  check_rows(collection, add);
+void checked_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
+  check_rows(collection, switches.this_year, add);
 }
 
 // --- How grave a row is.
@@ -219,7 +219,7 @@ const std::vector<Verb>& table() {
        corr_rows,
        of_segment},
       {{"chron", {file, "year", "value", "depth"}}, "the chronology of each file", chron_rows, of_figures},
-      {{"check", {file, "line", series, "check", "severity", "from", "to", "value", "message"}},
+      {{"check", {file, "line", series, "check", "severity", "from", "to", "value", "message", "column"}},
        "what was read and how, and what was not",
        checked_rows,
        of_check}};
