@@ -6,6 +6,7 @@
 #include <memory>
 #include <set>
 
+#include "apps/copies.h"
 #include "apps/output.h"
 #include "apps/progress.h"
 #include "apps/vorn_request.h"
@@ -64,12 +65,14 @@ struct Written {
   bool any_was_read = false;
   std::set<std::string> series = {};  // of all files, where only some are asked for
   int failed = 0;                     // the error number of the first write that failed
+  bool copies_lack = false;           // a copy was wanted and is not there
 };
 
 // Works on all files, until one is not taken any more.
 Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, const std::ostream& out) {
   vorn::InputFiles files(request.files);
   vorn::Progress progress(request.quiet ? 0 : request.files.size(), request.output.empty());
+  vorn::Copies copies(request.repair_folder, request.quiet);
   std::size_t files_done = 0;
   Written written;
   vorn::Work(request, files).run([&](const vorn::Answer& answer) {
@@ -86,6 +89,7 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
       return false;
     }
     written.grave = written.grave || is_grave(request, answer);
+    written.copies_lack = !copies.take(request.files[files_done], answer.repair) || written.copies_lack;
     progress.at(++files_done);
     return true;
   });
@@ -108,6 +112,7 @@ int run(const vorn::Request& request, bool grave) {
   const Written written = write_rows(request, writer, out.stream());
   writer.end();
   say_what_is_not_there(request, written);
+  if (written.copies_lack) return out.end(vorn::cannot_go_on, written.failed);
   const int status = grave || written.grave ? vorn::found : vorn::done;
   return out.end(written.any_was_read ? status : vorn::cannot_go_on, written.failed);
 }

@@ -5,9 +5,12 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <utility>
 
 #include "apps/commands.h"
+#include "apps/copies.h"
 #include "apps/options.h"
+#include "records/disk_files.h"
 
 namespace vorn {
 namespace {
@@ -18,7 +21,8 @@ constexpr int most_threads = 64;
 struct Typed {
   TypedOutput output;
   std::string grid = "report", fail_on, reference;
-  bool no_spline = false, no_ar = false, no_log = false, no_narrow = false;
+  std::string unit;
+  bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false;
   std::optional<int> step, overlap, farthest_lag, year;
 };
 
@@ -100,8 +104,12 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
             ->allow_extra_args(false),
         "FILE");
   }
-  if (verb == "check")
+  if (verb == "check") {
     add_number(app, "--year", typed.year, 1, 9999, "rings behind this year are told; at first that of today");
+    app.add_flag("--repair", typed.repair, "writes copies that are read whole to the folder that -o names");
+    add_choice(app, "--unit", typed.unit, {"hundredths", "thousandths"},
+               "repair: of series without an end mark, of a millimetre");
+  }
   // Of fewer years in common site tells nothing.
   if (verb == "site") add_segments(app, least_years_in_common, request, typed);
   if (verb == "corr") {
@@ -160,6 +168,23 @@ std::string set_segments(Request& request, const Typed& typed) {
   return "";
 }
 
+// Why nothing can be repaired as it was typed, or nothing.
+std::string take_repair(Request& request, const Typed& typed) {
+  if (!typed.unit.empty()) request.repair_choices.unit = typed.unit == "thousandths" ? 1000.0 : 100.0;
+  if (!typed.repair) return typed.unit.empty() ? "" : "--unit goes with --repair";
+  request.repair_folder = std::exchange(request.output, "");
+  if (request.repair_folder.empty()) return "--repair needs a folder: -o DIR";
+  FileKind kind{};
+  DiskFiles files;
+  if (files.look_at(request.repair_folder, kind) || kind != FileKind::folder)
+    return "-o " + request.repair_folder + " is no folder";
+  for (const std::string& name : request.files) {
+    if (name == "-") return "--repair takes files that have a name";
+    refuse_to_overwrite(request.files, path_of_copy(request.repair_folder, name));
+  }
+  return "";
+}
+
 std::string take(Request& request, const Typed& typed) {
   if (request.command) return "";
   request.format = typed.output.as();
@@ -177,6 +202,7 @@ std::string take(Request& request, const Typed& typed) {
   const auto from_input = std::ranges::count(request.references, "-");
   if (from_input > 1 || (from_input == 1 && std::ranges::count(request.files, "-") > 0))
     return "only one of all files can be standard input";
+  if (std::string wrong = take_repair(request, typed); !wrong.empty()) return wrong;
   refuse_to_overwrite(request.files, request.output);
   refuse_to_overwrite(request.references, request.output);
   const bool of_lags = typed.farthest_lag || !typed.reference.empty();

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/repair.h"
 #include "batch/table.h"
 #include "batch/verbs.h"
 
@@ -30,6 +31,8 @@ struct Request {
   int threads = 1;
   bool quiet = false;
   std::optional<Severity> fail_on;
+  std::string repair_folder;  // check: where copies go that are taken whole; none are made where it is empty
+  RepairChoices repair_choices;
 };
 
 // Fills `request`. Answers what the program ends with where there is nothing left to do: help was asked for

@@ -34,6 +34,10 @@ Answer answer_of(const Request& request, Files& files, const std::string& file) 
     request.verb->rows(collection, request.switches, [&](const Row& row) {
       if (is_wanted(request, row)) answer.rows.push_back(row);
     });
+    if (!request.repair_folder.empty()) {
+      if (const auto bytes = collection.bytes())
+        answer.repair = repaired(collection, *bytes, request.repair_choices);
+    }
   } catch (const std::exception& failure) {
     answer.words.push_back(file + ": " + failure.what());
   }

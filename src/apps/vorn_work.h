@@ -38,6 +38,7 @@ struct Answer {
   std::vector<Row> rows;
   std::vector<std::string> words;
   std::vector<std::string> series;  // that the file has, where only some are asked for
+  Repair repair;                    // where copies are wanted
   bool was_read = false;            // anything of the file
   bool is_ready = false;
 };

@@ -25,10 +25,10 @@ using FindingValue = std::variant<std::monostate, std::string, std::int64_t, dou
 
 struct FileFinding {
   const FindingKind* kind = nullptr;
-  std::int64_t line = 0;              // from 1; 0 where it is about no line
-  std::int64_t from = 0, to = 0;      // the lines concerned; 0 where there are none, `to` also to the end
-  int column = 0;                     // from 1; 0 where it is about none
-  std::string series = {};            // as the file has it, without blanks around it
+  std::int64_t line = 0;          // from 1; 0 where it is about no line
+  std::int64_t from = 0, to = 0;  // the lines concerned; 0 where there are none, `to` also to the end
+  int column = 0;                 // from 1; 0 where it is about none
+  std::string series = {};        // as the file has it, without blanks around it
   FindingValue value = {};
   std::string words = {};
 };

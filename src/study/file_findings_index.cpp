@@ -42,6 +42,10 @@ std::int64_t decade_of_label(std::int64_t label) {
   return rest < 0 ? label - rest - years_a_line : label - rest;
 }
 
+FileFinding about(const IndexDecade& decade, const FindingKind* of) {
+  return {.kind = of, .line = decade.line, .from = decade.line, .to = decade.line, .series = decade.site};
+}
+
 class IndexAudit {
  public:
   IndexAudit(const FileTaken& file, FindingList& found) : file_(file), found_(found) {}
@@ -51,12 +55,11 @@ class IndexAudit {
 
  private:
   bool is_taken(std::int64_t year) const {
-    return year >= file_.first_year && year - file_.first_year < static_cast<std::int64_t>(std::min(file_.indices.size(), file_.depths.size()));
+    return year >= file_.first_year &&
+           year - file_.first_year <
+               static_cast<std::int64_t>(std::min(file_.indices.size(), file_.depths.size()));
   }
   std::size_t place(std::int64_t year) const { return static_cast<std::size_t>(year - file_.first_year); }
-  FileFinding about(const IndexDecade& decade, const FindingKind* of) const {
-    return {.kind = of, .line = decade.line, .from = decade.line, .to = decade.line, .series = decade.site};
-  }
   void look_at_none(const IndexDecade& decade, std::int64_t read_as);
   void look_at_label(const IndexDecade& decade, std::int64_t read_as);
   void look_at_values(const IndexDecade& decade, std::int64_t read_as);
@@ -75,7 +78,9 @@ void IndexAudit::look_at_none(const IndexDecade& decade, std::int64_t read_as) {
   FileFinding one = about(decade, decade.is_blank ? kind("blank-decade") : kind("statistics-line"));
   one.series.clear();
   one.value = read_as;
-  one.words = std::string(decade.is_blank ? "an empty line" : "a line that is no decade, of statistics more likely,") + " is read as ten years from " + std::to_string(read_as) + " on";
+  one.words = std::string(decade.is_blank ? "an empty line"
+                                          : "a line that is no decade, of statistics more likely,") +
+              " is read as ten years from " + std::to_string(read_as) + " on";
   found_.add(one);
 }
 
@@ -86,7 +91,8 @@ void IndexAudit::look_at_label(const IndexDecade& decade, std::int64_t read_as) 
   if (off == before || first_) return;
   FileFinding one = about(decade, kind("other-label"));
   one.value = decade.label;
-  one.words = "the line says " + std::to_string(decade.label) + " and is read as the decade from " + std::to_string(read_as) + " on: labels behind the first line are not looked at";
+  one.words = "the line says " + std::to_string(decade.label) + " and is read as the decade from " +
+              std::to_string(read_as) + " on: labels behind the first line are not looked at";
   found_.add(one);
 }
 
@@ -117,12 +123,21 @@ void IndexAudit::look_at(const IndexDecade& decade, std::int64_t read_as) {
 }
 
 void IndexAudit::end() {
-  const auto tell = [&](const FindingKind* of, const Years& years, std::int64_t line, std::string_view words) {
+  const auto tell = [&](const FindingKind* of, const Years& years, std::int64_t line,
+                        std::string_view words) {
     if (years.empty()) return;
-    found_.add({.kind = of, .line = line, .from = line, .to = line, .value = static_cast<std::int64_t>(years.size()), .words = std::string(words) + spans_words(years)});
+    found_.add({.kind = of,
+                .line = line,
+                .from = line,
+                .to = line,
+                .value = static_cast<std::int64_t>(years.size()),
+                .words = std::string(words) + spans_words(years)});
   };
   const bool passed_over = file_.first_year <= 0 && file_.first_year % years_a_line == 0;
-  tell(passed_over ? kind("year-0-first") : kind("lost-rings"), lost_, lost_line_, passed_over ? "of a chronology that begins in year 0, -10, -20 and so on the first line is passed over: " : "years not read: ");
+  tell(passed_over ? kind("year-0-first") : kind("lost-rings"), lost_, lost_line_,
+       passed_over
+           ? "of a chronology that begins in year 0, -10, -20 and so on the first line is passed over: "
+           : "years not read: ");
   tell(kind("changed-rings"), changed_, 0, "indices read otherwise than they stand there: ");
   Years inside, behind;
   for (const std::int64_t year : fillers_) {
@@ -135,12 +150,29 @@ void IndexAudit::end() {
   tell(kind("filler-at-the-end"), behind, 0, "years without data at the end that are not cut off: ");
 }
 
+// Ring widths whose lines are as long as those of indices: the length alone tells them apart.
+std::vector<CoreLines> widths_among(std::span<const FileLine> lines, std::size_t from) {
+  std::vector<CoreLines> cores = cores_on(lines, from);
+  std::size_t decades = 0;
+  for (const CoreLines& core : cores) {
+    for (const DecadeLine& decade : core.decades) {
+      const bool is_good =
+          decade.in_columns && !decade.is_shifted && !decade.run_together &&
+          std::ranges::find(decade.fields, DecadeField::Kind::bad, &DecadeField::kind) == decade.fields.end();
+      decades += is_good ? 1 : 0;
+    }
+  }
+  if (2 * decades <= lines.size() - from) cores.clear();
+  return cores;
+}
+
 }  // namespace
 
 void add_index_findings(const FileTaken& file, std::span<const FileLine> lines, FindingList& found) {
   IndexAudit audit(file, found);
   const auto from = std::min(static_cast<std::size_t>(std::max(file.decided.header_lines, 0)), lines.size());
   if (from == lines.size()) return;
+  if (const auto cores = widths_among(lines, from); !cores.empty()) return add_lost_cores(file, cores, found);
   // The reader counts decades from that of the first year on; of years of 0 and below that end in 0 it is the
   // one before.
   std::int64_t read_as = decade_of_label(file.first_year);

@@ -17,7 +17,11 @@ std::string plain(const Name& name) {
 }
 
 FileFinding about(const SeriesRead& series, const FindingKind* of) {
-  return {.kind = of, .line = series.first_line, .from = series.first_line, .to = series.last_line, .series = plain(series.name)};
+  return {.kind = of,
+          .line = series.first_line,
+          .from = series.first_line,
+          .to = series.last_line,
+          .series = plain(series.name)};
 }
 
 std::optional<double> number_of(std::string_view word) {
@@ -56,7 +60,11 @@ CoreAsWritten as_written(const SeriesRead& series, const SeriesView& core, const
 class RecordAudit {
  public:
   RecordAudit(const FileTaken& file, std::span<const FileLine> lines, std::size_t series, FindingList& found)
-      : file_(file), series_(file.decided.series[series]), core_(file.cores[series]), lines_(lines), found_(found) {}
+      : file_(file),
+        series_(file.decided.series[series]),
+        core_(file.cores[series]),
+        lines_(lines),
+        found_(found) {}
   void look();
 
  private:
@@ -78,7 +86,9 @@ class RecordAudit {
 
 std::optional<std::int64_t> key_number(std::string_view text, const KeyedLine& keyed) {
   if (!keyed.begins(text)) return std::nullopt;
-  const auto number = number_of(trimmed(text.substr(std::min<std::size_t>(text.size(), static_cast<std::size_t>(keyed.first) - 1), static_cast<std::size_t>(keyed.last - keyed.first) + 1)));
+  const auto number = number_of(
+      trimmed(text.substr(std::min<std::size_t>(text.size(), static_cast<std::size_t>(keyed.first) - 1),
+                          static_cast<std::size_t>(keyed.last - keyed.first) + 1)));
   if (!number || !(std::abs(*number) < 1e6)) return std::nullopt;
   return static_cast<std::int64_t>(*number);
 }
@@ -90,9 +100,15 @@ void RecordAudit::look_at_keys(std::span<const FileLine> keys) {
     if (const auto number = key_number(line.text, heidelberg::last_year_key)) last = number;
     if (const auto number = key_number(line.text, heidelberg::length_key)) length = number;
   }
-  if (!first && !last) tell(kind("no-date"), core_.first, "no date: dated as from year " + std::to_string(core_.first) + " on");
+  if (!first && !last)
+    tell(kind("no-date"), core_.first, "no date: dated as from year " + std::to_string(core_.first) + " on");
   if (first && last && length && *last - *first + 1 != *length)
-    tell(kind("dates-disagree"), core_.first, std::to_string(*first) + " to " + std::to_string(*last) + " are not " + counted(*length, "ring", "rings") + "; it is read as from " + std::to_string(core_.first) + " on" + (*first < 0 && *last > 0 && *last - *first == *length ? " (who wrote it counts no year 0)" : ""));
+    tell(
+        kind("dates-disagree"), core_.first,
+        std::to_string(*first) + " to " + std::to_string(*last) + " are not " +
+            counted(*length, "ring", "rings") + "; it is read as from " + std::to_string(core_.first) +
+            " on" +
+            (*first < 0 && *last > 0 && *last - *first == *length ? " (who wrote it counts no year 0)" : ""));
 }
 
 void RecordAudit::look_at_values(std::span<const FileLine> values) {
@@ -102,27 +118,40 @@ void RecordAudit::look_at_values(std::span<const FileLine> values) {
   std::vector<std::int64_t> changed;
   for (std::size_t k = 0; k < both; ++k) {
     const std::int64_t year = core_.first + static_cast<std::int64_t>(k);
-    const bool same = core_.has(year) ? std::abs(core_.values[k] - numbers[k] / series_.unit) < 1e-9 : numbers[k] < 0;
+    const bool same =
+        core_.has(year) ? std::abs(core_.values[k] - numbers[k] / series_.unit) < 1e-9 : numbers[k] < 0;
     if (!same) changed.push_back(year);
   }
-  if (!changed.empty()) tell(kind("changed-rings"), static_cast<std::int64_t>(changed.size()), "rings read otherwise than they stand there, " + spans_words(changed));
-  const auto filled = static_cast<std::int64_t>(std::find_if(numbers.rbegin(), numbers.rend(), [](double number) { return number != 0; }).base() - numbers.begin());
+  if (!changed.empty())
+    tell(kind("changed-rings"), static_cast<std::int64_t>(changed.size()),
+         "rings read otherwise than they stand there, " + spans_words(changed));
+  const auto filled = static_cast<std::int64_t>(
+      std::find_if(numbers.rbegin(), numbers.rend(), [](double number) { return number != 0; }).base() -
+      numbers.begin());
   const std::int64_t lost = filled - static_cast<std::int64_t>(rings);
   if (lost > 0)
-    tell(rings == 0 ? kind("lost-series") : kind("lost-rings"), lost, counted(filled, "value stands", "values stand") + " there, and " + counted(static_cast<std::int64_t>(rings), "ring is", "rings are") + " read, as its length says");
+    tell(rings == 0 ? kind("lost-series") : kind("lost-rings"), lost,
+         counted(filled, "value stands", "values stand") + " there, and " +
+             counted(static_cast<std::int64_t>(rings), "ring is", "rings are") + " read, as its length says");
   if (rings > numbers.size())
-    tell(kind("invented-rings"), static_cast<std::int64_t>(rings - numbers.size()), "its length says " + counted(static_cast<std::int64_t>(rings), "ring", "rings") + ", and " + counted(static_cast<std::int64_t>(numbers.size()), "value stands", "values stand") + " there; the others are read as 0");
+    tell(kind("invented-rings"), static_cast<std::int64_t>(rings - numbers.size()),
+         "its length says " + counted(static_cast<std::int64_t>(rings), "ring", "rings") + ", and " +
+             counted(static_cast<std::int64_t>(numbers.size()), "value stands", "values stand") +
+             " there; the others are read as 0");
 }
 
 void RecordAudit::look() {
-  const auto own = lines_.first(std::min(lines_.size(), static_cast<std::size_t>(series_.last_line - series_.first_line) + 1));
+  const auto own = lines_.first(
+      std::min(lines_.size(), static_cast<std::size_t>(series_.last_line - series_.first_line) + 1));
   std::size_t data = 0;
   while (data < own.size() && !heidelberg::data_key.begins(own[data].text)) ++data;
   look_at_keys(own.first(data));
   if (data == own.size()) return;
   const std::string_view marked = own[data].text;
-  if (marked.find("Double") != std::string_view::npos || marked.find("Quadro") != std::string_view::npos || marked.find("Chrono") != std::string_view::npos)
-    return tell(kind("pairs"), 0, quoted(marked) + ": a width and other numbers take turns, and all are read as widths");
+  if (marked.find("Double") != std::string_view::npos || marked.find("Quadro") != std::string_view::npos ||
+      marked.find("Chrono") != std::string_view::npos)
+    return tell(kind("pairs"), 0,
+                quoted(marked) + ": a width and other numbers take turns, and all are read as widths");
   look_at_values(lines_.subspan(data + 1));
 }
 
@@ -142,7 +171,8 @@ void add_cores(const FileTaken& file, std::span<const std::string> names, Findin
 
 std::vector<std::string> names_of(const FileTaken& file) {
   std::vector<std::string> names;
-  for (std::size_t k = 0; k < std::min(file.cores.size(), file.decided.series.size()); ++k) names.push_back(plain(file.decided.series[k].name));
+  for (std::size_t k = 0; k < std::min(file.cores.size(), file.decided.series.size()); ++k)
+    names.push_back(plain(file.decided.series[k].name));
   return names;
 }
 
@@ -151,9 +181,11 @@ std::vector<std::string> names_of(const FileTaken& file) {
 // Values a line, by an edit format such as "(19F4.0)"; 0 where it does not say.
 std::int64_t values_a_line(std::string_view header) {
   const LayoutField& field = compact::header_fields.back();
-  const std::string_view format = header.substr(std::min<std::size_t>(static_cast<std::size_t>(field.first) - 1, header.size()));
+  const std::string_view format =
+      header.substr(std::min<std::size_t>(static_cast<std::size_t>(field.first) - 1, header.size()));
   std::int64_t count = 0;
-  for (std::size_t k = 1; k < format.size() && format[k] >= '0' && format[k] <= '9' && count < 1000; ++k) count = 10 * count + (format[k] - '0');
+  for (std::size_t k = 1; k < format.size() && format[k] >= '0' && format[k] <= '9' && count < 1000; ++k)
+    count = 10 * count + (format[k] - '0');
   return count;
 }
 
@@ -168,10 +200,16 @@ void add_heidelberg_findings(const FileTaken& file, std::span<const FileLine> li
     if (cut.why != NotTaken::cut_header) continue;
     // What stands in such a header may be the rest of the values before it, or a record of its own.
     const auto rest = lines_from(lines, cut.first);
-    const auto name = std::ranges::find_if(rest, [](const FileLine& line) { return heidelberg::name_key.begins(line.text); });
+    const auto name = std::ranges::find_if(
+        rest, [](const FileLine& line) { return heidelberg::name_key.begins(line.text); });
     if (name == rest.end()) continue;
     const auto from = static_cast<std::size_t>(heidelberg::name_key.first) - 1;
-    found.add({.kind = kind("lost-series"), .line = cut.first, .from = cut.first, .to = cut.last, .series = std::string(trimmed(name->text.substr(std::min(from, name->text.size())))), .words = "the file ends in its header"});
+    found.add({.kind = kind("lost-series"),
+               .line = cut.first,
+               .from = cut.first,
+               .to = cut.last,
+               .series = std::string(trimmed(name->text.substr(std::min(from, name->text.size())))),
+               .words = "the file ends in its header"});
   }
 }
 
@@ -186,19 +224,29 @@ void add_compact_findings(const FileTaken& file, std::span<const FileLine> lines
     if (a_line == 0 || held >= series.rings) continue;
     FileFinding one = about(series, kind("invented-rings"));
     one.value = series.rings - held;
-    one.words = "its header says " + counted(series.rings, "ring", "rings") + ", and the file ends before they do; the others are read as 0";
+    one.words = "its header says " + counted(series.rings, "ring", "rings") +
+                ", and the file ends before they do; the others are read as 0";
     found.add(one);
   }
   add_cores(file, names, found);
   for (const LinesNotTaken& behind : file.decided.not_taken) {
-    if (behind.why != NotTaken::behind_end && behind.why != NotTaken::series_limit && behind.why != NotTaken::no_room) continue;
+    if (behind.why != NotTaken::behind_end && behind.why != NotTaken::series_limit &&
+        behind.why != NotTaken::no_room)
+      continue;
     const auto rest = lines_from(lines, behind.first);
     for (std::size_t k = 0; k < rest.size(); ++k) {
       const std::string_view text = rest[k].text;
       const LayoutField& field = compact::header_fields[4];
       if (!is_compact(FirstLine(text))) continue;
       const std::int64_t line = behind.first + static_cast<std::int64_t>(k);
-      found.add({.kind = kind("lost-series"), .line = line, .from = line, .to = line, .series = std::string(trimmed(text.substr(static_cast<std::size_t>(field.first) - 1, static_cast<std::size_t>(field.width())))), .words = "none of its rings is read: the reading ended in line " + std::to_string(behind.first)});
+      found.add(
+          {.kind = kind("lost-series"),
+           .line = line,
+           .from = line,
+           .to = line,
+           .series = std::string(trimmed(text.substr(static_cast<std::size_t>(field.first) - 1,
+                                                     static_cast<std::size_t>(field.width())))),
+           .words = "none of its rings is read: the reading ended in line " + std::to_string(behind.first)});
     }
   }
 }

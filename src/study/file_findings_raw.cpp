@@ -26,7 +26,7 @@ FileFinding about(const CoreLines& core, const FindingKind* of, std::int64_t lin
 struct CoreAudit {
   Years lost, changed, empty;
   std::vector<std::int64_t> lost_lines;
-  std::int64_t rings = 0;  // that the file has
+  std::int64_t rings = 0;                            // that the file has
   std::optional<std::int64_t> from_year, read_from;  // where the first was dated otherwise
   std::int64_t moved_line = 0;
   double read_unit = 0;  // where it is not that of the core's end mark
@@ -51,7 +51,7 @@ class RawAudit {
 
   const FileTaken& file_;
   FindingList& found_;
-  std::vector<std::int64_t> met_;                    // of each series, rings that stand in the file
+  std::vector<std::int64_t> met_;                   // of each series, rings that stand in the file
   std::vector<std::optional<std::int64_t>> moved_;  // by how many years each was dated otherwise
 };
 
@@ -66,7 +66,8 @@ std::optional<std::size_t> RawAudit::series_on(std::int64_t line) const {
 }
 
 // By how many years the series was dated otherwise than its first line says.
-void RawAudit::look_at_start(const DecadeLine& decade, std::size_t series, const CoreLines& core, CoreAudit& audit) {
+void RawAudit::look_at_start(const DecadeLine& decade, std::size_t series, const CoreLines& core,
+                             CoreAudit& audit) {
   if (!moved_[series]) {
     moved_[series] = file_.cores[series].first - decade.year;
     if (*moved_[series] != 0 && !audit.read_from) {
@@ -135,6 +136,8 @@ void RawAudit::look_at_decade(const CoreLines& core, std::size_t k, CoreAudit& a
 // Why the rings of a line were not taken.
 std::string RawAudit::cause_of(std::int64_t line) const {
   if (found_.is_full()) return "";  // it would not be given
+  if (file_.recognition.layout == Layout::tucson_index)
+    return "lines of 80 columns are taken for a chronology";
   if (file_.recognition.layout != Layout::tucson_raw) return "the layout is not recognised";
   for (const LinesNotTaken& lines : file_.decided.not_taken) {
     const bool is_on = line >= lines.first && (lines.last == LinesNotTaken::to_the_end || line <= lines.last);
@@ -161,7 +164,9 @@ void RawAudit::tell(const CoreLines& core, const CoreAudit& audit) {
     one.line = one.from = audit.lost_lines.front();
     one.to = audit.lost_lines.back();
     one.value = lost;
-    one.words = (lost == audit.rings ? "none of its " + counted(lost, "ring", "rings") + " is read, " : counted(lost, "ring", "rings") + " of " + std::to_string(audit.rings) + " not read, ") +
+    one.words = (lost == audit.rings ? "none of its " + counted(lost, "ring", "rings") + " is read, "
+                                     : counted(lost, "ring", "rings") + " of " + std::to_string(audit.rings) +
+                                           " not read, ") +
                 spans_words(audit.lost) + ": " + cause_of(audit.lost_lines.front());
     found_.add(one);
   }
@@ -180,12 +185,16 @@ void RawAudit::tell(const CoreLines& core, const CoreAudit& audit) {
   if (audit.read_from) {
     FileFinding one = about(core, kind("wrong-years"), audit.moved_line);
     one.value = *audit.read_from;
-    one.words = "begins in " + std::to_string(*audit.from_year) + " and is read as from " + std::to_string(*audit.read_from) + " on";
+    one.words = "begins in " + std::to_string(*audit.from_year) + " and is read as from " +
+                std::to_string(*audit.read_from) + " on";
     found_.add(one);
   }
   if (audit.read_unit > 0) {
     FileFinding one = about(core, kind("wrong-unit"), audit.unit_line);
-    one.words = "widths in " + std::string(*core.unit == 1000 ? "thousandths are read as hundredths" : "hundredths are read as thousandths") + " of a millimetre";
+    one.words = "widths in " +
+                std::string(*core.unit == 1000 ? "thousandths are read as hundredths"
+                                               : "hundredths are read as thousandths") +
+                " of a millimetre";
     found_.add(one);
   }
 }
@@ -203,9 +212,14 @@ void RawAudit::add_invented() {
     const auto rings = static_cast<std::int64_t>(file_.cores[k].values.size());
     const bool is_core = moved_[k].has_value();  // at least one of its lines is a decade
     if (is_core && rings <= met_[k]) continue;
-    FileFinding one{.kind = kind("invented-rings"), .line = series.first_line, .from = series.first_line, .to = series.last_line, .series = std::string(series.name.trimmed())};
+    FileFinding one{.kind = kind("invented-rings"),
+                    .line = series.first_line,
+                    .from = series.first_line,
+                    .to = series.last_line,
+                    .series = std::string(series.name.trimmed())};
     one.value = rings - met_[k];
-    one.words = is_core ? counted(rings - met_[k], "ring", "rings") + " that no line holds" : "a series is made of lines that are no decades";
+    one.words = is_core ? counted(rings - met_[k], "ring", "rings") + " that no line holds"
+                        : "a series is made of lines that are no decades";
     found_.add(one);
   }
 }
@@ -226,21 +240,27 @@ void add_marks(const CoreLines& core, FindingList& found) {
     std::size_t first = 0;
     while (first < core.rings_on(k) && !is_mark(core, decade.fields[first])) ++first;
     if (first < core.rings_on(k)) {
-      const bool doubled = is_last && core.mark && std::all_of(decade.fields.begin() + static_cast<std::ptrdiff_t>(first), decade.fields.begin() + static_cast<std::ptrdiff_t>(*core.mark), [&](const DecadeField& field) { return is_mark(core, field); });
+      const bool doubled = is_last && core.mark &&
+                           std::all_of(decade.fields.begin() + static_cast<std::ptrdiff_t>(first),
+                                       decade.fields.begin() + static_cast<std::ptrdiff_t>(*core.mark),
+                                       [&](const DecadeField& field) { return is_mark(core, field); });
       FileFinding one = about(core, doubled ? kind("two-end-marks") : kind("mark-inside"), decade.line);
       one.column = decade.fields[first].column;
       one.value = std::int64_t{decade.fields[first].number};
-      one.words = doubled ? "the last of several end marks counts: those before it are read as rings" : "looks like an end mark and is read as a ring";
+      one.words = doubled ? "the last of several end marks counts: those before it are read as rings"
+                          : "looks like an end mark and is read as a ring";
       found.add(one);
     }
     if (!is_last || !core.mark) continue;
     const auto behind = std::span(decade.fields).subspan(*core.mark + 1);
-    const auto lost = std::ranges::count_if(behind, [](const DecadeField& field) { return field.kind != DecadeField::Kind::empty; });
+    const auto lost = std::ranges::count_if(
+        behind, [](const DecadeField& field) { return field.kind != DecadeField::Kind::empty; });
     if (lost == 0) continue;
     FileFinding one = about(core, kind("behind-mark"), decade.line);
     one.column = behind.front().column;
     one.value = static_cast<std::int64_t>(lost);
-    one.words = counted(static_cast<std::int64_t>(lost), "field", "fields") + " behind the end mark are not read";
+    one.words =
+        counted(static_cast<std::int64_t>(lost), "field", "fields") + " behind the end mark are not read";
     found.add(one);
   }
 }
@@ -249,9 +269,11 @@ void add_years(const CoreLines& core, FindingList& found) {
   for (std::size_t k = 0; k + 1 < core.decades.size(); ++k) {
     const std::int64_t next = core.decades[k].next_year(), is = core.decades[k + 1].year;
     if (is == next) continue;
-    FileFinding one = about(core, is < next ? kind("years-out-of-order") : kind("decades-do-not-follow"), core.decades[k + 1].line);
+    FileFinding one = about(core, is < next ? kind("years-out-of-order") : kind("decades-do-not-follow"),
+                            core.decades[k + 1].line);
     one.value = is;
-    one.words = std::to_string(next) + " would follow, not " + std::to_string(is) + ": a series of its own begins here";
+    one.words = std::to_string(next) + " would follow, not " + std::to_string(is) +
+                ": a series of its own begins here";
     found.add(one);
   }
 }
@@ -313,7 +335,8 @@ bool is_blank(const FileLine& line) {
 }
 
 // Runs of lines with words that are no decade, behind the header lines.
-void add_other_lines(const FileTaken& file, std::span<const FileLine> lines, std::span<const CoreLines> cores, FindingList& found) {
+void add_other_lines(const FileTaken& file, std::span<const FileLine> lines, std::span<const CoreLines> cores,
+                     FindingList& found) {
   std::vector<bool> is_decade(lines.size() + 1);
   for (const CoreLines& core : cores) {
     for (const DecadeLine& decade : core.decades) is_decade[static_cast<std::size_t>(decade.line)] = true;
@@ -326,7 +349,10 @@ void add_other_lines(const FileTaken& file, std::span<const FileLine> lines, std
     FileFinding one{.kind = kind("no-decade"), .line = static_cast<std::int64_t>(k) + 1};
     one.from = one.line;
     one.to = static_cast<std::int64_t>(last) + 1;
-    one.words = (last > k ? counted(static_cast<std::int64_t>(last - k) + 1, "line", "lines") + " among the data are no decades: " : "a line among the data is no decade: ") + quoted(lines[k].text);
+    one.words = (last > k ? counted(static_cast<std::int64_t>(last - k) + 1, "line", "lines") +
+                                " among the data are no decades: "
+                          : "a line among the data is no decade: ") +
+                quoted(lines[k].text);
     found.add(one);
     k = last;
   }
@@ -349,7 +375,8 @@ void add_behind_columns(const FileTaken& file, std::span<const FileLine> lines, 
   }
   if (count == 0) return;
   one.value = count;
-  one.words = "what stands behind column " + std::to_string(last_column) + " is not read, on " + counted(count, "line", "lines");
+  one.words = "what stands behind column " + std::to_string(last_column) + " is not read, on " +
+              counted(count, "line", "lines");
   found.add(one);
 }
 
@@ -378,7 +405,13 @@ void add_raw_findings(const FileTaken& file, std::span<const FileLine> lines, Fi
   const std::size_t from = first_line_of_data(file, lines);
   const auto header_lines = static_cast<std::size_t>(std::max(file.decided.header_lines, 0));
   if (from < header_lines)
-    found.add({.kind = kind("header-is-data"), .line = static_cast<std::int64_t>(from) + 1, .from = static_cast<std::int64_t>(from) + 1, .to = static_cast<std::int64_t>(header_lines), .words = "data are taken for header lines, since the first of them is not as long as its year asks for"});
+    found.add(
+        {.kind = kind("header-is-data"),
+         .line = static_cast<std::int64_t>(from) + 1,
+         .from = static_cast<std::int64_t>(from) + 1,
+         .to = static_cast<std::int64_t>(header_lines),
+         .words =
+             "data are taken for header lines, since the first of them is not as long as its year asks for"});
   const std::vector<CoreLines> cores = cores_on(lines, from);
   add_lost_cores(file, cores, found);
   std::vector<CoreAsWritten> written;

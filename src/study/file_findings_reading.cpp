@@ -62,7 +62,8 @@ WhyLinesNotTaken why(NotTaken reason) {
 std::string unit_text(double unit) {
   if (!(unit > 0)) return "unknown unit ";
   std::array<char, 32> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), unit, std::chars_format::general, 6).ptr;
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), unit, std::chars_format::general, 6).ptr;
   return "1/" + std::string(text.data(), end) + " mm ";
 }
 
@@ -77,7 +78,8 @@ FileFinding about(const SeriesRead& series, const FindingKind* of) {
 void add_series(const SeriesRead& series, FindingList& found) {
   FileFinding one = about(series, kind("series"));
   one.value = std::int64_t{series.rings};
-  one.words = counted(series.rings, "ring", "rings") + " in " + unit_text(series.unit) + std::string(unit_words(series.unit_by));
+  one.words = counted(series.rings, "ring", "rings") + " in " + unit_text(series.unit) +
+              std::string(unit_words(series.unit_by));
   found.add(one);
   if (series.unit_by == UnitBy::no_mark) {
     one = about(series, kind("no-end-mark"));
@@ -112,12 +114,20 @@ bool is_blank(const FileLine& line) {
 }
 
 // Behind the line that ends the file: data, words or nothing.
-void add_behind_end(const LinesNotTaken& behind, Layout layout, std::span<const FileLine> lines, FindingList& found) {
-  const auto from = std::min(static_cast<std::size_t>(std::max<std::int64_t>(behind.first - 1, 0)), lines.size());
+void add_behind_end(const LinesNotTaken& behind, Layout layout, std::span<const FileLine> lines,
+                    FindingList& found) {
+  const auto from =
+      std::min(static_cast<std::size_t>(std::max<std::int64_t>(behind.first - 1, 0)), lines.size());
   const auto rest = lines.subspan(from);
   const auto of_words = std::ranges::count_if(rest, [](const FileLine& line) { return !is_blank(line); });
-  const bool has_digits = std::ranges::any_of(rest, [](const FileLine& line) { return line.text.find_first_of("0123456789") != std::string_view::npos; });
-  FileFinding one{.kind = kind("blank-end"), .line = behind.first, .from = behind.first, .to = behind.last, .words = "lines of blanks end the file"};
+  const bool has_digits = std::ranges::any_of(rest, [](const FileLine& line) {
+    return line.text.find_first_of("0123456789") != std::string_view::npos;
+  });
+  FileFinding one{.kind = kind("blank-end"),
+                  .line = behind.first,
+                  .from = behind.first,
+                  .to = behind.last,
+                  .words = "lines of blanks end the file"};
   if (of_words > 0) {
     const bool has_data = layout == Layout::tucson_raw ? !cores_on(lines, from).empty() : has_digits;
     one.kind = has_data ? kind("behind-end") : kind("text-behind-end");
@@ -133,18 +143,30 @@ void add_reading_findings(const FileTaken& file, std::span<const FileLine> lines
   const LayoutRow* row = row_of(file.recognition.layout);
   if (!row) return;
   const ReadDecisions& decided = file.decided;
-  found.add({.kind = kind("layout"), .line = file.recognition.line, .value = std::string(row->name), .words = "by " + std::string(file.recognition.test)});
+  found.add({.kind = kind("layout"),
+             .line = file.recognition.line,
+             .value = std::string(row->name),
+             .words = "by " + std::string(file.recognition.test)});
   for (const SeriesRead& series : decided.series) add_series(series, found);
   add_units_by_mean(decided, found);
   for (const LinesNotTaken& behind : decided.not_taken) {
     if (behind.why == NotTaken::behind_end) add_behind_end(behind, decided.layout, lines, found);
     const auto [of, words] = why(behind.why);
-    if (of) found.add({.kind = of, .line = behind.first, .from = behind.first, .to = behind.last, .words = std::string(words)});
+    if (of)
+      found.add({.kind = of,
+                 .line = behind.first,
+                 .from = behind.first,
+                 .to = behind.last,
+                 .words = std::string(words)});
   }
   if (decided.more_not_taken > 0)
-    found.add({.kind = kind("more"), .value = static_cast<std::int64_t>(decided.more_not_taken), .words = "further lines were not taken"});
+    found.add({.kind = kind("more"),
+               .value = static_cast<std::int64_t>(decided.more_not_taken),
+               .words = "further lines were not taken"});
   if (decided.missing_rings > 0)
-    found.add({.kind = kind("missing-rings"), .value = std::int64_t{decided.missing_rings}, .words = "rings that the file marks as missing"});
+    found.add({.kind = kind("missing-rings"),
+               .value = std::int64_t{decided.missing_rings},
+               .words = "rings that the file marks as missing"});
 }
 
 }  // namespace vorn

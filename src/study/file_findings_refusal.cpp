@@ -3,8 +3,7 @@
 #include <array>
 
 #include "formats/layouts.h"
-#include "formats/tucson_index_layout.h"
-#include "formats/tucson_raw.h"
+#include "formats/tucson_index.h"
 #include "formats/tucson_raw_layout.h"
 #include "study/file_findings_parts.h"
 
@@ -15,16 +14,17 @@ struct ForeignStart {
   std::string_view bytes, what;
 };
 
-constexpr std::array foreign = {ForeignStart{"PK\x03\x04", "a zip archive, or a spreadsheet or document kept in one"},
-                                ForeignStart{"\xd0\xcf\x11\xe0", "a spreadsheet or document of an office program"},
-                                ForeignStart{"\x1f\x8b", "compressed by gzip"},
-                                ForeignStart{"%PDF", "a PDF document"},
-                                ForeignStart{"<?xml", "XML"},
-                                ForeignStart{"<!DOCTYPE", "a page of the web"},
-                                ForeignStart{"<html", "a page of the web"},
-                                ForeignStart{"{\\rtf", "a document of a word processor"},
-                                ForeignStart{"\xff\xfe", "text in UTF-16: save it as plain text"},
-                                ForeignStart{"\xfe\xff", "text in UTF-16: save it as plain text"}};
+constexpr std::array foreign = {
+    ForeignStart{"PK\x03\x04", "a zip archive, or a spreadsheet or document kept in one"},
+    ForeignStart{"\xd0\xcf\x11\xe0", "a spreadsheet or document of an office program"},
+    ForeignStart{"\x1f\x8b", "compressed by gzip"},
+    ForeignStart{"%PDF", "a PDF document"},
+    ForeignStart{"<?xml", "XML"},
+    ForeignStart{"<!DOCTYPE", "a page of the web"},
+    ForeignStart{"<html", "a page of the web"},
+    ForeignStart{"{\\rtf", "a document of a word processor"},
+    ForeignStart{"\xff\xfe", "text in UTF-16: save it as plain text"},
+    ForeignStart{"\xfe\xff", "text in UTF-16: save it as plain text"}};
 
 constexpr std::size_t lines_examined = 4;  // by the recognition of layouts
 constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
@@ -40,11 +40,8 @@ bool holds_cores(std::span<const CoreLines> cores, std::span<const FileLine> lin
 }
 
 bool has_decade_of_indices(std::span<const FileLine> lines) {
-  for (const FileLine& line : lines.first(std::min<std::size_t>(lines.size(), 500))) {
-    const LayoutRow* row = row_of(Layout::tucson_index);
-    if (row && row->test(FirstLine(line.text))) return true;
-  }
-  return false;
+  return std::ranges::any_of(lines.first(std::min<std::size_t>(lines.size(), 500)),
+                             [](const FileLine& line) { return is_index_decade(FirstLine(line.text)); });
 }
 
 bool is_known(std::string_view text) {
@@ -56,20 +53,25 @@ std::string length_words(const DecadeLine& decade, std::string_view text) {
   const LayoutField& widths = tucson_raw::fields.back();
   const auto years = static_cast<int>(decade.next_year() - decade.year);
   const int wanted = widths.first - 1 + years * (widths.width() / tucson_raw::values_a_line);
-  return "line " + std::to_string(decade.line) + " is " + std::to_string(trimmed(text).size()) + " columns long, and " + std::to_string(decade.year) + " asks for " + std::to_string(wanted);
+  return "line " + std::to_string(decade.line) + " is " + std::to_string(trimmed(text).size()) +
+         " columns long, and " + std::to_string(decade.year) + " asks for " + std::to_string(wanted);
 }
 
 std::string why_not_raw(const DecadeLine& first, std::span<const FileLine> lines) {
   const auto before = static_cast<std::size_t>(first.line) - 1;
   if (before >= lines_examined) {
-    const auto empty = std::ranges::count_if(lines.first(before), [](const FileLine& line) { return trimmed(line.text).empty(); });
-    return std::to_string(before) + " lines stand before the data, " + (empty > 0 ? std::to_string(empty) + " of them empty; " : "") + "three at most may";
+    const auto empty = std::ranges::count_if(lines.first(before),
+                                             [](const FileLine& line) { return trimmed(line.text).empty(); });
+    return std::to_string(before) + " lines stand before the data, " +
+           (empty > 0 ? std::to_string(empty) + " of them empty; " : "") + "three at most may";
   }
-  if (!first.in_columns) return "line " + std::to_string(first.line) + " begins the data and does not keep to the columns";
+  if (!first.in_columns)
+    return "line " + std::to_string(first.line) + " begins the data and does not keep to the columns";
   return length_words(first, lines[before].text);
 }
 
-std::string why_refused(const FileTaken& file, std::span<const FileLine> lines, std::span<const CoreLines> cores) {
+std::string why_refused(const FileTaken& file, std::span<const FileLine> lines,
+                        std::span<const CoreLines> cores) {
   for (const ForeignStart& start : foreign) {
     if (file.bytes.starts_with(start.bytes)) return std::string(start.what);
   }
@@ -79,10 +81,16 @@ std::string why_refused(const FileTaken& file, std::span<const FileLine> lines, 
     return "a byte order mark stands before the first line, which would be known without it";
   if (!cores.empty()) return why_not_raw(cores.front().decades.front(), lines);
   if (has_decade_of_indices(lines)) return "more than three lines stand before the decades of a chronology";
-  const auto header = std::ranges::find_if(lines, [](const FileLine& line) { return row_of(Layout::heidelberg)->test(FirstLine(line.text)); });
-  if (header != lines.end()) return "HEADER: does not stand in the first line, but in line " + std::to_string(header - lines.begin() + 1);
-  const auto compact = std::ranges::find_if(lines, [](const FileLine& line) { return row_of(Layout::compact)->test(FirstLine(line.text)); });
-  if (compact != lines.end()) return "the header of a compact series does not stand in the first line, but in line " + std::to_string(compact - lines.begin() + 1);
+  const auto header = std::ranges::find_if(
+      lines, [](const FileLine& line) { return row_of(Layout::heidelberg)->test(FirstLine(line.text)); });
+  if (header != lines.end())
+    return "HEADER: does not stand in the first line, but in line " +
+           std::to_string(header - lines.begin() + 1);
+  const auto compact = std::ranges::find_if(
+      lines, [](const FileLine& line) { return row_of(Layout::compact)->test(FirstLine(line.text)); });
+  if (compact != lines.end())
+    return "the header of a compact series does not stand in the first line, but in line " +
+           std::to_string(compact - lines.begin() + 1);
   return "none of its first four lines is that of a layout";
 }
 
@@ -91,7 +99,8 @@ std::string why_refused(const FileTaken& file, std::span<const FileLine> lines, 
 void add_refusal_findings(const FileTaken& file, std::span<const FileLine> lines, FindingList& found) {
   std::vector<CoreLines> cores = cores_on(lines, 0);
   if (!holds_cores(cores, lines)) cores.clear();
-  found.add({.kind = kind("layout", Effect::lost), .words = "no layout that is known: " + why_refused(file, lines, cores)});
+  found.add({.kind = kind("layout", Effect::lost),
+             .words = "no layout that is known: " + why_refused(file, lines, cores)});
   add_lost_cores(file, cores, found);
 }
 

@@ -8,7 +8,11 @@ namespace vorn {
 namespace {
 
 FileFinding about(const CoreAsWritten& core, const FindingKind* of) {
-  return {.kind = of, .line = core.line, .from = core.line, .to = core.last_line, .series = std::string(core.name)};
+  return {.kind = of,
+          .line = core.line,
+          .from = core.line,
+          .to = core.last_line,
+          .series = std::string(core.name)};
 }
 
 std::vector<std::int64_t> years_where(const CoreAsWritten& core, bool (*is_so)(double)) {
@@ -29,7 +33,8 @@ void add_zeros(const CoreAsWritten& core, FindingList& found) {
   if (core.values.front() != 0 && core.values.back() != 0) return;
   one.kind = kind("zeros-at-the-end");
   one.value = core.values.back() == 0 ? core.years.back() : core.years.front();
-  one.words = std::string(core.values.back() == 0 ? "ends" : "begins") + " in a width of 0: a filler more likely than a ring";
+  one.words = std::string(core.values.back() == 0 ? "ends" : "begins") +
+              " in a width of 0: a filler more likely than a ring";
   found.add(one);
 }
 
@@ -73,8 +78,8 @@ std::string years_words(const YearSpan& years) {
 void add_second(const CoreAsWritten& core, const CoreAsWritten& before, FindingList& found) {
   const YearSpan years = years_of(core), of_other = years_of(before);
   FileFinding one = about(core, kind("name-twice"));
-  one.words = "two series of one name: " + years_words(of_other) + " from line " + std::to_string(before.line) +
-              " on, and here " + years_words(years);
+  one.words = "two series of one name: " + years_words(of_other) + " from line " +
+              std::to_string(before.line) + " on, and here " + years_words(years);
   if (common(years, of_other).count() >= 1) {
     one.kind = kind("name-twice-same-years");
   } else if (years.first > of_other.last + 1) {

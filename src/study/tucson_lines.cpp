@@ -14,7 +14,7 @@ constexpr const LayoutField& name_columns = fields[0];
 constexpr const LayoutField& year_columns = fields[1];
 constexpr const LayoutField& width_columns = fields[2];
 constexpr int width_of_a_field = (width_columns.last - width_columns.first + 1) / values_a_line;
-constexpr std::size_t longest_name = 12;       // of a line whose name has outgrown its columns
+constexpr std::size_t longest_name = 12;          // of a line whose name has outgrown its columns
 constexpr std::size_t most_words_of_widths = 12;  // of a line that is not in columns
 constexpr std::string_view between_words = " \t,;";
 
@@ -51,7 +51,8 @@ DecadeField field_at(std::string_view text, int column) {
 
 bool is_full(std::string_view text, int column) {
   const std::string_view field = columns(text, column, width_of_a_field);
-  return field.size() == static_cast<std::size_t>(width_of_a_field) && field.find(' ') == std::string_view::npos;
+  return field.size() == static_cast<std::size_t>(width_of_a_field) &&
+         field.find(' ') == std::string_view::npos;
 }
 
 std::size_t count_of(const DecadeLine& decade, DecadeField::Kind kind) {
@@ -66,7 +67,8 @@ bool take_start(std::string_view text, DecadeLine& decade) {
   const auto year = whole_number(without_blanks_around(year_text));
   if (!year) return false;
   decade.year = *year;
-  const bool is_negative = name.size() == static_cast<std::size_t>(name_columns.width()) && name.back() == '-';
+  const bool is_negative =
+      name.size() == static_cast<std::size_t>(name_columns.width()) && name.back() == '-';
   if (is_negative) {
     decade.year = -decade.year;
     name.remove_suffix(1);
@@ -82,9 +84,11 @@ std::optional<DecadeLine> by_columns(std::string_view text, std::int64_t line) {
   for (int k = 0; k < values_a_line; ++k) {
     const int column = width_columns.first + k * width_of_a_field;
     decade.fields.push_back(field_at(text, column));
-    decade.run_together = decade.run_together || (k > 0 && is_full(text, column) && text[static_cast<std::size_t>(column) - 2] != ' ');
+    decade.run_together = decade.run_together || (k > 0 && is_full(text, column) &&
+                                                  text[static_cast<std::size_t>(column) - 2] != ' ');
   }
-  while (!decade.fields.empty() && decade.fields.back().kind == DecadeField::Kind::empty) decade.fields.pop_back();
+  while (!decade.fields.empty() && decade.fields.back().kind == DecadeField::Kind::empty)
+    decade.fields.pop_back();
   if (count_of(decade, DecadeField::Kind::number) == 0) return std::nullopt;
   return decade;
 }
@@ -163,7 +167,8 @@ std::optional<DecadeLine> decade_of(std::string_view text, std::int64_t line) {
   auto decade = by_columns(text, line);
   if (decade && count_of(*decade, DecadeField::Kind::bad) == 0) return decade;
   if (auto words = by_words(text, line)) return words;
-  if (decade && count_of(*decade, DecadeField::Kind::bad) < count_of(*decade, DecadeField::Kind::number)) return decade;
+  if (decade && count_of(*decade, DecadeField::Kind::bad) < count_of(*decade, DecadeField::Kind::number))
+    return decade;
   return std::nullopt;
 }
 

@@ -24,13 +24,13 @@ struct DecadeField {
 
 // A line that gives some years of one core.
 struct DecadeLine {
-  std::int64_t line = 0;   // its number, from 1
-  std::string name = {};   // without blanks around it and without the "-" of years below -999
-  std::int64_t year = 0;   // of the first field
+  std::int64_t line = 0;                 // its number, from 1
+  std::string name = {};                 // without blanks around it and without the "-" of years below -999
+  std::int64_t year = 0;                 // of the first field
   std::vector<DecadeField> fields = {};  // without empty ones at the end
-  bool in_columns = true;    // false: its words are where blanks and tabs part them
-  bool is_shifted = false;   // name and year stand left of their columns by a few
-  bool run_together = false;  // two numbers touch
+  bool in_columns = true;                // false: its words are where blanks and tabs part them
+  bool is_shifted = false;               // name and year stand left of their columns by a few
+  bool run_together = false;             // two numbers touch
 
   // The year behind the last one that a line of the layout that begins so has room for.
   std::int64_t next_year() const;

@@ -95,7 +95,8 @@ TEST_F(FindingsOfFiles, SeriesBehindABlankLineAreNamed) {
   EXPECT_EQ(lost[0].line, 9);
   EXPECT_EQ(whole(lost[0]), 30);
   EXPECT_EQ(lost[1].series, "OAK3");
-  EXPECT_EQ(lost[0].words, "none of its 30 rings is read, 1910 to 1939: line 8, without a name, ends the file");
+  EXPECT_EQ(lost[0].words,
+            "none of its 30 rings is read, 1910 to 1939: line 8, without a name, ends the file");
 }
 
 TEST_F(FindingsOfFiles, ABlankLineWithinASeriesCostsItsRest) {
@@ -226,8 +227,8 @@ TEST_F(FindingsOfFiles, GapsAndNamesTwiceAreToldApart) {
   EXPECT_EQ(one("name-twice-same-years").series, "OAK1");
 }
 
-// The reader goes on where the next line names the next decade, and takes the mark and what is empty behind it
-// for rings.
+// The reader goes on where the next line names the next decade, and takes the mark and what is empty behind
+// it for rings.
 TEST_F(FindingsOfFiles, AGapOfADecadeBecomesRings) {
   look_at(raw_text("OAK1", 1900, widths(30)) + raw_text("OAK1", 1940, widths(30)));
   EXPECT_EQ(errors(), Ids{"invented-rings"});
@@ -276,8 +277,7 @@ TEST_F(FindingsOfFiles, ARefusedFileSaysWhyAndNamesItsSeries) {
   EXPECT_EQ(one("lost-series").series, "OAK1");
   std::string text = raw_text("OAK1", 1900, widths(6));
   look_at(text);
-  EXPECT_EQ(one("layout").words,
-            "no layout that is known: line 1 is 54 columns long, and 1900 asks for 72");
+  EXPECT_EQ(one("layout").words, "no layout that is known: line 1 is 54 columns long, and 1900 asks for 72");
   look_at("PK\x03\x04 and so on");
   EXPECT_EQ(one("layout").words.find("no layout that is known: a zip archive"), 0u);
   look_at("");
@@ -372,7 +372,8 @@ TEST_F(FindingsOfFiles, EveryLossIsNamedWhateverIsCut) {
 
 TEST_F(FindingsOfFiles, AreGivenUpToALimitAndTheRestIsCounted) {
   std::string text = raw_text("OAK1", 1903, widths(47)) + "\n";
-  for (std::size_t k = 0; k < most_findings + 100; ++k) text += raw_text("B" + std::to_string(k), 1990, {1, 2});
+  for (std::size_t k = 0; k < most_findings + 100; ++k)
+    text += raw_text("B" + std::to_string(k), 1990, {1, 2});
   EXPECT_EQ(look_at(text).size(), most_findings + 1);
   EXPECT_GE(whole(one("more")), 100);
 }

@@ -1,0 +1,34 @@
+#include "apps/copies.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "apps/output.h"
+#include "records/disk_files.h"
+
+namespace vorn {
+
+std::string path_of_copy(const std::string& folder, const std::string& file) {
+  return (std::filesystem::path(folder) / std::filesystem::path(file).filename()).string();
+}
+
+bool Copies::take(const std::string& file, const Repair& repair) {
+  for (const std::string& words : repair.refused) say(file + ": no copy: " + words);
+  if (repair.bytes.empty()) return repair.refused.empty();
+  const std::string path = path_of_copy(folder_, file);
+  if (!written_.insert(path).second) {
+    say(file + ": no copy: " + path + " is that of another file");
+    return false;
+  }
+  DiskFiles files;
+  if (const Status failed = write_whole(files, path, repair.bytes)) {
+    say(path + ": " + std::generic_category().message(failed.number()));
+    return false;
+  }
+  if (quiet_) return true;
+  say(path + " is a copy of " + file + " that is read whole:");
+  for (const std::string& words : repair.done) say("  " + words);
+  return true;
+}
+
+}  // namespace vorn
