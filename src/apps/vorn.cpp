@@ -51,13 +51,15 @@ ReadReferences read_references(vorn::Request& request) {
   return read;
 }
 
+bool is_grave(const vorn::Request& request, const vorn::Row& row) {
+  return request.fail_on && request.verb->severity(row, request.switches) >= *request.fail_on;
+}
+
 // Whether an answer holds something as grave as --fail-on. What could not be read is an error.
 bool is_grave(const vorn::Request& request, const vorn::Answer& answer) {
   if (!request.fail_on) return false;
   if (!answer.words.empty()) return true;
-  return std::ranges::any_of(answer.rows, [&](const vorn::Row& row) {
-    return request.verb->severity(row, request.switches) >= *request.fail_on;
-  });
+  return std::ranges::any_of(answer.rows, [&](const vorn::Row& row) { return is_grave(request, row); });
 }
 
 struct Written {
@@ -75,6 +77,10 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
   vorn::Copies copies(request.repair_folder, request.quiet);
   std::size_t files_done = 0;
   Written written;
+  for (const vorn::Row& row : request.list_rows) {
+    writer.add(row);
+    written.grave = written.grave || is_grave(request, row);
+  }
   vorn::Work(request, files).run([&](const vorn::Answer& answer) {
     if (!request.quiet && !answer.words.empty()) {
       progress.wipe();
@@ -123,6 +129,7 @@ int answer(int argc, char** argv) {
   vorn::Request request;
   if (const auto status = read_command_line(argc, argv, request)) return *status;
   if (request.command) return request.command();
+  if (const auto status = take_list(request)) return *status;
   const ReadReferences references = read_references(request);
   if (!references.are_some) return vorn::cannot_go_on;
   return run(request, request.fail_on && !references.are_whole);

@@ -5,11 +5,14 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "apps/commands.h"
 #include "apps/copies.h"
 #include "apps/options.h"
+#include "apps/output.h"
+#include "batch/listed_files.h"
 #include "records/disk_files.h"
 
 namespace vorn {
@@ -105,6 +108,9 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
         "FILE");
   }
   if (verb == "check") {
+    with_value(
+        app.add_option("--list", request.list, "a list of files such as Vorn.fil, with the files it names"),
+        "FILE");
     add_number(app, "--year", typed.year, 1, 9999, "rings behind this year are told; at first that of today");
     app.add_flag("--repair", typed.repair, "writes copies that are read whole to the folder that -o names");
     add_choice(app, "--unit", typed.unit, {"hundredths", "thousandths"},
@@ -125,7 +131,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
 
 void add_verb(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
   CLI::App* sub = app.add_subcommand(std::string(verb.form.verb), std::string(verb.does));
-  with_value(sub->add_option("FILE", request.files, "files to read; - is standard input")->required(), "...");
+  CLI::Option* file = sub->add_option("FILE", request.files, "files to read; - is standard input");
+  with_value(file->required(verb.form.verb != "check"), "...");
   add_own(*sub, verb.form.verb, request, typed);
   add_settings(*sub, request, typed);
   add_common(*sub, verb, request, typed);
@@ -178,6 +185,7 @@ std::string take_repair(Request& request, const Typed& typed) {
   DiskFiles files;
   if (files.look_at(request.repair_folder, kind) || kind != FileKind::folder)
     return "-o " + request.repair_folder + " is no folder";
+  if (!request.list.empty()) return "--repair takes files that are named, no --list";
   for (const std::string& name : request.files) {
     if (name == "-") return "--repair takes files that have a name";
     refuse_to_overwrite(request.files, path_of_copy(request.repair_folder, name));
@@ -202,6 +210,7 @@ std::string take(Request& request, const Typed& typed) {
   const auto from_input = std::ranges::count(request.references, "-");
   if (from_input > 1 || (from_input == 1 && std::ranges::count(request.files, "-") > 0))
     return "only one of all files can be standard input";
+  if (request.files.empty() && request.list.empty()) return "FILE is required";
   if (std::string wrong = take_repair(request, typed); !wrong.empty()) return wrong;
   refuse_to_overwrite(request.files, request.output);
   refuse_to_overwrite(request.references, request.output);
@@ -232,6 +241,21 @@ std::optional<int> read_command_line(int argc, char** argv, Request& request) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? done : wrong_use;
   }
+  return {};
+}
+
+std::optional<int> take_list(Request& request) {
+  if (request.list.empty()) return {};
+  DiskFiles files;
+  std::string list;
+  if (const Status failed = read_whole(files, request.list, list)) {
+    say(request.list + ": " + std::generic_category().message(failed.number()));
+    return cannot_go_on;
+  }
+  const ListedFiles listed = listed_files(files, list);
+  for (const FileFinding& finding : listed.findings)
+    request.list_rows.push_back(check_row(request.list, finding));
+  request.files.insert(request.files.end(), listed.files.begin(), listed.files.end());
   return {};
 }
 

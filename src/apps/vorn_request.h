@@ -31,13 +31,18 @@ struct Request {
   int threads = 1;
   bool quiet = false;
   std::optional<Severity> fail_on;
-  std::string repair_folder;  // check: where copies go that are taken whole; none are made where it is empty
+  std::string list;            // check: a list of files; those it names come behind `files`
+  std::vector<Row> list_rows;  // what is to be said of it
+  std::string repair_folder;   // check: where copies go that are taken whole; none are made where it is empty
   RepairChoices repair_choices;
 };
 
 // Fills `request`. Answers what the program ends with where there is nothing left to do: help was asked for
 // and given, or the command line is none and it was said why.
 std::optional<int> read_command_line(int argc, char** argv, Request& request);
+
+// Reads the list of files, where there is one. Answers what the program ends with where that cannot be done.
+std::optional<int> take_list(Request& request);
 
 // By what the values are computed: the settings that bear on the verb.
 std::string recipe_of(const Request& request);

@@ -62,6 +62,23 @@ std::string words_of(const Trouble& trouble) {
   return label + " fails with status " + std::to_string(trouble.status.number());
 }
 
+Status read_whole(Files& files, const std::string& name, std::string& bytes) {
+  constexpr std::size_t block_size = std::size_t{1} << 16;
+  bytes.clear();
+  const auto path = path_of(name);
+  if (!path) return status::no_such_file;
+  std::unique_ptr<ByteSource> source;
+  if (const Status failed = files.open(*path, source)) return failed;
+  for (;;) {
+    const std::size_t filled = bytes.size();
+    bytes.resize(filled + block_size);
+    std::size_t count = 0;
+    if (const Status failed = source->read(std::span(bytes).subspan(filled), count)) return failed;
+    bytes.resize(filled + count);
+    if (count == 0) return source->close();
+  }
+}
+
 struct Collection::Page {
   NobodysScreen screen;
   Plot plot{screen};
@@ -98,19 +115,9 @@ Collection::Collection(Files& files, const std::string& path, const Settings& se
 }
 
 std::optional<std::string> Collection::bytes() const {
-  constexpr std::size_t block_size = std::size_t{1} << 16;
-  std::unique_ptr<ByteSource> source;
-  const auto path = path_of(path_);
-  if (!path || w_->files.open(*path, source)) return std::nullopt;
   std::string all;
-  for (;;) {
-    const std::size_t filled = all.size();
-    all.resize(filled + block_size);
-    std::size_t count = 0;
-    if (source->read(std::span(all).subspan(filled), count)) return std::nullopt;
-    all.resize(filled + count);
-    if (count == 0) return all;
-  }
+  if (read_whole(w_->files, path_, all)) return std::nullopt;
+  return all;
 }
 
 bool Collection::has_cores() const {

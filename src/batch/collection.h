@@ -19,6 +19,9 @@ namespace vorn {
 // What a trouble is in words, without its place.
 std::string words_of(const Trouble& trouble);
 
+// What the file holds, to its end.
+Status read_whole(Files& files, const std::string& name, std::string& bytes);
+
 // `text` without the blanks around it.
 std::string_view without_blanks(std::string_view text);
 

@@ -17,7 +17,9 @@ Cell known(std::int64_t place) {
   return place > 0 ? Cell(place) : Cell();
 }
 
-Row row_of(const std::string& file, const FileFinding& finding) {
+}  // namespace
+
+Row check_row(const std::string& file, const FileFinding& finding) {
   return {file,
           known(finding.line),
           finding.series.empty() ? Cell() : Cell(finding.series),
@@ -29,6 +31,8 @@ Row row_of(const std::string& file, const FileFinding& finding) {
           finding.words,
           known(finding.column)};
 }
+
+namespace {
 
 FileFinding finding_of(const Trouble& trouble) {
   return {.kind = kind("read"),
@@ -42,11 +46,11 @@ FileFinding finding_of(const Trouble& trouble) {
 }  // namespace
 
 void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add) {
-  for (const Trouble& trouble : collection.troubles()) add(row_of(collection.path(), finding_of(trouble)));
+  for (const Trouble& trouble : collection.troubles()) add(check_row(collection.path(), finding_of(trouble)));
   const auto bytes = collection.bytes();
   if (!bytes) return;
   for (const FileFinding& finding : findings_of(collection, *bytes, this_year))
-    add(row_of(collection.path(), finding));
+    add(check_row(collection.path(), finding));
 }
 
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year) {

@@ -16,6 +16,9 @@ void check_rows(const Collection& collection, int this_year, const std::function
 // What is to be said of a collection whose file holds these bytes.
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year);
 
+// The row of `check` for one of them.
+Row check_row(const std::string& file, const FileFinding& finding);
+
 // How grave a row of these is.
 Severity severity_of(const Row& row);
 

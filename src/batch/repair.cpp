@@ -29,10 +29,14 @@ struct Stretch {
 };
 
 bool has_errors(std::span<const FileFinding> findings) {
-  return std::ranges::any_of(findings, [](const FileFinding& finding) { return severity_of(finding.kind->effect) == Severity::error; });
+  return std::ranges::any_of(findings, [](const FileFinding& finding) {
+    return severity_of(finding.kind->effect) == Severity::error;
+  });
 }
 
-std::string at_line(std::int64_t line) { return "line " + std::to_string(line); }
+std::string at_line(std::int64_t line) {
+  return "line " + std::to_string(line);
+}
 
 // --- Cores
 
@@ -70,7 +74,8 @@ std::vector<Stretch> stretches_of(const CoreLines& core, double unit) {
   for (std::size_t k = 0; k < core.decades.size(); ++k) {
     const DecadeLine& decade = core.decades[k];
     if (all.empty() || decade.year != next) all.push_back({core.name, decade.year, {}, unit});
-    for (std::size_t place = 0; place < core.rings_on(k); ++place) all.back().values.push_back(decade.fields[place].number);
+    for (std::size_t place = 0; place < core.rings_on(k); ++place)
+      all.back().values.push_back(decade.fields[place].number);
     next = decade.year + static_cast<std::int64_t>(core.rings_on(k));
   }
   std::erase_if(all, [](const Stretch& stretch) { return stretch.values.empty(); });
@@ -80,7 +85,8 @@ std::vector<Stretch> stretches_of(const CoreLines& core, double unit) {
 std::string line_of(const std::string& name, std::int64_t year, std::span<const std::int32_t> values) {
   const auto of_year = static_cast<std::int32_t>(year);
   const std::vector<std::int32_t> copy(values.begin(), values.end());
-  if (year < -999) return edit(tucson_raw::early_line_edit, Text<7>(name), of_year, std::span<const std::int32_t>(copy));
+  if (year < -999)
+    return edit(tucson_raw::early_line_edit, Text<7>(name), of_year, std::span<const std::int32_t>(copy));
   return edit(tucson_raw::line_edit, Name(name), of_year, std::span<const std::int32_t>(copy));
 }
 
@@ -91,7 +97,9 @@ std::string text_of(const Stretch& stretch) {
   std::size_t room = static_cast<std::size_t>(first_decade_end(static_cast<std::int32_t>(stretch.first)));
   for (std::size_t at = 0; at < values.size(); room = tucson_raw::values_a_line) {
     const auto count = std::min(room, values.size() - at);
-    text += line_of(stretch.name, stretch.first + static_cast<std::int64_t>(at), std::span(values).subspan(at, count)) + "\n";
+    text += line_of(stretch.name, stretch.first + static_cast<std::int64_t>(at),
+                    std::span(values).subspan(at, count)) +
+            "\n";
     at += count;
   }
   return text;
@@ -144,7 +152,8 @@ void RawRepair::add_headers(std::size_t first_line_of_data) {
       made_.bytes += std::string(lines_[k].text) + "\n";
       ++kept;
     } else {
-      made_.done.push_back(at_line(line) + ", one header line too many, left out: " + std::string(trimmed(lines_[k].text).substr(0, 40)));
+      made_.done.push_back(at_line(line) + ", one header line too many, left out: " +
+                           std::string(trimmed(lines_[k].text).substr(0, 40)));
     }
   }
 }
@@ -168,10 +177,11 @@ std::string RawRepair::why_not(const CoreLines& core) const {
 void RawRepair::write_anew(const CoreLines& core, double unit) {
   const std::vector<Stretch> stretches = stretches_of(core, unit);
   for (const Stretch& stretch : stretches) copied_.push_back({stretch, text_of(stretch)});
-  made_.done.push_back(core.name + ", " + at_line(core.decades.front().line) + " to " +
-                       std::to_string(core.decades.back().line) + ", written anew" +
-                       (stretches.size() > 1 ? " in " + std::to_string(stretches.size()) + " stretches" : "") +
-                       (core.mark ? "" : ", in the unit chosen"));
+  made_.done.push_back(
+      core.name + ", " + at_line(core.decades.front().line) + " to " +
+      std::to_string(core.decades.back().line) + ", written anew" +
+      (stretches.size() > 1 ? " in " + std::to_string(stretches.size()) + " stretches" : "") +
+      (core.mark ? "" : ", in the unit chosen"));
 }
 
 // Where the next stretch of a name begins in the decade behind that of the end mark the reader goes on; so
@@ -197,8 +207,8 @@ std::string RawRepair::kept_line(std::int64_t line) {
   std::string_view text = lines_[static_cast<std::size_t>(line) - 1].text;
   if (trimmed(text).size() >= length_of_indices) {
     const auto last_column = static_cast<std::size_t>(tucson_raw::fields.back().last);
-    made_.done.push_back(at_line(line) + ", what stands behind column " + std::to_string(last_column) + " left out: " +
-                         std::string(trimmed(text.substr(last_column)).substr(0, 40)));
+    made_.done.push_back(at_line(line) + ", what stands behind column " + std::to_string(last_column) +
+                         " left out: " + std::string(trimmed(text.substr(last_column)).substr(0, 40)));
     text = text.substr(0, last_column);
   }
   return std::string(text) + "\n";
@@ -231,7 +241,8 @@ void RawRepair::say_what_is_left_out(std::span<const CoreLines> cores, std::size
   for (std::size_t k = from; k < lines_.size(); ++k) {
     if (is_kept[k + 1]) continue;
     const std::string_view text = trimmed(lines_[k].text);
-    made_.done.push_back(at_line(static_cast<std::int64_t>(k) + 1) + (text.empty() ? left_out_empty : no_data + std::string(text.substr(0, 40))));
+    made_.done.push_back(at_line(static_cast<std::int64_t>(k) + 1) +
+                         (text.empty() ? left_out_empty : no_data + std::string(text.substr(0, 40))));
   }
 }
 
@@ -250,7 +261,8 @@ Repair RawRepair::run() {
 // --- Whether the copy holds what the file does
 
 bool is_same(const Stretch& stretch, const std::string& name, const SeriesView& core) {
-  if (name != stretch.name || core.first != stretch.first || core.values.size() != stretch.values.size()) return false;
+  if (name != stretch.name || core.first != stretch.first || core.values.size() != stretch.values.size())
+    return false;
   for (std::size_t k = 0; k < stretch.values.size(); ++k) {
     const double width = stretch.values[k] / stretch.unit;
     if (core.present[k] ? !(std::abs(core.values[k] - width) < 1e-9) : !(width < 0)) return false;
@@ -266,7 +278,8 @@ bool holds(const Collection& copy, std::span<const CopiedStretch> expected) {
   const std::vector<SeriesView> cores = copy.cores();
   if (cores.size() != expected.size()) return false;
   for (std::size_t k = 0; k < cores.size(); ++k) {
-    if (!is_same(expected[k].rings, plain_name(copy.state(), static_cast<int>(k) + 1), cores[k])) return false;
+    if (!is_same(expected[k].rings, plain_name(copy.state(), static_cast<int>(k) + 1), cores[k]))
+      return false;
   }
   return true;
 }
@@ -289,7 +302,8 @@ Repair repaired_widths(std::string_view bytes, const RepairChoices& choices) {
 // --- Other files: lines are left out
 
 // `why` says of a line, by its number, why it is left out, or nothing.
-Repair without_lines(std::string_view bytes, const std::function<std::string(std::string_view, std::int64_t)>& why) {
+Repair without_lines(std::string_view bytes,
+                     const std::function<std::string(std::string_view, std::int64_t)>& why) {
   Repair made;
   std::int64_t number = 0;
   for (const FileLine& line : lines_of(bytes)) {
@@ -313,7 +327,8 @@ Repair repaired_chronology(std::string_view bytes, int header_lines) {
     Text<6> site;
     std::int32_t year = 0;
     std::array<std::int32_t, tucson_index::fields_a_line> pairs{};
-    const bool is_decade = edit_read(text, tucson_index::first_line_edit, site, year, std::span(pairs)) == status::ok;
+    const bool is_decade =
+        edit_read(text, tucson_index::first_line_edit, site, year, std::span(pairs)) == status::ok;
     return is_decade ? "" : no_data + std::string(trimmed(text).substr(0, 40));
   });
 }
@@ -330,16 +345,20 @@ Repair without_empty_start(std::string_view bytes) {
 
 Repair repaired(const Collection& collection, std::string_view bytes, const RepairChoices& choices) {
   const std::vector<FileFinding> findings = findings_of(collection, bytes, 0);
-  const bool is_unread = std::ranges::any_of(collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });
+  const bool is_unread = std::ranges::any_of(
+      collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });
   if (is_unread || !has_errors(findings)) return {};
   Repair made;
   const Recognition& recognition = collection.recognition();
-  const bool holds_series = std::ranges::any_of(findings, [](const FileFinding& finding) { return finding.kind == kind("lost-series"); });
+  const bool holds_series = std::ranges::any_of(
+      findings, [](const FileFinding& finding) { return finding.kind == kind("lost-series"); });
   if (recognition.layout == Layout::tucson_index) made = repaired_chronology(bytes, recognition.header_lines);
   if (recognition.layout == Layout::not_recognised) made = without_empty_start(bytes);
-  const bool may_hold_widths = recognition.layout == Layout::tucson_raw || (recognition.layout != Layout::heidelberg && holds_series);
+  const bool may_hold_widths =
+      recognition.layout == Layout::tucson_raw || (recognition.layout != Layout::heidelberg && holds_series);
   if (made.bytes.empty() && may_hold_widths) made = repaired_widths(bytes, choices);
-  if (made.bytes.empty() && made.refused.empty()) made.refused.emplace_back("nothing of it can be put right without a guess");
+  if (made.bytes.empty() && made.refused.empty())
+    made.refused.emplace_back("nothing of it can be put right without a guess");
   return made;
 }
 

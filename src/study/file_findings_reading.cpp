@@ -146,7 +146,8 @@ void add_reading_findings(const FileTaken& file, std::span<const FileLine> lines
   found.add({.kind = kind("layout"),
              .line = file.recognition.line,
              .value = std::string(row->name),
-             .words = "by " + std::string(file.recognition.test)});
+             .words = "since line " + std::to_string(file.recognition.line) + " " +
+                      std::string(file.recognition.test)});
   for (const SeriesRead& series : decided.series) add_series(series, found);
   add_units_by_mean(decided, found);
   for (const LinesNotTaken& behind : decided.not_taken) {

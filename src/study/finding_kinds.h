@@ -70,6 +70,10 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"statistics-line", Effect::changed}, FindingKind{"blank-decade", Effect::changed},
     FindingKind{"other-label", Effect::changed}, FindingKind{"year-0-first", Effect::lost},
     FindingKind{"filler-inside", Effect::doubtful}, FindingKind{"filler-at-the-end", Effect::doubtful},
+    // Lists of files.
+    FindingKind{"list-missing", Effect::lost}, FindingKind{"list-limit", Effect::lost},
+    FindingKind{"list-long-name", Effect::doubtful}, FindingKind{"list-twice", Effect::none},
+    FindingKind{"list-empty-line", Effect::none},
     // What failed while the file was read.
     FindingKind{"read", Effect::changed}};
 

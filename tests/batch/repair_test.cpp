@@ -1,5 +1,7 @@
 // Copies that are taken whole: what is written of a file that is not, and what is not written without being
 // told how.
+#include "batch/repair.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,7 +10,6 @@
 #include "batch/collection.h"
 #include "batch/difference.h"
 #include "batch/reading_check.h"
-#include "batch/repair.h"
 #include "records/memory_files.h"
 #include "support/raw_text.h"
 
@@ -63,7 +64,8 @@ TEST_F(Repairs, ABlankLineIsLeftOutAndAllOthersStay) {
 }
 
 TEST_F(Repairs, HeaderLinesBeyondTheThirdAndWordsAmongTheDataAreLeftOut) {
-  EXPECT_EQ(repair("1st\n2nd\n3rd\n4th\n" + oak1 + "Some words\n" + oak2).bytes, "1st\n2nd\n3rd\n" + oak1 + oak2);
+  EXPECT_EQ(repair("1st\n2nd\n3rd\n4th\n" + oak1 + "Some words\n" + oak2).bytes,
+            "1st\n2nd\n3rd\n" + oak1 + oak2);
 }
 
 TEST_F(Repairs, LinesOutsideTheColumnsAreWrittenInThem) {
