@@ -14,6 +14,9 @@ void add_diff(CLI::App& app, Command& command);
 // convert FILE --to LAYOUT: its ring widths in another layout.
 void add_convert(CLI::App& app, Command& command);
 
+// save ORIGINAL CORRECTED: corrected cores, put back into the file that they come from.
+void add_save(CLI::App& app, Command& command);
+
 // replay SCRIPT: the whole program, driven by a script.
 void add_replay(CLI::App& app, Command& command);
 

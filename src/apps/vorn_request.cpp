@@ -233,6 +233,7 @@ std::optional<int> read_command_line(int argc, char** argv, Request& request) {
   for (const Verb& verb : verbs()) add_verb(app, verb, request, typed);
   add_diff(app, request.command);
   add_convert(app, request.command);
+  add_save(app, request.command);
   add_replay(app, request.command);
   try {
     app.parse(argc, argv);

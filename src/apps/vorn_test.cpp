@@ -342,7 +342,7 @@ TEST_F(CommandLine, ManPageAndCompletionKnowEveryOption) {
   std::erase(page, '\\');
   const std::string completion = (source_folder() / "packaging/vorn.bash-completion").string();
   for (const char* verb :
-       {"locate", "date", "site", "stats", "corr", "chron", "check", "diff", "convert", "replay"}) {
+       {"locate", "date", "site", "stats", "corr", "chron", "check", "diff", "convert", "save", "replay"}) {
     SCOPED_TRACE(verb);
     ASSERT_EQ(run(VORN " " + std::string(verb) + " --help"), 0);
     const std::string options = printed.substr(printed.find("Options:"));

@@ -22,7 +22,8 @@ ListedFiles listed_files(Files& files, std::string_view list) {
   std::int64_t number = 0;
   for (const FileLine& line : lines_of(list)) {
     if (++number > max_files) {
-      FileFinding one = about(number, kind("list-limit"), "files behind " + the_nth(max_files) + " line are not looked at");
+      FileFinding one =
+          about(number, kind("list-limit"), "files behind " + the_nth(max_files) + " line are not looked at");
       one.to = LinesNotTaken::to_the_end;
       listed.findings.push_back(one);
       break;
@@ -33,13 +34,17 @@ ListedFiles listed_files(Files& files, std::string_view list) {
       continue;
     }
     if (trimmed(line.text).size() > FileName::length)
-      listed.findings.push_back(about(number, kind("list-long-name"), "a name is cut to " + std::to_string(FileName::length) + " characters: " + name));
+      listed.findings.push_back(
+          about(number, kind("list-long-name"),
+                "a name is cut to " + std::to_string(FileName::length) + " characters: " + name));
     if (!names.insert(name).second)
       listed.findings.push_back(about(number, kind("list-twice"), name + " is named before"));
     if (file_exists(files, name))
       listed.files.push_back(name);
     else
-      listed.findings.push_back(about(number, kind("list-missing"), name + " does not exist" + (name.front() == ' ' ? ": blanks before a name are part of it" : "")));
+      listed.findings.push_back(about(
+          number, kind("list-missing"),
+          name + " does not exist" + (name.front() == ' ' ? ": blanks before a name are part of it" : "")));
   }
   return listed;
 }

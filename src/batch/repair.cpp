@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <functional>
 #include <utility>
 
 #include "batch/difference.h"
 #include "batch/reading_check.h"
+#include "batch/tucson_text.h"
 #include "formats/tucson_index_layout.h"
 #include "formats/tucson_raw_layout.h"
 #include "records/memory_files.h"
@@ -19,14 +19,6 @@ namespace {
 const std::string in_memory = "the copy";
 const std::string left_out_empty = ", empty, left out", no_data = ", no data, left out: ";
 constexpr std::size_t most_header_lines = 3;
-
-// Years that follow each other, of one core.
-struct Stretch {
-  std::string name;
-  std::int64_t first = 0;
-  std::vector<std::int32_t> values = {};
-  double unit = 0;  // values a millimetre
-};
 
 bool has_errors(std::span<const FileFinding> findings) {
   return std::ranges::any_of(findings, [](const FileFinding& finding) {
@@ -82,26 +74,9 @@ std::vector<Stretch> stretches_of(const CoreLines& core, double unit) {
   return all;
 }
 
-std::string line_of(const std::string& name, std::int64_t year, std::span<const std::int32_t> values) {
-  const auto of_year = static_cast<std::int32_t>(year);
-  const std::vector<std::int32_t> copy(values.begin(), values.end());
-  if (year < -999)
-    return edit(tucson_raw::early_line_edit, Text<7>(name), of_year, std::span<const std::int32_t>(copy));
-  return edit(tucson_raw::line_edit, Name(name), of_year, std::span<const std::int32_t>(copy));
-}
-
 std::string text_of(const Stretch& stretch) {
-  std::vector<std::int32_t> values = stretch.values;
-  values.push_back(stretch.unit == 1000 ? tucson_raw::end_of_thousandths : tucson_raw::end_of_hundredths);
   std::string text;
-  std::size_t room = static_cast<std::size_t>(first_decade_end(static_cast<std::int32_t>(stretch.first)));
-  for (std::size_t at = 0; at < values.size(); room = tucson_raw::values_a_line) {
-    const auto count = std::min(room, values.size() - at);
-    text += line_of(stretch.name, stretch.first + static_cast<std::int64_t>(at),
-                    std::span(values).subspan(at, count)) +
-            "\n";
-    at += count;
-  }
+  for (const std::string& line : tucson_lines(stretch)) text += line + "\n";
   return text;
 }
 
@@ -260,26 +235,14 @@ Repair RawRepair::run() {
 
 // --- Whether the copy holds what the file does
 
-bool is_same(const Stretch& stretch, const std::string& name, const SeriesView& core) {
-  if (name != stretch.name || core.first != stretch.first || core.values.size() != stretch.values.size())
-    return false;
-  for (std::size_t k = 0; k < stretch.values.size(); ++k) {
-    const double width = stretch.values[k] / stretch.unit;
-    if (core.present[k] ? !(std::abs(core.values[k] - width) < 1e-9) : !(width < 0)) return false;
-  }
-  return true;
-}
-
 bool is_whole(const Collection& copy, std::string_view bytes) {
   return copy.words().empty() && copy.was_read() && !has_errors(findings_of(copy, bytes, 0));
 }
 
 bool holds(const Collection& copy, std::span<const CopiedStretch> expected) {
-  const std::vector<SeriesView> cores = copy.cores();
-  if (cores.size() != expected.size()) return false;
-  for (std::size_t k = 0; k < cores.size(); ++k) {
-    if (!is_same(expected[k].rings, plain_name(copy.state(), static_cast<int>(k) + 1), cores[k]))
-      return false;
+  if (static_cast<std::size_t>(copy.state().nc) != expected.size()) return false;
+  for (std::size_t k = 0; k < expected.size(); ++k) {
+    if (!holds_stretch(copy, static_cast<int>(k) + 1, expected[k].rings)) return false;
   }
   return true;
 }

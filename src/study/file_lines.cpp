@@ -32,7 +32,8 @@ std::vector<FileLine> lines_of(std::string_view bytes) {
     if (at == bytes.size() && empty_ones == 0 && is_none(line)) break;
     all.push_back(line);
     // Of a run of lone CRs each ends a line.
-    all.resize(all.size() + std::min(empty_ones, most_lines_examined), {{}, LineEnd::cr});
+    for (std::size_t k = 1; k <= empty_ones && all.size() < most_lines_examined; ++k)
+      all.push_back({bytes.substr(end + k, 0), LineEnd::cr});
   }
   return all;
 }

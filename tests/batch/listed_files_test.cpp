@@ -22,7 +22,8 @@ TEST(ListedFilesOf, AListAreThoseThatAreThere) {
   MemoryFiles files;
   files.put("oak.rwl", "");
   files.put("plots/fir.rwl", "");
-  const ListedFiles listed = listed_files(files, "oak.rwl\r\n\r\ngone.rwl\r\n oak.rwl\r\nplots/fir.rwl  \r\noak.rwl\r\n");
+  const ListedFiles listed =
+      listed_files(files, "oak.rwl\r\n\r\ngone.rwl\r\n oak.rwl\r\nplots/fir.rwl  \r\noak.rwl\r\n");
   EXPECT_EQ(listed.files, (Texts{"oak.rwl", "plots/fir.rwl", "oak.rwl"}));
   EXPECT_EQ(ids_of(listed), (Texts{"2 list-empty-line", "3 list-missing", "4 list-missing", "6 list-twice"}));
   EXPECT_EQ(listed.findings[2].words, " oak.rwl does not exist: blanks before a name are part of it");

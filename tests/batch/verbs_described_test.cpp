@@ -61,7 +61,8 @@ TEST(Verbs, StandInTheManualWithTheirColumnsInOrder) {
 TEST(Verbs, AreCompletedByTheShell) {
   const std::string completion = contents("packaging/vorn.bash-completion");
   for (const TableForm& form : forms()) EXPECT_TRUE(has_word(completion, form.verb)) << form.verb;
-  for (const char* command : {"convert", "replay"}) EXPECT_TRUE(has_word(completion, command)) << command;
+  for (const char* command : {"convert", "save", "replay"})
+    EXPECT_TRUE(has_word(completion, command)) << command;
 }
 
 }  // namespace
