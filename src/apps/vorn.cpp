@@ -58,7 +58,8 @@ bool is_grave(const vorn::Request& request, const vorn::Row& row) {
 // Whether an answer holds something as grave as --fail-on. What could not be read is an error.
 bool is_grave(const vorn::Request& request, const vorn::Answer& answer) {
   if (!request.fail_on) return false;
-  if (!answer.words.empty()) return true;
+  // To check what could not be read is a row as any other, and no loss where that says so.
+  if (answer.has_failed || (!answer.words.empty() && request.verb->form.verb != "check")) return true;
   return std::ranges::any_of(answer.rows, [&](const vorn::Row& row) { return is_grave(request, row); });
 }
 

@@ -44,7 +44,8 @@ int save(const WantedSave& wanted) {
 void add_save(CLI::App& app, Command& command) {
   const auto wanted = std::make_shared<WantedSave>();
   CLI::App* sub = app.add_subcommand("save", "corrected cores, put back into the file that they come from");
-  with_value(sub->add_option("ORIGINAL", wanted->original, "the Tucson file as it was; - is standard input"), " ")
+  with_value(sub->add_option("ORIGINAL", wanted->original, "the Tucson file as it was; - is standard input"),
+             " ")
       ->required();
   with_value(sub->add_option("CORRECTED", wanted->corrected, "its cores as they are now, in any layout"), " ")
       ->required();

@@ -182,6 +182,50 @@ TEST_F(CommandLine, WritesToAFileOrSaysWhyNot) {
   EXPECT_EQ(said, "vorn: nowhere/out.csv: No such file or directory\n");
 }
 
+// A blank line, which ends the file for the program.
+TEST_F(CommandLine, WritesCopiesThatAreReadWhole) {
+  const std::string oak = folder.read("oak.rwl");
+  folder.write("cut.rwl", oak + "\n" + raw_core_text("ELM1", 1900, 60, 5u));
+  ASSERT_EQ(run("mkdir mended"), 0);
+  EXPECT_EQ(run(VORN " check --repair -o mended --format csv --fail-on error cut.rwl"), 1);
+  EXPECT_NE(printed.find(",ELM1,lost-series,error,"), std::string::npos) << printed;
+  EXPECT_EQ(folder.read("mended/cut.rwl"), oak + raw_core_text("ELM1", 1900, 60, 5u));
+  EXPECT_NE(said.find("vorn: mended/cut.rwl is a copy of cut.rwl that is read whole:\n"), std::string::npos)
+      << said;
+  EXPECT_EQ(run(VORN " check --fail-on warning mended/cut.rwl"), 0) << printed;
+  EXPECT_EQ(run(VORN " check --repair -o mended note.txt"), 4);
+  EXPECT_EQ(run(VORN " check --repair -q -o mended oak.rwl"), 0);
+  EXPECT_EQ(said, "");
+  EXPECT_NE(run("test -e mended/oak.rwl"), 0);
+  for (const char* wrong :
+       {"check --repair cut.rwl", "check --repair -o gone cut.rwl", "check --repair -o . cut.rwl",
+        "check --unit hundredths cut.rwl", "check --repair -o mended -", "check"})
+    EXPECT_EQ(run(VORN " " + std::string(wrong) + " </dev/null"), 2) << wrong;
+}
+
+TEST_F(CommandLine, ChecksWhatAListNames) {
+  folder.write("Vorn.fil", "oak.rwl\nmissing.rwl\n");
+  EXPECT_EQ(run(VORN " check --format csv --fail-on error --list Vorn.fil"), 1);
+  EXPECT_NE(printed.find("Vorn.fil,2,,list-missing,error,"), std::string::npos) << printed;
+  EXPECT_NE(printed.find("oak.rwl,1,OAK1,series,note,"), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " check --list gone.fil"), 4);
+}
+
+TEST_F(CommandLine, PutsCorrectedCoresBack) {
+  const std::string text =
+      "A header\r\n" + raw_core_text("ELM1", 1900, 60, 5u) + raw_core_text("ELM2", 1900, 60, 9u);
+  folder.write("site.rwl", text);
+  folder.write("corrected.rwl", raw_core_text("ELM1", 1910, 60, 5u) + raw_core_text("ELM2", 1900, 60, 9u));
+  ASSERT_EQ(run(VORN " save site.rwl site.rwl -o same.rwl"), 0);
+  EXPECT_EQ(folder.read("same.rwl"), text);
+  ASSERT_EQ(run(VORN " save site.rwl corrected.rwl"), 0);
+  EXPECT_EQ(printed, "A header\r\n" + folder.read("corrected.rwl"));
+  EXPECT_EQ(said, "vorn: ELM1 written anew\n");
+  EXPECT_EQ(run(VORN " save site.rwl corrected.rwl -o corrected.rwl"), 2);
+  EXPECT_EQ(run(VORN " save note.txt corrected.rwl -o out.rwl"), 4);
+  EXPECT_NE(run("test -e out.rwl"), 0);
+}
+
 TEST_F(CommandLine, NeverWritesOverWhatItReads) {
   folder.write("other.rwl", raw_core_text("ELM1", 1900, 60, 5u));
   ASSERT_EQ(run("ln -s oak.rwl link && ln oak.rwl hard"), 0);

@@ -40,6 +40,7 @@ Answer answer_of(const Request& request, Files& files, const std::string& file) 
     }
   } catch (const std::exception& failure) {
     answer.words.push_back(file + ": " + failure.what());
+    answer.has_failed = true;
   }
   answer.is_ready = true;
   return answer;

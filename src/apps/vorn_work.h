@@ -40,6 +40,7 @@ struct Answer {
   std::vector<std::string> series;  // that the file has, where only some are asked for
   Repair repair;                    // where copies are wanted
   bool was_read = false;            // anything of the file
+  bool has_failed = false;          // its rows are not all
   bool is_ready = false;
 };
 

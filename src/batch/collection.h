@@ -38,6 +38,8 @@ class Collection {
   const std::string& path() const { return path_; }
   // Whether there are cores to be looked at.
   bool has_cores() const;
+  // Whether its cores span more years than a chronology may have.
+  bool is_too_long() const { return is_too_long_; }
   // Or a chronology: whether anything was read.
   bool was_read() const;
   // The state of the program with this file as its only one: entry 1 to nc the cores, cf = 1.

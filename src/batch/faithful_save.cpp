@@ -66,7 +66,12 @@ bool is_read_whole(const Collection& collection, std::string_view bytes) {
 class Saving {
  public:
   Saving(const Collection& original, std::string_view bytes, const Collection& corrected)
-      : original_(original), corrected_(corrected), bytes_(bytes), lines_(lines_of(bytes)), was_(original), is_(corrected) {}
+      : original_(original),
+        corrected_(corrected),
+        bytes_(bytes),
+        lines_(lines_of(bytes)),
+        was_(original),
+        is_(corrected) {}
 
   FaithfulSave run();
 
@@ -120,16 +125,19 @@ bool Saving::can_begin() {
 bool Saving::take_originals() {
   const auto& series = original_.decided().series;
   for (std::size_t k = 0; k < series.size(); ++k) {
-    OriginalCore core{static_cast<std::size_t>(series[k].first_line) - 1, static_cast<std::size_t>(series[k].last_line)};
+    OriginalCore core{static_cast<std::size_t>(series[k].first_line) - 1,
+                      static_cast<std::size_t>(series[k].last_line)};
     if (core.from >= core.to || core.to > lines_.size()) return false;
     const auto stands = cores_on(std::span(lines_).first(core.to), core.from);
     if (stands.size() != 1) return false;
     const CoreLines& read = stands.front();
     const std::string_view first_line = lines_[core.from].text;
-    core.stretch = {std::string(first_line.substr(0, Name::length)), read.decades.front().year, {}, series[k].unit};
+    core.stretch = {
+        std::string(first_line.substr(0, Name::length)), read.decades.front().year, {}, series[k].unit};
     if (core.stretch.first < 0 && core.stretch.name.back() == '-') core.stretch.name.back() = ' ';
     for (std::size_t place = 0; place < read.decades.size(); ++place) {
-      for (std::size_t ring = 0; ring < read.rings_on(place); ++ring) core.stretch.values.push_back(read.decades[place].fields[ring].number);
+      for (std::size_t ring = 0; ring < read.rings_on(place); ++ring)
+        core.stretch.values.push_back(read.decades[place].fields[ring].number);
     }
     if (!holds_stretch(original_, static_cast<int>(k) + 1, core.stretch)) return false;
     cores_.push_back(std::move(core));
@@ -139,28 +147,37 @@ bool Saving::take_originals() {
 }
 
 // The width of a ring in the unit of a stretch; nothing where it does not fit, which is said.
-std::optional<std::int32_t> Saving::value_of(const NamedCore& core, std::size_t ring, const Stretch& stretch) {
+std::optional<std::int32_t> Saving::value_of(const NamedCore& core, std::size_t ring,
+                                             const Stretch& stretch) {
   if (!core.widths.present[ring]) return missing_as(cores_);
   const double value = core.widths.values[ring] * stretch.unit, whole = std::round(value);
   const std::int64_t year = core.widths.first + static_cast<std::int64_t>(ring);
   if (std::abs(value - whole) < 1e-6 && whole < 1e6) return static_cast<std::int32_t>(whole);
-  refuse(std::string(core.name) + ": its ring " + std::to_string(year) + ", " + plain_text(number(core.widths.values[ring])) + " mm, does not fit into " + (stretch.unit == 1000 ? "thousandths" : "hundredths") + " of a millimetre in six columns");
+  refuse(std::string(core.name) + ": its ring " + std::to_string(year) + ", " +
+         plain_text(number(core.widths.values[ring])) + " mm, does not fit into " +
+         (stretch.unit == 1000 ? "thousandths" : "hundredths") + " of a millimetre in six columns");
   return std::nullopt;
 }
 
 // A corrected core in the way of the one before, whose digits stay where its rings do.
 std::optional<Stretch> Saving::corrected_stretch(std::size_t after, const OriginalCore* before) {
   const NamedCore& core = is_.cores()[after];
-  Stretch stretch{std::string(core.name), core.widths.first, {}, before ? before->stretch.unit : cores_.back().stretch.unit};
+  Stretch stretch{std::string(core.name),
+                  core.widths.first,
+                  {},
+                  before ? before->stretch.unit : cores_.back().stretch.unit};
   if (before && without_blanks(before->stretch.name) == core.name) stretch.name = before->stretch.name;
-  if (stretch.name.size() > Name::length || (stretch.first < -999 && trimmed(stretch.name).size() > Name::length - 1)) {
+  if (stretch.name.size() > Name::length ||
+      (stretch.first < -999 && trimmed(stretch.name).size() > Name::length - 1)) {
     refuse("the name " + stretch.name + " is too long");
     return std::nullopt;
   }
   std::map<std::size_t, std::int32_t> kept;  // by place in the corrected core
   if (before) {
     const NamedCore& old = was_.cores()[static_cast<std::size_t>(before - cores_.data())];
-    const auto steps = aligned_rings({old.widths.values, old.widths.present, old.unit}, {core.widths.values, core.widths.present, core.unit}, old.widths.first - core.widths.first);
+    const auto steps = aligned_rings({old.widths.values, old.widths.present, old.unit},
+                                     {core.widths.values, core.widths.present, core.unit},
+                                     old.widths.first - core.widths.first);
     for (const RingStep& step : steps.value_or(std::vector<RingStep>())) {
       if (step.kind == RingStep::Kind::kept) kept[step.after] = before->stretch.values[step.before];
     }
@@ -182,7 +199,8 @@ void Saving::plan_change(const SeriesChange& change) {
   // One of the same name that too little is left of is gone and new at once: it stays in its place.
   std::optional<std::size_t> place = change.before;
   for (std::size_t k = 0; !place && k < cores_.size(); ++k) {
-    if (is_gone_[k] && was_.cores()[k].name == is_.cores()[*change.after].name && !anew_.contains(k)) place = k;
+    if (is_gone_[k] && was_.cores()[k].name == is_.cores()[*change.after].name && !anew_.contains(k))
+      place = k;
   }
   auto stretch = corrected_stretch(*change.after, place ? &cores_[*place] : nullptr);
   if (!stretch) return;
@@ -205,7 +223,8 @@ std::size_t Saving::begin_of(std::size_t line) const {
 }
 
 std::size_t Saving::end_of(std::size_t line) const {
-  return line + 1 < lines_.size() ? begin_of(line + 1) : begin_of(line) + lines_[line].text.size() + length_of_end(line);
+  return line + 1 < lines_.size() ? begin_of(line + 1)
+                                  : begin_of(line) + lines_[line].text.size() + length_of_end(line);
 }
 
 std::size_t Saving::length_of_end(std::size_t line) const {
@@ -222,7 +241,8 @@ void Saving::add_lines(std::size_t from, std::size_t to) {
 }
 
 void Saving::add_stretch(const Stretch& stretch, LineEnd end) {
-  if (!made_.bytes.empty() && made_.bytes.back() != '\n' && made_.bytes.back() != '\r') made_.bytes += bytes_of_end(end);
+  if (!made_.bytes.empty() && made_.bytes.back() != '\n' && made_.bytes.back() != '\r')
+    made_.bytes += bytes_of_end(end);
   for (const std::string& line : tucson_lines(stretch)) made_.bytes += line + std::string(bytes_of_end(end));
   expected_.push_back(stretch);
 }
@@ -244,8 +264,9 @@ void Saving::write() {
     const std::string name(without_blanks(cores_[k].stretch.name));
     if (const auto anew = anew_.find(k); anew != anew_.end()) {
       add_stretch(anew->second, end);
-      made_.done.push_back(name + " written anew" +
-                           (has_more_than_widths(cores_[k]) ? ", without what stood behind its columns" : ""));
+      made_.done.push_back(
+          name + " written anew" +
+          (has_more_than_widths(cores_[k]) ? ", without what stood behind its columns" : ""));
     } else if (is_gone_[k]) {
       made_.done.push_back(name + " left out");
     } else {
@@ -268,9 +289,12 @@ void Saving::check() {
   files.put(in_memory, made_.bytes);
   const Collection back(files, in_memory, untreated());
   bool same = back.words().empty() && static_cast<std::size_t>(back.state().nc) == expected_.size();
-  for (std::size_t k = 0; same && k < expected_.size(); ++k) same = holds_stretch(back, static_cast<int>(k) + 1, expected_[k]);
+  for (std::size_t k = 0; same && k < expected_.size(); ++k)
+    same = holds_stretch(back, static_cast<int>(k) + 1, expected_[k]);
   if (same) return;
-  refuse("would not be read back as it should: two stretches of one name that are read as one, or a year or a name that does not fit");
+  refuse(
+      "would not be read back as it should: two stretches of one name that are read as one, or a year or a "
+      "name that does not fit");
 }
 
 FaithfulSave Saving::run() {
@@ -280,7 +304,8 @@ FaithfulSave Saving::run() {
     return std::move(made_);
   }
   plan();
-  if (made_.refused.empty() && anew_.empty() && behind_.empty() && std::ranges::find(is_gone_, true) == is_gone_.end()) {
+  if (made_.refused.empty() && anew_.empty() && behind_.empty() &&
+      std::ranges::find(is_gone_, true) == is_gone_.end()) {
     made_.bytes = bytes_;
     return std::move(made_);
   }

@@ -1,4 +1,5 @@
-// The verb `save`: corrected cores put back into the file that they come from, which otherwise stays as it is.
+// The verb `save`: corrected cores put back into the file that they come from, which otherwise stays as it
+// is.
 #pragma once
 
 #include <string>
@@ -23,9 +24,9 @@ struct FaithfulSave {
 // missing is written as the original does: as its commonest negative value, else as 0 where it has zeros,
 // else as the program writes it.
 //
-// Refused is an original that is no Tucson file of ring widths, one or the other that is not read whole (study/file_findings.h), a
-// width that the unit of its core cannot hold, a name or a year that does not fit, and whatever would not
-// come back as it is when it is read again.
+// Refused is an original that is no Tucson file of ring widths, one or the other that is not read whole
+// (study/file_findings.h), a width that the unit of its core cannot hold, a name or a year that does not fit,
+// and whatever would not come back as it is when it is read again.
 FaithfulSave saved(const Collection& original, std::string_view bytes, const Collection& corrected);
 
 }  // namespace vorn

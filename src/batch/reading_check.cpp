@@ -43,33 +43,56 @@ FileFinding finding_of(const Trouble& trouble) {
           .words = words_of(trouble)};
 }
 
+// What is known of a collection whose file holds these bytes.
+class TakenCollection {
+ public:
+  TakenCollection(const Collection& collection, std::string_view bytes, int this_year)
+      : cores_(collection.cores()), file_{bytes, collection.recognition(), collection.decided(), cores_} {
+    file_.this_year = this_year;
+    if (collection.recognition().layout == Layout::tucson_index) take_chronology(collection.state());
+  }
+  const FileTaken& file() const { return file_; }
+
+ private:
+  void take_chronology(const FileTable& w) {
+    file_.first_year = w.cfy(1);
+    for (int k = 1; k <= std::clamp(w.cyr(1), 0, max_years); ++k) {
+      indices_.push_back(w.crn(k, 1));
+      depths_.push_back(w.num(k, 1));
+    }
+    file_.indices = indices_;
+    file_.depths = depths_;
+  }
+
+  std::vector<SeriesView> cores_;
+  std::vector<double> indices_;
+  std::vector<std::int32_t> depths_;
+  FileTaken file_;
+};
+
+// The end of a file is told as a trouble where the reader waits for a further header.
+bool is_no_loss(const Trouble& trouble, const FileTaken& file) {
+  return trouble.status == status::end_of_file && ends_in_blank_lines(file);
+}
+
 }  // namespace
 
 void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add) {
-  for (const Trouble& trouble : collection.troubles()) add(check_row(collection.path(), finding_of(trouble)));
   const auto bytes = collection.bytes();
+  const TakenCollection taken(collection, bytes ? std::string_view(*bytes) : "", this_year);
+  for (const Trouble& trouble : collection.troubles()) {
+    if (!bytes || !is_no_loss(trouble, taken.file())) add(check_row(collection.path(), finding_of(trouble)));
+  }
   if (!bytes) return;
   for (const FileFinding& finding : findings_of(collection, *bytes, this_year))
     add(check_row(collection.path(), finding));
 }
 
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year) {
-  const Workspace& w = collection.state();
-  const std::vector<SeriesView> cores = collection.cores();
-  FileTaken file{bytes, collection.recognition(), collection.decided(), cores};
-  file.this_year = this_year;
-  std::vector<double> indices;
-  std::vector<std::int32_t> depths;
-  if (collection.recognition().layout == Layout::tucson_index) {
-    file.first_year = w.cfy(1);
-    for (int k = 1; k <= std::clamp(w.cyr(1), 0, max_years); ++k) {
-      indices.push_back(w.crn(k, 1));
-      depths.push_back(w.num(k, 1));
-    }
-    file.indices = indices;
-    file.depths = depths;
-  }
-  return file_findings(file);
+  std::vector<FileFinding> all = file_findings(TakenCollection(collection, bytes, this_year).file());
+  if (collection.is_too_long())
+    all.push_back({.kind = kind("too-many-years"), .words = "its cores span more than 12,000 years"});
+  return all;
 }
 
 Severity severity_of(const Row& row) {

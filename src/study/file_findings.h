@@ -52,4 +52,8 @@ inline constexpr std::size_t most_findings = 20'000;
 // All of them, in the order of the lines; those about no line come first. The bytes may be anything.
 std::vector<FileFinding> file_findings(const FileTaken& file);
 
+// Whether nothing but blanks stands behind the last record of a Heidelberg file, so that nothing is lost
+// where the reader tells that the file ends in a header.
+bool ends_in_blank_lines(const FileTaken& file);
+
 }  // namespace vorn

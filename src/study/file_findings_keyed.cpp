@@ -130,7 +130,7 @@ void RecordAudit::look_at_values(std::span<const FileLine> values) {
       numbers.begin());
   const std::int64_t lost = filled - static_cast<std::int64_t>(rings);
   if (lost > 0)
-    tell(rings == 0 ? kind("lost-series") : kind("lost-rings"), lost,
+    tell(rings == 0 ? kind("lost-series") : kind("behind-length"), lost,
          counted(filled, "value stands", "values stand") + " there, and " +
              counted(static_cast<std::int64_t>(rings), "ring is", "rings are") + " read, as its length says");
   if (rings > numbers.size())

@@ -395,7 +395,8 @@ std::size_t first_line_of_data(const FileTaken& file, std::span<const FileLine> 
   const auto first = decade_of(lines[from].text, 1);
   while (first && from > 0) {
     const auto before = decade_of(lines[from - 1].text, 1);
-    if (!before || before->name != first->name || before->name.empty()) break;
+    const bool is_decade = before && before->in_columns && before->fields.size() > 1;
+    if (!is_decade || before->name != first->name || before->name.empty()) break;
     --from;
   }
   return from;

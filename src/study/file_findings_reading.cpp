@@ -44,11 +44,10 @@ WhyLinesNotTaken why(NotTaken reason) {
       return {kind("unknown-key"), "a keyword that is not read"};
     case NotTaken::no_end_mark:
     case NotTaken::behind_end:
+    case NotTaken::cut_header:
       break;
     case NotTaken::long_header:
       return {kind("long-header"), "no data within as many lines as a header may have"};
-    case NotTaken::cut_header:
-      return {kind("cut-header"), "the file ends in a header"};
     case NotTaken::no_room:
       return {kind("no-room"), "there is no room for more rings"};
     case NotTaken::series_limit:
@@ -113,31 +112,41 @@ bool is_blank(const FileLine& line) {
   return line.text.find_first_not_of(" \t\x1a") == std::string_view::npos;
 }
 
+std::span<const FileLine> lines_behind(const LinesNotTaken& end, std::span<const FileLine> lines) {
+  return lines.subspan(
+      std::min(static_cast<std::size_t>(std::max<std::int64_t>(end.first - 1, 0)), lines.size()));
+}
+
 // Behind the line that ends the file: data, words or nothing.
-void add_behind_end(const LinesNotTaken& behind, Layout layout, std::span<const FileLine> lines,
-                    FindingList& found) {
-  const auto from =
-      std::min(static_cast<std::size_t>(std::max<std::int64_t>(behind.first - 1, 0)), lines.size());
-  const auto rest = lines.subspan(from);
+void add_end(const LinesNotTaken& end, Layout layout, std::span<const FileLine> lines, FindingList& found) {
+  const auto rest = lines_behind(end, lines);
   const auto of_words = std::ranges::count_if(rest, [](const FileLine& line) { return !is_blank(line); });
-  const bool has_digits = std::ranges::any_of(rest, [](const FileLine& line) {
-    return line.text.find_first_of("0123456789") != std::string_view::npos;
-  });
-  FileFinding one{.kind = kind("blank-end"),
-                  .line = behind.first,
-                  .from = behind.first,
-                  .to = behind.last,
-                  .words = "lines of blanks end the file"};
+  FileFinding one{.kind = kind("blank-end"), .line = end.first, .from = end.first, .to = end.last};
+  one.words = "lines of blanks end the file";
   if (of_words > 0) {
-    const bool has_data = layout == Layout::tucson_raw ? !cores_on(lines, from).empty() : has_digits;
-    one.kind = has_data ? kind("behind-end") : kind("text-behind-end");
+    const bool is_cut = end.why == NotTaken::cut_header;
+    const bool has_digits = std::ranges::any_of(rest, [](const FileLine& line) {
+      return line.text.find_first_of("0123456789") != std::string_view::npos;
+    });
+    const bool has_data =
+        layout == Layout::tucson_raw ? !cores_on(lines, lines.size() - rest.size()).empty() : has_digits;
+    one.kind = !has_data ? kind("text-behind-end") : is_cut ? kind("cut-header") : kind("behind-end");
     one.value = static_cast<std::int64_t>(of_words);
-    one.words = "a line without a name ends the file: what follows is not read";
+    one.words = is_cut ? "the file ends in a header"
+                       : "a line without a name ends the file: what follows is not read";
   }
   found.add(one);
 }
 
 }  // namespace
+
+bool ends_in_blank_lines(const FileTaken& file) {
+  const auto& not_taken = file.decided.not_taken;
+  const auto cut = std::ranges::find(not_taken, NotTaken::cut_header, &LinesNotTaken::why);
+  if (cut == not_taken.end()) return false;
+  const std::vector<FileLine> lines = lines_of(file.bytes);
+  return std::ranges::all_of(lines_behind(*cut, lines), is_blank);
+}
 
 void add_reading_findings(const FileTaken& file, std::span<const FileLine> lines, FindingList& found) {
   const LayoutRow* row = row_of(file.recognition.layout);
@@ -151,7 +160,8 @@ void add_reading_findings(const FileTaken& file, std::span<const FileLine> lines
   for (const SeriesRead& series : decided.series) add_series(series, found);
   add_units_by_mean(decided, found);
   for (const LinesNotTaken& behind : decided.not_taken) {
-    if (behind.why == NotTaken::behind_end) add_behind_end(behind, decided.layout, lines, found);
+    if (behind.why == NotTaken::behind_end || behind.why == NotTaken::cut_header)
+      add_end(behind, decided.layout, lines, found);
     const auto [of, words] = why(behind.why);
     if (of)
       found.add({.kind = of,

@@ -48,7 +48,8 @@ const std::string header = "OAK    1 A site\r\nOAK    2 A country\r\n";
 TEST(FaithfulSave, WithoutAChangeGivesTheFileBackByteForByte) {
   const std::string text = header + with_ends(raw_text("OAK1", 1903, widths(47), 999), "\r\n") +
                            raw_text("OAK2", 1913, widths(44)) + "\n  \n\x1a";
-  const FaithfulSave made = save(text, as_saved("OAK1", 1903, widths(47)) + raw_text("OAK2", 1913, widths(44)));
+  const FaithfulSave made =
+      save(text, as_saved("OAK1", 1903, widths(47)) + raw_text("OAK2", 1913, widths(44)));
   EXPECT_EQ(made.bytes, text);
   EXPECT_FALSE(made.is_changed);
   EXPECT_TRUE(made.refused.empty());
@@ -75,8 +76,9 @@ TEST(FaithfulSave, MissingRingsAreWrittenAsTheOriginalDoes) {
   const auto saved_into = [&](std::vector<int> other, int wanted) {
     const std::string rest = raw_text("OAK2", 1900, other, 999);
     corrected[11] = wanted;
-    EXPECT_EQ(save(raw_text("OAK1", 1900, widths(30), 999) + rest, mended + as_saved("OAK2", 1900, other)).bytes,
-              raw_text("OAK1", 1900, corrected, 999) + rest);
+    EXPECT_EQ(
+        save(raw_text("OAK1", 1900, widths(30), 999) + rest, mended + as_saved("OAK2", 1900, other)).bytes,
+        raw_text("OAK1", 1900, corrected, 999) + rest);
   };
   std::vector<int> other = widths(30, 60);
   saved_into(other, -9990);
@@ -91,7 +93,8 @@ TEST(FaithfulSave, RingsThatAreAsTheyWereKeepTheirDigits) {
   for (const int value : thousandths) hundredths.push_back((value + 5) / 10);
   hundredths.insert(hundredths.begin() + 12, 33);
   wanted.insert(wanted.begin() + 12, 330);
-  const FaithfulSave made = save(raw_text("OAK1", 1900, thousandths), raw_text("OAK1", 1900, hundredths, 999));
+  const FaithfulSave made =
+      save(raw_text("OAK1", 1900, thousandths), raw_text("OAK1", 1900, hundredths, 999));
   EXPECT_EQ(made.bytes, raw_text("OAK1", 1900, wanted));
 }
 
@@ -100,8 +103,9 @@ TEST(FaithfulSave, AThousandthIsNotPutIntoHundredths) {
   corrected[11] = 555;
   const FaithfulSave made = save(raw_text("OAK1", 1900, widths(30), 999), raw_text("OAK1", 1900, corrected));
   EXPECT_EQ(made.bytes, "");
-  EXPECT_EQ(made.refused, Sentences{"original: OAK1: its ring 1911, 0.555 mm, does not fit into hundredths of "
-                                    "a millimetre in six columns"});
+  EXPECT_EQ(made.refused,
+            Sentences{"original: OAK1: its ring 1911, 0.555 mm, does not fit into hundredths of "
+                      "a millimetre in six columns"});
 }
 
 TEST(FaithfulSave, ANameThatIsTooLongBeforeTheYear1000BcIsSaid) {
@@ -109,13 +113,15 @@ TEST(FaithfulSave, ANameThatIsTooLongBeforeTheYear1000BcIsSaid) {
   const FaithfulSave made = save(text, text + raw_text("OAK12345", -999, widths(30)));
   EXPECT_FALSE(made.bytes.empty());
   MemoryFiles files;
-  const std::string early = "HEADER:\nKeyCode=OAK12345\nUnit=1/1000 mm\nDateBegin=-1200\nLength=3\nDATA:Tree\n"
-                            "   101   102   103\n";
+  const std::string early =
+      "HEADER:\nKeyCode=OAK12345\nUnit=1/1000 mm\nDateBegin=-1200\nLength=3\nDATA:Tree\n"
+      "   101   102   103\n";
   EXPECT_EQ(save(text, early).refused, Sentences{"original: the name OAK12345 is too long"});
 }
 
 TEST(FaithfulSave, CoresThatAreGoneAreLeftOutAndNewOnesComeBehind) {
-  const std::string first = raw_text("OAK1", 1900, widths(30)), second = raw_text("OAK2", 1950, widths(40, 70));
+  const std::string first = raw_text("OAK1", 1900, widths(30)),
+                    second = raw_text("OAK2", 1950, widths(40, 70));
   const std::string third = raw_text("OAK3", 1940, widths(50, 90));
   const FaithfulSave made = save("A header\n" + first + second, second + third);
   EXPECT_EQ(made.bytes, "A header\n" + second + third);
@@ -123,7 +129,8 @@ TEST(FaithfulSave, CoresThatAreGoneAreLeftOutAndNewOnesComeBehind) {
 }
 
 TEST(FaithfulSave, ARenamedOrMovedCoreStaysInItsPlace) {
-  const std::string first = raw_text("OAK1", 1900, widths(30)), second = raw_text("OAK2", 1950, widths(40, 70));
+  const std::string first = raw_text("OAK1", 1900, widths(30)),
+                    second = raw_text("OAK2", 1950, widths(40, 70));
   EXPECT_EQ(save(first + second, raw_text("FIR1", 1900, widths(30)) + second).bytes,
             raw_text("FIR1", 1900, widths(30)) + second);
   EXPECT_EQ(save(first + second, raw_text("OAK1", 1893, widths(30)) + second).bytes,
