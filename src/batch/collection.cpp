@@ -44,11 +44,6 @@ void keep_what_matters(std::vector<Trouble>& troubles) {
 
 }  // namespace
 
-std::string_view without_blanks(std::string_view text) {
-  text = trimmed(text);
-  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
-}
-
 // A label is what a message begins with, "Open"; what follows it there is a number.
 std::string words_of(const Trouble& trouble) {
   if (!trouble.words.empty()) return trouble.words;

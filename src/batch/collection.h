@@ -11,6 +11,7 @@
 #include "formats/recognition.h"
 #include "records/files.h"
 #include "records/troubles.h"
+#include "study/file_lines.h"
 #include "workspace/series_view.h"
 #include "workspace/vorndata.h"
 
@@ -21,9 +22,6 @@ std::string words_of(const Trouble& trouble);
 
 // What the file holds, to its end.
 Status read_whole(Files& files, const std::string& name, std::string& bytes);
-
-// `text` without the blanks around it.
-std::string_view without_blanks(std::string_view text);
 
 // The file as the program reads it, with all that was told and decided on the way. A file of ring widths
 // fills the store and gets its chronology; one of indices fills the first column of the file table.

@@ -56,13 +56,6 @@ std::int32_t missing_as(std::span<const OriginalCore> cores) {
   return any_zero ? 0 : tucson_raw::missing_ring;
 }
 
-bool is_read_whole(const Collection& collection, std::string_view bytes) {
-  const auto findings = findings_of(collection, bytes, 0);
-  return collection.words().empty() && std::ranges::none_of(findings, [](const FileFinding& finding) {
-           return severity_of(finding.kind->effect) == Severity::error;
-         });
-}
-
 class Saving {
  public:
   Saving(const Collection& original, std::string_view bytes, const Collection& corrected)
@@ -110,12 +103,11 @@ bool Saving::can_begin() {
     refuse("no Tucson file of ring widths: only into such a file cores are put back");
     return false;
   }
-  if (!is_read_whole(original_, bytes_)) {
+  if (!is_read_whole(original_)) {
     refuse("is not read whole, see vorn check");
     return false;
   }
-  const auto corrected_bytes = corrected_.bytes();
-  if (corrected_.has_cores() && corrected_bytes && is_read_whole(corrected_, *corrected_bytes)) return true;
+  if (corrected_.has_cores() && is_read_whole(corrected_)) return true;
   // A core that is not read is not one that is gone.
   made_.refused.push_back(corrected_.path() + ": its cores are not all read, see vorn check");
   return false;

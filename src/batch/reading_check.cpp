@@ -95,6 +95,13 @@ std::vector<FileFinding> findings_of(const Collection& collection, std::string_v
   return all;
 }
 
+bool is_read_whole(const Collection& collection) {
+  bool is_whole = collection.was_read();
+  check_rows(collection, 0,
+             [&](const Row& row) { is_whole = is_whole && severity_of(row) != Severity::error; });
+  return is_whole;
+}
+
 Severity severity_of(const Row& row) {
   const auto* word = std::get_if<std::string>(&row.at(severity_column));
   const auto found = std::ranges::find(severity_words, word ? std::string_view(*word) : "note");

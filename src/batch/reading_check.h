@@ -16,6 +16,9 @@ void check_rows(const Collection& collection, int this_year, const std::function
 // What is to be said of a collection whose file holds these bytes.
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year);
 
+// Whether none of its rows is an error, and anything was read.
+bool is_read_whole(const Collection& collection);
+
 // The row of `check` for one of them.
 Row check_row(const std::string& file, const FileFinding& finding);
 

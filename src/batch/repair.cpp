@@ -20,12 +20,6 @@ const std::string in_memory = "the copy";
 const std::string left_out_empty = ", empty, left out", no_data = ", no data, left out: ";
 constexpr std::size_t most_header_lines = 3;
 
-bool has_errors(std::span<const FileFinding> findings) {
-  return std::ranges::any_of(findings, [](const FileFinding& finding) {
-    return severity_of(finding.kind->effect) == Severity::error;
-  });
-}
-
 std::string at_line(std::int64_t line) {
   return "line " + std::to_string(line);
 }
@@ -235,10 +229,6 @@ Repair RawRepair::run() {
 
 // --- Whether the copy holds what the file does
 
-bool is_whole(const Collection& copy, std::string_view bytes) {
-  return copy.words().empty() && copy.was_read() && !has_errors(findings_of(copy, bytes, 0));
-}
-
 bool holds(const Collection& copy, std::span<const CopiedStretch> expected) {
   if (static_cast<std::size_t>(copy.state().nc) != expected.size()) return false;
   for (std::size_t k = 0; k < expected.size(); ++k) {
@@ -258,7 +248,7 @@ Repair repaired_widths(std::string_view bytes, const RepairChoices& choices) {
   MemoryFiles files;
   files.put(in_memory, made.bytes);
   const Collection copy(files, in_memory, untreated());
-  if (is_whole(copy, made.bytes) && holds(copy, repair.copied())) return made;
+  if (is_read_whole(copy) && holds(copy, repair.copied())) return made;
   return {.refused = {"a copy would not be read back as the file stands"}};
 }
 
@@ -280,7 +270,7 @@ Repair without_lines(std::string_view bytes,
   MemoryFiles files;
   files.put(in_memory, made.bytes);
   const Collection copy(files, in_memory, untreated());
-  return is_whole(copy, made.bytes) ? made : Repair{};
+  return is_read_whole(copy) ? made : Repair{};
 }
 
 Repair repaired_chronology(std::string_view bytes, int header_lines) {
@@ -310,7 +300,7 @@ Repair repaired(const Collection& collection, std::string_view bytes, const Repa
   const std::vector<FileFinding> findings = findings_of(collection, bytes, 0);
   const bool is_unread = std::ranges::any_of(
       collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });
-  if (is_unread || !has_errors(findings)) return {};
+  if (is_unread || is_read_whole(collection)) return {};
   Repair made;
   const Recognition& recognition = collection.recognition();
   const bool holds_series = std::ranges::any_of(

@@ -11,17 +11,12 @@
 namespace vorn {
 namespace {
 
-std::string plain(const Name& name) {
-  const std::string_view text = name.trimmed();
-  return std::string(text.substr(std::min(text.find_first_not_of(' '), text.size())));
-}
-
 FileFinding about(const SeriesRead& series, const FindingKind* of) {
   return {.kind = of,
           .line = series.first_line,
           .from = series.first_line,
           .to = series.last_line,
-          .series = plain(series.name)};
+          .series = std::string(without_blanks(series.name.view()))};
 }
 
 std::optional<double> number_of(std::string_view word) {
@@ -172,7 +167,7 @@ void add_cores(const FileTaken& file, std::span<const std::string> names, Findin
 std::vector<std::string> names_of(const FileTaken& file) {
   std::vector<std::string> names;
   for (std::size_t k = 0; k < std::min(file.cores.size(), file.decided.series.size()); ++k)
-    names.push_back(plain(file.decided.series[k].name));
+    names.push_back(std::string(without_blanks(file.decided.series[k].name.view())));
   return names;
 }
 

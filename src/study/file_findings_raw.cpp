@@ -330,10 +330,6 @@ CoreAsWritten as_written(const CoreLines& core) {
 
 // --- Lines that are no decades
 
-bool is_blank(const FileLine& line) {
-  return line.text.find_first_not_of(" \x1a") == std::string_view::npos;
-}
-
 // Runs of lines with words that are no decade, behind the header lines.
 void add_other_lines(const FileTaken& file, std::span<const FileLine> lines, std::span<const CoreLines> cores,
                      FindingList& found) {
@@ -392,11 +388,13 @@ void add_lost_cores(const FileTaken& file, std::span<const CoreLines> cores, Fin
 std::size_t first_line_of_data(const FileTaken& file, std::span<const FileLine> lines) {
   std::size_t from = std::min(static_cast<std::size_t>(std::max(file.decided.header_lines, 0)), lines.size());
   if (from == lines.size()) return from;
-  const auto first = decade_of(lines[from].text, 1);
-  while (first && from > 0) {
-    const auto before = decade_of(lines[from - 1].text, 1);
-    const bool is_decade = before && before->in_columns && before->fields.size() > 1;
-    if (!is_decade || before->name != first->name || before->name.empty()) break;
+  auto next = decade_of(lines[from].text, 1);
+  while (next && from > 0) {
+    auto before = decade_of(lines[from - 1].text, 1);
+    if (!before || before->name != next->name || before->name.empty()) break;
+    // A line of numbers in a header may look like one that does not keep to the columns.
+    if (!before->in_columns && before->next_year() != next->year) break;
+    next = std::move(before);
     --from;
   }
   return from;

@@ -108,10 +108,6 @@ void add_units_by_mean(const ReadDecisions& decided, FindingList& found) {
   found.add(one);
 }
 
-bool is_blank(const FileLine& line) {
-  return line.text.find_first_not_of(" \t\x1a") == std::string_view::npos;
-}
-
 std::span<const FileLine> lines_behind(const LinesNotTaken& end, std::span<const FileLine> lines) {
   return lines.subspan(
       std::min(static_cast<std::size_t>(std::max<std::int64_t>(end.first - 1, 0)), lines.size()));

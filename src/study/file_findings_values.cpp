@@ -47,9 +47,15 @@ void add_negative(const CoreAsWritten& core, FindingList& found) {
   found.add(one);
 }
 
+YearSpan years_of(const CoreAsWritten& core) {
+  if (core.years.empty()) return {};
+  const auto [first, last] = std::ranges::minmax(core.years);
+  return {first, last};
+}
+
 void add_odd_years(const CoreAsWritten& core, int this_year, FindingList& found) {
   if (core.years.empty()) return;
-  const auto [first, last] = std::ranges::minmax(core.years);
+  const auto [first, last] = years_of(core);
   if (first < 0) {
     FileFinding one = about(core, kind("years-before-0"));
     one.value = first;
@@ -62,12 +68,6 @@ void add_odd_years(const CoreAsWritten& core, int this_year, FindingList& found)
     one.words = "ends in " + std::to_string(last) + ", which is still to come";
     found.add(one);
   }
-}
-
-YearSpan years_of(const CoreAsWritten& core) {
-  if (core.years.empty()) return {};
-  const auto [first, last] = std::ranges::minmax(core.years);
-  return {first, last};
 }
 
 std::string years_words(const YearSpan& years) {

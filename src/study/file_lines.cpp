@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "records/text.h"
+
 namespace vorn {
 namespace {
 
@@ -36,6 +38,15 @@ std::vector<FileLine> lines_of(std::string_view bytes) {
       all.push_back({bytes.substr(end + k, 0), LineEnd::cr});
   }
   return all;
+}
+
+bool is_blank(const FileLine& line) {
+  return line.text.find_first_not_of(" \t\x1a") == std::string_view::npos;
+}
+
+std::string_view without_blanks(std::string_view text) {
+  text = trimmed(text);
+  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
 }  // namespace vorn

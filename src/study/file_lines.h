@@ -29,4 +29,10 @@ inline constexpr std::size_t most_lines_examined = 1'300'000;
 // but Ctrl-Z.
 std::vector<FileLine> lines_of(std::string_view bytes);
 
+// Whether nothing but blanks, tabs and Ctrl-Z stands on it.
+bool is_blank(const FileLine& line);
+
+// `text` without the blanks around it.
+std::string_view without_blanks(std::string_view text);
+
 }  // namespace vorn

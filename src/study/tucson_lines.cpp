@@ -27,11 +27,6 @@ std::string_view columns(std::string_view text, const LayoutField& field) {
   return columns(text, field.first, field.width());
 }
 
-std::string_view without_blanks_around(std::string_view text) {
-  const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
-  return trimmed(text.substr(first));
-}
-
 std::optional<std::int32_t> whole_number(std::string_view word) {
   if (word.starts_with('+')) word.remove_prefix(1);
   if (word.empty() || word.starts_with('+')) return std::nullopt;
@@ -42,7 +37,7 @@ std::optional<std::int32_t> whole_number(std::string_view word) {
 }
 
 DecadeField field_at(std::string_view text, int column) {
-  const std::string_view word = without_blanks_around(columns(text, column, width_of_a_field));
+  const std::string_view word = without_blanks(columns(text, column, width_of_a_field));
   if (word.empty()) return {DecadeField::Kind::empty, 0, column};
   const auto number = whole_number(word);
   if (!number) return {DecadeField::Kind::bad, 0, column};
@@ -64,7 +59,7 @@ std::size_t count_of(const DecadeLine& decade, DecadeField::Kind kind) {
 bool take_start(std::string_view text, DecadeLine& decade) {
   std::string_view name = columns(text, name_columns);
   const std::string_view year_text = columns(text, year_columns);
-  const auto year = whole_number(without_blanks_around(year_text));
+  const auto year = whole_number(without_blanks(year_text));
   if (!year) return false;
   decade.year = *year;
   const bool is_negative =
@@ -73,7 +68,7 @@ bool take_start(std::string_view text, DecadeLine& decade) {
     decade.year = -decade.year;
     name.remove_suffix(1);
   }
-  decade.name = without_blanks_around(name);
+  decade.name = without_blanks(name);
   decade.is_shifted = year_text.ends_with(' ');
   return true;
 }

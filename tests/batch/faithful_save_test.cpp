@@ -7,17 +7,12 @@
 #include <vector>
 
 #include "batch/difference.h"
+#include "batch/specimens.h"
 #include "records/memory_files.h"
 #include "support/raw_text.h"
 
 namespace vorn {
 namespace {
-
-std::vector<int> widths(int count, int first = 100) {
-  std::vector<int> all;
-  for (int k = 0; k < count; ++k) all.push_back(first + 7 * k % 53);
-  return all;
-}
 
 std::vector<int> times_ten(std::vector<int> all) {
   for (int& value : all) value *= value > 0 ? 10 : 1;
@@ -73,7 +68,7 @@ TEST(FaithfulSave, MissingRingsAreWrittenAsTheOriginalDoes) {
   std::vector<int> corrected = widths(30);
   corrected.insert(corrected.begin() + 11, -9990);
   const std::string mended = as_saved("OAK1", 1900, corrected);
-  const auto saved_into = [&](std::vector<int> other, int wanted) {
+  const auto saved_into = [&](const std::vector<int>& other, int wanted) {
     const std::string rest = raw_text("OAK2", 1900, other, 999);
     corrected[11] = wanted;
     EXPECT_EQ(

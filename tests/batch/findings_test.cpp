@@ -3,13 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "batch/collection.h"
 #include "batch/difference.h"
 #include "batch/reading_check.h"
+#include "batch/specimens.h"
 #include "records/memory_files.h"
 #include "support/raw_text.h"
 
@@ -45,7 +48,7 @@ class FindingsOfFiles : public testing::Test {
     }
     return ids;
   }
-  std::int64_t whole(const FileFinding& finding) const {
+  static std::int64_t whole(const FileFinding& finding) {
     const auto* value = std::get_if<std::int64_t>(&finding.value);
     return value ? *value : -1;
   }
@@ -56,12 +59,6 @@ class FindingsOfFiles : public testing::Test {
 };
 
 using Ids = std::set<std::string>;
-
-std::vector<int> widths(int count) {
-  std::vector<int> all;
-  for (int k = 0; k < count; ++k) all.push_back(100 + 7 * k % 53);
-  return all;
-}
 
 // A core without its end mark.
 std::string open_core(const std::string& name, int first, int count) {
@@ -367,8 +364,8 @@ TEST_F(FindingsOfFiles, ACompactFileThatEndsEarlyHasInventedRings) {
 
 // --- Whatever a file holds
 
-// Bytes cut and changed anywhere: no crash, and no ring that is lost without a word.
-TEST_F(FindingsOfFiles, EveryLossIsNamedWhateverIsCut) {
+// Bytes cut and changed anywhere.
+TEST_F(FindingsOfFiles, AreGivenWhateverAFileHolds) {
   const std::string text = raw_text("OAK1", 1903, widths(47)) + raw_text("OAK2", 1913, widths(44), 999);
   for (std::size_t k = 0; k < text.size(); ++k) {
     for (const char c : {'\n', ' ', '\t', '\r', '7', 'x', '\0', '\x1a', '\xff'}) {
@@ -378,6 +375,121 @@ TEST_F(FindingsOfFiles, EveryLossIsNamedWhateverIsCut) {
       EXPECT_FALSE(look_at(text.substr(0, k) + c).empty());
     }
   }
+}
+
+// The lines of a file and, of each, the core that it belongs to.
+struct DamagedFile {
+  std::vector<std::string> lines, names;
+  std::string text() const {
+    std::string all;
+    for (const std::string& line : lines) all += line + "\n";
+    return all;
+  }
+};
+
+// A few cores whose widths are told apart by their digits: no two rings are the same.
+DamagedFile three_cores() {
+  DamagedFile file;
+  int width = 1000;
+  for (const std::string name : {"OAK1", "OAK2", "OAK3"}) {
+    std::vector<int> all;
+    for (int k = 0; k < 27; ++k) all.push_back(width++);
+    std::istringstream text(raw_text(name, 1903, all));
+    for (std::string line; std::getline(text, line);) {
+      file.lines.push_back(line);
+      file.names.push_back(name);
+    }
+  }
+  return file;
+}
+
+// The numbers of a core that stand in the file, and those that were taken under its name in their unit.
+std::set<int> numbers_of(const DamagedFile& file, const std::string& name) {
+  std::set<int> all;
+  for (std::size_t k = 0; k < file.lines.size(); ++k) {
+    if (file.names[k] != name || file.lines[k].size() < 12) continue;
+    std::istringstream fields(file.lines[k].substr(12));
+    for (int number = 0; fields >> number;) {
+      if (number > 0) all.insert(number);
+    }
+  }
+  return all;
+}
+
+std::set<int> numbers_taken(const Collection& collection, const std::string& name) {
+  std::set<int> all;
+  const SeriesStore& w = collection.state();
+  for (int i = 1; i <= w.nc; ++i) {
+    if (plain_name(w, i) != name) continue;
+    for (const double width : w.widths(i)) all.insert(static_cast<int>(std::lround(width * 1000)));
+  }
+  return all;
+}
+
+class DamagedFiles : public FindingsOfFiles {
+ protected:
+  // Whoever lost a ring is named.
+  void expect_named(const DamagedFile& file, const std::string& what) {
+    MemoryFiles files;
+    files.put("a file", file.text());
+    const Collection collection(files, "a file", untreated());
+    look_at(file.text());
+    for (const char* name : {"OAK1", "OAK2", "OAK3"}) {
+      const std::set<int> stand = numbers_of(file, name), taken = numbers_taken(collection, name);
+      const bool is_whole = std::ranges::includes(taken, stand);
+      whole_ += is_whole;
+      lost_ += !is_whole;
+      EXPECT_EQ(is_named(name), !is_whole) << what << ", " << name << '\n' << file.text();
+    }
+  }
+  int whole_ = 0, lost_ = 0;
+
+ private:
+  bool is_named(const std::string& name) {
+    for (const char* id : {"lost-series", "lost-rings", "changed-rings", "wrong-unit"}) {
+      for (const FileFinding& finding : of(id)) {
+        if (finding.series == name) return true;
+      }
+    }
+    return false;
+  }
+};
+
+// Every line of a file gone, doubled, emptied, without its name, without its end, or in another's place.
+TEST_F(DamagedFiles, EverySeriesThatLosesARingIsNamedAndNoOther) {
+  const DamagedFile good = three_cores();
+  expect_named(good, "as it is");
+  EXPECT_EQ(lost_, 0);
+  for (std::size_t k = 0; k < good.lines.size(); ++k) {
+    const std::string at = " at line " + std::to_string(k + 1);
+    DamagedFile file = good;
+    file.lines.insert(file.lines.begin() + static_cast<std::ptrdiff_t>(k), "");
+    file.names.insert(file.names.begin() + static_cast<std::ptrdiff_t>(k), "");
+    expect_named(file, "an empty line" + at);
+    file = good;
+    file.lines.erase(file.lines.begin() + static_cast<std::ptrdiff_t>(k));
+    file.names.erase(file.names.begin() + static_cast<std::ptrdiff_t>(k));
+    expect_named(file, "no line" + at);
+    file = good;
+    const std::size_t mark = file.lines[k].find(" -9999");
+    if (mark != std::string::npos) file.lines[k].resize(mark);
+    expect_named(file, "no end mark" + at);
+    file = good;
+    if (k + 1 < file.lines.size()) std::swap(file.lines[k], file.lines[k + 1]);
+    if (k + 1 < file.names.size()) std::swap(file.names[k], file.names[k + 1]);
+    expect_named(file, "two lines swapped" + at);
+    file = good;
+    file.lines[k].replace(0, 4, "    ");
+    if (k > 0 && good.names[k] == good.names[k - 1]) expect_named(file, "no name" + at);
+    file = good;
+    file.lines[k].resize(std::min<std::size_t>(30, file.lines[k].size()));
+    expect_named(file, "cut short" + at);
+    file = good;
+    file.lines[k].insert(12, " ");
+    expect_named(file, "widths moved to the right" + at);
+  }
+  EXPECT_GT(lost_, 50);
+  EXPECT_GT(whole_, 100);
 }
 
 TEST_F(FindingsOfFiles, AreGivenUpToALimitAndTheRestIsCounted) {

@@ -10,6 +10,7 @@
 #include "batch/collection.h"
 #include "batch/difference.h"
 #include "batch/reading_check.h"
+#include "batch/specimens.h"
 #include "records/memory_files.h"
 #include "support/raw_text.h"
 
@@ -39,12 +40,6 @@ class Repairs : public testing::Test {
   MemoryFiles files_;
   Repair made_;
 };
-
-std::vector<int> widths(int count, int first = 100) {
-  std::vector<int> all;
-  for (int k = 0; k < count; ++k) all.push_back(first + 7 * k % 53);
-  return all;
-}
 
 const std::string oak1 = raw_text("OAK1", 1903, widths(47), 999);
 const std::string oak2 = raw_text("OAK2", 1913, widths(44));
