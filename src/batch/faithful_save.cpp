@@ -19,6 +19,8 @@ namespace {
 
 const std::string in_memory = "what would be written";
 
+constexpr auto start_of_widths = static_cast<std::size_t>(tucson_raw::fields.back().first) - 1;
+
 std::string_view bytes_of_end(LineEnd end) {
   switch (end) {
     case LineEnd::cr_lf:
@@ -81,7 +83,9 @@ class Saving {
   std::size_t length_of_end(std::size_t line) const;
   bool has_more_than_widths(const OriginalCore& core) const;
   void add_lines(std::size_t from, std::size_t to);
-  void add_stretch(const Stretch& stretch, LineEnd end);
+  void add_stretch(const Stretch& stretch, LineEnd end, const OriginalCore* before);
+  std::optional<std::size_t> same_line(const std::string& line, const OriginalCore& core) const;
+  std::size_t common_length(const OriginalCore& core) const;
   void check();
   void refuse(const std::string& words) { made_.refused.push_back(original_.path() + ": " + words); }
 
@@ -174,12 +178,17 @@ std::optional<Stretch> Saving::corrected_stretch(std::size_t after, const Origin
       if (step.kind == RingStep::Kind::kept) kept[step.after] = before->stretch.values[step.before];
     }
   }
+  int zeros_for_missing = 0;
   for (std::size_t ring = 0; ring < core.widths.values.size(); ++ring) {
     const auto digits = kept.find(ring);
     const auto value = digits != kept.end() ? digits->second : value_of(core, ring, stretch);
     if (!value) return std::nullopt;
     stretch.values.push_back(*value);
+    zeros_for_missing += digits == kept.end() && !core.widths.present[ring] && *value == 0;
   }
+  if (zeros_for_missing > 0)
+    made_.done.push_back(std::string(core.name) +
+                         ": rings marked as missing are written as 0, as absent ones are there");
   return stretch;
 }
 
@@ -232,10 +241,42 @@ void Saving::add_lines(std::size_t from, std::size_t to) {
   if (from < to) made_.bytes += bytes_.substr(begin_of(from), end_of(to - 1) - begin_of(from));
 }
 
-void Saving::add_stretch(const Stretch& stretch, LineEnd end) {
+// The line of a core that says the same, in whatever way its digits are written.
+std::optional<std::size_t> Saving::same_line(const std::string& line, const OriginalCore& core) const {
+  const auto numbers = [](const DecadeField& field) { return field.number; };
+  const auto wanted = decade_of(line, 0);
+  for (std::size_t k = core.from; wanted && k < core.to; ++k) {
+    if (lines_[k].text.substr(0, start_of_widths) != std::string_view(line).substr(0, start_of_widths))
+      continue;
+    const auto stands = decade_of(lines_[k].text, 0);
+    if (stands && std::ranges::equal(stands->fields, wanted->fields, {}, numbers, numbers)) return k;
+  }
+  return std::nullopt;
+}
+
+// How long each line of a core is; 0 where they differ.
+std::size_t Saving::common_length(const OriginalCore& core) const {
+  const std::size_t length = lines_[core.from].text.size();
+  for (std::size_t k = core.from; k < core.to; ++k) {
+    if (lines_[k].text.size() != length) return 0;
+  }
+  return length;
+}
+
+// Lines that are as they were stay so, and others are filled up with blanks where all of the core's were.
+void Saving::add_stretch(const Stretch& stretch, LineEnd end, const OriginalCore* before) {
   if (!made_.bytes.empty() && made_.bytes.back() != '\n' && made_.bytes.back() != '\r')
     made_.bytes += bytes_of_end(end);
-  for (const std::string& line : tucson_lines(stretch)) made_.bytes += line + std::string(bytes_of_end(end));
+  const std::size_t length = before ? common_length(*before) : 0;
+  for (std::string& line : tucson_lines(stretch)) {
+    const auto same = before ? same_line(line, *before) : std::nullopt;
+    if (same && lines_[*same].end != LineEnd::none) {
+      add_lines(*same, *same + 1);
+      continue;
+    }
+    line.resize(std::max(line.size(), length), ' ');
+    made_.bytes += line + std::string(bytes_of_end(end));
+  }
   expected_.push_back(stretch);
 }
 
@@ -255,7 +296,7 @@ void Saving::write() {
     done = cores_[k].to;
     const std::string name(without_blanks(cores_[k].stretch.name));
     if (const auto anew = anew_.find(k); anew != anew_.end()) {
-      add_stretch(anew->second, end);
+      add_stretch(anew->second, end, &cores_[k]);
       made_.done.push_back(
           name + " written anew" +
           (has_more_than_widths(cores_[k]) ? ", without what stood behind its columns" : ""));
@@ -267,7 +308,7 @@ void Saving::write() {
     }
   }
   for (const Stretch& stretch : behind_) {
-    add_stretch(stretch, end);
+    add_stretch(stretch, end, nullptr);
     made_.done.push_back(std::string(without_blanks(stretch.name)) + " added");
   }
   add_lines(done, lines_.size());

@@ -216,7 +216,7 @@ void RawAudit::add_invented() {
                     .line = series.first_line,
                     .from = series.first_line,
                     .to = series.last_line,
-                    .series = std::string(series.name.trimmed())};
+                    .series = std::string(without_blanks(series.name.view()))};
     one.value = rings - met_[k];
     one.words = is_core ? counted(rings - met_[k], "ring", "rings") + " that no line holds"
                         : "a series is made of lines that are no decades";

@@ -71,7 +71,7 @@ FileFinding about(const SeriesRead& series, const FindingKind* of) {
           .line = series.first_line,
           .from = series.first_line,
           .to = series.last_line,
-          .series = std::string(series.name.trimmed())};
+          .series = std::string(without_blanks(series.name.view()))};
 }
 
 void add_series(const SeriesRead& series, FindingList& found) {

@@ -93,6 +93,16 @@ TEST(FaithfulSave, RingsThatAreAsTheyWereKeepTheirDigits) {
   EXPECT_EQ(made.bytes, raw_text("OAK1", 1900, wanted));
 }
 
+// Some programs write zeros before the digits, and fill lines up with blanks.
+TEST(FaithfulSave, LinesOfTheCoreThatAreAsTheyWereStayByteForByte) {
+  const std::string first = "OAK1    1950   072   058   042   058   048   055   038   060   045   046\r\n";
+  const std::string second = "OAK1    1960   039   999" + std::string(48, ' ') + "\r\n";
+  const std::string corrected =
+      raw_text("OAK1", 1950, {720, 580, 420, 580, 480, 550, 380, 600, 450, 460, 390, 410});
+  EXPECT_EQ(save(first + second, corrected).bytes,
+            first + "OAK1    1960    39    41   999" + std::string(42, ' ') + "\r\n");
+}
+
 TEST(FaithfulSave, AThousandthIsNotPutIntoHundredths) {
   std::vector<int> corrected = times_ten(widths(30));
   corrected[11] = 555;
