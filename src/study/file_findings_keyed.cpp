@@ -141,7 +141,12 @@ void RecordAudit::look() {
   std::size_t data = 0;
   while (data < own.size() && !heidelberg::data_key.begins(own[data].text)) ++data;
   look_at_keys(own.first(data));
-  if (data == own.size()) return;
+  if (data == own.size()) {
+    if (!core_.values.empty())
+      tell(kind("invented-rings"), static_cast<std::int64_t>(core_.values.size()),
+           "no line of data is found in its header, and all its rings are read as 0");
+    return;
+  }
   const std::string_view marked = own[data].text;
   if (marked.find("Double") != std::string_view::npos || marked.find("Quadro") != std::string_view::npos ||
       marked.find("Chrono") != std::string_view::npos)
@@ -167,8 +172,27 @@ void add_cores(const FileTaken& file, std::span<const std::string> names, Findin
 std::vector<std::string> names_of(const FileTaken& file) {
   std::vector<std::string> names;
   for (std::size_t k = 0; k < std::min(file.cores.size(), file.decided.series.size()); ++k)
-    names.push_back(std::string(without_blanks(file.decided.series[k].name.view())));
+    names.emplace_back(without_blanks(file.decided.series[k].name.view()));
   return names;
+}
+
+// The records that begin in lines that were not taken.
+void add_lost_records(const LinesNotTaken& lost, std::span<const FileLine> lines, const char* why,
+                      FindingList& found) {
+  const auto rest = lines_from(lines, lost.first);
+  constexpr std::size_t longest_name = 40;
+  const auto from = static_cast<std::size_t>(heidelberg::name_key.first) - 1;
+  for (std::size_t k = 0; k < rest.size(); ++k) {
+    const std::string_view text = rest[k].text;
+    if (!heidelberg::name_key.begins(text)) continue;
+    const std::int64_t line = lost.first + static_cast<std::int64_t>(k);
+    found.add({.kind = kind("lost-series"),
+               .line = line,
+               .from = line,
+               .to = line,
+               .series = std::string(without_blanks(text.substr(std::min(from, text.size()), longest_name))),
+               .words = std::string("none of its rings is read: ") + why});
+  }
 }
 
 // --- Compact
@@ -191,20 +215,10 @@ void add_heidelberg_findings(const FileTaken& file, std::span<const FileLine> li
   for (std::size_t k = 0; k < names.size(); ++k)
     RecordAudit(file, lines_from(lines, file.decided.series[k].first_line), k, found).look();
   add_cores(file, names, found);
-  for (const LinesNotTaken& cut : file.decided.not_taken) {
-    if (cut.why != NotTaken::cut_header) continue;
-    // What stands in such a header may be the rest of the values before it, or a record of its own.
-    const auto rest = lines_from(lines, cut.first);
-    const auto name = std::ranges::find_if(
-        rest, [](const FileLine& line) { return heidelberg::name_key.begins(line.text); });
-    if (name == rest.end()) continue;
-    const auto from = static_cast<std::size_t>(heidelberg::name_key.first) - 1;
-    found.add({.kind = kind("lost-series"),
-               .line = cut.first,
-               .from = cut.first,
-               .to = cut.last,
-               .series = std::string(trimmed(name->text.substr(std::min(from, name->text.size())))),
-               .words = "the file ends in its header"});
+  for (const LinesNotTaken& lost : file.decided.not_taken) {
+    if (lost.why == NotTaken::cut_header) add_lost_records(lost, lines, "the file ends in its header", found);
+    if (lost.why == NotTaken::no_room || lost.why == NotTaken::series_limit)
+      add_lost_records(lost, lines, "there is no room for it", found);
   }
 }
 

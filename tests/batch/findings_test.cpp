@@ -15,6 +15,7 @@
 #include "batch/specimens.h"
 #include "records/memory_files.h"
 #include "support/raw_text.h"
+#include "workspace/capacity.h"
 
 namespace vorn {
 namespace {
@@ -343,6 +344,20 @@ TEST_F(FindingsOfFiles, AnEmptyLineBehindTheLastRecordIsNoLoss) {
   EXPECT_EQ(one("blank-end").line, 9);
   look_at(record + "HEADER:\nKeyCode=OAK2\nLength=12\n");
   EXPECT_EQ(errors(), (Ids{"cut-header", "lost-series"}));
+}
+
+TEST_F(FindingsOfFiles, ARecordWithoutDataAndThoseBehindTheLimitAreNamed) {
+  std::string comments;
+  for (int k = 0; k < 210; ++k) comments += "Comment=words\n";
+  look_at("HEADER:\nKeyCode=OAK1\nLength=3\n" + comments + record);
+  EXPECT_TRUE(errors().contains("long-header"));
+  EXPECT_EQ(of("invented-rings").front().series, "OAK1");
+  std::string many;
+  for (int k = 0; k <= max_heidelberg_records; ++k)
+    many += "HEADER:\nKeyCode=A" + std::to_string(k) + "\nDateEnd=1900\nLength=1\nDATA:Tree\n   101\n";
+  look_at(many);
+  EXPECT_EQ(errors(), (Ids{"lost-series", "series-limit"}));
+  EXPECT_EQ(one("lost-series").series, "A5000");
 }
 
 TEST_F(FindingsOfFiles, PairsAreNoWidths) {
