@@ -507,6 +507,58 @@ TEST_F(DamagedFiles, EverySeriesThatLosesARingIsNamedAndNoOther) {
   EXPECT_GT(whole_, 100);
 }
 
+// The same of a chronology, by the labels of its lines.
+TEST_F(FindingsOfFiles, EveryChronologyWithAnIndexInAWrongYearHasAnErrorAndNoOther) {
+  const auto index_of = [](std::int64_t year) { return static_cast<int>(500 + year - 1900); };
+  const std::string statistics =
+      "SITE   498 .7494   .2927   .1606   1.0000  498.0000540.5796                      ";
+  int wrong = 0, right = 0;
+  const auto look = [&](const std::vector<int>& labels) {  // 0: an empty line, 1: one of statistics
+    std::string text;
+    for (const int label : labels)
+      text += label == 0 ? "\n" : label == 1 ? statistics + "\n" : index_line("SITE", label, index_of(label));
+    MemoryFiles files;
+    files.put("a file", text);
+    const Collection collection(files, "a file", untreated());
+    const Workspace& w = collection.state();
+    bool is_right = collection.was_read();
+    std::set<std::int64_t> years;
+    for (const int label : labels) {
+      for (int k = 0; label > 1 && k < 10; ++k) years.insert(label + k);
+    }
+    for (int k = 1; k <= w.cyr(1); ++k) {
+      const std::int64_t year = w.cfy(1) + k - 1;
+      // Years without a core behind them are none.
+      if (w.num(k, 1) > 0) is_right = is_right && years.erase(year) == 1 && w.crn(k, 1) == index_of(year);
+    }
+    is_right = is_right && years.empty();
+    look_at(text);
+    EXPECT_EQ(errors().empty(), is_right) << text;
+    (is_right ? right : wrong)++;
+  };
+  const std::vector<int> good = {1900, 1910, 1920, 1930, 1940};
+  look(good);
+  for (std::size_t k = 0; k <= good.size(); ++k) {
+    const auto at = static_cast<std::ptrdiff_t>(k);
+    for (const int line : {0, 1}) {
+      auto labels = good;
+      labels.insert(labels.begin() + at, line);
+      look(labels);
+    }
+    if (k == good.size()) continue;
+    auto labels = good;
+    labels.erase(labels.begin() + at);
+    look(labels);
+    labels = good;
+    std::swap(labels[k], labels[(k + 1) % labels.size()]);
+    look(labels);
+    labels[k] = labels[(k + 1) % labels.size()];
+    look(labels);
+  }
+  EXPECT_GT(wrong, 15);
+  EXPECT_GT(right, 4);
+}
+
 TEST_F(FindingsOfFiles, AreGivenUpToALimitAndTheRestIsCounted) {
   std::string text = raw_text("OAK1", 1903, widths(47)) + "\n";
   for (std::size_t k = 0; k < most_findings + 100; ++k)
