@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <set>
 #include <sstream>
 #include <string>
@@ -407,8 +408,9 @@ DamagedFile three_cores() {
   DamagedFile file;
   int width = 1000;
   for (const std::string name : {"OAK1", "OAK2", "OAK3"}) {
-    std::vector<int> all;
-    for (int k = 0; k < 27; ++k) all.push_back(width++);
+    std::vector<int> all(27);
+    std::iota(all.begin(), all.end(), width);
+    width += 27;
     std::istringstream text(raw_text(name, 1903, all));
     for (std::string line; std::getline(text, line);) {
       file.lines.push_back(line);
