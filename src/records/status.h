@@ -14,9 +14,8 @@ class Status {
   constexpr Status() = default;
   constexpr explicit Status(std::int32_t number) : number_(number) {}
 
+  // The number as messages show it.
   constexpr std::int32_t number() const { return number_; }
-  // The number as messages show it: what a system fails at has the number that it has on Linux.
-  constexpr std::int32_t shown_number() const;
   // Whether something failed or ended, as with std::error_code.
   constexpr explicit operator bool() const { return number_ != 0; }
 
@@ -26,23 +25,6 @@ class Status {
  private:
   std::int32_t number_ = 0;
 };
-
-constexpr std::int32_t Status::shown_number() const {
-#ifdef __EMSCRIPTEN__
-  struct OnLinux {
-    std::int32_t here, there;
-  };
-  constexpr OnLinux numbers[] = {
-      {EPERM, 1},    {ENOENT, 2},  {EIO, 5},     {ENXIO, 6},         {EBADF, 9},   {EAGAIN, 11},
-      {ENOMEM, 12},  {EACCES, 13}, {EBUSY, 16},  {EEXIST, 17},       {EXDEV, 18},  {ENODEV, 19},
-      {ENOTDIR, 20}, {EISDIR, 21}, {EINVAL, 22}, {ENFILE, 23},       {EMFILE, 24}, {EFBIG, 27},
-      {ENOSPC, 28},  {EROFS, 30},  {EPIPE, 32},  {ENAMETOOLONG, 36}, {ELOOP, 40},  {ETIMEDOUT, 110}};
-  for (const OnLinux& number : numbers) {
-    if (number.here == number_) return number.there;
-  }
-#endif
-  return number_;
-}
 
 }  // namespace vorn
 

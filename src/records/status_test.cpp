@@ -35,12 +35,5 @@ TEST(Statuses, AreOfTheSystemWhereItHasFailed) {
   }
 }
 
-TEST(Statuses, ShowInMessagesTheNumberOfLinux) {
-  EXPECT_EQ(status::no_such_file.shown_number(), 2);
-  EXPECT_EQ(status::a_folder.shown_number(), 21);
-  EXPECT_EQ(status::not_a_number.shown_number(), status::not_a_number.number());
-  EXPECT_EQ(status::ok.shown_number(), 0);
-}
-
 }  // namespace
 }  // namespace vorn

@@ -6,6 +6,7 @@
 #include "plot/plot.h"
 #include "plot/screen.h"
 #include "records/edit_format.h"
+#include "records/shown_status.h"
 
 namespace vorn {
 namespace {
@@ -66,7 +67,7 @@ bool io_err(Workspace& w, std::string_view label, std::string_view file) {
   if (w.ios == status::ok) return false;
   tell(w,
        std::string(label) + std::string(trimmed(file)) +
-           " fail err =" + edit(EditFormat("(I6)"), w.ios.shown_number()),
+           " fail err =" + edit(EditFormat("(I6)"), shown_number(w.ios)),
        "");
   // Deliberate: [goes-on] also after a failure: the program goes on with whatever the failed operation left.
   return false;
