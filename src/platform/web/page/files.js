@@ -19,13 +19,25 @@ const shownTime = time => new Date(time).toLocaleString([], {dateStyle: 'medium'
 
 // --- Ways to open.
 
+let endPicking = null;
+
+// Some browsers do not tell that their dialog was closed without a choice: who asks anew gives up what was
+// asked before.
+function stopPicking() {
+  endPicking?.([]);
+  return new Promise(done => setTimeout(done));
+}
+
 function picked(properties) {
   return new Promise(resolve => {
     const input = make('input', {type: 'file', multiple: true, hidden: true, ...properties});
     const end = files => {
+      if (endPicking === end) endPicking = null;
       input.remove();
       resolve(files);
     };
+    endPicking?.([]);
+    endPicking = end;
     input.addEventListener('change', () => end([...input.files]));
     input.addEventListener('cancel', () => end([]));
     document.body.append(input);
@@ -76,8 +88,8 @@ async function openRecent() {
   return answer < names.length ? orTold(openKept(rows[answer])) : null;
 }
 
-// Takes what is dropped anywhere on the window. `take` gets a promise of a folder or null. Returns what ends
-// it.
+// Takes what is dropped anywhere on the window. `take` gets what opens it: a function that promises a folder
+// or null. Returns what ends it.
 export function takeDrops(take) {
   const over = event => {
     event.preventDefault();
@@ -89,7 +101,9 @@ export function takeDrops(take) {
   const drop = event => {
     event.preventDefault();
     document.documentElement.classList.remove('drops');
-    if (event.dataTransfer?.types.includes('Files')) take(opened(droppedSource(event.dataTransfer)));
+    if (!event.dataTransfer?.types.includes('Files')) return;
+    const source = droppedSource(event.dataTransfer);
+    take(() => opened(source));
   };
   const listeners = {dragover: over, dragleave: away, drop};
   for (const [name, listener] of Object.entries(listeners)) addEventListener(name, listener);
@@ -104,11 +118,12 @@ export async function chooseFolder(element, {examples, last = null, links = []})
   let endDrops = () => {};
   const folder = await new Promise(resolve => {
     let isBusy = false;
-    // One way at a time: a second click waits for nothing.
-    const take = async promise => {
+    // One way at a time: the next one begins when nothing of the one before is left.
+    const take = async way => {
+      await stopPicking();
       if (isBusy) return;
       isBusy = true;
-      const found = await orTold(promise);
+      const found = await orTold(way());
       isBusy = false;
       if (found)
         resolve(found);
@@ -126,9 +141,9 @@ export async function chooseFolder(element, {examples, last = null, links = []})
 function ways(examples, take) {
   return make(
       'div', {className: 'ways'},
-      button('Try the examples', () => take(openExamples(examples)), {className: 'examples'}),
-      button('Open files…', () => take(openFiles()), {className: 'open-files'}),
-      button('Open a folder…', () => take(openFolder()), {className: 'open-folder'}),
+      button('Try the examples', () => take(() => openExamples(examples)), {className: 'examples'}),
+      button('Open files…', () => take(openFiles), {className: 'open-files'}),
+      button('Open a folder…', () => take(() => openFolder()), {className: 'open-folder'}),
       make('p', {className: 'drop-zone', textContent: 'or drop files or a folder anywhere in this window'}));
 }
 
@@ -199,7 +214,7 @@ function keptRow(row, take, again) {
   return make(
       'li', {}, make('span', {className: 'name', textContent: row.name}),
       make('span', {className: 'about', textContent: about.join('; ')}),
-      button('Open', () => take(openKept(row)), {className: 'open'}),
+      button('Open', () => take(() => openKept(row)), {className: 'open'}),
       button('Download', () => downloadKept(row), {className: 'download'}),
       button('Delete…', () => deleteKept(row).then(again), {className: 'delete'}));
 }

@@ -29,23 +29,34 @@ function showTroubles(folder) {
     strip.hidden = folder.trouble === '';
   };
   const warn = event => {
-    if (folder.isAtRisk) event.preventDefault();
+    if (!folder.isAtRisk) return;
+    event.preventDefault();
+    event.returnValue = true;  // what older ones heed
+  };
+  const end = () => {
+    folder.removeEventListener('trouble', show);
+    removeEventListener('beforeunload', warn);
+    strip.remove();
+  };
+  const letGo = async () => {
+    const more = 'What is not downloaded is lost then.';
+    if ((await ask(`Forget the files of ${folder.name}?`, more, ['Forget Them', 'Cancel'])) === 0) end();
   };
   folder.addEventListener('trouble', show);
   addEventListener('beforeunload', warn);
   show();
   return () => {
-    folder.removeEventListener('trouble', show);
-    removeEventListener('beforeunload', warn);
-    strip.remove();
+    if (!folder.isAtRisk) return end();
+    strip.prepend(make('b', {textContent: `${folder.name}: `}));
+    strip.append(button('Forget them…', letGo));
   };
 }
 
 // What is dropped while the program runs is opened after a yes; the program asks itself about what is
 // unsaved.
 function takeDropsInto(element) {
-  return takeDrops(async promise => {
-    const folder = await promise;
+  return takeDrops(async way => {
+    const folder = await way();
     if (!folder) return;
     const answer =
         await ask(`Open ${folder.name} now?`, 'The program begins anew with it.', ['Open It', 'Cancel']);
