@@ -23,6 +23,7 @@ export class Folder extends EventTarget {
     this.change = change;
     this.kept = new Map(files.map(file => [file.path, file]));
     this.waiting = new Map();  // path to what the store lacks: a file, or null for one that is gone
+    this.isStoring = false;    // some of it is on its way
     this.storing = Promise.resolve();
     this.onDisk = Promise.resolve();
     this.storeTrouble = trouble;
@@ -47,7 +48,7 @@ export class Folder extends EventTarget {
   }
 
   // Whether something would be lost with this page.
-  get isAtRisk() { return this.waiting.size > 0; }
+  get isAtRisk() { return this.waiting.size > 0 || this.isStoring; }
 
   async files() { return [...this.kept.values()].map(({path, bytes}) => ({path, bytes})); }
 
@@ -88,6 +89,7 @@ export class Folder extends EventTarget {
     this.waiting = new Map();
     const changed = [...step.values()].filter(Boolean);
     const removed = [...step.keys()].filter(path => step.get(path) === null);
+    this.isStoring = true;
     try {
       await this.change(this.id, this.hold.holder, {changed, removed, sums: sizes(this.kept)});
       this.#setTrouble('');
@@ -95,6 +97,8 @@ export class Folder extends EventTarget {
       // What came meanwhile is newer.
       this.waiting = new Map([...step, ...this.waiting]);
       this.#setTrouble(error.message);
+    } finally {
+      this.isStoring = false;
     }
   }
 
@@ -134,9 +138,11 @@ export class Folder extends EventTarget {
 
   get list() { return this.kept.get(listName)?.bytes ?? null; }
 
-  // Waits until everything is where it belongs, and lets go of the folder.
+  // Waits until everything is where it belongs, tries once more what the store did not take, and lets go of
+  // the folder.
   async close() {
     await Promise.all([this.storing, this.onDisk]);
+    await this.#store();
     await this.hold?.letGo();
   }
 }

@@ -17,7 +17,9 @@ async function unpack() {
   return {wasmBytes, workerSource, guide, examples};
 }
 
-// A strip above everything while something of the folder is not kept.
+// A strip above everything while something of the folder is not kept. Returns what is to be called when the
+// program has ended: then the strip goes, but where files would be lost with the page it stays until the user
+// lets them go.
 function showTroubles(folder) {
   const text = make('span');
   const save = button('Download everything', () => downloadZip(folder.name, folder.all()));

@@ -118,3 +118,24 @@ test('a question about the disk keeps nothing from the store', async () => {
   answer('');
   await folder.close();
 });
+
+test('what is on its way to the store is at risk until it is there', async () => {
+  const {folder} = opened();
+  const kept = folder.apply(change('Stats.prn', '1'));
+  assert.equal(folder.isAtRisk, true);
+  await Promise.resolve();
+  assert.equal(folder.isAtRisk, true);
+  await kept;
+  assert.equal(folder.isAtRisk, false);
+});
+
+test('what the store did not take is tried once more when the folder is closed', async () => {
+  const {folder, store} = opened();
+  store.fails = 'no room';
+  await folder.apply(change('Stats.prn', '1'));
+  store.fails = '';
+  await folder.close();
+  assert.deepEqual(store.steps, [[['Stats.prn'], []]]);
+  assert.equal(folder.trouble, '');
+  assert.equal(folder.isAtRisk, false);
+});
