@@ -191,8 +191,9 @@ export async function holdFolder(id, allTheSame = false) {
   const lock = await browsersLock(id);
   if (lock === null) return null;
   const holder = newHolder();
-  let isTaken = false;
+  let isTaken = false, isThere = false;
   const takeOver = row => {
+    isThere = true;
     const lives = lock === undefined && row.holder !== '' && Date.now() - row.beat < beatLasts;
     isTaken = lives && !allTheSame;
     return isTaken ? null : {...row, holder, beat: Date.now(), used: Date.now()};
@@ -202,6 +203,10 @@ export async function holdFolder(id, allTheSame = false) {
   } catch (error) {
     lock?.();
     throw error;
+  }
+  if (!isThere) {
+    lock?.();
+    throw new StoreTrouble('it is no longer kept in this browser: it was deleted in another window');
   }
   if (isTaken) return null;
   return {holder, letGo: keepSaying(id, holder, lock)};
