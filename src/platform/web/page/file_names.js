@@ -48,13 +48,13 @@ export function inOrderOfList(names) {
 }
 
 // The names in a folder that look like ring widths and, behind them, those that look like chronologies, by
-// their endings; as many as a list takes.
+// their endings; a list may not take them all.
 export function namesForList(names) {
   const fitting = names.filter(
       name => !name.startsWith('.') && !name.includes('/') && !name.includes('\n') &&
           (ringWidths.test(name) || chronologies.test(name)) && bytesOf(name).length <= longestName &&
           name.toLowerCase() !== 'edit.raw');
-  return inOrderOfList(fitting).slice(0, mostNames);
+  return inOrderOfList(fitting);
 }
 
 // Why these names cannot stand in a list; empty where they can.
@@ -74,11 +74,14 @@ export function firstFreeName(name, taken) {
   }
 }
 
-// The names that a list holds, as far as a file can be looked for under them.
-export function namesInList(bytes) {
+// What a list names, be it a file that can be looked for or not.
+export function linesOfList(bytes) {
   const lines = textOf(bytes).split(/\r\n|\r|\n/).slice(0, mostNames);
-  return lines.map(line => line.trimEnd()).filter(isPlainPath);
+  return lines.map(line => line.trimEnd()).filter(line => line !== '');
 }
+
+// The names that a list holds, as far as a file can be looked for under them.
+export const namesInList = bytes => linesOfList(bytes).filter(isPlainPath);
 
 export function shownSize(bytes) {
   if (bytes < 1000) return bytes === 1 ? '1 byte' : `${bytes} bytes`;

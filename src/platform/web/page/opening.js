@@ -1,12 +1,26 @@
 // Opening: from a source of files, or from what is kept in this browser, to a folder to work in.
 import {ask, tell} from './asking.js';
-import {DiskFolder, mayWrite} from './disk_folder.js';
-import {firstFreeName, inOrderOfList, isKept, lastPart, listBytes, listName, namesForList, namesInList, shownNames, troubleWithNames} from './file_names.js';
+import {canOpenFolders, DiskFolder, mayWrite} from './disk_folder.js';
+import {firstFreeName, inOrderOfList, isKept, lastPart, linesOfList, listBytes, listName, mostNames, namesForList, namesInList, shownNames, troubleWithNames} from './file_names.js';
 import {Folder} from './folder.js';
 import {handleSource, readSource} from './sources.js';
 import {askToPersist, holdFolder, keepFolder, keptFiles, keptFolders, locksAreSure} from './store.js';
 
 const examplesName = 'Examples';
+
+// What a list names and is not among the files, in words; empty where all is there.
+export function wordsOnMissing(files) {
+  const list = files.find(file => file.path === listName);
+  if (!list) return '';
+  const paths = files.map(file => file.path), there = new Set(paths);
+  const missing = linesOfList(list.bytes).filter(name => !there.has(name));
+  if (missing.length === 0) return '';
+  const alike = name => paths.find(path => path.toLowerCase() === name.toLowerCase());
+  const shown = missing.map(name => (alike(name) ? `${name} (there is ${alike(name)})` : name));
+  const more = missing.some(alike) ? ' Capital and small letters are told apart.' : '';
+  return `${listName} names files that are not here: ${shownNames(shown)}.${
+      more} The program goes on without them.`;
+}
 
 const topNames = files => files.map(file => file.path).filter(path => lastPart(path) === path);
 const shownLeftOut = leftOut => shownNames(leftOut.map(({path, why}) => `${path} (${why})`), 5);
@@ -44,7 +58,8 @@ async function useList(source, files, names) {
 }
 
 async function makeList(source, files, names, leftOut) {
-  const picked = source.kind === 'files' ? inOrderOfList(names) : namesForList(names);
+  const fitting = source.kind === 'files' ? inOrderOfList(names) : namesForList(names);
+  const picked = source.kind === 'files' ? fitting : fitting.slice(0, mostNames);
   if (source.kind !== 'files' && picked.length === 0) {
     await tell(`${source.name} holds neither ${
         listName}, the list of the files to read, nor ring-width files that are known by their endings.`);
@@ -58,7 +73,12 @@ async function makeList(source, files, names, leftOut) {
   const where = source.handle ? 'is made there, and reports and saved files are written there' :
                                 'is made of them, in the order given';
   const out = leftOut.length > 0 ? `\n\nNot read: ${shownLeftOut(leftOut)}.` : '';
-  const more = `${shownNames(picked)}.\n\n${listName}, the list of the files to read, ${where}.${out}`;
+  const behind = fitting.length - picked.length;
+  const tooMany = behind > 0 ? `\n\nA list takes ${mostNames} files. These stay out of it: ${
+                                   shownNames(fitting.slice(mostNames), 5)}.` :
+                               '';
+  const more =
+      `${shownNames(picked)}.\n\n${listName}, the list of the files to read, ${where}.${tooMany}${out}`;
   const answer = await ask(`Work in ${source.name}?`, more, ['Make the List', 'Cancel']);
   return answer === 0 ? withList(files, picked) : null;
 }
@@ -71,7 +91,7 @@ async function held(id) {
     if (hold) return hold;
     if (locksAreSure()) {
       await tell(
-          'This folder is open in another window of this browser. Work goes on there, or close it there first.');
+          'This folder is open already, in this window or another one of this browser. Work goes on there, or close it there first.');
       return null;
     }
     const more =
@@ -100,7 +120,7 @@ function diskOf(handle, files) {
 
 // A folder that the store does not take lives in memory, and says so.
 async function keptFolder(name, kind, handle, files) {
-  const stored = kind === 'disk' ? [] : files;
+  const stored = kind === 'disk' ? files.filter(file => isKept(file.path)) : files;
   const disk = diskOf(handle, kind === 'disk' ? files : []);
   try {
     const id = await keepFolder({name, kind, handle}, stored);
@@ -145,17 +165,24 @@ async function openDisk(row, handle, files, made) {
   const writtenBefore = new Map(stored.filter(file => file.written).map(file => [file.path, file]));
   const marked =
       files.map(file => ({...file, written: writtenBefore.get(file.path)?.time >= file.time - 5000}));
-  const all = [...marked, ...stored.filter(file => isKept(file.path))];
-  const folder = new Folder({id: row.id, name: row.name, files: all, hold, disk: diskOf(handle, files)});
+  const own = marked.filter(file => !isKept(file.path));
+  const all = [...own, ...stored.filter(file => isKept(file.path))];
+  const late = stored.filter(file => file.waits);
+  const disk = diskOf(handle, files.filter(file => !isNewerThan(file, late)));
+  const folder = new Folder({id: row.id, name: row.name, files: all, hold, disk});
   if (made.length > 0) await folder.apply({changed: made});
-  await writeLate(folder, stored.filter(file => file.waits));
+  await writeLate(folder, late);
   return folder;
 }
 
+// Somebody has written it since: it is not written over without a question.
+const isNewerThan = (file, late) => late.some(other => other.path === file.path && other.time < file.time);
+
 // --- The ways to open.
 
-// A folder that was dropped may be read, but not yet written to.
+// A folder that was dropped may be read, but not yet written to; in some browsers never.
 async function withLeave(source) {
+  if (source.handle && !canOpenFolders()) return {...source, handle: null};
   if (!source.handle || (await mayWrite(source.handle, false).catch(() => false))) return source;
   const more =
       'Then reports and saved files go there, and the browser asks for leave. A copy is kept in this ' +
@@ -176,6 +203,8 @@ export async function openSource(found) {
       hasList ? await useList(source, files, names) : await makeList(source, files, names, leftOut);
   if (!settled) return null;
   if (hasList && leftOut.length > 0) await tell(`Not read: ${shownLeftOut(leftOut)}.`);
+  const missing = wordsOnMissing(settled.files);
+  if (missing) await tell(missing);
   if (source.handle) return openOnDisk(source, files, settled.made);
   return keptFolder(await freeFolderName(source.name), 'copy', null, settled.files);
 }
@@ -205,6 +234,14 @@ export async function openKept(row) {
   return new Folder({id: row.id, name: row.name, files: await keptFiles(row.id), hold});
 }
 
+const tellGone = (row, error) =>
+    tell(
+        `${row.name} cannot be read on the disk (${
+            error.message ||
+            error
+                .name}). Was it moved or deleted? What Vorn wrote there is kept here too and can be downloaded.`)
+        .then(() => null);
+
 async function openKeptDisk(row) {
   if (!(await mayWrite(row.handle, true).catch(() => false))) {
     await tell(`The browser was not allowed to open ${
@@ -212,7 +249,9 @@ async function openKeptDisk(row) {
     return null;
   }
   const source = handleSource(row.handle);
-  const {files, leftOut} = await readSource(source).catch(() => ({files: [], leftOut: []}));
+  const read = await readSource(source).catch(error => tellGone(row, error));
+  if (!read) return null;
+  const {files, leftOut} = read;
   const names = topNames(files);
   if (!names.includes(listName)) {
     const settled = await makeList(source, files, names, leftOut);

@@ -1,8 +1,9 @@
 // Where files come from: the browser's dialogs, and what is dropped on the window.
 //
-// A source has a name, entries() that lists files {path, size, time, read()}, and at(path) that finds one
-// further down. A folder of the disk that can be written to has its handle too.
-import {chooseEntries, isPlainPath, lastPart, namesInList} from './file_names.js';
+// A source has a name, entries() that lists files {path, size, time, read()}, at(path) that finds one further
+// down, and `passedOver`, what of it is not listed and why {path, why}. A folder of the disk that can be
+// written to has its handle too.
+import {chooseEntries, isKept, isPlainPath, lastPart, namesInList} from './file_names.js';
 
 const mostEntries = 20000;  // of a folder: beyond that somebody's whole disk was picked
 const deepest = 8;          // folders in folders
@@ -15,20 +16,35 @@ const entryOf = (path, file) => ({
   read: async () => new Uint8Array(await file.arrayBuffer())
 });
 
-const sourceOf = (name, list, kind) => ({
+const tooMany = {
+  path: 'what lies behind them',
+  why: `a folder is read up to its ${mostEntries}th file`
+};
+const unreadable = (path, error) => ({path, why: `it cannot be read (${error.message || error.name})`});
+
+const sourceOf = (name, list, kind, passedOver = []) => ({
   name,
   kind,
   handle: null,
+  passedOver,
   entries: async () => list,
   at: async path => list.find(entry => entry.path === path) ?? null
 });
 
-// Files picked one by one.
-export function filesSource(files) {
-  const list = [...files].map(file => entryOf(file.name, file));
-  const stem = list.length > 0 ? list[0].path.replace(/\.[^.]*$/, '') : '';
-  const name = list.length > 1 ? `${stem} and ${list.length - 1} more` : stem;
-  return sourceOf(name, list, 'files');
+// Files picked one by one. They may come from several folders: of those named alike the first is read.
+export function filesSource(files, passedOver = []) {
+  const list = new Map(), twice = [];
+  for (const file of files) {
+    const why = 'another file of this name was opened with it';
+    if (list.has(file.name))
+      twice.push({path: file.name, why});
+    else
+      list.set(file.name, entryOf(file.name, file));
+  }
+  const [first = ''] = list.keys();
+  const stem = first.replace(/(.)\.[^.]*$/, '$1');
+  const name = list.size > 1 ? `${stem} and ${list.size - 1} more` : stem;
+  return sourceOf(name, [...list.values()], 'files', [...passedOver, ...twice]);
 }
 
 // A folder as an input of the page gives it: all files in it, however deep, "folder/plots/a.rwl".
@@ -38,28 +54,40 @@ export function inputFolderSource(files) {
     return entryOf(path.slice(path.indexOf('/') + 1), file);
   });
   const first = files[0]?.webkitRelativePath ?? '';
-  return sourceOf(first.slice(0, Math.max(0, first.indexOf('/'))) || 'folder', list, 'folder');
+  const name = first.slice(0, Math.max(0, first.indexOf('/'))) || 'folder';
+  return sourceOf(name, list, 'folder', files.length > mostEntries ? [tooMany] : []);
 }
 
 // A folder of the disk by its handle.
 export function handleSource(handle) {
+  const passedOver = [];
   return {
     name: handle.name,
     kind: 'folder',
     handle,
-    entries: () => handleEntries(handle),
+    passedOver,
+    entries: () => handleEntries(handle, passedOver),
     at: path => handleEntry(handle, path)
   };
 }
 
-async function handleEntries(handle) {
+// The files of the folder, and all that the program keeps beside them.
+async function handleEntries(handle, passedOver) {
   const list = [];
-  for await (const item of handle.values()) {
-    if (item.kind !== 'file' || list.length === mostEntries) continue;
-    const file = await item.getFile().catch(() => null);
-    if (file) list.push(entryOf(item.name, file));
-  }
+  passedOver.length = 0;
+  await gather(handle, '', list, passedOver);
   return list;
+}
+
+async function gather(handle, path, list, passedOver) {
+  for await (const item of handle.values()) {
+    const here = path + item.name;
+    if (item.kind === 'directory' && isKept(`${here}/`)) await gather(item, `${here}/`, list, passedOver);
+    if (item.kind !== 'file') continue;
+    if (list.length >= mostEntries) return passedOver.push(tooMany);
+    const file = await item.getFile().catch(error => passedOver.push(unreadable(here, error)) && null);
+    if (file) list.push(entryOf(here, file));
+  }
 }
 
 // The handle of a file of a folder, by its path; null where there is none.
@@ -85,23 +113,28 @@ async function handleEntry(handle, path) {
 
 const promised = (object, method) => new Promise((resolve, reject) => object[method](resolve, reject));
 
-async function walk(directory, path, list, depth) {
+// What cannot be read is passed over, be it a file or a folder.
+async function walk(directory, path, found, depth) {
   const reader = directory.createReader();
+  const failed = at => error => found.passedOver.push(unreadable(at, error)) && null;
   for (;;) {
-    const batch = await promised(reader, 'readEntries');
-    if (batch.length === 0) return;
+    const batch = await promised(reader, 'readEntries').catch(failed(path || directory.name));
+    if (!batch?.length) return;
     for (const item of batch) {
-      if (list.length >= mostEntries) return;
-      if (item.isFile) list.push(entryOf(path + item.name, await promised(item, 'file')));
-      if (item.isDirectory && depth < deepest) await walk(item, `${path}${item.name}/`, list, depth + 1);
+      const here = path + item.name;
+      if (found.list.length >= mostEntries) return (found.isCut = true);
+      const file = item.isFile ? await promised(item, 'file').catch(failed(here)) : null;
+      if (file) found.list.push(entryOf(here, file));
+      if (item.isDirectory && depth < deepest) await walk(item, `${here}/`, found, depth + 1);
     }
   }
 }
 
 async function entrySource(directory) {
-  const list = [];
-  await walk(directory, '', list, 0);
-  return sourceOf(directory.name, list, 'folder');
+  const found = {list: [], passedOver: [], isCut: false};
+  await walk(directory, '', found, 0);
+  return sourceOf(
+      directory.name, found.list, 'folder', [...found.passedOver, ...(found.isCut ? [tooMany] : [])]);
 }
 
 // One folder, or the files among what was dropped. The event tells only while it is handled, so everything is
@@ -121,7 +154,11 @@ async function settle(files, entries, promisedHandles) {
   }
   // Folders among several things are passed over.
   const isFolder = entries.map(entry => Boolean(entry?.isDirectory));
-  return filesSource(entries.length === files.length ? files.filter((_, i) => !isFolder[i]) : files);
+  if (entries.length !== files.length) return filesSource(files);
+  const folders = files.filter((_, i) => isFolder[i]);
+  return filesSource(
+      files.filter((_, i) => !isFolder[i]),
+      folders.map(({name}) => ({path: name, why: 'a folder is opened alone, without files beside it'})));
 }
 
 // --- Reading.
@@ -130,7 +167,7 @@ async function read(entry, files, leftOut) {
   try {
     files.push({path: entry.path, bytes: await entry.read(), time: entry.time});
   } catch (error) {
-    leftOut.push({path: entry.path, why: `it cannot be read (${error.message || error.name})`});
+    leftOut.push(unreadable(entry.path, error));
   }
 }
 
@@ -154,5 +191,5 @@ export async function readSource(source) {
   const {taken, leftOut} = chooseEntries(entries, named);
   const files = [];
   for (const entry of taken) await read(entry, files, leftOut);
-  return {files, leftOut};
+  return {files, leftOut: [...source.passedOver, ...leftOut]};
 }

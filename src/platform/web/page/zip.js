@@ -1,6 +1,8 @@
 // Many files in one: a zip archive.
 import JSZip from 'jszip';
 
+import {safeName} from './download.js';
+
 // A zip tells times in whole years from 1980 on.
 const earliest = Date.UTC(1980, 0, 2);
 
@@ -9,7 +11,8 @@ export async function zipOf(folder, files) {
   const zip = new JSZip();
   for (const {path, bytes, time} of files) {
     zip.file(
-        `${folder}/${path}`, bytes, {date: new Date(Math.max(time || 0, earliest)), createFolders: false});
+        `${safeName(folder)}/${path}`, bytes,
+        {date: new Date(Math.max(time || 0, earliest)), createFolders: false});
   }
   return zip.generateAsync({type: 'uint8array', compression: 'DEFLATE', platform: 'UNIX'});
 }
