@@ -170,7 +170,7 @@ class AnyPlace:
         self.vorn.open(self.address())
         self.vorn.press(".kept .open")
         self.vorn.until(self.vorn.has_question, "the word about the other window")
-        self.assertIn("open in another window", self.vorn.question())
+        self.assertIn("open already", self.vorn.question())
         self.vorn.answer("OK")
         self.vorn.driver.switch_to.window(first)
         self.vorn.quit()
