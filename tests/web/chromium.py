@@ -45,6 +45,23 @@ class Chromium:
         self.driver.quit()
         self.folder.cleanup()
 
+    def begin_anew(self, origin):
+        """Nothing is kept, downloaded or noticed, and one empty window is open, as in a browser just started."""
+        first, *others = self.driver.window_handles
+        for other in others:
+            self.driver.switch_to.window(other)
+            self.driver.close()
+        self.driver.switch_to.window(first)
+        self.driver.get("about:blank")
+        self.driver.execute_cdp_cmd("Storage.clearDataForOrigin", {"origin": origin, "storageTypes": "all"})
+        for file in self.downloads.iterdir():
+            file.unlink()
+        for kind in ("browser", "performance"):
+            self.driver.get_log(kind)
+
+    def before_each_page(self, script):
+        self.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": script})
+
     def until(self, holds, what):
         return WebDriverWait(self.driver, PATIENCE, poll_frequency=0.1).until(lambda _: holds(), f"in vain: {what}")
 

@@ -20,18 +20,30 @@ ANYWHERE = (EXAMPLES / "anywhere.crn").read_bytes()
 
 
 class Window(unittest.TestCase):
-    """A window with a profile of its own for each test, which is closed without a word of complaint."""
+    """A window in which nothing is kept at the beginning of each test, and nothing is complained of at its end."""
 
     arguments = ()
+    script = ""  # runs before the page's own
+    is_served = False
+
+    @classmethod
+    def setUpClass(cls):
+        profile = scratch("profile")
+        cls.addClassCleanup(profile.cleanup)
+        cls.vorn = Chromium(profile.name, *cls.arguments)
+        cls.addClassCleanup(cls.vorn.close)
+        if cls.script:
+            cls.vorn.before_each_page(cls.script)
+        cls.origin, cls.at = "file://", FILE.as_uri()
+        if cls.is_served:
+            server = cls.enterClassContext(Server())
+            cls.origin, cls.at = server.origin, server.address
 
     def address(self):
-        return FILE.as_uri()
+        return self.at
 
     def setUp(self):
-        self.profile = scratch("profile")
-        self.addCleanup(self.profile.cleanup)
-        self.vorn = Chromium(self.profile.name, *self.arguments)
-        self.addCleanup(self.vorn.close)
+        self.vorn.begin_anew(self.origin)
         self.vorn.open(self.address())
 
     def tearDown(self):
@@ -240,25 +252,13 @@ class AsAFile(AnyPlace, Window):
 
 
 class Served(AnyPlace, Window):
-    def setUp(self):
-        self.server = Server().__enter__()
-        self.addCleanup(self.server.__exit__)
-        super().setUp()
-
-    def address(self):
-        return self.server.address
+    is_served = True
 
 
 class WithoutAStore(Window):
     """Where the browser keeps nothing."""
 
-    arguments = ()
-
-    def setUp(self):
-        super().setUp()
-        self.vorn.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {
-            "source": "IDBFactory.prototype.open = () => { throw new DOMException('not here', 'SecurityError'); };"})
-        self.vorn.open(self.address())
+    script = "IDBFactory.prototype.open = () => { throw new DOMException('not here', 'SecurityError'); };"
 
     def test_the_page_says_so_and_works(self):
         self.vorn.find(".kept .trouble")
@@ -306,20 +306,13 @@ class FullDisk(Window):
 class WithoutLocks(Window):
     """As served from another machine without encryption, where browsers give pages no locks: time tells."""
 
-    def setUp(self):
-        super().setUp()
-        self.without_locks()
-        self.vorn.open(self.address())
-
-    def without_locks(self):
-        self.vorn.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {
-            "source": "Object.defineProperty(Navigator.prototype, 'locks', {get: () => undefined});"})
+    script = "Object.defineProperty(Navigator.prototype, 'locks', {get: () => undefined});"
 
     def test_who_takes_a_folder_keeps_it_and_the_other_window_says_so(self):
         self.open_examples()
         first = self.vorn.driver.current_window_handle
         self.vorn.driver.switch_to.new_window("tab")
-        self.without_locks()
+        self.vorn.before_each_page(self.script)
         self.vorn.open(self.address())
         self.vorn.press(".kept .open")
         self.vorn.until(self.vorn.has_question, "the word about the other window")
@@ -357,13 +350,7 @@ const done = arguments[arguments.length - 1];
 
 
 class FolderOfTheDisk(Window):
-    def setUp(self):
-        self.server = Server().__enter__()
-        self.addCleanup(self.server.__exit__)
-        super().setUp()
-
-    def address(self):
-        return self.server.address
+    is_served = True
 
     def disk(self, **texts):
         """Puts texts into the folder, and tells what is in it."""
