@@ -2,10 +2,13 @@
 
 import base64
 import json
+import os
 import pathlib
+import signal
 import time
 
 from selenium import webdriver
+from selenium.common.exceptions import WebDriverException
 from selenium.webdriver.chrome.options import Options
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
@@ -31,6 +34,7 @@ for (const name of ['dragenter', 'dragover', 'drop']) {
 
 class Chromium:
     def __init__(self, profile, *arguments):
+        self.profile = pathlib.Path(profile)
         self.folder = scratch("downloads")
         self.downloads = pathlib.Path(self.folder.name)
         options = Options()
@@ -38,6 +42,9 @@ class Chromium:
             options.add_argument(argument)
         options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
         self.driver = webdriver.Chrome(options=options)
+        self.let_download()
+
+    def let_download(self):
         self.driver.execute_cdp_cmd("Browser.setDownloadBehavior",
                                     {"behavior": "allow", "downloadPath": str(self.downloads)})
 
@@ -47,17 +54,42 @@ class Chromium:
 
     def begin_anew(self, origin):
         """Nothing is kept, downloaded or noticed, and one empty window is open, as in a browser just started."""
-        first, *others = self.driver.window_handles
-        for other in others:
+        kept = self.driver.current_window_handle
+        for other in set(self.driver.window_handles) - {kept}:
             self.driver.switch_to.window(other)
             self.driver.close()
-        self.driver.switch_to.window(first)
+        self.driver.switch_to.window(kept)
         self.driver.get("about:blank")
         self.driver.execute_cdp_cmd("Storage.clearDataForOrigin", {"origin": origin, "storageTypes": "all"})
         for file in self.downloads.iterdir():
             file.unlink()
         for kind in ("browser", "performance"):
             self.driver.get_log(kind)
+
+    def another_window(self):
+        """Opens one and goes there."""
+        self.driver.switch_to.new_window("tab")
+        self.let_download()
+        return self.driver.current_window_handle
+
+    def crash(self):
+        """Ends the process of the page that is shown, as the system does when memory runs out."""
+        try:
+            self.driver.execute_cdp_cmd("Page.crash", {})
+        except WebDriverException:
+            pass  # it is no longer there to answer
+
+    def kill(self):
+        """Ends the browser as a failing machine does: nobody is told."""
+        lock = os.readlink(self.profile / "SingletonLock")  # "machine-process"
+        browser = int(lock.rsplit("-", 1)[1])
+        os.kill(browser, signal.SIGKILL)
+        self.driver.service.process.terminate()
+        self.driver.service.process.wait()
+        self.driver.command_executor.close()
+        while pathlib.Path(f"/proc/{browser}").exists():
+            time.sleep(0.05)
+        self.folder.cleanup()
 
     def before_each_page(self, script):
         self.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": script})
