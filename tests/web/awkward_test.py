@@ -1,8 +1,10 @@
 """Files as they come from old disks and many hands: the browser edition takes them, or says in words why not."""
 
+import io
 import os
 import pathlib
 import unittest
+import zipfile
 
 from chromium_test import ANYWHERE, NEARBY, YONDER, Window
 from pages import scratch
@@ -29,6 +31,17 @@ class AwkwardFiles(Window):
         self.vorn.until(self.vorn.has_question, words[0])
         for word in words:
             self.assertIn(word, self.vorn.question())
+
+    def test_two_dozen_files(self):
+        self.vorn.drop_from_disk(*self.put(**{f"site{number:02}.rwl": YONDER for number in range(24)}))
+        self.told("site00.rwl, site01.rwl", "and 12 more")
+        self.vorn.answer("Make the List")
+        self.vorn.wait_for_program()
+        self.assertEqual(len(self.vorn.files()), 25)
+        self.vorn.quit()
+        self.vorn.press(".last .zip-all")
+        with zipfile.ZipFile(io.BytesIO(self.vorn.downloaded("site00 and 23 more.zip"))) as archive:
+            self.assertEqual(archive.read("site00 and 23 more/site23.rwl"), YONDER)
 
     def test_a_list_that_names_files_which_are_not_there(self):
         self.vorn.drop({"Vorn.fil": b"yonder.rwl\r\nbeyond.rwl\r\nNEARBY.FH\r\n", "yonder.rwl": YONDER, "nearby.fh": NEARBY})

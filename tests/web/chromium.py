@@ -33,7 +33,8 @@ for (const name of ['dragenter', 'dragover', 'drop']) {
 
 
 class Chromium:
-    def __init__(self, profile, *arguments):
+    def __init__(self, profile, *arguments, script=""):
+        """`script` runs in each page before the page's own."""
         self.profile = pathlib.Path(profile)
         self.folder = scratch("downloads")
         self.downloads = pathlib.Path(self.folder.name)
@@ -42,8 +43,18 @@ class Chromium:
             options.add_argument(argument)
         options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
         self.driver = webdriver.Chrome(options=options)
-        self.let_download()
+        self.script = script
+        self.prepared = set()  # windows that know the script
+        self.prepare_window()
 
+    def prepare_window(self):
+        self.let_download()
+        window = self.driver.current_window_handle
+        if self.script and window not in self.prepared:
+            self.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": self.script})
+        self.prepared.add(window)
+
+    # Each window asks for it anew: what one asked for goes with it.
     def let_download(self):
         self.driver.execute_cdp_cmd("Browser.setDownloadBehavior",
                                     {"behavior": "allow", "downloadPath": str(self.downloads)})
@@ -59,6 +70,7 @@ class Chromium:
             self.driver.switch_to.window(other)
             self.driver.close()
         self.driver.switch_to.window(kept)
+        self.prepare_window()
         self.driver.get("about:blank")
         self.driver.execute_cdp_cmd("Storage.clearDataForOrigin", {"origin": origin, "storageTypes": "all"})
         for file in self.downloads.iterdir():
@@ -69,7 +81,7 @@ class Chromium:
     def another_window(self):
         """Opens one and goes there."""
         self.driver.switch_to.new_window("tab")
-        self.let_download()
+        self.prepare_window()
         return self.driver.current_window_handle
 
     def crash(self):
@@ -90,9 +102,6 @@ class Chromium:
         while pathlib.Path(f"/proc/{browser}").exists():
             time.sleep(0.05)
         self.folder.cleanup()
-
-    def before_each_page(self, script):
-        self.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": script})
 
     def until(self, holds, what):
         return WebDriverWait(self.driver, PATIENCE, poll_frequency=0.1).until(lambda _: holds(), f"in vain: {what}")

@@ -30,10 +30,8 @@ class Window(unittest.TestCase):
     def setUpClass(cls):
         profile = scratch("profile")
         cls.addClassCleanup(profile.cleanup)
-        cls.vorn = Chromium(profile.name, *cls.arguments)
+        cls.vorn = Chromium(profile.name, *cls.arguments, script=cls.script)
         cls.addClassCleanup(cls.vorn.close)
-        if cls.script:
-            cls.vorn.before_each_page(cls.script)
         cls.origin, cls.at = "file://", FILE.as_uri()
         if cls.is_served:
             server = cls.enterClassContext(Server())
@@ -178,7 +176,7 @@ class AnyPlace:
     def test_a_folder_is_not_opened_in_two_windows(self):
         self.open_examples()
         first = self.vorn.driver.current_window_handle
-        self.vorn.driver.switch_to.new_window("tab")
+        self.vorn.another_window()
         self.vorn.open(self.address())
         self.vorn.press(".kept .open")
         self.vorn.until(self.vorn.has_question, "the word about the other window")
@@ -271,6 +269,23 @@ class WithoutAStore(Window):
         with zipfile.ZipFile(io.BytesIO(self.vorn.downloaded("Examples written.zip"))) as archive:
             self.assertEqual(archive.namelist(), ["Examples written/Stats.prn"])
 
+    def test_the_files_are_not_forgotten_with_the_end_of_the_program(self):
+        self.open_examples()
+        self.vorn.stats_report()
+        self.vorn.quit()
+        self.assertTrue(self.vorn.find(".not-kept").text.startswith("Examples:"))
+        self.open_examples()
+        self.vorn.find(".not-kept .forget")
+        self.vorn.quit()
+        strips = len(self.vorn.all(".not-kept"))
+        self.vorn.press(".not-kept .forget")
+        self.vorn.answer("Cancel")
+        self.assertEqual(len(self.vorn.all(".not-kept")), strips)
+        for left in reversed(range(strips)):
+            self.vorn.press(".not-kept .forget")
+            self.vorn.answer("Forget Them")
+            self.vorn.until(lambda left=left: len(self.vorn.all(".not-kept")) == left, "files let go of")
+
 
 # What is put into the store is taken back as browsers do when their room is used up.
 FULL = """
@@ -311,8 +326,7 @@ class WithoutLocks(Window):
     def test_who_takes_a_folder_keeps_it_and_the_other_window_says_so(self):
         self.open_examples()
         first = self.vorn.driver.current_window_handle
-        self.vorn.driver.switch_to.new_window("tab")
-        self.vorn.before_each_page(self.script)
+        self.vorn.another_window()
         self.vorn.open(self.address())
         self.vorn.press(".kept .open")
         self.vorn.until(self.vorn.has_question, "the word about the other window")
@@ -414,6 +428,27 @@ class PickedFolder(Window):
             self.vorn.find(".pick-folder").send_keys(site)
             self.vorn.wait_for_program()
             self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "plots/yonder.rwl"])
+
+    def test_a_folder_that_may_not_be_written_to_is_read(self):
+        self.vorn.js("window.showDirectoryPicker = async () => { throw new DOMException('not here', 'SecurityError'); }")
+        with scratch("site") as site:
+            (pathlib.Path(site) / "yonder.rwl").write_bytes(YONDER)
+            self.vorn.press(".open-folder")
+            self.vorn.until(self.vorn.has_question, "the word about writing")
+            self.assertIn("does not let this page write into folders (not here)", self.vorn.question())
+            self.vorn.answer("OK")
+            self.vorn.find(".pick-folder").send_keys(site)
+            self.vorn.answer("Make the List")
+            self.vorn.wait_for_program()
+
+    def test_a_dialog_closed_without_a_choice_does_not_stand_in_the_way(self):
+        self.vorn.press(".open-files")
+        first = self.vorn.find(".pick-files")
+        self.vorn.press(".open-files")
+        self.vorn.until(lambda: self.vorn.all(".pick-files") not in ([], [first]), "the second dialog")
+        self.vorn.find(".pick-files").send_keys(str(EXAMPLES / "yonder.rwl"))
+        self.vorn.answer("Make the List")
+        self.vorn.wait_for_program()
 
     def test_files_are_picked(self):
         self.vorn.press(".open-files")

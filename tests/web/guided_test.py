@@ -163,7 +163,7 @@ class TheEndOfThePage(GuidedWindow):
         self.vorn.driver.switch_to.window(first)
         self.vorn.driver.close()
         self.vorn.driver.switch_to.window(other)
-        self.vorn.before_each_page(HEARD)
+        self.vorn.prepare_window()
         self.vorn.open(self.address())
         self.taken_up()
 
@@ -174,20 +174,20 @@ class TheEndOfThePage(GuidedWindow):
         self.vorn.driver.switch_to.window(first)
         self.vorn.crash()
         self.vorn.driver.switch_to.window(other)
-        self.vorn.before_each_page(HEARD)
+        self.vorn.prepare_window()
         self.vorn.open(self.address())
         self.taken_up()
 
     def test_the_browser_is_killed(self):
         with scratch("profile") as profile:
-            killed = Chromium(profile)
+            killed = Chromium(profile, script=HEARD)
             try:
                 self.go_on_in(killed)
                 self.begun()
             finally:
                 killed.kill()
                 self.vorn = type(self).vorn
-            again = Chromium(profile)
+            again = Chromium(profile, script=HEARD)
             try:
                 self.go_on_in(again)
                 self.taken_up()
@@ -197,7 +197,6 @@ class TheEndOfThePage(GuidedWindow):
 
     def go_on_in(self, browser):
         self.vorn, self.hand = browser, Guided(browser)
-        browser.before_each_page(HEARD)
         browser.open(self.address())
 
 

@@ -67,16 +67,24 @@ async function pickedHandle() {
     return handleSource(await showDirectoryPicker({mode: 'readwrite', id: 'vorn'}));
   } catch (error) {
     if (error.name === 'AbortError') return null;
-    throw error;
+    await tell(`This browser does not let this page write into folders (${
+        error.message ||
+        error
+            .name}). The one that you choose now is read, and what Vorn writes is kept here for you to download.`);
+    return pickedFolder();
   }
+}
+
+// Of a folder that is only read.
+async function pickedFolder() {
+  const files = await picked({webkitdirectory: true, className: 'pick-folder'});
+  return files.length > 0 ? inputFolderSource(files) : null;
 }
 
 // `recent`: one of those that are kept in this browser.
 export async function openFolder({recent = false} = {}) {
   if (recent) return openRecent();
-  if (canOpenFolders()) return opened(pickedHandle());
-  const files = await picked({webkitdirectory: true, className: 'pick-folder'});
-  return files.length > 0 ? opened(inputFolderSource(files)) : null;
+  return opened(canOpenFolders() ? pickedHandle() : pickedFolder());
 }
 
 async function openRecent() {

@@ -50,7 +50,7 @@ function showTroubles(folder) {
   return () => {
     if (!folder.isAtRisk) return end();
     strip.prepend(make('b', {textContent: `${folder.name}: `}));
-    strip.append(button('Forget them…', letGo));
+    strip.append(button('Forget them…', letGo, {className: 'forget'}));
   };
 }
 
