@@ -51,6 +51,10 @@ class AnyPlace:
         self.vorn.keys("F8")
         self.vorn.keys("Control", "Shift", "s")
         self.vorn.until(lambda: self.vorn.texts(".files .written .name") == ["nowhere.RWW"], "the corrected file")
+        self.vorn.press(".files .written .download")
+        corrected = self.vorn.downloaded("nowhere.RWW").splitlines()
+        self.assertTrue(any(line.startswith(b"NOW01") for line in corrected))
+        self.assertTrue(any(line.startswith(b"NOW25") for line in corrected))
 
 
 class AsAFile(AnyPlace, unittest.TestCase):

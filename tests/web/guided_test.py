@@ -52,9 +52,9 @@ class GuidedWindow(Window):
 
     def put_ring_in(self):
         """From the start screen to the ring that is put in, but not saved."""
-        self.vorn.keys(Keys.ALT, "2")
         self.hand.pick("site", "NOW07, ")
         self.place_is("crossdating")
+        self.vorn.keys(Keys.ALT, "2")
         self.hand.pick("rings", "Inserts a ring at 1866")
         self.hand.press("OK")
         self.vorn.until(lambda: self.hand.stand("unsaved"), "the ring, put in")
