@@ -207,14 +207,15 @@ class Run {
       leave: () => this.#page.focus(),
       years: () => ({left: this.#page.acrossOf(left), right: this.#page.acrossOf(right)}),
       mention: (text) => this.#status.mention(text),
+      otherPlace: (name) => this.#arrangement.otherPlace(name),
       picture: (deed, marks, name) => this.#picture(deed, marks, this.#nameOfPanel(name)),
     });
   }
 
   #arrange() {
     const room = make('div', {className: 'room'}, this.#page.element, this.#strip.element);
-    const panel = (name) => ({frame: this.#panels.frame(name), enter: () => this.#panels.area(name).focus()});
-    const listed = this.#hello.panels.filter(({name}) => name !== 'rings' && name !== 'pointers');
+    const panel = ({name, title}) =>
+        ({name, title, body: this.#panels.frame(name), enter: () => this.#panels.area(name).focus()});
     const files = make('div', {
       className: 'files-list',
       tabIndex: -1,
@@ -223,11 +224,11 @@ class Run {
     this.#files = filesPanel(files, this.#parts.folder,
         {act: (id, text) => (id === 'mention' ? this.#status.mention(text) : this.#act(id, false))});
     const lists = [
-      ...listed.map(({name, title}) => ({name, title, body: panel(name).frame, enter: panel(name).enter})),
+      ...this.#hello.panels.map(panel),
       {name: 'journal', title: 'Journal', body: this.#journal.element, enter: () => this.#journal.enter()},
       {name: 'files', title: 'Files', body: files, enter: () => files.focus()},
     ];
-    return new Arrangement({room, lists, bands: {rings: panel('rings'), pointers: panel('pointers')}}, {
+    return new Arrangement({room, lists}, {
       turned: () => this.#turned(),
       leave: () => this.#page.focus(),
       openMenu: (name, opener) => this.#panels.openMenu(name, opener),

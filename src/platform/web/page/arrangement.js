@@ -1,5 +1,6 @@
-// How page and panels stand in the window: the page at the left, as large as the height lets it be, panels of years
-// above and below it, lists at the right, one behind the other. All of it can be moved, and stays so.
+// How page and panels stand in the window: the page at the left, as large as the height lets it be, panels at the
+// right, one behind the other. Those of years can be moved above and below the page, where they share its axis: that
+// costs the page height, which few windows have to spare. All of it stays as the user has it.
 import {button, make} from './dom.js';
 import {pageAcross, pageDown} from './painter.js';
 import {remember, remembered} from './store.js';
@@ -23,7 +24,7 @@ export function firstDockWidth(width, height) {
   return left < narrowestDock ? 0 : Math.min(left, widestDock);
 }
 
-const usual = () => ({dock: null, tab: 'site', dockWidth: null, open: {}, heights: {}});
+const usual = () => ({dock: null, tab: 'site', dockWidth: null, atPage: {}, open: {}, heights: {}});
 
 export class Arrangement {
   element;
@@ -31,20 +32,20 @@ export class Arrangement {
   #state = usual();
   #dock = make('aside', {className: 'dock', aria: {label: 'Panels'}});
   #tabs = make('div', {className: 'tabs', role: 'tablist', aria: {label: 'Panels'}});
-  #pages = new Map();   // of the dock, by name: {tab, body, enter}
-  #strips = new Map();  // by name: {frame, edge}
+  #pages = new Map();   // of the dock, by name: {tab, page, enter}
+  #strips = new Map();  // by name: {strip, edge, frame}
   #column = make('div', {className: 'column'});
   #edge;
   #more;
 
-  // `room` holds the page; `lists`: [{name, title, body, enter}], `bands`: {rings: frame, pointers: frame} with
-  // enter(name). `port`: turned() when something came, went or moved, leave(), openMenu(name, button) of a panel.
-  constructor({room, lists, bands}, port) {
+  // `room` holds the page; `lists`: [{name, title, body, enter}], among them all that can be moved to the page.
+  // `port`: turned() when something came, went or moved, leave(), openMenu(name, button) of a panel.
+  constructor({room, lists}, port) {
     this.#port = port;
     this.#edge = this.#makeEdge('vertical', 'Width of the panels', (by) => this.#widen(by));
-    this.#addStrip('pointers', bands.pointers);
     this.#column.append(room);
-    this.#addStrip('rings', bands.rings);
+    for (const {name, body} of lists)
+      if (strips[name]) this.#addStrip(name, body);
     const hide = button('×', () => this.#hideDock(),
         {className: 'flat', title: 'Hide the panels', aria: {label: 'Hide the panels'}});
     this.#more = this.#makeMore(() => this.#state.tab);
@@ -56,25 +57,46 @@ export class Arrangement {
   }
 
   isShown(name) {
-    if (this.#strips.has(name)) return Boolean(this.#state.open[name]);
+    if (this.#isAtPage(name)) return Boolean(this.#state.open[name]);
     return this.#dockShown() && this.#state.tab === name;
+  }
+
+  // Where else it can stand: {text, act}, or null.
+  otherPlace(name) {
+    if (!this.#strips.has(name)) return null;
+    const isAtPage = this.#isAtPage(name);
+    return {
+      text: isAtPage ? 'Move beside the Page' : `Move ${strips[name].place} the Page`,
+      act: () => this.#moveTo(name, !isAtPage)
+    };
+  }
+
+  #isAtPage(name) {
+    return this.#strips.has(name) && this.#state.atPage[name] === true;
+  }
+
+  #moveTo(name, atPage) {
+    this.#state.atPage[name] = atPage;
+    if (atPage && this.#state.tab === name) this.#state.tab = 'site';
+    this.show(name);
+    this.#pages.get(name).enter();
   }
 
   // Shows it, with the keyboard in it, or hides it.
   toggle(name) {
     if (this.isShown(name)) return this.#hide(name);
     this.show(name);
-    (this.#strips.get(name) ?? this.#pages.get(name)).enter();
+    this.#pages.get(name).enter();
   }
 
   show(name) {
-    if (this.#strips.has(name)) this.#state.open[name] = true;
+    if (this.#isAtPage(name)) this.#state.open[name] = true;
     else Object.assign(this.#state, {dock: true, tab: name});
     this.#changed();
   }
 
   #hide(name) {
-    if (!this.#strips.has(name)) return this.#hideDock();
+    if (!this.#isAtPage(name)) return this.#hideDock();
     this.#state.open[name] = false;
     this.#changed();
     this.#port.leave();
@@ -88,16 +110,16 @@ export class Arrangement {
 
   // --- What stands in it.
 
-  #addStrip(name, {frame, enter}) {
+  #addStrip(name, frame) {
     const {place} = strips[name];
     const edge = this.#makeEdge(
         'horizontal', `Height of the panel ${name}`, (by) => this.#heighten(name, place === 'above' ? by : -by));
     const hide = button(
         '×', () => this.#hide(name), {className: 'flat', title: 'Hide the panel', aria: {label: 'Hide the panel'}});
-    const strip = make('div', {className: 'strip'}, frame,
-        make('div', {className: 'strip-side'}, hide, this.#makeMore(() => name)));
-    this.#strips.set(name, {strip, edge, enter});
-    this.#column.append(...(place === 'above' ? [strip, edge] : [edge, strip]));
+    const side = make('div', {className: 'strip-side'}, hide, this.#makeMore(() => name));
+    const strip = make('div', {className: 'strip'}, side);
+    this.#strips.set(name, {strip, edge, frame});
+    place === 'above' ? this.#column.prepend(strip, edge) : this.#column.append(edge, strip);
   }
 
   #makeMore(nameOf) {
@@ -126,7 +148,7 @@ export class Arrangement {
   }
 
   #stepTabs(event, name) {
-    const names = [...this.#pages.keys()], at = names.indexOf(name);
+    const names = [...this.#pages.keys()].filter((each) => !this.#isAtPage(each)), at = names.indexOf(name);
     const to = {ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: names.length - 1}[event.key];
     if (event.key === 'Escape') return this.#port.leave();
     if (event.key === 'ArrowDown') return this.#pages.get(name).enter();
@@ -223,20 +245,25 @@ export class Arrangement {
     const width = this.#dockWidthWithin(this.#state.dockWidth ?? usualWidth);
     this.#dock.style.width = tall ? '' : `${width}px`;
     this.#edge.setAttribute('aria-valuenow', String(Math.round((100 * (clientWidth - width)) / clientWidth)));
-    for (const [name, {strip, edge}] of this.#strips) this.#layStrip(name, strip, edge, clientHeight);
+    for (const name of this.#strips.keys()) this.#layStrip(name, clientHeight);
     for (const [name, {tab, page}] of this.#pages) this.#layTab(name, tab, page);
     this.#port.turned();
   }
 
-  #layStrip(name, strip, edge, whole) {
-    strip.hidden = edge.hidden = !this.#state.open[name];
+  #layStrip(name, whole) {
+    const {strip, edge, frame} = this.#strips.get(name);
+    const isAtPage = this.#isAtPage(name);
+    const home = isAtPage ? strip : this.#pages.get(name).page;
+    if (frame.parentElement !== home) home.prepend(frame);
+    strip.hidden = edge.hidden = !isAtPage || !this.#state.open[name];
     const height = clampTo(this.#state.heights[name] ?? strips[name].height, leastStrip, 0.45 * whole);
     strip.style.height = `${height}px`;
     edge.setAttribute('aria-valuenow', String(Math.round((100 * height) / whole)));
   }
 
   #layTab(name, tab, page) {
-    const isOpen = this.#state.tab === name;
+    const isOpen = this.#state.tab === name && !this.#isAtPage(name);
+    tab.hidden = this.#isAtPage(name);
     if (isOpen) this.#more.hidden = page.querySelector('.panel') === null;
     tab.setAttribute('aria-selected', String(isOpen));
     tab.tabIndex = isOpen ? 0 : -1;
@@ -262,11 +289,13 @@ export class Arrangement {
   async #recall() {
     try {
       const known = JSON.parse(await remembered(key) ?? 'null');
-      if (known) this.#state = {...usual(), ...known, open: {...known.open}, heights: {...known.heights}};
+      if (known) this.#state = {...usual(), ...known};
+      for (const part of ['atPage', 'open', 'heights']) this.#state[part] = {...this.#state[part]};
     } catch {
       this.#state = usual();
     }
-    if (!this.#pages.has(this.#state.tab)) this.#state.tab = 'site';
+    const {tab} = this.#state;
+    if (!this.#pages.has(tab) || this.#isAtPage(tab)) this.#state.tab = 'site';
     this.#lay();
   }
 }

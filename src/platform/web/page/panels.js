@@ -19,7 +19,7 @@ export class Panels {
   #needsWhole = false;   // a situation that builds on none before: the worker knows none
 
   // `port`: send(message) to the studies, palette, years() -> {left, right} in pixels of the window, leave(),
-  // mention(text), picture(deed, marks, name).
+  // mention(text), picture(deed, marks, name), otherPlace(name) -> {text, act} or null.
   constructor(panels, port) {
     this.#port = port;
     for (const {name, title} of panels) this.#make(name, title);
@@ -131,9 +131,11 @@ export class Panels {
 
   #openMenu(name, x, y) {
     const across = () => Math.floor((this.area(name).view().width * sheetDown) / sheetAcross);
+    const place = this.#port.otherPlace(name);
     popUp('Panel',
         [
-          {id: 'copy_csv', text: 'Copy as CSV', key: 'Ctrl+Shift+C', act: () => this.#copyTable(name)},
+          ...(place ? [{id: 'other_place', ...place}] : []),
+          {id: 'copy_csv', group: true, text: 'Copy as CSV', key: 'Ctrl+Shift+C', act: () => this.#copyTable(name)},
           {id: 'copy_picture', text: 'Copy as a Picture', act: () => this.#picture('copy', name, highestPicture)},
           {
             id: 'save_panel',
