@@ -426,6 +426,7 @@ class Run {
       title: 'Move the sample',
       label: 'Move the sample by so many years (earlier with a minus):',
       value: 0,
+      until: this.#ended.signal,
       given: (years) => years !== 0 && this.#toProgram({do: 'move_sample', years}),
     });
   }
@@ -435,6 +436,7 @@ class Run {
       title: 'Begin the sample',
       label: 'Move the sample so that it begins in the year:',
       value: this.#stand?.sample?.first ?? 0,
+      until: this.#ended.signal,
       given: (year) => this.#toProgram({do: 'begin_sample', year}),
     });
   }
@@ -446,6 +448,7 @@ class Run {
       title: 'Note',
       label: `Why? ${decision.what}`,
       value: decision.note,
+      until: this.#ended.signal,
       given: (text) => this.#toProgram({do: 'note', decision: last, text}),
     });
   }
@@ -457,6 +460,7 @@ class Run {
       text: `Work with ${corrected} in place of ${file}?`,
       more: afterCorrection,
       answers: ['Use It', 'Cancel'],
+      until: this.#ended.signal,
       chosen: (answer) => answer === 0 && this.#toProgram({do: 'use_corrected'}),
     });
   }

@@ -2,14 +2,15 @@
 import {copyText} from './clipboard.js';
 import {button, freshId, make} from './dom.js';
 
-// A dialog that is open: `close()` takes it away without an answer.
-function open({title, content, buttons, onEscape, wide = false, element}) {
+// A dialog that is open: `close()` takes it away without an answer, as does the end of what `until` stands for.
+function open({title, content, buttons, onEscape, wide = false, until}) {
   const heading = make('h2', {textContent: title, id: freshId('title')});
   const row = make('div', {className: 'answers'}, ...buttons);
   const dialog =
       make('dialog', {className: wide ? 'wide' : '', aria: {labelledby: heading.id}}, heading, ...content, row);
   const before = document.activeElement;
   const close = () => {
+    until?.removeEventListener('abort', close);
     if (!dialog.isConnected) return;
     dialog.close();
     dialog.remove();
@@ -20,8 +21,9 @@ function open({title, content, buttons, onEscape, wide = false, element}) {
     onEscape();
   });
   dialog.addEventListener('keydown', (event) => stepInRow(event, row));
-  (element ?? document.body).append(dialog);
+  document.body.append(dialog);
   dialog.showModal();
+  until?.addEventListener('abort', close);
   return {dialog, close};
 }
 
@@ -40,7 +42,7 @@ function paragraphs(text) {
 }
 
 // Asks beside the program: `chosen` is told the number of the answer, from 0. Escape gives the last one.
-export function askBeside({text, more = '', answers, chosen}) {
+export function askBeside({text, more = '', answers, chosen, until}) {
   let box = null;
   const answer = (number) => {
     box.close();
@@ -48,7 +50,7 @@ export function askBeside({text, more = '', answers, chosen}) {
   };
   const buttons =
       answers.map((words, number) => button(words, () => answer(number), {className: number === 0 ? 'first' : ''}));
-  box = open({title: text, content: paragraphs(more), buttons, onEscape: () => answer(answers.length - 1)});
+  box = open({title: text, content: paragraphs(more), buttons, onEscape: () => answer(answers.length - 1), until});
   buttons[0].focus();
   return box;
 }
@@ -58,7 +60,7 @@ export function tell(text, more = '') {
 }
 
 // Asks for something in a field; `given` gets what was typed, and is not called where it is nothing.
-export function askInField({title, label, field, read, given}) {
+export function askInField({title, label, field, read, given, until}) {
   let box = null;
   field.id = freshId('field');
   const accept = () => {
@@ -76,7 +78,7 @@ export function askInField({title, label, field, read, given}) {
   });
   const buttons = [button('OK', accept, {className: 'first'}), button('Cancel', cancel)];
   const words = make('label', {textContent: label, htmlFor: field.id});
-  box = open({title, content: [words, field], buttons, onEscape: cancel});
+  box = open({title, content: [words, field], buttons, onEscape: cancel, until});
   field.focus();
   field.select();
   return box;
@@ -84,19 +86,19 @@ export function askInField({title, label, field, read, given}) {
 
 const furthest = 99_999;
 
-export function askForNumber({title, label, value, given}) {
+export function askForNumber({title, label, value, given, until}) {
   const field = make(
       'input', {type: 'number', step: '1', min: String(-furthest), max: String(furthest), value: String(value)});
   const read = () => {
     const number = Number(field.value);
     return field.value !== '' && Number.isInteger(number) && Math.abs(number) <= furthest ? number : null;
   };
-  return askInField({title, label, field, read, given});
+  return askInField({title, label, field, read, given, until});
 }
 
-export function askForText({title, label, value, given}) {
+export function askForText({title, label, value, given, until}) {
   const field = make('input', {type: 'text', value, maxLength: 1000, autocomplete: 'off'});
-  return askInField({title, label, field, read: () => oneLine(field.value), given});
+  return askInField({title, label, field, read: () => oneLine(field.value), given, until});
 }
 
 export function oneLine(text) {
