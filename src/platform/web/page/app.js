@@ -258,6 +258,7 @@ class Run {
     if (!stand.question && this.#stand?.question) this.#dropNext();
     this.#stand = stand;
     this.#page.stand(stand);
+    this.#status.mention('');  // it was said of what stood before
     this.#status.show(stand.status, stand.journal_trouble);
     this.#menus.show(stand.actions);
     this.#showSwitches();
