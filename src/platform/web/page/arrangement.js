@@ -49,6 +49,7 @@ export class Arrangement {
     const hide = button('×', () => this.#hideDock(),
         {className: 'flat', title: 'Hide the panels', aria: {label: 'Hide the panels'}});
     this.#more = this.#makeMore(() => this.#state.tab);
+    this.#tabs.addEventListener('wheel', (event) => this.#turnTabs(event), {passive: false});
     this.#dock.append(make('div', {className: 'dock-head'}, this.#tabs, this.#more, hide));
     for (const list of lists) this.#addList(list);
     this.element = make('div', {className: 'desk'}, this.#column, this.#edge, this.#dock);
@@ -145,6 +146,13 @@ export class Arrangement {
     this.#pages.set(name, {tab, page, enter});
     this.#tabs.append(tab);
     this.#dock.append(page);
+  }
+
+  // Where they have not room enough, a wheel brings the others into sight as well.
+  #turnTabs(event) {
+    if (event.ctrlKey || this.#tabs.scrollWidth <= this.#tabs.clientWidth) return;
+    event.preventDefault();
+    this.#tabs.scrollLeft += event.deltaX || event.deltaY;
   }
 
   #stepTabs(event, name) {
@@ -247,6 +255,7 @@ export class Arrangement {
     this.#edge.setAttribute('aria-valuenow', String(Math.round((100 * (clientWidth - width)) / clientWidth)));
     for (const name of this.#strips.keys()) this.#layStrip(name, clientHeight);
     for (const [name, {tab, page}] of this.#pages) this.#layTab(name, tab, page);
+    this.#pages.get(this.#state.tab)?.tab.scrollIntoView({block: 'nearest', inline: 'nearest'});
     this.#port.turned();
   }
 
