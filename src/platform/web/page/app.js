@@ -338,9 +338,12 @@ class Run {
   }
 
   #act(id, repeated) {
+    if (this.#ended.signal.aborted) return undefined;
     const own = this.#isOwn(id);
     if (id === 'quit' && !this.#stand) return this.#close();
     const state = this.#stand?.actions[id];
+    if (state && !state.can && !repeated && this.#gate.mayTurn)
+      return this.#gate.hold(() => this.#act(id, repeated));  // it may be done when what was typed before is
     if (state ? !state.can : !own) return this.#sayWhyNot(id, state);
     if (!own) return this.#toProgram({do: 'act', id, repeated});
     this.#deeds[id]?.();

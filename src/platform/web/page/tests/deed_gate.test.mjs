@@ -64,3 +64,50 @@ test('what is never answered holds nothing up for long', () => {
   made.gate.put({do: 'scroll', years: 1});
   assert.deepEqual(made.sent.at(-1), {do: 'scroll', years: 2});
 });
+
+// As the window does: what cannot be done yet is held as long as the program may turn.
+function typist() {
+  const made = {sent: [], waits: [], can: false, saidWhyNot: 0};
+  made.gate = new DeedGate((message) => made.sent.push(message.do), () => 0, (work) => made.waits.push(work));
+  made.act = () => {
+    if (!made.can && made.gate.mayTurn) return made.gate.hold(made.act);
+    made.can ? made.gate.put({do: 'act'}) : (made.saidWhyNot += 1);
+  };
+  return made;
+}
+
+test('who types ahead gets it done in the order typed', () => {
+  const t = typist();
+  t.gate.put(key(false));
+  t.gate.put(key(false));
+  t.act();
+  t.gate.put({do: 'click'});
+  assert.deepEqual(t.sent, ['key', 'key']);
+  t.gate.stood();  // after the first key, where the action cannot be done
+  assert.deepEqual(t.sent, ['key', 'key']);
+  t.can = true;
+  t.gate.stood();
+  assert.deepEqual(t.sent, ['key', 'key', 'act', 'click']);
+});
+
+test('what cannot be done after all is told, and holds nothing up', () => {
+  const t = typist();
+  t.act();
+  assert.equal(t.saidWhyNot, 1);
+  t.gate.put(key(false));
+  t.act();
+  t.gate.put({do: 'click'});
+  t.gate.stood();
+  assert.equal(t.saidWhyNot, 2);
+  assert.deepEqual(t.sent, ['key', 'click']);
+});
+
+test('where the program does not stand anew for long, the wait ends', () => {
+  const t = typist();
+  t.gate.put({do: 'methods'});
+  t.act();
+  t.gate.put(key(false));
+  t.waits.forEach((end) => end());
+  assert.equal(t.saidWhyNot, 1);
+  assert.deepEqual(t.sent, ['methods', 'key']);
+});
