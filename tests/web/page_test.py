@@ -7,6 +7,17 @@ from selenium.webdriver.common.keys import Keys
 
 from chromium_test import Window
 
+# Keeps the workers where a test can make them fail.
+WATCHED = """
+window.workers = {};
+window.Worker = class extends Worker {
+  constructor(source, what) {
+    super(source, what);
+    window.workers[what.name] = this;
+  }
+};
+"""
+
 
 class SmallWindow(Window):
     """As large as a common portable computer shows it."""
@@ -55,6 +66,51 @@ class Places(SmallWindow):
         self.type(Keys.ENTER)
         self.vorn.until(lambda: "Rings" in self.tabs(), "Rings beside the page")
         self.assertEqual(self.height(".page"), whole)
+
+    def test_what_was_said_goes_when_the_program_goes_on(self):
+        self.vorn.keys(Keys.F2)
+        self.vorn.until(lambda: "NOW01" in self.vorn.status(), "the cross-dating screen")
+        self.vorn.keys(Keys.CONTROL, Keys.SHIFT, "s")
+        self.assertIn("Save Raw: on the start menu", self.vorn.find(".status").text)
+        self.vorn.keys(Keys.F8)
+        self.vorn.until(lambda: "Save Raw" not in self.vorn.find(".status").text, "the usual line")
+
+
+class Typing(SmallWindow):
+    def test_what_is_typed_ahead_is_done_in_its_order(self):
+        """The number of years shown, and at once the chooser, which cannot be opened while the number is typed."""
+        self.vorn.keys(Keys.F2)
+        self.vorn.until(lambda: "NOW01" in self.vorn.status(), "the cross-dating screen")
+        self.vorn.keys(Keys.CONTROL, "d")
+        self.type("80", Keys.ENTER, Keys.F3)
+        self.vorn.until(lambda: "a pair of series" in self.vorn.status(), "the chooser")
+
+
+class Failing(SmallWindow):
+    """Where a worker fails, which no click of a user brings about."""
+
+    def setUp(self):
+        super().setUp()
+        self.vorn.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": WATCHED})
+        self.vorn.open(self.address())
+        self.vorn.press(".kept .open")
+        self.vorn.wait_for_program()
+
+    def fail(self, role):
+        self.vorn.js("window.workers[arguments[0]].dispatchEvent(new ErrorEvent('error', {message: 'a failure'}))", role)
+
+    def test_the_program_begins_again_with_what_was_done(self):
+        self.vorn.keys(Keys.F2)
+        self.vorn.until(lambda: "NOW01" in self.vorn.status(), "the cross-dating screen")
+        self.vorn.keys(Keys.RIGHT)
+        self.vorn.until(lambda: "NOW01 not saved" in self.vorn.status(), "the move")
+        self.vorn.keys(Keys.CONTROL, "m")
+        self.fail("program")
+        self.vorn.until(lambda: "Vorn cannot go on" in self.vorn.question(), "the word about it")
+        self.assertEqual(len(self.vorn.all("dialog[open]")), 1)  # what was asked for the program is gone with it
+        self.vorn.answer("Begin Again")
+        self.vorn.answer("Take It Up")
+        self.vorn.until(lambda: "NOW01 not saved" in self.vorn.status(), "the move taken up")
 
 
 if __name__ == "__main__":
