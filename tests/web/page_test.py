@@ -67,6 +67,13 @@ class Places(SmallWindow):
         self.vorn.until(lambda: "Rings" in self.tabs(), "Rings beside the page")
         self.assertEqual(self.height(".page"), whole)
 
+    def test_a_tab_that_is_clicked_hands_the_keyboard_to_its_panel(self):
+        self.vorn.keys(Keys.F2)
+        self.vorn.until(lambda: "NOW01" in self.vorn.status(), "the cross-dating screen")
+        self.vorn.press("#tab-rings")
+        self.assertEqual(self.focused(), "Rings")
+        self.vorn.until(lambda: "NOW01" not in self.vorn.status() or self.type("n"), "the next core by need")
+
     def test_what_was_said_goes_when_the_program_goes_on(self):
         self.vorn.keys(Keys.F2)
         self.vorn.until(lambda: "NOW01" in self.vorn.status(), "the cross-dating screen")

@@ -139,13 +139,19 @@ export class Arrangement {
       id: `tab-${name}`,
       textContent: title,
       aria: {controls: `list-${name}`},
-      on: {click: () => this.show(name), keydown: (event) => this.#stepTabs(event, name)}
+      on: {click: (event) => this.#press(event, name), keydown: (event) => this.#stepTabs(event, name)}
     });
     const page = make(
         'div', {className: 'list-page', role: 'tabpanel', id: `list-${name}`, aria: {labelledby: tab.id}}, body);
     this.#pages.set(name, {tab, page, enter});
     this.#tabs.append(tab);
     this.#dock.append(page);
+  }
+
+  // By the mouse, what comes is worked in at once: its keys are to reach it. By the keyboard one goes on among them.
+  #press(event, name) {
+    this.show(name);
+    if (event.detail > 0) this.#pages.get(name).enter();
   }
 
   // Where they have not room enough, a wheel brings the others into sight as well.
