@@ -93,6 +93,34 @@ class Typing(SmallWindow):
         self.vorn.until(lambda: "a pair of series" in self.vorn.status(), "the chooser")
 
 
+class ByKeys(SmallWindow):
+    """The ring that NOW07 lost, from the list of the site to the corrected file, without a mouse."""
+
+    def marked(self, panel):
+        return self.vorn.js(f"return document.querySelector('.panel-frame.{panel} [aria-live]').textContent")
+
+    def go_to(self, panel, key, beginning):
+        self.vorn.until(lambda: self.marked(panel).startswith(beginning) or self.type(key), beginning)
+        self.type(Keys.ENTER)
+
+    def test_a_ring_is_inserted_kept_and_written(self):
+        self.vorn.press("#tab-site")
+        self.go_to("site", Keys.ARROW_DOWN, "NOW07, 1740-2013")
+        self.vorn.until(lambda: "NOW07 " in self.vorn.find(".status").text, "NOW07 on the page")
+        self.type_with(Keys.ALT, "2")
+        self.go_to("rings", Keys.TAB, "Inserts a ring at 1866")
+        self.vorn.until(lambda: "OK to keep the ring inserted" in self.vorn.status(), "the ring inserted")
+        self.type_with(Keys.CONTROL, "k")
+        self.type_with(Keys.CONTROL, "u")
+        self.vorn.until(lambda: "1 core not written: NOW07" in self.vorn.status(), "the change saved")
+        self.type(Keys.F8)
+        self.vorn.stats_report()
+        self.vorn.js("[...document.querySelectorAll('.files li')].find(row => row.textContent.startsWith('Stats.prn'))"
+                     ".querySelector('.view').click()")
+        stats = self.vorn.js("return document.querySelector('dialog[open] textarea').value").split("\n")
+        self.assertIn("NOW07      1740   2014    275   0.91   0.43   0.66   0.51", stats)
+
+
 class Failing(SmallWindow):
     """Where a worker fails, which no click of a user brings about."""
 
