@@ -13,7 +13,8 @@ endforeach()
 # Exceptions end the program and stop what is played. What the compiler's library lacks of C++20 stands before each file.
 # Browsers that can unpack the page know vectors of 128 bits. The older clang does not know the marks of newer ones.
 string(APPEND CMAKE_CXX_FLAGS " -fexceptions -fno-rtti -include ${PROJECT_SOURCE_DIR}/src/platform/web/missing_library.h")
-string(APPEND CMAKE_CXX_FLAGS " -msimd128 -Wno-unknown-warning-option")
+# The same file comes of it wherever the tree lies.
+string(APPEND CMAKE_CXX_FLAGS " -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -msimd128 -Wno-unknown-warning-option")
 
 add_library(nlohmann_json INTERFACE)
 target_include_directories(nlohmann_json SYSTEM INTERFACE ${VORN_WEB_INCLUDE})

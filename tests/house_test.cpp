@@ -182,13 +182,14 @@ bool writes_json(const std::string& file) {
 
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
 // is for the edge, for tests, and for the files that speak to the file system and ask for memory. One kernel
-// uses vector instructions through a library, tables and the browser's messages are written as JSON through
-// another, and one file speaks to the browser.
+// uses vector instructions, through a library or a browser's compiler, tables and the browser's messages are
+// written as JSON through another, and one file speaks to the browser.
 bool may_use_system_header(const std::string& file, const std::string& header) {
   if (header.find_first_of("./") == std::string::npos) return true;
   return is_test(file) || file.starts_with("platform/qt/") || file.starts_with("apps/") ||
          without_ending(file) == "records/os_file" || without_ending(file) == "base/zero_memory" ||
          (without_ending(file) == "statistics/pair_tiles" && header.starts_with("hwy/")) ||
+         (without_ending(file) == "statistics/wasm_lanes" && header == "wasm_simd128.h") ||
          (writes_json(file) && header.starts_with("nlohmann/")) ||
          (without_ending(file) == "platform/web/worker_port" && header == "emscripten.h");
 }

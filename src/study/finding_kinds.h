@@ -5,6 +5,8 @@
 #include <array>
 #include <string_view>
 
+#include "base/loud_failure.h"
+
 namespace vorn {
 
 // What a finding means for the figures.
@@ -117,7 +119,7 @@ consteval const FindingKind* kind(std::string_view id) {
   for (const FindingKind& one : finding_kinds) {
     if (one.id == id) return &one;
   }
-  throw "no finding of that name";
+  stop_loudly("there is a finding of that name", __FILE__, __LINE__);
 }
 
 // Of a name that stands there twice, as a note and as something grave.
@@ -125,7 +127,7 @@ consteval const FindingKind* kind(std::string_view id, Effect effect) {
   for (const FindingKind& one : finding_kinds) {
     if (one.id == id && one.effect == effect) return &one;
   }
-  throw "no such finding";
+  stop_loudly("there is such a finding", __FILE__, __LINE__);
 }
 
 }  // namespace vorn

@@ -66,9 +66,10 @@ auto count_if(Range&& range, Predicate predicate, Projection projection = {}) {
   return std::count_if(std::begin(range), std::end(range),
                        [&](auto&& value) { return std::invoke(predicate, at(value)); });
 }
-template <class Range, class Value>
-auto count(Range&& range, const Value& wanted) {
-  return std::count(std::begin(range), std::end(range), wanted);
+template <class Range, class Value, class Projection = std::identity>
+auto count(Range&& range, const Value& wanted, Projection projection = {}) {
+  const auto at = projected(projection);
+  return std::count_if(std::begin(range), std::end(range), [&](auto&& value) { return at(value) == wanted; });
 }
 template <class A, class B, class Same = std::equal_to<>, class OfA = std::identity,
           class OfB = std::identity>
@@ -113,13 +114,21 @@ template <class Range, class Less = std::less<>, class Projection = std::identit
 void stable_sort(Range&& range, Less less = {}, Projection projection = {}) {
   std::stable_sort(std::begin(range), std::end(range), projected(less, projection));
 }
-template <class Range, class Value>
-auto lower_bound(Range&& range, const Value& value) {
-  return std::lower_bound(std::begin(range), std::end(range), value);
+template <class Range, class Value, class Less = std::less<>, class Projection = std::identity>
+auto lower_bound(Range&& range, const Value& value, Less less = {}, Projection projection = {}) {
+  const auto at = projected(projection);
+  return std::lower_bound(std::begin(range), std::end(range), value,
+                          [&](auto&& element, const Value& wanted) {
+                            return static_cast<bool>(std::invoke(less, at(element), wanted));
+                          });
 }
-template <class Range, class Value>
-auto upper_bound(Range&& range, const Value& value) {
-  return std::upper_bound(std::begin(range), std::end(range), value);
+template <class Range, class Value, class Less = std::less<>, class Projection = std::identity>
+auto upper_bound(Range&& range, const Value& value, Less less = {}, Projection projection = {}) {
+  const auto at = projected(projection);
+  return std::upper_bound(std::begin(range), std::end(range), value,
+                          [&](const Value& wanted, auto&& element) {
+                            return static_cast<bool>(std::invoke(less, wanted, at(element)));
+                          });
 }
 template <class Range, class Less = std::less<>, class Projection = std::identity>
 auto min_element(Range&& range, Less less = {}, Projection projection = {}) {
