@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -25,7 +26,7 @@ class ByteWriter {
   std::string bytes_;
 };
 
-// Reads what a ByteWriter wrote. Throws std::runtime_error where it ends too soon.
+// Reads what a ByteWriter wrote. Throws std::runtime_error where it ends too soon or holds something else.
 class ByteReader {
  public:
   explicit ByteReader(std::string_view bytes) : rest_(bytes) {}
@@ -34,7 +35,11 @@ class ByteReader {
     std::memcpy(&value, take(sizeof value).data(), sizeof value);
     return value;
   }
-  int whole() { return static_cast<int>(number()); }
+  int whole() {
+    const double value = number();
+    if (!(value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max())) fail();
+    return static_cast<int>(value);
+  }
   bool yes() { return number() != 0; }
   // How many of at least `bytes` bytes each follow.
   std::size_t count(std::size_t bytes = sizeof(double)) {
@@ -51,7 +56,9 @@ class ByteReader {
   bool at_end() const { return rest_.empty(); }
 
  private:
-  [[noreturn]] static void fail() { throw std::runtime_error("a message that ends too soon"); }
+  [[noreturn]] static void fail() {
+    throw std::runtime_error("a message that ends too soon or holds something else");
+  }
   std::string_view take(std::size_t length) {
     if (length > rest_.size()) fail();
     const std::string_view taken = rest_.substr(0, length);

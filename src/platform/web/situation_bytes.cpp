@@ -36,9 +36,9 @@ class WritingArchive {
     if (!value) return out_.number(0);
     const auto known = parts.now.find(value), earlier = parts.before.find(value);
     const bool is_known = known != parts.now.end() || earlier != parts.before.end();
-    const std::size_t number = known != parts.now.end()        ? known->second
-                               : earlier != parts.before.end() ? earlier->second
-                                                               : ++parts.next;
+    const int number = known != parts.now.end()        ? known->second
+                       : earlier != parts.before.end() ? earlier->second
+                                                       : ++parts.next;
     parts.now[value] = number;
     out_.number(static_cast<double>(number));
     out_.number(is_known);
@@ -79,7 +79,7 @@ class ReadingArchive {
               Describe describe) {
     ReceivedParts<T>& parts = parts_.*kind;
     value = nullptr;
-    const auto number = static_cast<std::size_t>(in_.number());
+    const int number = in_.whole();
     if (number == 0) return;
     if (in_.yes()) {
       const auto known = parts.now.find(number), earlier = parts.before.find(number);

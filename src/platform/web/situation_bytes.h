@@ -26,12 +26,12 @@ struct SharedParts {
 
 template <class T>
 struct SentParts {
-  std::map<std::shared_ptr<const T>, std::size_t> before, now;  // of the last situation and the one at hand
-  std::size_t next = 0;
+  std::map<std::shared_ptr<const T>, int> before, now;  // of the last situation and the one at hand
+  int next = 0;
 };
 template <class T>
 struct ReceivedParts {
-  std::map<std::size_t, std::shared_ptr<const T>> before, now;
+  std::map<int, std::shared_ptr<const T>> before, now;
 };
 
 class SituationWriter {

@@ -94,6 +94,7 @@ TEST_F(StudiesOfPage, NothingIsHitBesideTheSpots) {
   run();
   ask_panel("site", 1);
   port.ask({{"do", "panel_click"}, {"name", "site"}, {"ask", 1}, {"spot", 1'000'000}});
+  port.ask({{"do", "panel_click"}, {"name", "site"}, {"ask", 1}, {"spot", -1}});
   port.ask({{"do", "panel_click"}, {"name", "no such panel"}, {"ask", 1}, {"spot", 0}});
   port.ask({{"do", "panel"}, {"name", 5}, {"ask", 1}});
   run();

@@ -1,6 +1,7 @@
 // The port between a worker of the browser edition and the page that started it.
 #pragma once
 
+#include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -17,7 +18,11 @@ struct WebRequest {
   std::string what() const { return text("do"); }
   std::string text(const char* name) const { return of<std::string>(name, {}); }
   int number(const char* name) const { return static_cast<int>(of<double>(name, 0)); }
-  std::size_t place(const char* name) const { return static_cast<std::size_t>(of<double>(name, 0)); }
+  // Of what is counted; behind all places where it is no place.
+  std::size_t place(const char* name) const {
+    const double value = of<double>(name, 0);
+    return value >= 0 ? static_cast<std::size_t>(value) : std::numeric_limits<std::size_t>::max();
+  }
   double real(const char* name) const { return of<double>(name, 0); }
   bool yes(const char* name) const { return of<bool>(name, false); }
   bool has(const char* name) const { return fields.contains(name) && !fields[name].is_null(); }
