@@ -25,6 +25,14 @@ std::vector<FileFinding> FindingList::taken() {
   return std::move(all_);
 }
 
+FileFinding about(const SeriesRead& series, const FindingKind* of) {
+  return {.kind = of,
+          .line = series.first_line,
+          .from = series.first_line,
+          .to = series.last_line,
+          .series = std::string(without_blanks(series.name.view()))};
+}
+
 std::string counted(std::int64_t number, std::string_view one, std::string_view many) {
   return std::to_string(number) + " " + std::string(number == 1 ? one : many);
 }

@@ -11,14 +11,6 @@
 namespace vorn {
 namespace {
 
-FileFinding about(const SeriesRead& series, const FindingKind* of) {
-  return {.kind = of,
-          .line = series.first_line,
-          .from = series.first_line,
-          .to = series.last_line,
-          .series = std::string(without_blanks(series.name.view()))};
-}
-
 std::optional<double> number_of(std::string_view word) {
   double value = 0;
   static const EditFormat whole("(F40.0)");

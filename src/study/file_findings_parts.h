@@ -26,6 +26,9 @@ class FindingList {
   std::int64_t more_ = 0;
 };
 
+// A finding about a series that was read: at its first line, and about all of its lines.
+FileFinding about(const SeriesRead& series, const FindingKind* of);
+
 // "1 ring", "12 rings".
 std::string counted(std::int64_t number, std::string_view one, std::string_view many);
 

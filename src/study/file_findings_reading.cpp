@@ -66,14 +66,6 @@ std::string unit_text(double unit) {
   return "1/" + std::string(text.data(), end) + " mm ";
 }
 
-FileFinding about(const SeriesRead& series, const FindingKind* of) {
-  return {.kind = of,
-          .line = series.first_line,
-          .from = series.first_line,
-          .to = series.last_line,
-          .series = std::string(without_blanks(series.name.view()))};
-}
-
 void add_series(const SeriesRead& series, FindingList& found) {
   FileFinding one = about(series, kind("series"));
   one.value = std::int64_t{series.rings};
