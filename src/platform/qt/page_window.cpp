@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStringList>
 #include <QWheelEvent>
 #include <algorithm>
 #include <array>
@@ -13,6 +12,7 @@
 #include <optional>
 #include <utility>
 
+#include "desk/page_words.h"
 #include "platform/qt/focus_ring.h"
 #include "platform/qt/page_painter.h"
 #include "sessions/key_codes.h"
@@ -147,26 +147,10 @@ void PageWindow::stand() {
   update();
 }
 
-// What the cursor marks, in words: a button's label or a year.
-QString PageWindow::marked() const {
-  const auto now = situation();
-  const auto click = now ? cursor_.click(*now) : std::nullopt;
-  if (!click) return {};
-  const auto year = year_at(*now, {click->x, click->y});
-  if (now->wait == Wait::year && year) return QString::number(*year);
-  const ShownButton* button = now->at(click->x, click->y);
-  return button ? shown_characters(button->label) : QString();
-}
-
 // For those who do not see the page.
 void PageWindow::describe() {
   const SharedStanding standing = gate_.standing();
-  const QString waits = standing ? shown_characters(status_line(*standing, {}).waits_for) : QString();
-  const QString mark = marked();
-  QStringList parts{waits.isEmpty() ? waits : "Waits for " + waits,
-                    mark.isEmpty() ? mark : "marked: " + mark};
-  parts.removeAll("");
-  const QString description = parts.join("; ");
+  const QString description = standing ? shown_characters(page_in_words(*standing, cursor_)) : QString();
   if (description == accessibleDescription()) return;
   setAccessibleDescription(description);
   QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
@@ -201,12 +185,8 @@ bool PageWindow::eventFilter(QObject*, QEvent* event) {
 }
 
 void PageWindow::show_notices() {
-  std::vector<std::string> notices = mailbox_->notices();
   const SharedStanding standing = gate_.standing();
-  if (standing && !standing->journal_trouble.empty()) {
-    notices.push_back("What is done here cannot be taken up later: " + standing->journal_trouble);
-  }
-  notices_->show_notices(notices);
+  notices_->show_notices(standing ? all_notices(mailbox_->notices(), *standing) : mailbox_->notices());
   place_notices();
 }
 

@@ -95,7 +95,6 @@ class PageWindow : public QWidget {
   void paint_cursor(QPainter& painter, double pixel) const;
   bool is_programs_key(const QKeyEvent& event) const;
   bool serve_cursor(const QKeyEvent& event);
-  QString marked() const;
   void describe();
   void drop_curve();
 

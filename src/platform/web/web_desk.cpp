@@ -8,6 +8,7 @@
 #include "desk/actions.h"
 #include "desk/file_list.h"
 #include "desk/methods.h"
+#include "desk/page_words.h"
 #include "platform/web/page_bytes.h"
 #include "platform/web/shown_text.h"
 #include "platform/web/standing_fields.h"
@@ -90,11 +91,8 @@ void WebDesk::tell_news() {
 }
 
 std::vector<std::string> WebDesk::notices() const {
-  std::vector<std::string> all = mailbox_.notices();
   const SharedStanding standing = mailbox_.standing();
-  if (standing && !standing->journal_trouble.empty())
-    all.push_back("What is done here cannot be taken up later: " + standing->journal_trouble);
-  return all;
+  return standing ? all_notices(mailbox_.notices(), *standing) : mailbox_.notices();
 }
 
 // The situation goes with it where it is another one: it is what panels live on.
@@ -127,31 +125,11 @@ void WebDesk::tell_status() {
 void WebDesk::add_status(Fields& fields) const {
   const SharedStanding standing = mailbox_.standing();
   fields["status"] = status_fields(standing ? status_line(*standing, mouse_) : StatusLine());
-  fields["description"] = description();
+  fields["description"] = standing ? shown_text(page_in_words(*standing, cursor_)) : std::string();
   fields["mark"] = nullptr;
   const auto now = situation();
   if (!now) return;
   if (const auto mark = cursor_.mark(*now)) fields["mark"] = {mark->x1, mark->y1, mark->x2, mark->y2};
-}
-
-// What the cursor marks, in words: a button's label or a year.
-std::string WebDesk::marked() const {
-  const auto now = situation();
-  const auto click = now ? cursor_.click(*now) : std::nullopt;
-  if (!click) return {};
-  const auto year = year_at(*now, {click->x, click->y});
-  if (now->wait == Wait::year && year) return std::to_string(*year);
-  const ShownButton* button = now->at(click->x, click->y);
-  return button ? button->label : std::string();
-}
-
-// For those who do not see the page.
-std::string WebDesk::description() const {
-  const SharedStanding standing = mailbox_.standing();
-  const std::string waits = standing ? status_line(*standing, {}).waits_for : std::string(), mark = marked();
-  std::string words = waits.empty() ? "" : "Waits for " + waits;
-  if (!mark.empty()) words += (words.empty() ? "marked: " : "; marked: ") + mark;
-  return shown_text(words);
 }
 
 // --- What the page asks for.

@@ -53,8 +53,6 @@ class WebDesk {
   void tell_status();
   void add_status(nlohmann::ordered_json& fields) const;
   std::vector<std::string> notices() const;
-  std::string description() const;
-  std::string marked() const;
   SharedSituation situation() const;
 
   void serve(const WebRequest& request);
