@@ -17,7 +17,7 @@ const sourceOfWorker = () =>
 
 // A worker in a context of its own, as a browser makes one. `heard` gets its messages.
 async function startWorker(role, files, help, heard) {
-  const self = {location: {href: 'worker.js'}, postMessage: message => setImmediate(heard, message)};
+  const self = {location: {href: 'worker.js'}, addEventListener() {}, postMessage: message => setImmediate(heard, message)};
   const context = vm.createContext({
     self, location: self.location, importScripts() {}, console, performance, WebAssembly, TextDecoder, TextEncoder,
     MessageChannel, setTimeout, clearTimeout, crypto: globalThis.crypto, URL,

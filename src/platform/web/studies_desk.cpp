@@ -12,13 +12,8 @@ namespace {
 
 using Fields = nlohmann::ordered_json;
 
-constexpr int largest_view = 40'000;
-
 PanelView view_of(const WebRequest& request) {
-  const auto size = [&](const char* name) {
-    return std::min(std::max(0, request.number(name)), largest_view);
-  };
-  PanelView view{.width = size("width"), .height = size("height")};
+  PanelView view{.width = request.number("width"), .height = request.number("height")};
   view.scroll = std::max(0, request.number("scroll"));
   if (request.has("left") && request.has("right"))
     view.axis = PanelView::Axis{request.real("left"), request.real("right")};

@@ -60,7 +60,8 @@ class Run {
   #stand = null;
   #progress = '';
   #subject = '';
-  #notices = [];
+  #notices = [];  // of the program
+  #said = [];     // of the page itself, behind them
   #closeAskedAt;  // the standing at which closing was asked for
   #next = null;   // what is opened when the program has ended: {folder} or {again: true}
   #offer = null;
@@ -129,7 +130,7 @@ class Run {
     status: (told) => this.#showStatus(told),
     progress: ({text}) => this.#show({progress: text}),
     subject: ({file}) => this.#show({subject: file}),
-    notices: ({all}) => this.#showNotices(all),
+    notices: ({all}) => this.#showNotices(all, this.#said),
     files: (change) => this.#keepFiles(change),
     act: ({id}) => this.#act(id, false),
     methods: ({text}) => this.#showMethods(text),
@@ -143,7 +144,7 @@ class Run {
     found: () => this.#panels.renew(),
     panel: (panel) => this.#panels.answer(panel),
     play: ({play}) => this.#toProgram({do: 'play', play}),
-    notice: ({text}) => this.#showNotices([...this.#notices, text]),
+    notice: ({text}) => this.#say(text),
     mention: ({text}) => this.#status.mention(text),
     csv: (table) => this.#panels.answerTable(table),
     files: (change) => this.#keepFiles(change),
@@ -266,7 +267,6 @@ class Run {
     this.#panels.stand(stand.situation, stand.whole);
     this.#question.show(stand.question);
     this.#offerToTakeUp(stand.to_take_up);
-    this.#showNotices(this.#notices);
     this.#show({});
     this.#gate.stood();
   }
@@ -284,10 +284,14 @@ class Run {
     document.title = titleOf({unsaved: this.#stand?.unsaved, progress, subject});
   }
 
-  #showNotices(all) {
+  #showNotices(all, said) {
     this.#notices = all;
-    const trouble = this.#stand?.journal_trouble;
-    this.#strip.show(trouble ? [...all, `What is done here cannot be taken up later: ${trouble}`] : all);
+    this.#said = said;
+    this.#strip.show([...all, ...said]);
+  }
+
+  #say(text) {
+    this.#showNotices(this.#notices, [...this.#said, text]);
   }
 
   #choose(answer, stays) {
@@ -519,8 +523,7 @@ class Run {
 
   #keepFiles({changed, removed}) {
     const keep = () => this.#parts.folder.apply({changed, removed});
-    this.#saving = this.#saving.then(keep).catch(
-        (trouble) => this.#showNotices([...this.#notices, trouble.message || String(trouble)]));
+    this.#saving = this.#saving.then(keep).catch((trouble) => this.#say(trouble.message || String(trouble)));
   }
 
   async #end(status, log) {
@@ -568,8 +571,7 @@ class Run {
     this.#panels.forget();
     this.#restarts += 1;
     const again = this.#restarts <= mostRestarts;
-    this.#showNotices(
-        [...this.#notices, `The panels could not go on: ${text}${again ? '. They begin again.' : ''}`]);
+    this.#say(`The panels could not go on: ${text}${again ? '. They begin again.' : ''}`);
     if (!again) return;
     const files = await this.#parts.folder.files();
     if (!this.#workers) return;

@@ -31,10 +31,6 @@ export class NoticeStrip {
     this.#turned();
   }
 
-  forget() {
-    this.show([]);
-  }
-
   toggle() {
     if (this.isShown) return this.#hide();
     if (this.#shown === 0) return;

@@ -105,16 +105,22 @@ class Files {
 
 // --- The start.
 
-const fail = what => self.postMessage({is: 'failed', text: String((what && what.message) || what)});
-let log = '';
+// What the wasm said last, where it stops itself: the mistake and its place.
+let said = '';
+const fail = what => {
+  const text = String((what && what.message) || what);
+  self.postMessage({is: 'failed', text: said ? `${text}: ${said}` : text});
+};
+
+// What fails where nobody waits for it is no error of the worker to the browser.
+self.addEventListener('unhandledrejection', ({reason}) => fail(reason));
 
 async function start({role, module, files, help}) {
   try {
     let tree = null;
     const made = await createVorn({
       noInitialRun: true,
-      print: line => (log += line + '\n'),
-      printErr: line => (log += line + '\n'),
+      printErr: line => (said = line),
       onAbort: fail,
       instantiateWasm: (imports, received) => {
         WebAssembly.instantiate(module, imports).then(instance => received(instance, module), fail);
@@ -128,7 +134,7 @@ async function start({role, module, files, help}) {
           if (help) tree.put(`${installed}/Help.prn`, help);
           Module.FS.chdir(folder);
           tree.begin();
-          Module.vorn = {role, log: () => log, ...around(tree)};
+          Module.vorn = {role, ...around(tree)};
         },
       ],
     });

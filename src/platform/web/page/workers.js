@@ -1,11 +1,5 @@
 // The two workers: the program itself, and the studies for the panels, so that a click never waits for a study.
 
-// What fails in a worker where nobody waits for it is no error of the worker to the browser: it is told all the same.
-const watch = `self.addEventListener('unhandledrejection', (event) => {
-  self.postMessage({ is: 'failed', text: String(event.reason?.message ?? event.reason) });
-});
-`;
-
 // What the studies know of the folder: the marks of its cores.
 const isForStudies = ({path}) => path.startsWith('.vorn/marks');
 
@@ -25,7 +19,7 @@ export async function startWorkers({moduleBytes, workerSource, folder, help = nu
 }
 
 function startWorker({role, module, workerSource, files, folder, help, heard}) {
-  const url = URL.createObjectURL(new Blob([watch, workerSource], {type: 'text/javascript'}));
+  const url = URL.createObjectURL(new Blob([workerSource], {type: 'text/javascript'}));
   const worker = new Worker(url, {name: role});
   const failed = (text) => heard({is: 'failed', text});
   worker.addEventListener('message', (event) => heard(event.data));
