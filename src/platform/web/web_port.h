@@ -20,7 +20,7 @@ struct WebRequest {
   int number(const char* name) const { return static_cast<int>(of<double>(name, 0)); }
   // Of what is counted; behind all places where it is no place.
   std::size_t place(const char* name) const {
-    const double value = of<double>(name, 0);
+    const auto value = of<double>(name, 0);
     return value >= 0 ? static_cast<std::size_t>(value) : std::numeric_limits<std::size_t>::max();
   }
   double real(const char* name) const { return of<double>(name, 0); }
