@@ -77,15 +77,20 @@ bool is_no_loss(const Trouble& trouble, const FileTaken& file) {
 
 }  // namespace
 
-void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add) {
+void check_findings(const Collection& collection, int this_year,
+                    const std::function<void(const FileFinding&)>& add) {
   const auto bytes = collection.bytes();
   const TakenCollection taken(collection, bytes ? std::string_view(*bytes) : "", this_year);
   for (const Trouble& trouble : collection.troubles()) {
-    if (!bytes || !is_no_loss(trouble, taken.file())) add(check_row(collection.path(), finding_of(trouble)));
+    if (!bytes || !is_no_loss(trouble, taken.file())) add(finding_of(trouble));
   }
   if (!bytes) return;
-  for (const FileFinding& finding : findings_of(collection, *bytes, this_year))
-    add(check_row(collection.path(), finding));
+  for (const FileFinding& finding : findings_of(collection, *bytes, this_year)) add(finding);
+}
+
+void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add) {
+  check_findings(collection, this_year,
+                 [&](const FileFinding& finding) { add(check_row(collection.path(), finding)); });
 }
 
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year) {
@@ -97,8 +102,9 @@ std::vector<FileFinding> findings_of(const Collection& collection, std::string_v
 
 bool is_read_whole(const Collection& collection) {
   bool is_whole = collection.was_read();
-  check_rows(collection, 0,
-             [&](const Row& row) { is_whole = is_whole && severity_of(row) != Severity::error; });
+  check_findings(collection, 0, [&](const FileFinding& finding) {
+    is_whole = is_whole && severity_of(finding.kind->effect) != Severity::error;
+  });
   return is_whole;
 }
 

@@ -9,6 +9,10 @@
 
 namespace vorn {
 
+// What is to be said of a collection, what failed while it was read among it.
+void check_findings(const Collection& collection, int this_year,
+                    const std::function<void(const FileFinding&)>& add);
+
 // Findings about the file, about each series, about lines (see study/file_findings.h). A ring behind
 // `this_year` is one; 0 for whoever does not know.
 void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add);
