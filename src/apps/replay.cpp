@@ -22,7 +22,7 @@ int play(const Script& script, const std::string& name) {
   const Workspace* w = nullptr;
   DiskFiles files;
   PictureModule pictures;
-  PanelsOfScript panels;
+  PanelsOfScript panels(files);
   ScriptedScreen screen(
       script.statements, name, button_places(w),
       [&](const Page& page, const std::string& file) { return write_page(page, file, files, pictures); },

@@ -88,6 +88,7 @@ constexpr Action table[] = {
     {{"dates", Menu::view, "Dates", "Alt+3", window, !line, on_off}},
     {{"around", Menu::view, "Around a Year", "Alt+4", window, !line, on_off}},
     {{"pointers", Menu::view, "Pointer Years", "Alt+5", window, !line, on_off}},
+    {{"files", Menu::view, "Files", "Alt+6", window, !line, on_off}},
     {{"journal", Menu::view, "Journal", "F9", window, line, on_off}},
     {{"notices", Menu::view, "Notices", "F6", window, !line, on_off}},
     {{"full_screen", Menu::view, "Full Screen", "F11", window, !line, on_off}},

@@ -3,8 +3,10 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 
+#include "batch/folder_look.h"
 #include "batch/table.h"
 #include "panels/findings.h"
 #include "panels/panel.h"
@@ -18,6 +20,7 @@ struct PanelState {
   bool hold_bark = false;
   bool narrow_years = true;  // missing rings are likelier in them
   bool only_to_do = false;
+  std::set<std::string> open_files = {};  // of which Files shows all that was found
   std::map<std::string, CoreMark> marks =
       {};  // of the current file's cores, by name; to_do where there is none
 
@@ -31,8 +34,10 @@ struct PanelInputs {
   SharedFindings findings;  // null before there are any
   SharedStanding standing;  // null before the session stands
   PanelState state;
-  std::string working;    // what is being worked on; empty for nothing
-  bool is_older = false;  // the findings are those of an earlier situation
+  std::string working;        // what is being worked on; empty for nothing
+  bool is_older = false;      // the findings are those of an earlier situation
+  SharedReports files;        // null before a file was looked at
+  std::string files_working;  // which file is being looked at; empty for none
 };
 
 Panel draw_site(const PanelInputs& inputs, const PanelView& view);
@@ -40,6 +45,7 @@ Panel draw_rings(const PanelInputs& inputs, const PanelView& view);
 Panel draw_dates(const PanelInputs& inputs, const PanelView& view);
 Panel draw_around(const PanelInputs& inputs, const PanelView& view);
 Panel draw_pointers(const PanelInputs& inputs, const PanelView& view);
+Panel draw_files(const PanelInputs& inputs, const PanelView& view);
 
 // What a panel shows, as rows; of all of it, whatever is looked at.
 struct PanelTable {

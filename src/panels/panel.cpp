@@ -18,7 +18,8 @@ const std::array<PanelRow, all_panels.size()> rows = {
      {PanelName::rings, "rings", "Rings", {page_wide, 900, 0, PanelView::Axis{200, 2700}}},
      {PanelName::dates, "dates", "Dates", {}},
      {PanelName::around, "around", "Around a Year", {1480, 800}},
-     {PanelName::pointers, "pointers", "Pointer Years", {page_wide, 260, 0, PanelView::Axis{200, 2700}}}}};
+     {PanelName::pointers, "pointers", "Pointer Years", {page_wide, 260, 0, PanelView::Axis{200, 2700}}},
+     {PanelName::files, "files", "Files", {}}}};
 
 const PanelRow& row_of(PanelName panel) {
   return rows[static_cast<std::size_t>(panel)];

@@ -14,9 +14,9 @@
 
 namespace vorn {
 
-enum class PanelName : std::uint8_t { site, rings, dates, around, pointers };
-inline constexpr std::array all_panels = {PanelName::site, PanelName::rings, PanelName::dates,
-                                          PanelName::around, PanelName::pointers};
+enum class PanelName : std::uint8_t { site, rings, dates, around, pointers, files };
+inline constexpr std::array all_panels = {PanelName::site,   PanelName::rings,    PanelName::dates,
+                                          PanelName::around, PanelName::pointers, PanelName::files};
 
 // "site", as scripts and settings name it; "Site", as people read it.
 std::string_view id_of(PanelName panel);
@@ -50,10 +50,14 @@ struct PanelChange {
     narrow,      // whether missing rings are likelier in narrow years is turned round
     mark,        // core `core` gets the next mark: to do, done, skipped
     only_to_do,  // whether Site leaves out what is done is turned round
+    open_file,   // whether all that was found about file `file` is shown is turned round
+    copy_file,   // a clean copy of file `file` is wanted, in `unit`: that is up to whoever shows the panel
   };
   Kind kind = Kind::none;
   std::size_t candidate = 0;
   std::string core = {};
+  std::string file = {};
+  std::optional<double> unit = {};  // values a millimetre, where that is a guess
 };
 
 // A place to click on. Where several meet, the last one is hit.

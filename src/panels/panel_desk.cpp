@@ -23,8 +23,13 @@ void PanelDesk::found(const SharedFindings& findings, const std::string& working
   in_.working = working;
 }
 
+void PanelDesk::looked(const SharedReports& files, const std::string& working) {
+  in_.files = files;
+  in_.files_working = working;
+}
+
 Panel PanelDesk::panel(PanelName name, const PanelView& view) const {
-  constexpr std::array drawers = {draw_site, draw_rings, draw_dates, draw_around, draw_pointers};
+  constexpr std::array drawers = {draw_site, draw_rings, draw_dates, draw_around, draw_pointers, draw_files};
   PanelInputs inputs = in_;
   const bool of_site = name == PanelName::site || name == PanelName::pointers;
   inputs.is_older = of_site && in_.findings && in_.findings->site_is_older;
@@ -59,6 +64,11 @@ std::optional<Play> PanelDesk::click(const Spot& spot, std::string& trouble) {
     case PanelChange::Kind::narrow:
       state.narrow_years = !state.narrow_years;
       state.candidate.reset();
+      break;
+    case PanelChange::Kind::copy_file:
+      break;
+    case PanelChange::Kind::open_file:
+      if (state.open_files.erase(spot.change.file) == 0) state.open_files.insert(spot.change.file);
       break;
     case PanelChange::Kind::only_to_do:
       state.only_to_do = !state.only_to_do;

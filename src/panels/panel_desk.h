@@ -33,10 +33,14 @@ class PanelDesk {
   // What was found. `working` says what is being worked on, "core 120 of 9,000"; empty when nothing is.
   void found(const SharedFindings& findings, const std::string& working);
 
+  // What became of the files, and which one is being looked at.
+  void looked(const SharedReports& files, const std::string& working);
+
   Panel panel(PanelName name, const PanelView& view) const;
   // All of it, not only what a view shows: RFC 4180, with a line of names.
   std::string csv(PanelName name) const;
-  // Does what the spot changes; answers what is to be played. `trouble` is what could not be kept.
+  // Does what the spot changes in the panels; answers what is to be played. `trouble` is what could not be
+  // kept. A clean copy is made by whoever asks for it (clean_copy.h).
   std::optional<Play> click(const Spot& spot, std::string& trouble);
   // Puts the next (+1) or the previous (-1) core by need on the page, beginning at the one that is there;
   // those that are done or skipped are passed over. Nothing where there is none, or it cannot be done now.

@@ -1,4 +1,6 @@
 // What panels show, as rows: where the command line gives the same, under the same names.
+#include "batch/reading_check.h"
+#include "batch/verbs.h"
 #include "panels/drawn_panels.h"
 
 namespace vorn {
@@ -85,6 +87,16 @@ PanelTable pointers_table(const PanelInputs& inputs) {
   return table;
 }
 
+PanelTable files_table(const PanelInputs& inputs) {
+  const Verb* check = verb_named("check");
+  PanelTable table{{check->form.columns.begin(), check->form.columns.end()}, {}};
+  if (!inputs.files) return table;
+  for (const FileReport& report : *inputs.files) {
+    for (const FileFinding& finding : report.findings) table.rows.push_back(check_row(report.file, finding));
+  }
+  return table;
+}
+
 }  // namespace
 
 PanelTable rows_of(PanelName panel, const PanelInputs& inputs) {
@@ -99,6 +111,8 @@ PanelTable rows_of(PanelName panel, const PanelInputs& inputs) {
       return around_table(inputs);
     case PanelName::pointers:
       return pointers_table(inputs);
+    case PanelName::files:
+      return files_table(inputs);
   }
   return {};
 }

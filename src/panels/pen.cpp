@@ -49,6 +49,21 @@ double width_of(std::string_view writing, double size) {
   return text_width(writing, size, Font::arial);
 }
 
+std::vector<std::string> wrapped(std::string_view writing, double room, double size) {
+  std::vector<std::string> all(1);
+  while (!writing.empty()) {
+    std::string& line = all.back();
+    const std::string_view word = writing.substr(0, writing.find(' '));
+    const std::string longer = line + (line.empty() ? "" : " ") + std::string(word);
+    if (!line.empty() && width_of(longer, size) > room)
+      all.emplace_back(word);
+    else
+      line = longer;
+    writing.remove_prefix(std::min(word.size() + 1, writing.size()));
+  }
+  return all;
+}
+
 std::string fixed(double value, int decimals) {
   if (!std::isfinite(value)) return "";
   std::array<char, 400> digits{};
@@ -93,21 +108,11 @@ void Pen::fitted(double x, double y, double room, std::string_view writing, Colo
 }
 
 double Pen::lines(double x, double y, double room, std::string_view writing, Colour colour, double size) {
-  std::string line;
-  while (!writing.empty()) {
-    const std::size_t end = std::min(writing.find(' '), writing.size());
-    const std::string longer = line + (line.empty() ? "" : " ") + std::string(writing.substr(0, end));
-    if (!line.empty() && width_of(longer, size) > room) {
-      text(x, y, line, colour, size);
-      y += size * 1.6;
-      line = writing.substr(0, end);
-    } else {
-      line = longer;
-    }
-    writing.remove_prefix(std::min(end + 1, writing.size()));
+  for (const std::string& line : wrapped(writing, room, size)) {
+    fitted(x, y, room, line, colour, size);
+    y += size * line_step;
   }
-  fitted(x, y, room, line, colour, size);
-  return y + size * 1.6;
+  return y;
 }
 
 void Pen::area(const Rectangle& place, Colour colour) {

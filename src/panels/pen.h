@@ -12,6 +12,7 @@ namespace vorn {
 // Heights of capital letters, panel units.
 inline constexpr double heading_size = 26, body = 22, small = 18;
 inline constexpr int margin = 24;
+inline constexpr double line_step = 1.6;  // from one line to the next, in heights of its letters
 
 class Pen {
  public:
@@ -51,6 +52,8 @@ class Pen {
 };
 
 double width_of(std::string_view writing, double size);
+// The writing in lines that fit, cut at blanks; a word that is too long for a line is one.
+std::vector<std::string> wrapped(std::string_view writing, double room, double size);
 // "0.81", "-.40" without the zero before the point; "1.0" for what rounds to one.
 std::string short_r(double r);
 std::string fixed(double value, int decimals);

@@ -1,6 +1,10 @@
 #include "panels/script_panels.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "batch/folder_look.h"
+#include "panels/clean_copy.h"
 
 namespace vorn {
 namespace {
@@ -29,6 +33,21 @@ void PanelsOfScript::stand(const SharedStanding& standing) {
     wanted_ = standing->situation;
 }
 
+// Once, as the program reads them at its start.
+void PanelsOfScript::look_at_files() {
+  if (std::exchange(has_looked_, true)) return;
+  FolderLook look(files_, year_of_today());
+  while (!look.is_done()) look.look();
+  desk_.looked(look.reports(), "");
+}
+
+// There is nobody to be asked. Answers what went wrong.
+std::string PanelsOfScript::copy_file(const PanelChange& wanted) {
+  const CleanCopy copy = clean_copy(files_, wanted.file, wanted.unit);
+  if (copy.bytes.empty()) return copy.words.front();
+  return use_clean_copy(files_, wanted.file, copy).value_or("");
+}
+
 // As tall as what it holds.
 Panel PanelsOfScript::whole(const std::string& panel) {
   if (wanted_ && wanted_ != studied_) {
@@ -38,6 +57,7 @@ Panel PanelsOfScript::whole(const std::string& panel) {
         [this](const SharedFindings& findings) { desk_.found(findings, ""); });
   }
   const PanelName name = *panel_named(panel);
+  if (name == PanelName::files) look_at_files();
   PanelView view = usual_view(name);
   const int content = desk_.panel(name, view).content_height;
   const bool fills = name == PanelName::around || name == PanelName::pointers;
@@ -57,6 +77,7 @@ ScriptPanels::Picked PanelsOfScript::pick(const std::string& panel, const std::s
     seen = true;
     if (!spot.does()) continue;
     Picked picked;
+    if (spot.change.kind == PanelChange::Kind::copy_file) return {.wrong = copy_file(spot.change)};
     if (auto play = desk_.click(spot, picked.wrong)) picked.deed = Deed(std::move(*play));
     return picked;
   }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "panels/panel_desk.h"
+#include "records/files.h"
 #include "sessions/scripted_screen.h"
 
 namespace vorn {
@@ -13,6 +14,8 @@ bool is_panel(std::string_view name);
 
 class PanelsOfScript : public ScriptPanels {
  public:
+  // `files` holds the folder that is worked in, and must live as long.
+  explicit PanelsOfScript(Files& files) : files_(files) {}
   void stand(const SharedStanding& standing) override;
   Page page(const std::string& panel) override;
   Picked pick(const std::string& panel, const std::string& text) override;
@@ -20,6 +23,11 @@ class PanelsOfScript : public ScriptPanels {
  private:
   Panel whole(const std::string& panel);
 
+  void look_at_files();
+  std::string copy_file(const PanelChange& wanted);
+
+  Files& files_;
+  bool has_looked_ = false;
   PanelDesk desk_;
   Studies studies_;
   SharedSituation studied_, wanted_;

@@ -24,6 +24,16 @@ void StudyWorker::study(const SharedSituation& situation) {
   came_.notify_all();
 }
 
+void StudyWorker::look_at(std::shared_ptr<Files> files, int this_year) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (files_) return;
+    files_ = std::move(files);
+    this_year_ = this_year;
+  }
+  came_.notify_all();
+}
+
 StudyWorker::State StudyWorker::state() const {
   const std::lock_guard lock(mutex_);
   return state_;
@@ -57,23 +67,41 @@ void StudyWorker::work() {
     SharedSituation situation;
     {
       std::unique_lock lock(mutex_);
-      came_.wait(lock, [this] { return is_new_ || stops_; });
+      came_.wait(lock, [this] { return is_new_ || stops_ || (files_ && !has_looked_); });
       if (stops_) return;
-      is_new_ = false;
-      situation = wanted_;
+      if (std::exchange(is_new_, false)) situation = wanted_;
     }
-    begun_ = Clock::now();
-    studies_.study(
-        situation, [this](const std::string& working) { return go_on(working); },
-        [this](const SharedFindings& findings) {
-          {
-            const std::lock_guard lock(mutex_);
-            state_.findings = findings;
-          }
-          news_();
-        });
-    say("");
+    situation ? study_now(situation) : look_now();
   }
+}
+
+void StudyWorker::study_now(const SharedSituation& situation) {
+  begun_ = Clock::now();
+  studies_.study(
+      situation, [this](const std::string& working) { return go_on(working); },
+      [this](const SharedFindings& findings) {
+        {
+          const std::lock_guard lock(mutex_);
+          state_.findings = findings;
+        }
+        news_();
+      });
+  say("");
+}
+
+// The list, or one file: a situation that comes meanwhile waits no longer than for that.
+void StudyWorker::look_now() {
+  look_ ? look_->look() : void(look_ = std::make_unique<FolderLook>(*files_, this_year_));
+  {
+    const std::lock_guard lock(mutex_);
+    has_looked_ = look_->is_done();
+    state_.files = look_->reports();
+    state_.files_working = look_->working();
+  }
+  const auto now = Clock::now();
+  if (!look_->is_done() && now - told_ < between_tellings) return;
+  told_ = now;
+  news_();
 }
 
 }  // namespace vorn

@@ -4,10 +4,12 @@
 #include <chrono>
 #include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
 
+#include "batch/folder_look.h"
 #include "panels/findings.h"
 
 namespace vorn {
@@ -20,11 +22,15 @@ class StudyWorker {
 
   // From now on this situation is studied; what is at work for an older one is given up.
   void study(const SharedSituation& situation);
+  // From now on the files of the list are looked at, whenever no situation is to be studied: once.
+  void look_at(std::shared_ptr<Files> files, int this_year);
   // The newest findings, null before there are any, and what is being worked on: "core 120 of 9000"; empty
   // where nothing is, or not for long.
   struct State {
     SharedFindings findings;
     std::string working;
+    SharedReports files = {};  // null before they were looked at
+    std::string files_working = {};
   };
   State state() const;
 
@@ -32,6 +38,8 @@ class StudyWorker {
   using Clock = std::chrono::steady_clock;
   static constexpr std::chrono::milliseconds worth_telling{80}, between_tellings{100};
   void work();
+  void study_now(const SharedSituation& situation);
+  void look_now();
   bool go_on(const std::string& working);
   void say(const std::string& working);
 
@@ -39,6 +47,10 @@ class StudyWorker {
   mutable std::mutex mutex_;
   std::condition_variable came_;
   SharedSituation wanted_;
+  std::shared_ptr<Files> files_;
+  int this_year_ = 0;
+  bool has_looked_ = false;
+  std::unique_ptr<FolderLook> look_;  // used by the worker's thread alone
   bool is_new_ = false, stops_ = false;
   State state_;
   Studies studies_;  // used by the worker's thread alone, as are the next two

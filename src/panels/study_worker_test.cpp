@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "desk/specimens_for_tests.h"
+#include "records/memory_files.h"
 
 namespace vorn {
 namespace {
@@ -66,6 +67,31 @@ TEST(StudyWorker, SaysWhatItWorksOnWhenThatTakesLong) {
   StudyWorker worker([] {});
   worker.study(site_of(3'000, 1900));
   EXPECT_TRUE(comes([&] { return worker.state().working.find(" of 3000") != std::string::npos; }));
+}
+
+TEST(StudyWorker, LooksAtTheFilesBesideItsStudies) {
+  const auto files = std::make_shared<MemoryFiles>();
+  files->put("Vorn.fil", "oaks.rwl\nelms.rwl\n");
+  for (const char* name : {"oaks.rwl", "elms.rwl"})
+    files->put(
+        name,
+        "OAK1    1990   101   102   103   104   105   106   107   108   109   110\nOAK1    2000   999\n");
+  StudyWorker worker([] {});
+  worker.study(site_of(5, 1900));
+  worker.look_at(files, 2026);
+  const auto looked = [&] {
+    const StudyWorker::State now = worker.state();
+    return now.files && now.files_working.empty();
+  };
+  EXPECT_TRUE(comes(looked));
+  EXPECT_EQ(worker.state().files->size(), 2u);
+  EXPECT_TRUE(comes([&] { return worker.state().findings && worker.state().findings->site; }));
+  const SharedReports once = worker.state().files;
+  worker.look_at(files, 2026);
+  worker.study(site_of(4, 1900));
+  EXPECT_TRUE(comes(
+      [&] { return worker.state().findings->site && worker.state().findings->site->cores.size() == 4; }));
+  EXPECT_EQ(worker.state().files, once);
 }
 
 }  // namespace

@@ -132,12 +132,12 @@ void play(const fs::path& session, Seen& seen) {
   fs::copy(source_folder() / "examples", ".", fs::copy_options::recursive);
   std::ifstream file(session);
   const Workspace* w = nullptr;
-  PanelsOfScript panels;
+  DiskFiles files;
+  PanelsOfScript panels(files);
   const Script script = read_script(file, script_button, is_panel);
   ASSERT_TRUE(script.errors.empty()) << session;
   WatchedScreen screen(script, seen, button_places(w), panels);
   try {
-    DiskFiles files;
     std::ostringstream log;
     const WholeProgram program = whole_program([&w](const Workspace& begun) { w = &begun; });
     Session(program, files, log, screen).run();

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include "apps/script_buttons.h"
@@ -25,7 +27,7 @@ class Played {
     EXPECT_TRUE(read.errors.empty()) << (read.errors.empty() ? "" : read.errors.front().what);
     const Workspace* w = nullptr;
     DiskFiles files;
-    PanelsOfScript panels;
+    PanelsOfScript panels(files);
     ScriptedScreen screen(
         read.statements, "script", button_places(w),
         [this](const Page& page, const std::string& name) {
@@ -69,6 +71,26 @@ TEST_F(Panels, SitePutsTheCoresThatNeedWorkFirst) {
   EXPECT_LT(at("NOW07"), at("NOW14"));
   EXPECT_LT(at("NOW14"), at("NOW01"));
   EXPECT_TRUE(played.writes("site.txt", "25 cores, 3 to look at"));
+}
+
+TEST_F(Panels, FilesSaysWhatIsNotReadAndWritesACopyThatIs) {
+  std::ifstream in("nowhere.rwl", std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(in)), {});
+  bytes.insert(bytes.find("NOW05"), "\n");
+  std::ofstream("nowhere.rwl", std::ios::binary) << bytes;
+  Played played(
+      "panel files before.txt\n"
+      "pick files nowhere.rwl\n"
+      "panel files open.txt\n"
+      "pick files Write a clean copy\n");
+  EXPECT_EQ(played.status, ScriptStop::ended) << played.said;
+  EXPECT_TRUE(played.writes("before.txt", "not read whole"));
+  EXPECT_TRUE(played.writes("before.txt", "a line without a name ends the file"));
+  EXPECT_GT(played.pages["open.txt"].size(), played.pages["before.txt"].size());
+  Played again("panel files after.txt\n");
+  EXPECT_TRUE(again.writes("after.txt", "\"nowhere-clean.rwl\""));
+  EXPECT_TRUE(again.writes("after.txt", "all read whole"));
+  EXPECT_FALSE(again.writes("after.txt", "not read whole"));
 }
 
 // Three clicks find and mend a missing ring, and a fourth brings it to the core.

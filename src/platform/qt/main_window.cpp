@@ -18,6 +18,7 @@
 #include "desk/actions.h"
 #include "desk/file_list.h"
 #include "desk/methods.h"
+#include "panels/clean_copy.h"
 #include "platform/qt/folder_choice.h"
 #include "platform/qt/question_box.h"
 #include "platform/qt/recent_folders.h"
@@ -43,6 +44,20 @@ QStringList local_paths(const QMimeData& data) {
   return paths;
 }
 
+// As many as a question has room for.
+QString shown_sentences(const std::vector<std::string>& all) {
+  constexpr std::size_t most = 12;
+  QStringList shown;
+  for (const std::string& one : all) {
+    if (shown.size() == static_cast<int>(most)) {
+      shown << QString("and %1 more").arg(all.size() - most);
+      break;
+    }
+    shown << shown_characters(one);
+  }
+  return shown.join('\n');
+}
+
 }  // namespace
 
 MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QString& program_folder)
@@ -56,7 +71,9 @@ MainWindow::MainWindow(EventMailbox& mailbox, const QString& folder, const QStri
               // Meant for the page as it stands: while that is about to be another it is dropped.
               {.act = [this](const Deed& deed) { put(deed, true); },
                .notice = [this](const QString& text) { mailbox_->notice(text.toStdString()); },
-               .mention = [this](const QString& text) { statusBar()->showMessage(text, mention_stays); }}),
+               .mention = [this](const QString& text) { statusBar()->showMessage(text, mention_stays); },
+               .copy_file = [this](const std::string& file,
+                                   std::optional<double> unit) { ask_for_copy(file, unit); }}),
       actions_(window_actions()),
       menus_(*menuBar(), *page_, [this](const QString& id) { act(id); }),
       recent_(new QMenu(this)),
@@ -351,6 +368,24 @@ void MainWindow::use_corrected_file() {
         if (const auto failure = use_corrected(files, before, after)) return tell(shown_characters(*failure));
         open_in(folder_);
       });
+}
+
+void MainWindow::ask_for_copy(const std::string& file, std::optional<double> unit) {
+  DiskFiles files(QFile::encodeName(folder_).toStdString());
+  const CleanCopy copy = clean_copy(files, file, unit);
+  const QString words = shown_sentences(copy.words);
+  if (copy.bytes.empty()) return tell("No copy of " + shown_characters(file) + ": " + words);
+  ask_beside(*this, "Write " + shown_characters(copy.name) + " and work with it?",
+             "What is done for it to be read whole:\n" + words + "\n\n" + shown_characters(file) +
+                 " stays as it is. The copy takes its place in Vorn.fil, the list as it was is kept, and the "
+                 "program begins anew.",
+             {"Write and Use It", "Cancel"}, [this, file, copy](int answer) {
+               if (answer != 0) return;
+               DiskFiles folder(QFile::encodeName(folder_).toStdString());
+               if (const auto failure = use_clean_copy(folder, file, copy))
+                 return tell(shown_characters(*failure));
+               open_in(folder_);
+             });
 }
 
 void MainWindow::show_methods() {

@@ -78,6 +78,7 @@ class MainWindow : public QMainWindow {
   void ask_for_beginning();
   void ask_for_note();
   void use_corrected_file();
+  void ask_for_copy(const std::string& file, std::optional<double> unit);
   void show_methods();
   void show_keys();
   void show_about();

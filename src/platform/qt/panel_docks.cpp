@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "records/disk_files.h"
 #include "situation/graph_axis.h"
 
 namespace vorn {
@@ -49,7 +50,7 @@ void PanelDocks::place() {
     window_.setCorner(corner, Qt::RightDockWidgetArea);
   PanelDock& site = dock(PanelName::site);
   window_.addDockWidget(Qt::RightDockWidgetArea, &site);
-  for (const PanelName name : {PanelName::dates, PanelName::around}) {
+  for (const PanelName name : {PanelName::dates, PanelName::around, PanelName::files}) {
     window_.addDockWidget(Qt::RightDockWidgetArea, &dock(name));
     window_.tabifyDockWidget(&site, &dock(name));
   }
@@ -70,10 +71,13 @@ void PanelDocks::stand(const SharedStanding& standing) {
   if (situation && situation->wait == Wait::menu) to_study_ = situation;
   desk_->stand(standing);
   study();
+  look_at_files();
   renew();
 }
 
 void PanelDocks::begin_anew(const QString& folder) {
+  folder_ = folder;
+  files_told_ = false;
   worker_.reset();
   studied_ = to_study_ = {};
   desk_.reset();  // it uses the marks
@@ -87,16 +91,32 @@ bool PanelDocks::any_seen() const {
 
 void PanelDocks::study() {
   if (!to_study_ || to_study_ == studied_ || !any_seen()) return;
-  if (!worker_) {
-    // Called by the worker's thread. News that came while others wait to be shown are shown with them.
-    worker_ = std::make_unique<StudyWorker>([this] {
-      if (news_wait_.exchange(true)) return;
-      QMetaObject::invokeMethod(
-          this, [this] { take_news(); }, Qt::QueuedConnection);
-    });
-  }
   studied_ = to_study_;
-  worker_->study(studied_);
+  worker().study(studied_);
+}
+
+StudyWorker& PanelDocks::worker() {
+  // Called by the worker's thread. News that came while others wait to be shown are shown with them.
+  const auto news_came = [this] {
+    if (news_wait_.exchange(true)) return;
+    QMetaObject::invokeMethod(
+        this, [this] { take_news(); }, Qt::QueuedConnection);
+  };
+  if (!worker_) worker_ = std::make_unique<StudyWorker>(news_came);
+  return *worker_;
+}
+
+// Whether or not the panel is seen: what is lost is told.
+void PanelDocks::look_at_files() {
+  if (!standing_) return;
+  worker().look_at(std::make_shared<DiskFiles>(QFile::encodeName(folder_).toStdString()), year_of_today());
+}
+
+void PanelDocks::tell_what_is_lost(const StudyWorker::State& now) {
+  if (files_told_ || !now.files || !now.files_working.empty()) return;
+  files_told_ = true;
+  if (const std::string words = words_on_loss(*now.files); !words.empty())
+    port_.notice(shown_characters(words));
 }
 
 void PanelDocks::take_news() {
@@ -104,6 +124,8 @@ void PanelDocks::take_news() {
   if (!worker_) return;
   const StudyWorker::State now = worker_->state();
   desk_->found(now.findings, now.working);
+  desk_->looked(now.files, now.files_working);
+  tell_what_is_lost(now);
   renew();
 }
 
@@ -127,6 +149,8 @@ void PanelDocks::go_to_page() {
 }
 
 void PanelDocks::click(const Spot& spot) {
+  if (spot.change.kind == PanelChange::Kind::copy_file)
+    return port_.copy_file(spot.change.file, spot.change.unit);
   std::string trouble;
   const auto play = desk_->click(spot, trouble);
   if (!trouble.empty()) port_.notice(shown_characters(trouble));

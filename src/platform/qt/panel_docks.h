@@ -8,6 +8,8 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "panels/kept_marks.h"
 #include "panels/panel_desk.h"
@@ -26,6 +28,8 @@ class PanelDocks : public QObject {
     std::function<void(const Deed&)> act;
     std::function<void(const QString&)> notice;   // says something that is to stay
     std::function<void(const QString&)> mention;  // says something that is soon gone
+    // Makes a clean copy of a file of the list, in so many values a millimetre where that is a guess.
+    std::function<void(const std::string& file, std::optional<double> unit)> copy_file;
   };
   // Adds them to the window, most of them hidden. `page` must live as long; `folder` is the one that is
   // worked in, where the marks of its cores are kept.
@@ -48,6 +52,9 @@ class PanelDocks : public QObject {
   void place();
   bool any_seen() const;
   void study();
+  StudyWorker& worker();
+  void look_at_files();
+  void tell_what_is_lost(const StudyWorker::State& now);
   void take_news();
   void renew();
   void click(const Spot& spot);
@@ -58,6 +65,8 @@ class PanelDocks : public QObject {
   QMainWindow& window_;
   PageWindow& page_;
   Port port_;
+  QString folder_;
+  bool files_told_ = false;
   SharedStanding standing_;
   SharedSituation to_study_;  // at the menu that was there last
   SharedSituation studied_;   // that the worker was told of last

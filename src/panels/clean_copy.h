@@ -1,0 +1,25 @@
+// A clean copy of a file that is not read whole, for the list to name in its place.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "records/files.h"
+
+namespace vorn {
+
+struct CleanCopy {
+  std::string name = {};                // "site-clean.rwl", the first that is free, or that holds the same
+  std::string bytes = {};               // empty where there is no copy
+  std::vector<std::string> words = {};  // what was done to have it, or why there is none
+};
+
+// Reads the file anew. `unit` is what its series without an end mark are taken for, values a millimetre.
+CleanCopy clean_copy(Files& files, const std::string& file, std::optional<double> unit);
+
+// Writes the copy, and puts its name into Vorn.fil in the file's place (desk/file_list.h). Answers what went
+// wrong: the list is as it was then.
+std::optional<std::string> use_clean_copy(Files& files, const std::string& file, const CleanCopy& copy);
+
+}  // namespace vorn
