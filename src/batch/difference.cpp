@@ -1,5 +1,7 @@
 #include "batch/difference.h"
 
+#include "batch/held_cores.h"
+
 namespace vorn {
 namespace {
 
@@ -55,9 +57,7 @@ Settings untreated() {
 }
 
 std::string plain_name(const SeriesStore& w, int i) {
-  Name name = w.nam(i);
-  if (w.fy(i) < 0 && name(8) == '-') name(8) = ' ';
-  return std::string(without_blanks(name.view()));
+  return plain_name(w.nam(i).view(), w.fy(i));
 }
 
 ComparableCores::ComparableCores(const Collection& collection) {

@@ -26,8 +26,7 @@ class ComparableCores {
   std::vector<NamedCore> cores_;
 };
 
-// The name of entry i without blanks around it and without the "-" that says in its eighth column that its
-// years are negative: what it is called in any layout.
+// The plain name of entry i (batch/held_cores.h).
 std::string plain_name(const SeriesStore& w, int i);
 
 // "new", "gone", "renamed", "redated", "inserted", "deleted", "changed"; names and units of the columns are

@@ -7,19 +7,17 @@
 #include <utility>
 
 #include "batch/difference.h"
+#include "batch/faithful_save_layout.h"
+#include "batch/held_cores.h"
 #include "batch/reading_check.h"
-#include "batch/tucson_text.h"
-#include "formats/tucson_raw_layout.h"
 #include "records/memory_files.h"
 #include "study/ring_alignment.h"
-#include "study/tucson_lines.h"
 
 namespace vorn {
 namespace {
 
 const std::string in_memory = "what would be written";
-
-constexpr auto start_of_widths = static_cast<std::size_t>(tucson_raw::fields.back().first) - 1;
+constexpr double thousandths_of_a_mm = 1000;
 
 std::string_view bytes_of_end(LineEnd end) {
   switch (end) {
@@ -36,283 +34,352 @@ std::string_view bytes_of_end(LineEnd end) {
   return "\n";
 }
 
-// A core of the original: its lines, and the digits that stand on them.
-struct OriginalCore {
-  std::size_t from = 0, to = 0;  // lines, counted from 0; `to` is behind the last
-  Stretch stretch = {};
-};
-
-// The number that a ring marked as missing is written as: negative, or 0 where the original has no other way
-// to say that a ring is absent.
-std::int32_t missing_as(std::span<const OriginalCore> cores) {
-  std::map<std::int32_t, std::size_t> count;
-  bool any_zero = false;
-  for (const OriginalCore& core : cores) {
-    for (const std::int32_t value : core.stretch.values) {
-      if (value < 0) ++count[value];
-      any_zero = any_zero || value == 0;
-    }
-  }
-  const auto commonest = std::ranges::max_element(count, {}, [](const auto& one) { return one.second; });
-  if (commonest != count.end()) return commonest->first;
-  return any_zero ? 0 : tucson_raw::missing_ring;
-}
-
-class Saving {
+// The lines of a file, to be copied with their ends.
+class OriginalBytes {
  public:
-  Saving(const Collection& original, std::string_view bytes, const Collection& corrected)
-      : original_(original),
-        corrected_(corrected),
-        bytes_(bytes),
-        lines_(lines_of(bytes)),
-        was_(original),
-        is_(corrected) {}
+  explicit OriginalBytes(std::string_view bytes) : bytes_(bytes), lines_(lines_of(bytes)) {}
 
-  FaithfulSave run();
+  const std::vector<FileLine>& lines() const { return lines_; }
+  std::string_view all() const { return bytes_; }
+  // Of lines `from` to before `to`, counted from 0.
+  std::string_view of(std::size_t from, std::size_t to) const {
+    return from < to ? bytes_.substr(begin(from), end(to - 1) - begin(from)) : std::string_view();
+  }
+  // What stands behind the last line: Ctrl-Z.
+  std::string_view behind() const { return lines_.empty() ? bytes_ : bytes_.substr(end(lines_.size() - 1)); }
 
  private:
-  bool can_begin();
-  bool take_originals();
-  void plan();
-  void plan_change(const SeriesChange& change);
-  std::optional<Stretch> corrected_stretch(std::size_t after, const OriginalCore* before);
-  std::optional<std::int32_t> value_of(const NamedCore& core, std::size_t ring, const Stretch& stretch);
-  void write();
-  std::size_t begin_of(std::size_t line) const;
-  std::size_t end_of(std::size_t line) const;
-  std::size_t length_of_end(std::size_t line) const;
-  bool has_more_than_widths(const OriginalCore& core) const;
-  void add_lines(std::size_t from, std::size_t to);
-  void add_stretch(const Stretch& stretch, LineEnd end, const OriginalCore* before);
-  std::optional<std::size_t> same_line(const std::string& line, const OriginalCore& core) const;
-  std::size_t common_length(const OriginalCore& core) const;
-  void check();
-  void refuse(const std::string& words) { made_.refused.push_back(original_.path() + ": " + words); }
+  std::size_t begin(std::size_t line) const {
+    return static_cast<std::size_t>(lines_[line].text.data() - bytes_.data());
+  }
+  std::size_t end(std::size_t line) const;
 
-  const Collection& original_;
-  const Collection& corrected_;
   std::string_view bytes_;
   std::vector<FileLine> lines_;
-  ComparableCores was_, is_;
-  std::vector<OriginalCore> cores_;
-  std::vector<bool> is_gone_;
-  std::map<std::size_t, Stretch> anew_;  // by place among the original's cores
-  std::vector<Stretch> behind_;          // new cores
-  std::vector<Stretch> expected_;
-  FaithfulSave made_;
 };
 
-bool Saving::can_begin() {
-  if (original_.recognition().layout != Layout::tucson_raw || !original_.has_cores()) {
-    refuse("no Tucson file of ring widths: only into such a file cores are put back");
-    return false;
-  }
-  if (!is_read_whole(original_)) {
-    refuse("is not read whole, see vorn check");
-    return false;
-  }
-  if (corrected_.has_cores() && is_read_whole(corrected_)) return true;
-  // A core that is not read is not one that is gone.
-  made_.refused.push_back(corrected_.path() + ": its cores are not all read, see vorn check");
-  return false;
+std::size_t OriginalBytes::end(std::size_t line) const {
+  if (line + 1 < lines_.size()) return begin(line + 1);
+  const std::size_t at = begin(line) + lines_[line].text.size();
+  const LineEnd end = lines_[line].end;
+  if (end == LineEnd::none) return at;
+  return end == LineEnd::cr_cr_lf ? bytes_.find('\n', at) + 1 : at + bytes_of_end(end).size();
 }
 
-// The cores as they stand in the file. Answers whether they are those that were read.
-bool Saving::take_originals() {
-  const auto& series = original_.decided().series;
-  for (std::size_t k = 0; k < series.size(); ++k) {
-    OriginalCore core{static_cast<std::size_t>(series[k].first_line) - 1,
-                      static_cast<std::size_t>(series[k].last_line)};
-    if (core.from >= core.to || core.to > lines_.size()) return false;
-    const auto stands = cores_on(std::span(lines_).first(core.to), core.from);
-    if (stands.size() != 1) return false;
-    const CoreLines& read = stands.front();
-    const std::string_view first_line = lines_[core.from].text;
-    core.stretch = {
-        std::string(first_line.substr(0, Name::length)), read.decades.front().year, {}, series[k].unit};
-    if (core.stretch.first < 0 && core.stretch.name.back() == '-') core.stretch.name.back() = ' ';
-    for (std::size_t place = 0; place < read.decades.size(); ++place) {
-      for (std::size_t ring = 0; ring < read.rings_on(place); ++ring)
-        core.stretch.values.push_back(read.decades[place].fields[ring].number);
-    }
-    if (!holds_stretch(original_, static_cast<int>(k) + 1, core.stretch)) return false;
-    cores_.push_back(std::move(core));
+// A core as it is to be read back: its widths in mm, less than 0 where a ring is marked as missing.
+struct ExpectedCore {
+  std::string name;
+  std::int64_t first = 0;
+  std::vector<double> mm = {};
+};
+
+ExpectedCore expected(const NamedCore& core) {
+  ExpectedCore all{std::string(core.name), core.widths.first};
+  for (std::size_t k = 0; k < core.widths.values.size(); ++k)
+    all.mm.push_back(core.widths.present[k] ? core.widths.values[k] : -1);
+  return all;
+}
+
+bool is_read_as(const NamedCore& core, const ExpectedCore& expected) {
+  const SeriesView& read = core.widths;
+  if (core.name != expected.name || read.values.size() != expected.mm.size()) return false;
+  if (read.first != expected.first && !expected.mm.empty()) return false;
+  for (std::size_t k = 0; k < expected.mm.size(); ++k) {
+    if (read.present[k] ? !(std::abs(read.values[k] - expected.mm[k]) < 1e-9) : !(expected.mm[k] < 0))
+      return false;
   }
-  is_gone_.assign(cores_.size(), false);
   return true;
 }
 
-// The width of a ring in the unit of a stretch; nothing where it does not fit, which is said.
-std::optional<std::int32_t> Saving::value_of(const NamedCore& core, std::size_t ring,
-                                             const Stretch& stretch) {
-  if (!core.widths.present[ring]) return missing_as(cores_);
-  const double value = core.widths.values[ring] * stretch.unit, whole = std::round(value);
-  const std::int64_t year = core.widths.first + static_cast<std::int64_t>(ring);
-  if (std::abs(value - whole) < 1e-6 && whole < 1e6) return static_cast<std::int32_t>(whole);
-  refuse(std::string(core.name) + ": its ring " + std::to_string(year) + ", " +
-         plain_text(number(core.widths.values[ring])) + " mm, does not fit into " +
-         (stretch.unit == 1000 ? "thousandths" : "hundredths") + " of a millimetre in six columns");
+// A core that is written anew, and what it should then be read as.
+struct CoreAnew {
+  SavedCore saved;
+  ExpectedCore expected;
+};
+
+class Saving {
+ public:
+  // `was` and `is`: the cores of both, as they are to be compared.
+  Saving(const Collection& original, std::string_view bytes, std::vector<NamedCore> was,
+         std::vector<NamedCore> is)
+      : original_(original), bytes_(bytes), was_(std::move(was)), is_(std::move(is)) {}
+
+  // Rounds what changed to thousandths.
+  void round() { is_rounded_ = true; }
+  // Why nothing may be written, whatever it is.
+  void distrust(const std::string& words) { distrust_ = words; }
+  FaithfulSave run();
+
+ private:
+  void begin(std::span<const SeriesChange> changes);
+  void refuse_what_was_not_read();
+  void find_missing();
+  void plan_change(const SeriesChange& change);
+  std::optional<std::size_t> place_of(const SeriesChange& change) const;
+  void plan_changed(std::size_t place, const NamedCore& core);
+  void plan_new(const NamedCore& core);
+  bool fits(const NamedCore& core, const StandingCore& manner) const;
+  const StandingCore* manner_for(const NamedCore& core);
+  double width_of(const NamedCore& core, std::size_t ring) const;
+  std::map<std::size_t, std::size_t> kept_rings(const NamedCore& was, const NamedCore& is) const;
+  bool add_ring(const NamedCore& core, std::size_t ring, CoreAnew& anew);
+  std::optional<CoreAnew> anew(const NamedCore& core, const StandingCore& manner, const NamedCore* before);
+  void write();
+  void write_lines(const CoreAnew& core);
+  bool has_more_than_widths(const StandingCore& core) const;
+  void check();
+  void refuse_lines_of(std::string_view name) {
+    refuse(std::string(name) + ": its lines are not those of the layout throughout, see vorn check");
+  }
+  void refuse(const std::string& words) { made_.refused.push_back(original_.path() + ": " + words); }
+
+  const Collection& original_;
+  const OriginalBytes bytes_;
+  const std::vector<NamedCore> was_, is_;
+  bool is_rounded_ = false;
+  std::string distrust_;
+  std::unique_ptr<FaithfulLayout> layout_;
+  std::vector<std::optional<StandingCore>> cores_;
+  std::optional<StandingCore> thousandths_;  // the last core, if it were in them
+  std::optional<std::string> missing_;       // how the file writes a ring that is
+  std::vector<bool> is_gone_;
+  std::map<std::size_t, CoreAnew> anew_;  // by place among the original's cores
+  std::vector<CoreAnew> behind_;          // new cores
+  std::vector<ExpectedCore> expected_;
+  FaithfulSave made_;
+};
+
+// --- What stands there
+
+// An error about nothing but a core that stays as it is stays with it.
+void Saving::refuse_what_was_not_read() {
+  const auto& series = original_.decided().series;
+  const auto is_about_what_stays = [&](const Row& row) {
+    const auto* line = std::get_if<std::int64_t>(&row.at(1));
+    const auto behind = std::ranges::upper_bound(series, line ? *line : 0, {}, &SeriesRead::first_line);
+    if (behind == series.begin() || *line > (behind - 1)->last_line) return false;
+    const auto k = static_cast<std::size_t>(behind - series.begin()) - 1;
+    return !is_gone_[k] && !anew_.contains(k);
+  };
+  bool is_whole = true;
+  check_rows(original_, 0, [&](const Row& row) {
+    is_whole = is_whole && (severity_of(row) != Severity::error || is_about_what_stays(row));
+  });
+  if (!is_whole) refuse("is not read whole, see vorn check");
+}
+
+// A ring marked as missing is negative, or 0 where the original has no other way to say that one is absent.
+void Saving::find_missing() {
+  std::map<std::string_view, std::size_t> count;
+  bool any_zero = false;
+  for (std::size_t k = 0; k < cores_.size(); ++k) {
+    for (std::size_t ring = 0; cores_[k] && ring < cores_[k]->fields.size(); ++ring) {
+      const bool is_present = was_[k].widths.present[ring];
+      if (!is_present) ++count[without_blanks(cores_[k]->fields[ring])];
+      any_zero = any_zero || (is_present && was_[k].widths.values[ring] == 0);
+    }
+  }
+  const auto commonest = std::ranges::max_element(count, {}, [](const auto& one) { return one.second; });
+  if (commonest != count.end())
+    missing_ = std::string(commonest->first);
+  else if (any_zero)
+    missing_ = "0";
+}
+
+// --- What is to stand there
+
+double Saving::width_of(const NamedCore& core, std::size_t ring) const {
+  const double mm = core.widths.values[ring];
+  return is_rounded_ ? std::round(mm * thousandths_of_a_mm) / thousandths_of_a_mm : mm;
+}
+
+// By place in the corrected core, the rings that are as they were.
+std::map<std::size_t, std::size_t> Saving::kept_rings(const NamedCore& was, const NamedCore& is) const {
+  std::map<std::size_t, std::size_t> kept;
+  const auto steps =
+      aligned_rings({was.widths.values, was.widths.present, was.unit},
+                    {is.widths.values, is.widths.present, is.unit}, was.widths.first - is.widths.first);
+  for (const RingStep& step : steps.value_or(std::vector<RingStep>())) {
+    if (step.kind == RingStep::Kind::kept) kept[step.after] = step.before;
+  }
+  return kept;
+}
+
+// A ring that is not as it was, in digits. Answers whether it fits, and says why not.
+bool Saving::add_ring(const NamedCore& core, std::size_t ring, CoreAnew& anew) {
+  const StandingCore& manner = anew.saved.manner;
+  if (!core.widths.present[ring]) {
+    const bool has_room = missing_ && missing_->size() <= layout_->width(manner);
+    const std::string digits = has_room ? *missing_ : layout_->missing_ring(manner);
+    anew.saved.rings.push_back({std::nullopt, digits});
+    anew.expected.mm.push_back(digits == "0" ? 0 : -1);
+    return true;
+  }
+  const double mm = width_of(core, ring);
+  const auto digits = layout_->digits(mm, manner);
+  if (!digits) {
+    refuse(std::string(core.name) + ": its ring " +
+           std::to_string(core.widths.first + static_cast<std::int64_t>(ring)) + ", " +
+           plain_text(number(mm)) + " mm, does not fit into " +
+           (manner.unit == 1000  ? "thousandths"
+            : manner.unit == 100 ? "hundredths"
+                                 : "the unit of its core, parts") +
+           " of a millimetre in " + std::to_string(layout_->width(manner)) + " columns");
+    return false;
+  }
+  anew.saved.rings.push_back({std::nullopt, *digits});
+  anew.expected.mm.push_back(mm);
+  return true;
+}
+
+std::optional<CoreAnew> Saving::anew(const NamedCore& core, const StandingCore& manner,
+                                     const NamedCore* before) {
+  CoreAnew all{{manner, before == nullptr, std::string(core.name), core.widths.first},
+               {std::string(core.name), core.widths.first}};
+  std::map<std::size_t, std::size_t> kept;
+  if (before) kept = kept_rings(*before, core);
+  bool any_zero_for_missing = false;
+  for (std::size_t ring = 0; ring < core.widths.values.size(); ++ring) {
+    if (const auto stays = kept.find(ring); stays != kept.end()) {
+      all.saved.rings.push_back({stays->second, {}});
+      const SeriesView& was = before->widths;
+      all.expected.mm.push_back(was.present[stays->second] ? was.values[stays->second] : -1);
+      continue;
+    }
+    if (!add_ring(core, ring, all)) return std::nullopt;
+    any_zero_for_missing =
+        any_zero_for_missing || (!core.widths.present[ring] && all.expected.mm.back() == 0);
+  }
+  if (const std::string words = layout_->why_not(all.saved); !words.empty()) {
+    refuse(words);
+    return std::nullopt;
+  }
+  if (any_zero_for_missing)
+    made_.done.push_back(std::string(core.name) +
+                         ": rings marked as missing are written as 0, as absent ones are there");
+  return all;
+}
+
+// One of the same name that too little is left of is gone and new at once: it stays in its place.
+std::optional<std::size_t> Saving::place_of(const SeriesChange& change) const {
+  if (change.before) return change.before;
+  for (std::size_t k = 0; k < cores_.size(); ++k) {
+    if (is_gone_[k] && was_[k].name == is_[*change.after].name && !anew_.contains(k)) return k;
+  }
   return std::nullopt;
 }
 
-// A corrected core in the way of the one before, whose digits stay where its rings do.
-std::optional<Stretch> Saving::corrected_stretch(std::size_t after, const OriginalCore* before) {
-  const NamedCore& core = is_.cores()[after];
-  Stretch stretch{std::string(core.name),
-                  core.widths.first,
-                  {},
-                  before ? before->stretch.unit : cores_.back().stretch.unit};
-  if (before && without_blanks(before->stretch.name) == core.name) stretch.name = before->stretch.name;
-  if (stretch.name.size() > Name::length ||
-      (stretch.first < -999 && trimmed(stretch.name).size() > Name::length - 1)) {
-    refuse("the name " + stretch.name + " is too long");
-    return std::nullopt;
-  }
-  std::map<std::size_t, std::int32_t> kept;  // by place in the corrected core
-  if (before) {
-    const NamedCore& old = was_.cores()[static_cast<std::size_t>(before - cores_.data())];
-    const auto steps = aligned_rings({old.widths.values, old.widths.present, old.unit},
-                                     {core.widths.values, core.widths.present, core.unit},
-                                     old.widths.first - core.widths.first);
-    for (const RingStep& step : steps.value_or(std::vector<RingStep>())) {
-      if (step.kind == RingStep::Kind::kept) kept[step.after] = before->stretch.values[step.before];
-    }
-  }
-  int zeros_for_missing = 0;
+void Saving::plan_changed(std::size_t place, const NamedCore& core) {
+  is_gone_[place] = false;
+  if (!cores_[place]) return refuse_lines_of(was_[place].name);
+  if (auto core_anew = anew(core, *cores_[place], &was_[place])) anew_.emplace(place, std::move(*core_anew));
+}
+
+bool Saving::fits(const NamedCore& core, const StandingCore& manner) const {
   for (std::size_t ring = 0; ring < core.widths.values.size(); ++ring) {
-    const auto digits = kept.find(ring);
-    const auto value = digits != kept.end() ? digits->second : value_of(core, ring, stretch);
-    if (!value) return std::nullopt;
-    stretch.values.push_back(*value);
-    zeros_for_missing += digits == kept.end() && !core.widths.present[ring] && *value == 0;
+    if (core.widths.present[ring] && !layout_->digits(width_of(core, ring), manner)) return false;
   }
-  if (zeros_for_missing > 0)
-    made_.done.push_back(std::string(core.name) +
-                         ": rings marked as missing are written as 0, as absent ones are there");
-  return stretch;
+  return true;
+}
+
+// In the way of which core a new one is written; nothing where none stands as its layout has it.
+const StandingCore* Saving::manner_for(const NamedCore& core) {
+  const StandingCore* last = nullptr;
+  for (std::size_t k = cores_.size(); k-- > 0;) {
+    if (!cores_[k]) continue;
+    if (!last) last = &*cores_[k];
+    if (fits(core, *cores_[k])) return &*cores_[k];
+  }
+  if (!last || !layout_->has_unit_of_its_own()) return last;
+  thousandths_ = *last;
+  thousandths_->unit = thousandths_of_a_mm;
+  thousandths_->decimals = 0;
+  return fits(core, *thousandths_) ? &*thousandths_ : last;
+}
+
+void Saving::plan_new(const NamedCore& core) {
+  const StandingCore* manner = manner_for(core);
+  if (!manner) return refuse("its lines are not those of the layout throughout, see vorn check");
+  if (auto core_anew = anew(core, *manner, nullptr)) behind_.push_back(std::move(*core_anew));
 }
 
 void Saving::plan_change(const SeriesChange& change) {
   if (!change.after) {
     is_gone_[*change.before] = true;
-    return;
-  }
-  // One of the same name that too little is left of is gone and new at once: it stays in its place.
-  std::optional<std::size_t> place = change.before;
-  for (std::size_t k = 0; !place && k < cores_.size(); ++k) {
-    if (is_gone_[k] && was_.cores()[k].name == is_.cores()[*change.after].name && !anew_.contains(k))
-      place = k;
-  }
-  auto stretch = corrected_stretch(*change.after, place ? &cores_[*place] : nullptr);
-  if (!stretch) return;
-  if (place) {
-    is_gone_[*place] = false;
-    anew_[*place] = std::move(*stretch);
+  } else if (const auto place = place_of(change)) {
+    plan_changed(*place, is_[*change.after]);
   } else {
-    behind_.push_back(std::move(*stretch));
+    plan_new(is_[*change.after]);
   }
 }
 
 // Changes come first of cores that were, then of new ones.
-void Saving::plan() {
-  for (const SeriesChange& change : changes_between(was_.cores(), is_.cores())) plan_change(change);
-}
-
-// Where a line begins among the bytes, and where its end ends.
-std::size_t Saving::begin_of(std::size_t line) const {
-  return static_cast<std::size_t>(lines_[line].text.data() - bytes_.data());
-}
-
-std::size_t Saving::end_of(std::size_t line) const {
-  return line + 1 < lines_.size() ? begin_of(line + 1)
-                                  : begin_of(line) + lines_[line].text.size() + length_of_end(line);
-}
-
-std::size_t Saving::length_of_end(std::size_t line) const {
-  const LineEnd end = lines_[line].end;
-  if (end == LineEnd::none) return 0;
-  if (end != LineEnd::cr_cr_lf) return bytes_of_end(end).size();
-  const std::size_t at = begin_of(line) + lines_[line].text.size();
-  return bytes_.find('\n', at) + 1 - at;
-}
-
-// The bytes of some lines, with their ends.
-void Saving::add_lines(std::size_t from, std::size_t to) {
-  if (from < to) made_.bytes += bytes_.substr(begin_of(from), end_of(to - 1) - begin_of(from));
-}
-
-// The line of a core that says the same, in whatever way its digits are written.
-std::optional<std::size_t> Saving::same_line(const std::string& line, const OriginalCore& core) const {
-  const auto numbers = [](const DecadeField& field) { return field.number; };
-  const auto wanted = decade_of(line, 0);
-  for (std::size_t k = core.from; wanted && k < core.to; ++k) {
-    if (lines_[k].text.substr(0, start_of_widths) != std::string_view(line).substr(0, start_of_widths))
-      continue;
-    const auto stands = decade_of(lines_[k].text, 0);
-    if (stands && std::ranges::equal(stands->fields, wanted->fields, {}, numbers, numbers)) return k;
+void Saving::begin(std::span<const SeriesChange> changes) {
+  if (!distrust_.empty()) made_.refused.push_back(distrust_);
+  for (std::size_t k = 0; k < was_.size(); ++k) cores_.push_back(layout_->standing(k));
+  is_gone_.assign(cores_.size(), false);
+  find_missing();
+  for (const SeriesChange& change : changes) plan_change(change);
+  for (std::size_t k = 0; k < cores_.size(); ++k) {
+    if (is_gone_[k] && !cores_[k]) refuse_lines_of(was_[k].name);
   }
-  return std::nullopt;
+  refuse_what_was_not_read();
 }
 
-// How long each line of a core is; 0 where they differ.
-std::size_t Saving::common_length(const OriginalCore& core) const {
-  const std::size_t length = lines_[core.from].text.size();
-  for (std::size_t k = core.from; k < core.to; ++k) {
-    if (lines_[k].text.size() != length) return 0;
-  }
-  return length;
-}
-
-// Lines that are as they were stay so, and others are filled up with blanks where all of the core's were.
-void Saving::add_stretch(const Stretch& stretch, LineEnd end, const OriginalCore* before) {
-  if (!made_.bytes.empty() && made_.bytes.back() != '\n' && made_.bytes.back() != '\r')
-    made_.bytes += bytes_of_end(end);
-  const std::size_t length = before ? common_length(*before) : 0;
-  for (std::string& line : tucson_lines(stretch)) {
-    const auto same = before ? same_line(line, *before) : std::nullopt;
-    if (same && lines_[*same].end != LineEnd::none) {
-      add_lines(*same, *same + 1);
-      continue;
-    }
-    line.resize(std::max(line.size(), length), ' ');
-    made_.bytes += line + std::string(bytes_of_end(end));
-  }
-  expected_.push_back(stretch);
-}
+// --- Writing
 
 // Whether something stands behind the columns of its lines that is written nowhere else.
-bool Saving::has_more_than_widths(const OriginalCore& core) const {
-  const auto last_column = static_cast<std::size_t>(tucson_raw::fields.back().last);
-  return std::any_of(lines_.begin() + static_cast<std::ptrdiff_t>(core.from),
-                     lines_.begin() + static_cast<std::ptrdiff_t>(core.to),
-                     [&](const FileLine& line) { return trimmed(line.text).size() > last_column; });
+bool Saving::has_more_than_widths(const StandingCore& core) const {
+  const std::size_t last_column = layout_->last_column(core);
+  return std::ranges::any_of(std::span(bytes_.lines()).subspan(core.values_from, core.to - core.values_from),
+                             [&](const FileLine& line) { return trimmed(line.text).size() > last_column; });
+}
+
+void Saving::write_lines(const CoreAnew& core) {
+  const LineEnd end = bytes_.lines()[core.saved.manner.from].end;
+  if (!made_.bytes.empty() && made_.bytes.back() != '\n' && made_.bytes.back() != '\r')
+    made_.bytes += bytes_of_end(end);
+  for (const SavedLine& line : layout_->lines(core.saved)) {
+    if (line.same && bytes_.lines()[*line.same].end != LineEnd::none)
+      made_.bytes += bytes_.of(*line.same, *line.same + 1);
+    else
+      made_.bytes += (line.same ? std::string(bytes_.lines()[*line.same].text) : line.text) +
+                     std::string(bytes_of_end(end));
+  }
+  expected_.push_back(core.expected);
 }
 
 void Saving::write() {
   std::size_t done = 0;
-  const LineEnd end = lines_[cores_.front().from].end;
   for (std::size_t k = 0; k < cores_.size(); ++k) {
-    add_lines(done, cores_[k].from);
-    done = cores_[k].to;
-    const std::string name(without_blanks(cores_[k].stretch.name));
-    if (const auto anew = anew_.find(k); anew != anew_.end()) {
-      add_stretch(anew->second, end, &cores_[k]);
-      made_.done.push_back(
-          name + " written anew" +
-          (has_more_than_widths(cores_[k]) ? ", without what stood behind its columns" : ""));
-    } else if (is_gone_[k]) {
-      made_.done.push_back(name + " left out");
-    } else {
-      add_lines(cores_[k].from, cores_[k].to);
-      expected_.push_back(cores_[k].stretch);
+    const std::string name(was_[k].name);
+    const auto anew = anew_.find(k);
+    if (anew == anew_.end() && !is_gone_[k]) {
+      expected_.push_back(expected(was_[k]));
+      continue;
     }
+    made_.bytes += bytes_.of(done, cores_[k]->from);
+    done = cores_[k]->to;
+    if (is_gone_[k]) {
+      made_.done.push_back(name + " left out");
+      continue;
+    }
+    write_lines(anew->second);
+    made_.done.push_back(name + " written anew" +
+                         (has_more_than_widths(*cores_[k]) ? ", without what stood behind its columns" : ""));
   }
-  for (const Stretch& stretch : behind_) {
-    add_stretch(stretch, end, nullptr);
-    made_.done.push_back(std::string(without_blanks(stretch.name)) + " added");
+  if (!behind_.empty()) {
+    const auto end = static_cast<std::size_t>(original_.decided().series.back().last_line);
+    made_.bytes += bytes_.of(done, end);
+    done = std::max(done, end);
   }
-  add_lines(done, lines_.size());
-  made_.bytes += bytes_.substr(end_of(lines_.size() - 1));  // Ctrl-Z
+  for (const CoreAnew& core : behind_) {
+    write_lines(core);
+    made_.done.push_back(core.expected.name + " added");
+  }
+  if (done == bytes_.lines().size() && bytes_.lines().back().end == LineEnd::none)
+    made_.bytes.resize(made_.bytes.find_last_not_of("\r\n") + 1);
+  made_.bytes += std::string(bytes_.of(done, bytes_.lines().size())) + std::string(bytes_.behind());
   made_.is_changed = true;
 }
 
@@ -321,37 +388,68 @@ void Saving::check() {
   MemoryFiles files;
   files.put(in_memory, made_.bytes);
   const Collection back(files, in_memory, untreated());
-  bool same = back.words().empty() && static_cast<std::size_t>(back.state().nc) == expected_.size();
-  for (std::size_t k = 0; same && k < expected_.size(); ++k)
-    same = holds_stretch(back, static_cast<int>(k) + 1, expected_[k]);
+  const ComparableCores cores(back);
+  const bool same = back.recognition().layout == original_.recognition().layout &&
+                    back.words().size() == original_.words().size() &&
+                    std::ranges::equal(cores.cores(), expected_, is_read_as);
   if (same) return;
   refuse(
-      "would not be read back as it should: two stretches of one name that are read as one, or a year or a "
-      "name that does not fit");
+      "would not be read back as it should: two stretches of one name that are read as one, a year or a "
+      "name that does not fit, or a unit that is known by the size of the values alone");
 }
 
 FaithfulSave Saving::run() {
-  if (!can_begin()) return std::move(made_);
-  if (!take_originals()) {
-    refuse("its lines are not those of the layout throughout, see vorn check");
+  layout_ = faithful_layout(original_, bytes_.lines());
+  if (!layout_ || was_.empty()) {
+    refuse("no file of ring widths: only into such a file cores are put back");
     return std::move(made_);
   }
-  plan();
-  if (made_.refused.empty() && anew_.empty() && behind_.empty() &&
-      std::ranges::find(is_gone_, true) == is_gone_.end()) {
-    made_.bytes = bytes_;
+  const std::vector<SeriesChange> changes = changes_between(was_, is_);
+  if (changes.empty() && distrust_.empty()) {
+    made_.bytes = bytes_.all();
     return std::move(made_);
   }
+  begin(changes);
   if (made_.refused.empty()) write();
   if (made_.refused.empty()) check();
   if (!made_.refused.empty()) made_.bytes.clear();
   return std::move(made_);
 }
 
+std::vector<NamedCore> copied(std::span<const NamedCore> cores) {
+  return {cores.begin(), cores.end()};
+}
+
 }  // namespace
 
+std::unique_ptr<FaithfulLayout> faithful_layout(const Collection& file, std::span<const FileLine> lines) {
+  switch (file.recognition().layout) {
+    case Layout::tucson_raw:
+      return faithful_tucson(file, lines);
+    case Layout::heidelberg:
+      return faithful_heidelberg(file, lines);
+    case Layout::compact:
+      return faithful_compact(file, lines);
+    default:
+      return nullptr;
+  }
+}
+
 FaithfulSave saved(const Collection& original, std::string_view bytes, const Collection& corrected) {
-  return Saving(original, bytes, corrected).run();
+  const ComparableCores was(original), is(corrected);
+  Saving saving(original, bytes, copied(was.cores()), copied(is.cores()));
+  // A core that is not read is neither gone nor as it was.
+  if (!is_read_whole(corrected) && corrected.bytes() != bytes)
+    saving.distrust(corrected.path() + ": its cores are not all read, see vorn check");
+  return saving.run();
+}
+
+FaithfulSave saved(const Collection& original, std::string_view bytes, std::span<const NamedCore> cores) {
+  if (cores.empty()) return {.refused = {original.path() + ": there are no cores to put back"}};
+  const ComparableCores was(original);
+  Saving saving(original, bytes, compared_exactly(was.cores()), compared_exactly(cores));
+  saving.round();
+  return saving.run();
 }
 
 }  // namespace vorn
