@@ -15,6 +15,8 @@ constexpr Action table[] = {
     {{"open_files", Menu::file, "Open Files…", "Ctrl+Shift+O", window}},
     {{"take_up", Menu::file, "Take up the Earlier Session"}},
     {{"save_raw", Menu::file, "Save Raw", "Ctrl+Shift+S", !window, line}, {button::save_raw}},
+    {{"save_corrected", Menu::file, "Save Corrected File…", "", window}},
+    {{"what_changed", Menu::file, "What Did I Change?", "Ctrl+Shift+D", window}},
     {{"use_corrected", Menu::file, "Use the Corrected File from Now On", "", window}},
     {{"save_crn", Menu::file, "Save Crn"}, {button::save_crn}},
     {{"stats_report", Menu::file, "Tree Stats Report", "Ctrl+Shift+T"}, {button::stats_report}},

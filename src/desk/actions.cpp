@@ -165,6 +165,10 @@ ActionState state_of_window_action(std::string_view id, const Standing& standing
   if (id == "move_sample" || id == "begin_sample") return state_of("sample_plus_1", standing);
   if (id == "next_core" || id == "previous_core") return state_of_a_step(standing);
   if (id == "note") return done_if(standing.taken > 0, "when something was decided");
+  if (id == "save_corrected" || id == "what_changed") {
+    const bool has_cores = standing.situation && !standing.situation->cores.empty();
+    return done_if(has_cores, "when cores are loaded");
+  }
   if (id == "use_corrected") return done_if(was_written(standing), "when Save Raw has written it");
   return {.can_be_done = true};
 }

@@ -5,6 +5,8 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMenu>
@@ -19,6 +21,7 @@
 #include "desk/file_list.h"
 #include "desk/methods.h"
 #include "panels/clean_copy.h"
+#include "platform/qt/file_writing.h"
 #include "platform/qt/folder_choice.h"
 #include "platform/qt/question_box.h"
 #include "platform/qt/recent_folders.h"
@@ -44,18 +47,21 @@ QStringList local_paths(const QMimeData& data) {
   return paths;
 }
 
-// As many as a question has room for.
-QString shown_sentences(const std::vector<std::string>& all) {
-  constexpr std::size_t most = 12;
+QString shown_lines(const std::vector<std::string>& all) {
   QStringList shown;
-  for (const std::string& one : all) {
-    if (shown.size() == static_cast<int>(most)) {
-      shown << QString("and %1 more").arg(all.size() - most);
-      break;
-    }
-    shown << shown_characters(one);
-  }
+  for (const std::string& one : all) shown << shown_characters(one);
   return shown.join('\n');
+}
+
+// As many as a question has room for.
+QString shown_sentences(std::vector<std::string> all) {
+  constexpr std::size_t most = 12;
+  if (all.size() > most) {
+    const std::size_t more = all.size() - most;
+    all.resize(most);
+    all.push_back("and " + std::to_string(more) + " more");
+  }
+  return shown_lines(all);
 }
 
 }  // namespace
@@ -208,6 +214,8 @@ QMap<QString, MainWindow::WindowAction> MainWindow::window_actions() {
       {"open_folder", [this] { opening_.ask_for_folder(folder_); }},
       {"recent_folders", [] {}},  // opens as a menu
       {"open_files", [this] { opening_.ask_for_files(folder_); }},
+      {"save_corrected", [this] { save_corrected_file(); }},
+      {"what_changed", [this] { show_changes(); }},
       {"use_corrected", [this] { use_corrected_file(); }},
       {"save_page", [this] { page_->start(Comfort::save); }},
       {"print_page", [this] { page_->start(Comfort::print); }},
@@ -368,6 +376,61 @@ void MainWindow::use_corrected_file() {
         if (const auto failure = use_corrected(files, before, after)) return tell(shown_characters(*failure));
         open_in(folder_);
       });
+}
+
+void MainWindow::save_corrected_file() {
+  if (!shown_ || !shown_->situation) return;
+  DiskFiles files(QFile::encodeName(folder_).toStdString());
+  const CorrectedFile corrected = corrected_file(files, *shown_->situation);
+  const QString name = shown_characters(corrected.file);
+  if (!corrected.made.refused.empty())
+    return tell("The cores cannot be put back into " + name + ".\n\n" +
+                shown_sentences(corrected.made.refused));
+  if (!corrected.made.is_changed)
+    return tell(corrected.not_yet.empty()
+                    ? "The cores are as they stand in " + name + ": there is nothing to save."
+                    : "The change on the page is not saved yet: Save Change comes first.");
+  ask_beside(*this, "Put the corrected cores back into " + name + "?",
+             shown_sentences(corrected.changes) + "\n\n" + shown_sentences(corrected.made.done) +
+                 "\n\nAll other lines stay as they are. Where " + name + " itself is written, " +
+                 (corrected.oldest.empty()
+                      ? "it is kept before as " + name + ".orig."
+                      : shown_characters(corrected.oldest) + ", its oldest self, stays as it is."),
+             {"Save as a New File...", "Save over " + name, "Cancel"}, [this, corrected](int answer) {
+               if (answer == 0) return save_corrected_as(corrected);
+               if (answer != 1) return;
+               DiskFiles folder(QFile::encodeName(folder_).toStdString());
+               if (const auto failure = save_over_original(folder, corrected))
+                 return tell(shown_characters(*failure));
+               statusBar()->showMessage(shown_characters(corrected.file) + " is written", mention_stays);
+             });
+}
+
+void MainWindow::save_corrected_as(const CorrectedFile& corrected) {
+  const QFileInfo original(QDir(folder_).filePath(QFile::decodeName(corrected.file.c_str())));
+  const QString ending = original.suffix().isEmpty() ? "" : '.' + original.suffix();
+  auto* dialog = new QFileDialog(this, "The corrected file", original.absolutePath());
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->selectFile(original.completeBaseName() + "-corrected" + ending);
+  connect(dialog, &QFileDialog::fileSelected, this, [this, corrected, original](const QString& path) {
+    if (QFileInfo(path) == original)
+      return tell("That is the file that the cores come from: \"Save over\" keeps it as it was before.");
+    if (const auto failure = write_file(path, QByteArray::fromStdString(corrected.made.bytes)))
+      return tell(*failure);
+    statusBar()->showMessage(QDir::toNativeSeparators(path) + " is written", mention_stays);
+  });
+  dialog->open();
+}
+
+void MainWindow::show_changes() {
+  if (!shown_ || !shown_->situation) return;
+  DiskFiles files(QFile::encodeName(folder_).toStdString());
+  const CorrectedFile corrected = corrected_file(files, *shown_->situation);
+  show_text(*this, {.title = "What did I change?",
+                    .text = shown_lines(changes_page(corrected)),
+                    .name = "changes.txt",
+                    .folder = folder_});
 }
 
 void MainWindow::ask_for_copy(const std::string& file, std::optional<double> unit) {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <utility>
 
+#include "panels/corrected_file.h"
 #include "platform/qt/action_menus.h"
 #include "platform/qt/file_opening.h"
 #include "platform/qt/journal_dock.h"
@@ -78,6 +79,9 @@ class MainWindow : public QMainWindow {
   void ask_for_beginning();
   void ask_for_note();
   void use_corrected_file();
+  void save_corrected_file();
+  void save_corrected_as(const CorrectedFile& corrected);
+  void show_changes();
   void ask_for_copy(const std::string& file, std::optional<double> unit);
   void show_methods();
   void show_keys();
