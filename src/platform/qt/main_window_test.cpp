@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QUrl>
+#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <variant>
@@ -306,6 +307,94 @@ TEST_F(Windowed, TheCorrectedFileTakesItsPlaceInTheListAfterAYes) {
   EXPECT_EQ(folder.read("Vorn.fil.1"), "nowhere.rwl\nother.rwl\n");
   EXPECT_EQ(window->next_folder(), QDir::currentPath());
   EXPECT_TRUE(only<Close>());
+}
+
+// --- Files that are put right.
+
+struct Oaks : Windowed {
+  static inline const std::string first =
+      "OAK1    1990   101   102   103   104   105   106   107   108   109   110\n"
+      "OAK1    2000   111   999\n";
+  static inline const std::string second = "OAK2    1996   201   202   203   204\nOAK2    2000   205   999\n";
+  void put(const std::string& bytes) {
+    folder.write("Vorn.fil", "nowhere.rwl\n");
+    folder.write("nowhere.rwl", bytes);
+    situation.cores_file = "nowhere.rwl";
+    situation.cores = {core({1.01, 1.02, 1.03, 1.04, 1.05, 1.06, 1.07, 1.08, 1.09, 1.1, 1.11}, "OAK1", 1990),
+                       core({2.01, 2.02, 2.03, 2.04, 2.05}, "OAK2", 1996)};
+  }
+  static SharedSeries core(std::vector<double> widths, const std::string& name, int first_year) {
+    SeriesCopy copy{name, first_year, std::move(widths), {}};
+    copy.presence.assign(copy.widths.size(), 1);
+    return std::make_shared<const SeriesCopy>(copy);
+  }
+  bool is_said(const std::string& words) {
+    return QTest::qWaitFor([&] { return std::ranges::count(mailbox.notices(), words) == 1; }, 20'000);
+  }
+};
+
+TEST_F(Oaks, WhatIsNotReadIsSaidAndACopyTakesItsPlace) {
+  put(first + "\n" + second);
+  stand();
+  EXPECT_TRUE(is_said("nowhere.rwl is not read whole: the panel Files says what is missing"));
+  action("files")->trigger();
+  PanelArea& area = window->panels().dock(PanelName::files).area();
+  const auto key = [&]() -> const Spot* {
+    for (const Spot& spot : area.shown().spots) {
+      if (spot.change.kind == PanelChange::Kind::copy_file) return &spot;
+    }
+    return nullptr;
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return key() != nullptr; }, 20'000));
+  area.clicked(*key());
+  EXPECT_TRUE(open_dialog<QMessageBox>()->informativeText().contains("line 3, empty, left out"));
+  answer("Cancel");
+  EXPECT_FALSE(QFile::exists("nowhere-clean.rwl"));
+  area.clicked(*key());
+  answer("Write and Use It");
+  EXPECT_EQ(folder.read("nowhere-clean.rwl"), first + second);
+  EXPECT_EQ(folder.read("nowhere.rwl"), first + "\n" + second);
+  EXPECT_EQ(folder.read("Vorn.fil"), "nowhere-clean.rwl\n");
+  EXPECT_EQ(window->next_folder(), QDir::currentPath());
+}
+
+TEST_F(Oaks, OfFilesThatAreReadWholeNothingIsSaid) {
+  put(first + second);
+  stand();
+  action("files")->trigger();
+  PanelArea& area = window->panels().dock(PanelName::files).area();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !area.shown().spots.empty(); }, 20'000));
+  EXPECT_TRUE(mailbox.notices().empty());
+}
+
+TEST_F(Oaks, CorrectedCoresGoBackIntoTheirFileAfterAYes) {
+  put(first + second);
+  situation.cores[1] = core({2.01, 2.02, 2.5, 2.03, 2.04, 2.05}, "OAK2", 1995);
+  stand();
+  action("what_changed")->trigger();
+  EXPECT_TRUE(
+      open_dialog<QDialog>()->findChild<QPlainTextEdit*>()->toPlainText().contains("OAK2: ring inserted"));
+  open_dialog<QDialog>()->close();
+  action("save_corrected")->trigger();
+  answer("Cancel");
+  EXPECT_EQ(folder.read("nowhere.rwl"), first + second);
+  action("save_corrected")->trigger();
+  answer("Save over nowhere.rwl");
+  EXPECT_EQ(folder.read("nowhere.rwl"),
+            first + "OAK2    1995   201   202   250   203   204\nOAK2    2000   205   999\n");
+  EXPECT_EQ(folder.read("nowhere.rwl.orig"), first + second);
+}
+
+TEST_F(Oaks, WhereNothingWasChangedThereIsNothingToSave) {
+  put(first + second);
+  stand();
+  action("save_corrected")->trigger();
+  EXPECT_TRUE(open_dialog<QMessageBox>()->text().contains("there is nothing to save"));
+  open_dialog<QMessageBox>()->close();
+  situation.cores.clear();
+  stand();
+  EXPECT_FALSE(action("save_corrected")->isEnabled());
+  EXPECT_FALSE(action("what_changed")->isEnabled());
 }
 
 TEST_F(Windowed, TheRecentFoldersAreAMenu) {
