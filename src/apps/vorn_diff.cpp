@@ -5,6 +5,7 @@
 #include "apps/options.h"
 #include "apps/output.h"
 #include "apps/vorn_work.h"
+#include "batch/changes_in_words.h"
 #include "batch/difference.h"
 
 namespace vorn {
@@ -14,6 +15,7 @@ struct Wanted {
   std::string before, after, fail_on;
   TypedOutput output;
   bool quiet = false;
+  bool words = false;
 };
 
 // What was not read is said, unless nobody wants to hear it. Answers whether there is anything to compare.
@@ -23,6 +25,10 @@ bool has_widths(const Collection& collection, bool quiet) {
   if (collection.has_cores()) return true;
   if (quiet || words.empty()) say(collection.path() + ": no ring widths to compare");
   return false;
+}
+
+void write_words(const Collection& before, const Collection& after, std::ostream& out) {
+  for (const ChangeInWords& change : changes_in_words(before, after)) out << change.sentence() << '\n';
 }
 
 // Something that could not be read might differ.
@@ -40,10 +46,13 @@ int diff(const Wanted& wanted) {
   TableWriter writer(out.stream(), wanted.output.as(), difference_form(), VORN_VERSION, "fewest changes");
   bool grave = !all_were_read(before) || !all_were_read(after);
   difference_rows(before, after, [&](const Row& row) {
-    writer.add(row);
+    if (!wanted.words) writer.add(row);
     grave = grave || severity_of_difference(row) >= severity_named(wanted.fail_on);
   });
-  writer.end();
+  if (wanted.words)
+    write_words(before, after, out.stream());
+  else
+    writer.end();
   return out.end(grave && !wanted.fail_on.empty() ? found : done);
 }
 
@@ -57,6 +66,7 @@ void add_diff(CLI::App& app, Command& command) {
   with_value(sub->add_option("AFTER", wanted->after, "and as it is now"), " ")->required();
   add_output(*sub, wanted->output);
   add_fail_on(*sub, wanted->fail_on, "ends with 1: warning, at any row; error, at one not new or renamed");
+  sub->add_flag("--words", wanted->words, "a sentence for each change, instead of a table");
   sub->add_flag("-q", wanted->quiet, "says nothing of what was not read");
   sub->group("Verbs");
   sub->footer("Example: vorn diff --format csv before.rwl after.rwl");

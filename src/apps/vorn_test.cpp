@@ -226,6 +226,43 @@ TEST_F(CommandLine, PutsCorrectedCoresBack) {
   EXPECT_NE(run("test -e out.rwl"), 0);
 }
 
+TEST_F(CommandLine, PutsCorrectedCoresInPlaceAndKeepsTheOldestFile) {
+  const std::string text = raw_core_text("ELM1", 1900, 60, 5u), moved = raw_core_text("ELM1", 1910, 60, 5u);
+  folder.write("site.rwl", text);
+  folder.write("corrected.rwl", moved);
+  folder.write("again.rwl", raw_core_text("ELM1", 1920, 60, 5u));
+  ASSERT_EQ(run(VORN " save site.rwl corrected.rwl --in-place"), 0);
+  EXPECT_EQ(said, "vorn: ELM1 written anew\nvorn: site.rwl is replaced; its oldest self is site.rwl.orig\n");
+  EXPECT_EQ(folder.read("site.rwl"), moved);
+  EXPECT_EQ(folder.read("site.rwl.orig"), text);
+  ASSERT_EQ(run(VORN " save -q site.rwl again.rwl --in-place"), 0);
+  EXPECT_EQ(folder.read("site.rwl"), folder.read("again.rwl"));
+  EXPECT_EQ(folder.read("site.rwl.orig"), text);
+  EXPECT_EQ(run(VORN " save site.rwl again.rwl --in-place -o other.rwl"), 2);
+  EXPECT_EQ(run(VORN " save - again.rwl --in-place <site.rwl"), 2);
+  EXPECT_EQ(run(VORN " save site.rwl again.rwl -o site.rwl"), 2);
+}
+
+TEST_F(CommandLine, EachTableComesAsCsvAndAsJson) {
+  for (const char* verb :
+       {"locate", "date", "site", "stats", "corr", "corr --grid lags", "chron", "check", "diff oak.rwl"}) {
+    const std::string command = VORN " " + std::string(verb) + " oak.rwl --format ";
+    ASSERT_EQ(run(command + "csv"), 0) << verb;
+    const std::string header = printed.substr(0, printed.find('\n'));
+    EXPECT_GT(std::ranges::count(header, ','), 2) << verb;
+    ASSERT_EQ(run(command + "json"), 0) << verb;
+    EXPECT_TRUE(printed.starts_with("{\"schema\": \"vorn-")) << verb;
+  }
+}
+
+TEST_F(CommandLine, TellsChangesInWords) {
+  folder.write("before.rwl", raw_core_text("ELM1", 1900, 60, 5u));
+  folder.write("after.rwl", raw_core_text("ELM1", 1910, 60, 5u));
+  ASSERT_EQ(run(VORN " diff --words before.rwl after.rwl"), 0);
+  EXPECT_EQ(printed, "ELM1: dated by +10 years\n");
+  EXPECT_EQ(run(VORN " diff --words --fail-on error before.rwl after.rwl"), 1);
+}
+
 TEST_F(CommandLine, NeverWritesOverWhatItReads) {
   folder.write("other.rwl", raw_core_text("ELM1", 1900, 60, 5u));
   ASSERT_EQ(run("ln -s oak.rwl link && ln oak.rwl hard"), 0);

@@ -39,8 +39,10 @@ struct ValueFormat {
   std::size_t decimals = 0;  // of a value without a point
 };
 
-std::optional<ValueFormat> format_of(std::string_view text) {
-  text = without_blanks(text);
+std::optional<ValueFormat> format_of(std::string_view columns) {
+  std::string all(columns);
+  std::erase(all, ' ');
+  std::string_view text = all;
   if (!text.starts_with('(')) return std::nullopt;
   text.remove_prefix(1);
   ValueFormat format;
