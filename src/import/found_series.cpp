@@ -1,0 +1,328 @@
+#include "import/found_series.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "import/fields.h"
+#include "import/source_text.h"
+#include "import/tucson_copy.h"
+#include "import/width_unit.h"
+#include "workspace/capacity.h"
+
+namespace vorn {
+namespace {
+
+std::string in_quotes(std::string_view text) {
+  return quoted(as_utf_8(text.substr(0, 120)));
+}
+
+FileFinding at_field(const FindingKind* of, const TableField& field) {
+  return {.kind = of, .line = field.line, .from = field.line, .to = field.line, .column = field.column};
+}
+
+}  // namespace
+
+bool MissingMarks::are_said_by(std::string_view text) const {
+  if (std::ranges::find(words, lower_case(text.substr(0, 40))) != words.end()) return true;
+  if (numbers.empty()) return false;
+  const auto number = number_in(text, false);
+  return number && std::ranges::find(numbers, number->value) != numbers.end();
+}
+
+std::optional<std::size_t> FoundFile::add_series(std::string_view name, std::int64_t line, int column) {
+  constexpr std::size_t longest_name = 200;
+  if (series_.size() == static_cast<std::size_t>(max_series)) {
+    if (!std::exchange(told_series_, true))
+      findings.add({.kind = kind("series-limit"),
+                    .line = line,
+                    .from = line,
+                    .column = column,
+                    .words = "series behind " + the_nth(max_series) + " are not taken"});
+    return std::nullopt;
+  }
+  std::string whole = as_utf_8(bare(name).substr(0, longest_name));
+  std::ranges::replace_if(
+      whole, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  series_.push_back({.name = std::string(bare(whole)), .line = line, .column = column});
+  return series_.size() - 1;
+}
+
+void FoundFile::take(std::size_t series, std::int64_t year, const TableField& field) {
+  if (says_missing(field.text) || marks.are_said_by(field.text)) return;
+  const auto number = number_in(field.text, commas || field.quoted);
+  if (number) return take_number(series, {year, number->value, field.line, field.column}, *number);
+  FileFinding one = at_field(kind("no-number"), field);
+  one.series = series_[series].name;
+  one.value = year;
+  one.words = in_quotes(field.text) + " is no number: " + std::to_string(year) + " has no ring";
+  findings.add(std::move(one));
+}
+
+void FoundFile::take_number(std::size_t series, const FoundRing& ring, const FieldNumber& number) {
+  FoundSeries& to = series_[series];
+  if (rings_ == static_cast<std::size_t>(max_pool)) {
+    if (!std::exchange(told_room_, true))
+      findings.add({.kind = kind("no-room"),
+                    .line = ring.line,
+                    .from = ring.line,
+                    .column = ring.column,
+                    .series = to.name,
+                    .words = "more rings than there is room for: those from here on are not taken"});
+    return;
+  }
+  ++rings_;
+  if (number.comma && comma_line_ == 0) comma_line_ = ring.line;
+  if (number.decimals > 0 && !number.comma && point_line_ == 0) point_line_ = ring.line;
+  to.has_points = to.has_points || number.decimals > 0;
+  (number.value < 0 ? to.negative : to.rings).push_back(ring);
+}
+
+bool FoundFile::can_hold(std::int64_t year, const TableField& at, std::int64_t numbers) {
+  if (year >= earliest_year && year <= latest_year) return true;
+  FileFinding one = at_field(kind("year-outside"), at);
+  one.value = numbers;
+  one.words = std::to_string(year) + " is no year between " + std::to_string(earliest_year) + " and " +
+              std::to_string(latest_year) + ": " + counted(numbers, "number is", "numbers are") +
+              " not taken";
+  findings.add(std::move(one));
+  return false;
+}
+
+std::int64_t FoundFile::numbers_among(std::span<const TableField> fields) const {
+  return std::ranges::count_if(fields, [this](const TableField& field) {
+    return number_in(field.text, commas || field.quoted).has_value();
+  });
+}
+
+void FoundFile::tell_decimals() {
+  if (comma_line_ == 0) return;
+  findings.add({.kind = kind("decimal-comma"),
+                .line = comma_line_,
+                .from = comma_line_,
+                .words = "a comma stands for the decimal point"});
+  if (point_line_ == 0) return;
+  findings.add({.kind = kind("two-points"),
+                .line = std::max(comma_line_, point_line_),
+                .words = "numbers have a point on line " + std::to_string(point_line_) +
+                         " and a comma on line " + std::to_string(comma_line_) +
+                         "; both are taken for the decimal point"});
+}
+
+// --- Years
+
+void FoundFile::look_at_order(const FoundSeries& series) {
+  std::int64_t up = 0, down = 0;
+  for (std::size_t k = 1; k < series.rings.size(); ++k) {
+    up += series.rings[k].year > series.rings[k - 1].year;
+    down += series.rings[k].year < series.rings[k - 1].year;
+  }
+  if (down == 0) return;
+  if (up == 0) {
+    if (!std::exchange(told_descent_, true))
+      findings.add({.kind = kind("years-descend"),
+                    .line = series.rings.front().line,
+                    .words = "the latest year comes first; rings are taken by their years"});
+    return;
+  }
+  const bool mostly_up = up >= down;
+  for (std::size_t k = 1; k < series.rings.size(); ++k) {
+    const FoundRing &one = series.rings[k], &before = series.rings[k - 1];
+    const bool odd = mostly_up ? one.year < before.year : one.year > before.year;
+    if (!odd || !told_order_.insert(one.line).second) continue;
+    findings.add({.kind = kind("years-out-of-order"),
+                  .line = one.line,
+                  .from = one.line,
+                  .to = one.line,
+                  .series = series.name,
+                  .value = one.year,
+                  .words = std::to_string(one.year) + " stands behind " + std::to_string(before.year) +
+                           "; rings are taken by their years"});
+  }
+}
+
+// Of a year that stands there twice the first ring counts.
+void FoundFile::drop_repeated(FoundSeries& series) {
+  std::size_t kept = 0;
+  for (std::size_t k = 0; k < series.rings.size(); ++k) {
+    const FoundRing& one = series.rings[k];
+    if (kept == 0 || series.rings[kept - 1].year != one.year) {
+      series.rings[kept++] = one;
+      continue;
+    }
+    const FoundRing& before = series.rings[kept - 1];
+    const bool same = before.value == one.value;
+    findings.add(
+        {.kind = same ? kind("year-twice", Effect::doubtful) : kind("year-twice", Effect::lost),
+         .line = one.line,
+         .from = one.line,
+         .to = one.line,
+         .column = one.column,
+         .series = series.name,
+         .value = one.year,
+         .words = std::to_string(one.year) + " stands on line " + std::to_string(before.line) + " too, " +
+                  (same ? "with the same width" : "with another width, which is the one that is taken")});
+  }
+  series.rings.resize(kept);
+}
+
+void FoundFile::put_in_order(FoundSeries& series) {
+  look_at_order(series);
+  std::ranges::stable_sort(series.rings, {}, &FoundRing::year);
+  drop_repeated(series);
+}
+
+void FoundFile::tell_negative(const FoundSeries& series) {
+  if (series.negative.empty()) return;
+  std::vector<std::int64_t> years;
+  for (const FoundRing& one : series.negative) years.push_back(one.year);
+  const auto [first, last] = std::ranges::minmax(series.negative, {}, &FoundRing::line);
+  findings.add({.kind = kind("negative"),
+                .line = first.line,
+                .from = first.line,
+                .to = last.line,
+                .column = first.column,
+                .series = series.name,
+                .value = static_cast<std::int64_t>(years.size()),
+                .words = "negative widths, taken for missing rings: " + spans_words(years)});
+}
+
+// --- Units
+
+// Those that do not say theirs are guessed together.
+void FoundFile::find_units() {
+  ValuesSeen seen;
+  double sum = 0, rings = 0;
+  const FoundSeries* first = nullptr;
+  for (const FoundSeries& series : series_) {
+    if (series.unit || series.rings.empty()) continue;
+    if (!first) first = &series;
+    seen.has_points = seen.has_points || series.has_points;
+    for (const FoundRing& ring : series.rings) {
+      sum += ring.value;
+      rings += ring.value != 0;
+      seen.has_decimals = seen.has_decimals || ring.value != std::floor(ring.value);
+    }
+  }
+  tell_units();
+  if (!first) return;
+  seen.mean = rings > 0 ? sum / rings : 0;
+  const double unit = unit_guessed(seen);
+  for (FoundSeries& series : series_) {
+    if (!series.unit) series.unit = unit;
+  }
+  findings.add({.kind = kind("unit-guessed"),
+                .line = first->line,
+                .value = unit,
+                .words = "no unit is said: taken for " + std::string(unit_words(unit)) + ", by a mean of " +
+                         decimal(seen.mean, 2) +
+                         (seen.has_points ? " and decimal points" : " and whole numbers")});
+}
+
+void FoundFile::tell_units() {
+  std::set<double> told;
+  for (const FoundSeries& series : series_) {
+    if (!series.unit || series.rings.empty()) continue;
+    double sum = 0;
+    for (const FoundRing& ring : series.rings) sum += ring.value;
+    const double mean = sum / static_cast<double>(series.rings.size()) / *series.unit;
+    if (told.insert(*series.unit).second)
+      findings.add({.kind = kind("unit-said"),
+                    .line = series.line,
+                    .value = *series.unit,
+                    .words = "the file says that widths are in " + std::string(unit_words(*series.unit))});
+    if (mean > most_mean_of_mm || (mean > 0 && mean < least_mean_in_mm))
+      findings.add({.kind = kind("unit-unlikely"),
+                    .line = series.line,
+                    .series = series.name,
+                    .value = mean,
+                    .words = "the mean ring would be " + decimal(mean, 4) +
+                             " mm wide: the unit that the file says is not likely"});
+  }
+}
+
+// --- The series
+
+// What is given of a series: its stretches, in millimetres.
+void FoundFile::cut(const FoundSeries& series, std::vector<ImportedSeries>& all) {
+  for (std::size_t k = 0; k < series.rings.size(); ++k) {
+    const FoundRing& ring = series.rings[k];
+    const auto next = [&] { return all.back().first + static_cast<std::int64_t>(all.back().widths.size()); };
+    const bool starts = k == 0 || ring.year - next() > longest_gap ||
+                        static_cast<std::size_t>(ring.year - all.back().first) >= most_years_of_a_series;
+    if (starts)
+      all.push_back({.name = series.name,
+                     .line = k == 0 ? series.line : ring.line,
+                     .column = k == 0 ? series.column : ring.column,
+                     .first = ring.year});
+    ImportedSeries& to = all.back();
+    const auto years = static_cast<std::size_t>(ring.year - to.first);
+    to.widths.resize(years);
+    to.presence.resize(years);
+    to.widths.push_back(ring.value / *series.unit);
+    to.presence.push_back(1);
+  }
+}
+
+void FoundFile::tell_values(const std::vector<ImportedSeries>& all) {
+  std::vector<CoreAsWritten> cores;
+  for (const ImportedSeries& series : all) {
+    CoreAsWritten core{series.name, series.line, series.line};
+    std::vector<std::int64_t> missing;
+    for (std::size_t k = 0; k < series.widths.size(); ++k) {
+      const std::int64_t year = series.first + static_cast<std::int64_t>(k);
+      if (!series.presence[k]) {
+        missing.push_back(year);
+        continue;
+      }
+      core.years.push_back(year);
+      core.values.push_back(series.widths[k]);
+    }
+    const auto rings = static_cast<std::int64_t>(core.years.size());
+    findings.add({.kind = kind("series"),
+                  .line = series.line,
+                  .column = series.column,
+                  .series = series.name,
+                  .value = rings,
+                  .words = counted(rings, "ring", "rings") + " of " + std::to_string(core.years.front()) +
+                           " to " + std::to_string(core.years.back())});
+    if (!missing.empty())
+      findings.add({.kind = kind("inner-gap"),
+                    .line = series.line,
+                    .column = series.column,
+                    .series = series.name,
+                    .value = static_cast<std::int64_t>(missing.size()),
+                    .words = "years within it without a ring, which the copy marks as missing: " +
+                             spans_words(missing)});
+    add_value_findings(core, this_year_, findings);
+    core.values.clear();
+    core.values.shrink_to_fit();
+    cores.push_back(std::move(core));
+  }
+  std::ranges::stable_sort(cores, {}, &CoreAsWritten::line);  // the copy may have another order
+  add_name_findings(cores, findings);
+}
+
+Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::string why) {
+  Imported result{layout, std::move(layout_name), std::move(why), {}, {}, {}};
+  findings.add({.kind = kind("layout", Effect::none), .words = result.layout_name + ": " + result.why});
+  tell_decimals();
+  for (FoundSeries& series : series_) put_in_order(series);
+  find_units();
+  for (const FoundSeries& series : series_) {
+    tell_negative(series);
+    if (series.rings.empty())
+      findings.add({.kind = kind("no-rings"),
+                    .line = series.line,
+                    .column = series.column,
+                    .series = series.name,
+                    .words = "holds no ring, and is left out"});
+    cut(series, result.series);
+  }
+  result.tucson = tucson_copy(result.series, findings);
+  tell_values(result.series);
+  result.findings = findings.taken();
+  return result;
+}
+
+}  // namespace vorn

@@ -1,0 +1,122 @@
+#include "import/table_reading.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "import/fields.h"
+#include "import/source_text.h"
+#include "import/table_words.h"
+#include "import/width_unit.h"
+
+namespace vorn {
+namespace {
+
+FileFinding at_row(const FindingKind* of, const TableRows& rows) {
+  return {.kind = of, .line = rows.first_line(), .from = rows.first_line(), .to = rows.last_line()};
+}
+
+}  // namespace
+
+NamedColumn named(const TableField& field) {
+  return {as_utf_8(field.text.substr(0, 200)), field.line, field.column};
+}
+
+bool TableReading::next() {
+  if (!rows.next()) return false;
+  if (rows.is_cut()) {
+    FileFinding one = at_row(kind("too-large"), rows);
+    one.words = "fields behind " + the_nth(most_fields_a_row) + " of the line are not looked at";
+    found.findings.add(std::move(one));
+  }
+  if (rows.has_open_quote()) {
+    FileFinding one = at_row(kind("open-quote"), rows);
+    one.words = "a quote on this line has no end: it is taken as it stands";
+    found.findings.add(std::move(one));
+  }
+  return true;
+}
+
+std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool is_bp) {
+  const auto year = whole_number_in(field.text);
+  if (year && !is_bp) return year;
+  if (year) {
+    if (bp_line_ == 0) bp_line_ = field.line;
+    return year_of_bp - *year;
+  }
+  const bool is_empty =
+      std::ranges::all_of(rows.fields(), [](const TableField& one) { return one.text.empty(); });
+  if (is_empty) return std::nullopt;
+  const std::int64_t numbers = found.numbers_among(rows.fields());
+  FileFinding one = at_row(numbers > 0 ? kind("no-year", Effect::lost) : kind("no-year", Effect::none), rows);
+  one.column = field.column;
+  one.value = numbers;
+  one.words =
+      quoted(as_utf_8(field.text.substr(0, 120))) + " is no year: " +
+      (numbers > 0 ? counted(numbers, "number is", "numbers are") + " not taken" : "the line is passed over");
+  found.findings.add(std::move(one));
+  return std::nullopt;
+}
+
+void TableReading::look_behind(std::size_t from) {
+  const auto& fields = rows.fields();
+  if (from >= fields.size()) return;
+  const std::span<const TableField> behind = std::span(fields).subspan(from);
+  const auto first =
+      std::ranges::find_if(behind, [](const TableField& field) { return !field.text.empty(); });
+  if (first == behind.end()) return;
+  FileFinding one = at_row(kind("no-column"), rows);
+  one.column = first->column;
+  one.value = found.numbers_among(behind);
+  one.words = "stands behind the last column that has a name, and is not taken: " +
+              quoted(as_utf_8(first->text.substr(0, 120)));
+  found.findings.add(std::move(one));
+}
+
+void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what) {
+  found.findings.add({.kind = kind("other-column"),
+                      .line = column.line,
+                      .column = column.column,
+                      .series = column.name,
+                      .value = numbers,
+                      .words = "the " + std::string(what) +
+                               " holds no ring widths, and is passed over with " +
+                               counted(numbers, "number", "numbers")});
+}
+
+void TableReading::finish(std::span<const FileLine> lines) {
+  if (rows.comments() > 0)
+    found.findings.add({.kind = kind("comments"),
+                        .value = rows.comments(),
+                        .words = counted(rows.comments(), "line begins", "lines begin") +
+                                 " with \"#\", and are passed over"});
+  if (short_rows_ > 0)
+    found.findings.add({.kind = kind("short-rows"),
+                        .line = first_short_,
+                        .value = short_rows_,
+                        .words = counted(short_rows_, "line has", "lines have") +
+                                 " fewer fields than there are columns: the last ones have no ring there"});
+  if (bp_line_ > 0)
+    found.findings.add({.kind = kind("years-bp"),
+                        .line = bp_line_,
+                        .words =
+                            "years are counted back from 1950, which is year 0 before present: the year is "
+                            "1950 less that number, with a year 0"});
+  if (lines.size() == most_lines_examined)
+    found.findings.add({.kind = kind("too-large"),
+                        .line = static_cast<std::int64_t>(lines.size()),
+                        .words = "lines behind " + the_nth(most_lines_examined) + " are not looked at"});
+}
+
+std::optional<double> unit_of_comments(std::span<const FileLine> lines) {
+  constexpr std::size_t most_lines = 2'000;
+  for (const FileLine& line : lines.first(std::min(lines.size(), most_lines))) {
+    if (!line.text.starts_with('#') || line.text.starts_with("##")) continue;
+    const std::string text = lower_case(line.text.substr(0, 300));
+    const std::size_t word = text.find("unit");
+    if (word == std::string::npos) continue;
+    if (const auto unit = unit_said(std::string_view(text).substr(word))) return unit;
+  }
+  return std::nullopt;
+}
+
+}  // namespace vorn

@@ -1,0 +1,57 @@
+// What the readers of tables share.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "import/found_series.h"
+#include "import/table_rows.h"
+#include "study/file_lines.h"
+
+namespace vorn {
+
+// A column, by its field in the row of names.
+struct NamedColumn {
+  std::string name = {};
+  std::int64_t line = 0;
+  int column = 0;
+};
+
+NamedColumn named(const TableField& field);
+
+// Goes through the rows of a table, and tells what is odd about them. Its rows_left may be gone through once.
+class TableReading {
+ public:
+  TableReading(std::span<const FileLine> lines, char separator, FoundFile& file)
+      : found(file), rows(lines, separator) {}
+
+  FoundFile& found;
+  TableRows rows;
+
+  // The next row, of which each field that is too much is told; false at the end.
+  bool next();
+  // The year in a field of the row at hand; nothing where there is none, which is told.
+  std::optional<std::int64_t> year_in(const TableField& field, bool is_bp);
+  // Tells that fields from `from` on have no column.
+  void look_behind(std::size_t from);
+  // That a row lacks its last fields.
+  void count_short() {
+    short_rows_ += 1, first_short_ = first_short_ == 0 ? rows.first_line() : first_short_;
+  }
+  // A column, or row, that holds no widths, in which so many numbers stand.
+  void tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what = "column");
+  // What is told of the whole, at the end.
+  void finish(std::span<const FileLine> lines);
+
+ private:
+  std::int64_t short_rows_ = 0, first_short_ = 0, bp_line_ = 0;
+};
+
+// The unit that comments say ("# Units: 0.01 mm"); nothing where they say none.
+std::optional<double> unit_of_comments(std::span<const FileLine> lines);
+
+}  // namespace vorn

@@ -1,0 +1,272 @@
+#include "import/table_shape.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "import/fields.h"
+#include "import/table_rows.h"
+
+namespace vorn {
+namespace {
+
+using SampleRow = std::vector<std::string>;
+using Sample = std::vector<SampleRow>;
+
+constexpr std::size_t most_titles = 5, most_columns_before_years = 6, most_fields_sampled = 400;
+
+Sample sample_of(std::span<const FileLine> lines, char separator) {
+  constexpr std::size_t most_lines = 2'000;
+  Sample all;
+  TableRows rows(lines.first(std::min(lines.size(), most_lines)), separator);
+  while (all.size() < rows_looked_at && rows.next()) {
+    SampleRow row;
+    const auto& fields = rows.fields();
+    for (std::size_t k = 0; k < std::min(fields.size(), most_fields_sampled); ++k)
+      row.emplace_back(fields[k].text.substr(0, 100));
+    all.push_back(std::move(row));
+  }
+  return all;
+}
+
+std::size_t filled(const SampleRow& row) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(row, [](const std::string& text) { return !text.empty(); }));
+}
+
+bool is_number(const std::string& text) {
+  return number_in(text, true).has_value();
+}
+
+bool is_year(const std::string& text) {
+  constexpr std::int64_t farthest = 15'000;
+  const auto year = whole_number_in(text);
+  return year && std::abs(*year) <= farthest;
+}
+
+const std::string& at(const SampleRow& row, std::size_t column) {
+  static const std::string nothing;
+  return column < row.size() ? row[column] : nothing;
+}
+
+// How many of some fields are what is asked for, of those that are not empty.
+struct Share {
+  std::size_t good = 0, all = 0;
+  void add(bool is_good) {
+    good += is_good;
+    ++all;
+  }
+  bool is_least(double share) const {
+    return all > 0 && static_cast<double>(good) >= share * static_cast<double>(all);
+  }
+};
+
+// Whether the numbers are mostly one apart, as years that follow each other are.
+bool follow_each_other(const std::vector<std::int64_t>& years) {
+  if (years.size() < 2) return false;
+  Share steps;
+  for (std::size_t k = 1; k < years.size(); ++k) steps.add(std::abs(years[k] - years[k - 1]) == 1);
+  return steps.is_least(0.75);
+}
+
+// The beginning of a text, its rows given by one separator, put to the tests of each kind of table.
+class SampleTests {
+ public:
+  SampleTests(std::span<const FileLine> lines, char separator) : rows_(sample_of(lines, separator)) {
+    shape_.separator = separator;
+    skip_titles();
+  }
+  std::optional<TableShape> shape();
+
+ private:
+  void skip_titles();
+  void shift_header();
+  bool is_long();
+  bool is_wide();
+  bool is_wide_without_names();
+  bool is_across();
+  bool has_years(std::size_t column, bool named) const;
+  bool has_widths(std::size_t column) const;
+  bool widths_beside(std::size_t column) const;
+  bool years_of_rows_win(std::size_t column) const;
+  bool choose_year_column();
+  std::optional<std::size_t> first_of(ColumnMeaning meaning) const;
+  std::size_t below() const { return shape_.has_header ? 1 : 0; }
+
+  Sample rows_;
+  TableShape shape_;
+};
+
+void SampleTests::skip_titles() {
+  std::size_t titles = 0;
+  while (titles < std::min(most_titles, rows_.size()) && filled(rows_[titles]) < 2) ++titles;
+  if (titles == rows_.size()) return rows_.clear();
+  rows_.erase(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(titles));
+  shape_.titles = titles;
+}
+
+// Tables of row names may have no name above them.
+void SampleTests::shift_header() {
+  Share longer;
+  for (std::size_t k = 1; k < rows_.size(); ++k) longer.add(rows_[k].size() == rows_[0].size() + 1);
+  shape_.shifted =
+      longer.is_least(0.9) && std::ranges::all_of(rows_[0], [](auto& text) { return !is_number(text); });
+  if (shape_.shifted) rows_[0].insert(rows_[0].begin(), "");
+}
+
+bool SampleTests::has_years(std::size_t column, bool named) const {
+  Share whole;
+  std::vector<std::int64_t> years;
+  for (std::size_t k = below(); k < rows_.size(); ++k) {
+    const std::string& text = at(rows_[k], column);
+    if (text.empty()) continue;
+    whole.add(is_year(text));
+    if (is_year(text)) years.push_back(*whole_number_in(text));
+  }
+  if (!whole.is_least(0.7)) return false;
+  return named || (years.size() >= 3 && follow_each_other(years));
+}
+
+// Whether most of a column is numbers and marks for what is missing, and not all of it marks.
+bool SampleTests::has_widths(std::size_t column) const {
+  Share good;
+  bool any = false;
+  for (std::size_t k = below(); k < rows_.size(); ++k) {
+    const std::string& text = at(rows_[k], column);
+    if (text.empty()) continue;
+    const bool number = is_number(text);
+    any = any || number;
+    good.add(number || says_missing(text));
+  }
+  return any && good.is_least(0.5);
+}
+
+bool SampleTests::widths_beside(std::size_t column) const {
+  for (std::size_t k = 0; k < rows_[0].size(); ++k) {
+    if (k != column && has_widths(k)) return true;
+  }
+  return false;
+}
+
+std::optional<std::size_t> SampleTests::first_of(ColumnMeaning meaning) const {
+  for (std::size_t k = 0; k < rows_[0].size(); ++k) {
+    if (meaning_of(rows_[0][k]) == meaning) return k;
+  }
+  return std::nullopt;
+}
+
+bool SampleTests::choose_year_column() {
+  if (const auto column = first_of(ColumnMeaning::year)) {
+    shape_.year = *column;
+    return true;
+  }
+  if (const auto column = first_of(ColumnMeaning::year_bp)) {
+    shape_.year = *column;
+    shape_.is_bp = true;
+    return true;
+  }
+  shape_.year = 0;
+  return false;
+}
+
+bool SampleTests::is_long() {
+  if (rows_.size() < 2 || !choose_year_column()) return false;
+  const auto width = first_of(ColumnMeaning::width), core = first_of(ColumnMeaning::core);
+  auto series = first_of(ColumnMeaning::series);
+  shape_.tree = series || !core ? std::nullopt : first_of(ColumnMeaning::tree);
+  if (!series) series = core;
+  if (!series) series = first_of(ColumnMeaning::tree);
+  if (!width || !series) return false;
+  shape_.layout = OtherLayout::long_table;
+  shape_.width = *width;
+  shape_.series = *series;
+  return has_years(shape_.year, true) && has_widths(*width);
+}
+
+// Whether the first column holds years, although the names are numbers that follow each other, too.
+bool SampleTests::years_of_rows_win(std::size_t column) const {
+  constexpr std::int64_t least_likely = 300;
+  if (meaning_of(at(rows_[0], column)) == ColumnMeaning::year) return true;
+  const auto first = rows_.size() > 1 ? whole_number_in(at(rows_[1], column)) : std::nullopt;
+  return first && *first >= least_likely;
+}
+
+bool SampleTests::is_wide() {
+  if (rows_.size() < 2) return false;
+  const bool named = choose_year_column();
+  if (!named && is_number(rows_[0][0])) return false;
+  return has_years(shape_.year, named && rows_.size() > 1) && widths_beside(shape_.year);
+}
+
+bool SampleTests::is_wide_without_names() {
+  if (rows_.size() < 3) return false;
+  const bool numbers = std::ranges::all_of(
+      rows_[0], [](const std::string& text) { return is_number(text) || says_missing(text); });
+  if (!numbers || !is_year(rows_[0][0])) return false;
+  shape_.has_header = false;
+  shape_.year = 0;
+  return has_years(0, false) && widths_beside(0);
+}
+
+bool SampleTests::is_across() {
+  if (rows_.size() < 2) return false;
+  const SampleRow& top = rows_[0];
+  std::size_t from = 0;
+  while (from < std::min(top.size(), most_columns_before_years) && !is_year(top[from])) ++from;
+  if (from == 0 || from >= std::min(top.size(), most_columns_before_years)) return false;
+  Share whole;
+  std::vector<std::int64_t> years;
+  for (std::size_t k = from; k < top.size(); ++k) {
+    if (top[k].empty()) continue;
+    whole.add(is_year(top[k]));
+    if (is_year(top[k])) years.push_back(*whole_number_in(top[k]));
+  }
+  if (years.size() < 3 || !whole.is_least(0.7) || !follow_each_other(years)) return false;
+  const auto named = first_of(ColumnMeaning::series);
+  shape_.series = named && *named < from ? *named : 0;
+  shape_.year = from;
+  shape_.years_across = true;
+  Share good;
+  bool any = false;
+  for (std::size_t row = 1; row < rows_.size(); ++row) {
+    for (std::size_t k = from; k < rows_[row].size(); ++k) {
+      any = any || is_number(rows_[row][k]);
+      good.add(is_number(rows_[row][k]) || says_missing(rows_[row][k]));
+    }
+  }
+  return any && good.is_least(0.5);
+}
+
+std::optional<TableShape> SampleTests::shape() {
+  if (rows_.empty() || filled(rows_[0]) < 2) {
+    if (rows_.empty() || rows_[0].size() < 2) return std::nullopt;
+  }
+  shift_header();
+  const TableShape plain = shape_;
+  const auto passes = [&](bool (SampleTests::*test)()) {
+    shape_ = plain;
+    return (this->*test)();
+  };
+  if (passes(&SampleTests::is_long)) return shape_;
+  if (passes(&SampleTests::is_wide)) {
+    const TableShape wide = shape_;
+    if (years_of_rows_win(wide.year) || !passes(&SampleTests::is_across)) return wide;
+    return shape_;
+  }
+  if (passes(&SampleTests::is_wide_without_names)) return shape_;
+  if (passes(&SampleTests::is_across)) return shape_;
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<TableShape> table_shape(std::span<const FileLine> lines) {
+  for (const char separator : {'\t', ';', ','}) {
+    if (auto shape = SampleTests(lines, separator).shape()) return shape;
+  }
+  return std::nullopt;
+}
+
+}  // namespace vorn

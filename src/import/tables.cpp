@@ -1,0 +1,299 @@
+#include "import/tables.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "import/fields.h"
+#include "import/source_text.h"
+#include "import/table_reading.h"
+#include "import/table_shape.h"
+#include "import/width_unit.h"
+
+namespace vorn {
+namespace {
+
+class TableImport {
+ public:
+  TableImport(std::span<const FileLine> lines, const TableShape& shape, int this_year)
+      : lines_(lines), shape_(shape), found_(this_year), table_(lines, shape.separator, found_) {
+    found_.commas = shape.separator != ',';
+    file_unit_ = unit_of_comments(lines);
+  }
+  Imported read(bool is_utf_16);
+
+ private:
+  void skip_titles();
+  void read_names();
+  void read_wide();
+  void read_across();
+  void read_long();
+  // Wide: what each column is.
+  struct Column {
+    NamedColumn named = {};
+    std::optional<std::size_t> series = {};
+    bool is_year = false;
+    std::int64_t passed_over = 0;
+  };
+  void add_columns();
+  void read_wide_row();
+  bool is_row_of_units();
+  void tell_other_columns();
+  void add_years_across(std::vector<std::optional<std::int64_t>>& years);
+  void read_row_across(const std::vector<std::optional<std::int64_t>>& years);
+  void read_ring();
+  std::string name_of_ring() const;
+  TableField field(std::size_t k) const;
+  std::optional<std::size_t> new_series(std::string_view name, const TableField& at);
+  std::string why() const;
+
+  std::span<const FileLine> lines_;
+  const TableShape& shape_;
+  FoundFile found_;
+  TableReading table_;
+  std::optional<double> file_unit_;
+  std::vector<NamedColumn> names_;  // of the first row
+  std::vector<Column> columns_;
+  std::map<std::string, std::optional<std::size_t>, std::less<>> series_;  // long: by name
+  bool any_rows_ = false;
+};
+
+// The field of a column; an empty one at the end of the row where there is none.
+TableField TableImport::field(std::size_t k) const {
+  const auto& fields = table_.rows.fields();
+  if (k < fields.size()) return fields[k];
+  return {.line = table_.rows.last_line()};
+}
+
+std::optional<std::size_t> TableImport::new_series(std::string_view name, const TableField& at) {
+  const auto one = found_.add_series(name, at.line, at.column);
+  if (one) found_.series(*one).unit = unit_in_name(name) ? unit_in_name(name) : file_unit_;
+  return one;
+}
+
+void TableImport::skip_titles() {
+  for (std::size_t k = 0; k < shape_.titles && table_.next(); ++k)
+    found_.findings.add({.kind = kind("header"),
+                         .line = table_.rows.first_line(),
+                         .from = table_.rows.first_line(),
+                         .to = table_.rows.last_line(),
+                         .value = found_.numbers_among(table_.rows.fields()),
+                         .words = "a line before the table is passed over"});
+}
+
+void TableImport::read_names() {
+  if (!shape_.has_header || !table_.next()) return;
+  if (shape_.shifted) names_.push_back({"", table_.rows.first_line(), 1});
+  for (const TableField& one : table_.rows.fields()) names_.push_back(named(one));
+}
+
+// --- Years down the side
+
+void TableImport::add_columns() {
+  for (std::size_t k = 0; k < names_.size(); ++k) {
+    Column column{names_[k]};
+    column.is_year = k == shape_.year;
+    const ColumnMeaning meaning = meaning_of(names_[k].name);
+    const bool unnamed_before_years = names_[k].name.empty() && k < shape_.year;
+    const bool is_width = meaning == ColumnMeaning::unknown || meaning == ColumnMeaning::width ||
+                          meaning == ColumnMeaning::core || meaning == ColumnMeaning::tree;
+    if (!column.is_year && is_width && !unnamed_before_years)
+      column.series = new_series(names_[k].name, {names_[k].name, names_[k].line, names_[k].column, false});
+    columns_.push_back(std::move(column));
+  }
+}
+
+// A row below the names may say the units.
+bool TableImport::is_row_of_units() {
+  if (any_rows_ || whole_number_in(field(shape_.year).text) || found_.numbers_among(table_.rows.fields()) > 0)
+    return false;
+  bool any = false;
+  for (std::size_t k = 0; k < std::min(columns_.size(), table_.rows.fields().size()); ++k) {
+    const auto unit = columns_[k].series ? unit_said(field(k).text) : std::nullopt;
+    if (unit) found_.series(*columns_[k].series).unit = unit;
+    any = any || unit.has_value();
+  }
+  return any;
+}
+
+void TableImport::read_wide_row() {
+  const auto& fields = table_.rows.fields();
+  const TableField year_field = field(shape_.year);
+  if (is_row_of_units()) return;
+  any_rows_ = true;
+  const auto year = table_.year_in(year_field, shape_.is_bp);
+  if (!year) return;
+  const std::int64_t numbers = found_.numbers_among(fields);
+  if (!found_.can_hold(*year, year_field, numbers)) return;
+  for (std::size_t k = 0; k < std::min(columns_.size(), fields.size()); ++k) {
+    if (columns_[k].series)
+      found_.take(*columns_[k].series, *year, fields[k]);
+    else if (!columns_[k].is_year)
+      columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
+  }
+  table_.look_behind(columns_.size());
+  if (fields.size() < columns_.size()) table_.count_short();
+}
+
+void TableImport::tell_other_columns() {
+  for (const Column& column : columns_) {
+    if (!column.series && !column.is_year && (column.passed_over > 0 || !column.named.name.empty()))
+      table_.tell_other(column.named, column.passed_over);
+  }
+}
+
+void TableImport::read_wide() {
+  read_names();
+  if (shape_.has_header) add_columns();
+  while (table_.next()) {
+    if (!shape_.has_header && columns_.empty()) {
+      for (std::size_t k = 0; k < table_.rows.fields().size(); ++k)
+        names_.push_back({k == 0 ? "" : "S" + std::to_string(k), table_.rows.first_line(), field(k).column});
+      add_columns();
+      found_.findings.add({.kind = kind("no-names"),
+                           .line = table_.rows.first_line(),
+                           .words = "there is no row of names: series are named S1, S2 and so on"});
+    }
+    read_wide_row();
+  }
+  tell_other_columns();
+}
+
+// --- Years across the top
+
+void TableImport::add_years_across(std::vector<std::optional<std::int64_t>>& years) {
+  years.resize(names_.size());
+  for (std::size_t k = shape_.year; k < names_.size(); ++k) {
+    const auto year = whole_number_in(names_[k].name);
+    const TableField at{names_[k].name, names_[k].line, names_[k].column, false};
+    if (year && found_.can_hold(*year, at, 0)) years[k] = year;
+  }
+}
+
+void TableImport::read_row_across(const std::vector<std::optional<std::int64_t>>& years) {
+  const auto& fields = table_.rows.fields();
+  const std::int64_t numbers =
+      found_.numbers_among(std::span(fields).subspan(std::min(shape_.year, fields.size())));
+  if (numbers == 0 && field(shape_.series).text.empty()) return;
+  const auto series = new_series(field(shape_.series).text, field(shape_.series));
+  if (!series) return;
+  for (std::size_t k = shape_.year; k < std::min(years.size(), fields.size()); ++k) {
+    if (years[k])
+      found_.take(*series, *years[k], fields[k]);
+    else
+      columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
+  }
+  for (std::size_t k = 0; k < std::min(shape_.year, fields.size()); ++k) {
+    if (k != shape_.series) columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
+  }
+  table_.look_behind(years.size());
+  if (fields.size() < years.size()) table_.count_short();
+}
+
+void TableImport::read_across() {
+  read_names();
+  std::vector<std::optional<std::int64_t>> years;
+  add_years_across(years);
+  for (std::size_t k = 0; k < names_.size(); ++k) {
+    columns_.push_back({names_[k]});
+    columns_.back().is_year = k == shape_.series || years[k].has_value();
+  }
+  while (table_.next()) read_row_across(years);
+  tell_other_columns();
+}
+
+// --- A row a ring
+
+std::string TableImport::name_of_ring() const {
+  const std::string core(field(shape_.series).text);
+  if (!shape_.tree) return core;
+  const std::string tree(field(*shape_.tree).text);
+  return core.starts_with(tree) ? core : tree + "_" + core;
+}
+
+void TableImport::read_ring() {
+  const auto& fields = table_.rows.fields();
+  for (std::size_t k = 0; k < std::min(columns_.size(), fields.size()); ++k) {
+    if (!columns_[k].is_year)
+      columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
+  }
+  table_.look_behind(columns_.size());
+  const TableField width = field(shape_.width), year_field = field(shape_.year);
+  const auto year = table_.year_in(year_field, shape_.is_bp);
+  if (!year || !found_.can_hold(*year, year_field, found_.numbers_among(std::span(&width, 1)))) return;
+  if (fields.size() <= std::max(shape_.width, shape_.series)) table_.count_short();
+  const std::string name = name_of_ring();
+  if (name.empty()) {
+    if (says_missing(width.text)) return;
+    found_.findings.add(
+        {.kind = kind("no-series"),
+         .line = table_.rows.first_line(),
+         .from = table_.rows.first_line(),
+         .to = table_.rows.last_line(),
+         .column = width.column,
+         .value = std::int64_t{1},
+         .words = "the ring of " + std::to_string(*year) + " belongs to no series, and is not taken"});
+    return;
+  }
+  const auto [place, is_new] = series_.try_emplace(name);
+  if (is_new) {
+    place->second = new_series(name, field(shape_.series));
+    if (place->second && !found_.series(*place->second).unit)
+      found_.series(*place->second).unit = unit_in_name(names_[shape_.width].name);
+  }
+  if (place->second) found_.take(*place->second, *year, width);
+}
+
+void TableImport::read_long() {
+  read_names();
+  for (std::size_t k = 0; k < names_.size(); ++k) {
+    columns_.push_back({names_[k]});
+    columns_.back().is_year =
+        k == shape_.series || k == shape_.year || k == shape_.width || (shape_.tree && k == *shape_.tree);
+  }
+  while (table_.next()) read_ring();
+  tell_other_columns();
+}
+
+// --- The whole
+
+std::string TableImport::why() const {
+  const std::string separator = shape_.separator == '\t'  ? "tabs"
+                                : shape_.separator == ';' ? "semicolons"
+                                                          : "commas";
+  if (shape_.layout == OtherLayout::long_table)
+    return "columns parted by " + separator + " are named \"" + names_[shape_.series].name + "\", \"" +
+           names_[shape_.year].name + "\" and \"" + names_[shape_.width].name + "\"";
+  if (shape_.years_across)
+    return "fields parted by " + separator + ", years across the top and a row a series";
+  return "fields parted by " + separator + ", years down column " + std::to_string(shape_.year + 1) +
+         " and a column a series";
+}
+
+Imported TableImport::read(bool is_utf_16) {
+  if (is_utf_16)
+    found_.findings.add({.kind = kind("utf-16"),
+                         .words = "saved as UTF-16; lines and columns are those of the same text in UTF-8"});
+  skip_titles();
+  if (shape_.layout == OtherLayout::long_table)
+    read_long();
+  else if (shape_.years_across)
+    read_across();
+  else
+    read_wide();
+  table_.finish(lines_);
+  return found_.finished(
+      shape_.layout,
+      shape_.layout == OtherLayout::long_table ? "table of a row a ring" : "table of ring widths", why());
+}
+
+}  // namespace
+
+std::optional<Imported> import_table(std::span<const FileLine> lines, bool is_utf_16, int this_year) {
+  const auto shape = table_shape(lines);
+  if (!shape) return std::nullopt;
+  return TableImport(lines, *shape, this_year).read(is_utf_16);
+}
+
+}  // namespace vorn

@@ -1,0 +1,293 @@
+// Tables as people write them: each specimen has one trap.
+#include "import/tables.h"
+
+#include <gtest/gtest.h>
+
+#include "support/imported_copy.h"
+
+namespace vorn {
+namespace {
+
+constexpr const char* two_series = "A 1990: 1.25 1.5 1\nB 1990: 0.5 0.75 1.25\n";
+
+TEST(WideTable, HasAColumnASeries) {
+  const Imported one = taken("Year,A,B\n1990,1.25,0.50\n1991,1.50,0.75\n1992,1.00,1.25\n");
+  EXPECT_EQ(shown(one), two_series);
+  EXPECT_EQ(one.layout, OtherLayout::wide_table);
+  EXPECT_EQ(doubts(one), "unit-guessed:1");
+  EXPECT_EQ(one.tucson,
+            "A       1990   125   150   100   999     0     0     0     0     0     0\n"
+            "B       1990    50    75   125   999\n");
+}
+
+TEST(WideTable, HasAnySeparatorAndAnyLineEnd) {
+  EXPECT_EQ(series_of("Year;A;B\n1990;1.25;0.50\n1991;1.50;0.75\n1992;1.00;1.25"), two_series);
+  EXPECT_EQ(series_of("Year\tA\tB\r\n1990\t1.25\t0.50\r\n1991\t1.50\t0.75\r\n1992\t1.00\t1.25\r\n"),
+            two_series);
+  EXPECT_EQ(series_of("Year,A,B\r1990,1.25,0.50\r1991,1.50,0.75\r1992,1.00,1.25\r"), two_series);
+  EXPECT_EQ(series_of("\xef\xbb\xbf"
+                      "Year,A,B\n\n1990,1.25,0.50\n\n1991,1.50,0.75\n1992,1.00,1.25\n\x1a"),
+            two_series);
+}
+
+TEST(WideTable, MayBeSavedAsUtf16) {
+  std::string bytes = "\xff\xfe";
+  for (const char c : std::string_view("Year\tA\n1990\t1.25\n1991\t1.50\n")) bytes += std::string{c, '\0'};
+  EXPECT_EQ(series_of(bytes), "A 1990: 1.25 1.5\n");
+  EXPECT_NE(notes(taken(bytes)).find("utf-16"), std::string::npos);
+}
+
+TEST(WideTable, HasRowNamesAsRWritesThem) {
+  // write.csv(rwl), where the years are the row names; then data.frame(year, …), with numbers of rows.
+  EXPECT_EQ(series_of("\"\",\"A\",\"B\"\n\"1990\",1.25,0.5\n\"1991\",1.5,0.75\n\"1992\",1,1.25\n"),
+            two_series);
+  EXPECT_EQ(
+      series_of("\"\",\"year\",\"A\",\"B\"\n\"1\",1990,1.25,0.5\n\"2\",1991,1.5,0.75\n\"3\",1992,1,1.25\n"),
+      two_series);
+  // write.table leaves the name above them out.
+  EXPECT_EQ(series_of("\"A\"\t\"B\"\n\"1990\"\t1.25\t0.5\n\"1991\"\t1.5\t0.75\n\"1992\"\t1\t1.25\n"),
+            two_series);
+}
+
+TEST(WideTable, MayHaveNoNames) {
+  const Imported one = taken("1990,1.25,0.50\n1991,1.50,0.75\n1992,1.00,1.25\n");
+  EXPECT_EQ(shown(one), "S1 1990: 1.25 1.5 1\nS2 1990: 0.5 0.75 1.25\n");
+  EXPECT_EQ(doubts(one), "no-names:1 unit-guessed:1");
+}
+
+TEST(WideTable, MayBeTurnedSoThatARowIsASeries) {
+  EXPECT_EQ(series_of("series,1990,1991,1992\nA,1.25,1.50,1.00\nB,0.50,0.75,1.25\n"), two_series);
+  EXPECT_EQ(series_of("site,core,1990,1991,1992\nX,A,1.25,1.50,1.00\nX,B,0.50,0.75,1.25\n").substr(0, 2),
+            "X ");
+  // Trees that are numbered: which are the years?
+  EXPECT_EQ(series_of("Year,101,102,103\n1990,1.1,1.2,1.3\n1991,2.1,2.2,2.3\n"),
+            "101 1990: 1.1 2.1\n102 1990: 1.2 2.2\n103 1990: 1.3 2.3\n");
+  EXPECT_EQ(series_of("core,1990,1991,1992\n1,1.1,1.2,1.3\n2,2.1,2.2,2.3\n3,2.1,2.2,2.3\n"),
+            "1 1990: 1.1 1.2 1.3\n2 1990: 2.1 2.2 2.3\n3 1990: 2.1 2.2 2.3\n");
+}
+
+TEST(WideTable, HasRingsWhereThereAreNumbers) {
+  const Imported one = taken("year,A,B,C\n1990,NA,1.1,\n1991,1.2,NaN,.\n1992,0,1.3,-\n1993,1.4,1.5,n/a\n");
+  EXPECT_EQ(shown(one), "A 1991: 1.2 0 1.4\nB 1990: 1.1 - 1.3 1.5\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1");
+  EXPECT_EQ(notes(one), "layout no-rings copy-form series zeros series inner-gap") << "C has none";
+}
+
+TEST(WideTable, TakesNegativeNumbersForMissingRings) {
+  const Imported one = taken("year,A\n1990,100\n1991,-9999\n1992,120\n1993,-1\n1994,110\n");
+  EXPECT_EQ(shown(one), "A 1990: 1 - 1.2 - 1.1\n");
+  EXPECT_NE(notes(one).find("negative"), std::string::npos);
+}
+
+TEST(WideTable, SaysWhatIsNoNumber) {
+  const Imported one = taken("year,A,B\n1990,1.25,0.5\n1991,1.5O,0.75\n1992,1.00,1.25\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.25 - 1\nB 1990: 0.5 0.75 1.25\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1 no-number:3");
+  EXPECT_EQ(one.findings.back().column, 6);
+  EXPECT_EQ(one.findings.back().series, "A");
+  EXPECT_EQ(one.findings.back().words, "\"1.5O\" is no number: 1991 has no ring");
+}
+
+TEST(WideTable, TakesRingsByTheirYears) {
+  EXPECT_EQ(series_of("Year,A,B\n1992,1.00,1.25\n1991,1.50,0.75\n1990,1.25,0.50\n"), two_series);
+  const Imported odd = taken("Year,A,B\n1990,1.25,0.50\n1992,1.00,1.25\n1991,1.50,0.75\n1993,1,1\n");
+  EXPECT_EQ(shown(odd), "A 1990: 1.25 1.5 1 1\nB 1990: 0.5 0.75 1.25 1\n");
+  EXPECT_EQ(doubts(odd), "unit-guessed:1 years-out-of-order:4");
+}
+
+TEST(WideTable, TakesTheFirstRingOfAYearThatStandsThereTwice) {
+  const Imported one = taken("Year,A,B\n1990,1.25,0.50\n1991,1.50,0.75\n1991,1.60,0.75\n1992,1.00,1.25\n");
+  EXPECT_EQ(shown(one), two_series);
+  EXPECT_EQ(doubts(one), "unit-guessed:1 year-twice:4 year-twice:4");
+}
+
+TEST(WideTable, SaysWhichRowsHaveNoYear) {
+  const Imported one = taken(
+      "Year,A,B\n1990,1.25,0.50\n1991,1.50,0.75\n1992,1.00,1.25\n1993,1,1\n1994,1,1\nmean,1.25,0.83\nnote\n,,"
+      "\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.25 1.5 1 1 1\nB 1990: 0.5 0.75 1.25 1 1\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1 no-year:7");
+}
+
+TEST(WideTable, SaysWhatHasNoColumn) {
+  const Imported one = taken("Year,A,B\n1990,1.25,0.50\n1991,1.50,0.75,9.99\n1992,1.00\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.25 1.5 1\nB 1990: 0.5 0.75\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1 no-column:3 short-rows:4");
+  EXPECT_EQ(series_of("Year;A;B;\n1990;1.25;0.50;\n1991;1.50;0.75;\n1992;1.00;1.25;\n"), two_series);
+}
+
+TEST(WideTable, PassesOverWhatIsNoWidth) {
+  const Imported one =
+      taken("Year,A,samp.depth,species\n1990,1.25,1,QURO\n1991,1.50,1,QURO\n1992,1,1,QURO\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.25 1.5 1\n");
+  EXPECT_EQ(notes(one), "layout other-column other-column copy-form series");
+}
+
+TEST(WideTable, OfAChronologyAloneHasNoSeries) {
+  const Imported one = taken("year,std,samp.depth\n1990,1.01,3\n1991,0.97,4\n1992,1.1,4\n");
+  EXPECT_EQ(shown(one), "");
+  EXPECT_EQ(doubts(one), "no-copy");
+  EXPECT_EQ(one.tucson, "");
+}
+
+TEST(WideTable, HasQuotedFields) {
+  EXPECT_EQ(series_of("\"Year\",\"A, left\",\"\"\"B\"\"\"\n\"1990\",\"1.25\",0.5\n1991,1.5,\"0.75\"\n"),
+            "A__left 1990: 1.25 1.5\n_B_ 1990: 0.5 0.75\n");
+  EXPECT_EQ(series_of("Year,\"A\nof the\r\nslope\",B\n1990,1.25,0.50\n1991,1.50,0.75\n"),
+            "Aoeslope 1990: 1.25 1.5\nB 1990: 0.5 0.75\n");
+  const Imported open = taken("Year,A,\"B\n1990,1.25,0.50\n1991,1.50,0.75\n");
+  EXPECT_EQ(shown(open), "A 1990: 1.25 1.5\n_B 1990: 0.5 0.75\n");
+  EXPECT_EQ(doubts(open), "open-quote:1 unit-guessed:1");
+}
+
+TEST(WideTable, HasDecimalCommas) {
+  const Imported one = taken("Jahr;A;B\n1990;1,25;0,50\n1991;1,50;0,75\n1992;1,00;1,25\n");
+  EXPECT_EQ(shown(one), two_series);
+  EXPECT_EQ(notes(one), "layout copy-form series series decimal-comma");
+  EXPECT_EQ(series_of("Year,A,B\n1990,\"1,25\",\"0,50\"\n1991,\"1,50\",\"0,75\"\n1992,\"1,00\",\"1,25\"\n"),
+            two_series);
+  EXPECT_EQ(doubts(taken("Year\tA\n1990\t1,25\n1991\t1.50\n1992\t1,1\n")), "unit-guessed:1 two-points:3");
+}
+
+// --- Units
+
+TEST(Units, AreThoseOfTheHeader) {
+  EXPECT_EQ(series_of("year,A (mm)\n1990,1\n1991,2\n"), "A 1990: 1 2\n");
+  EXPECT_EQ(doubts(taken("year,A (0.01mm)\n1990,100\n1991,200\n")), "");
+  EXPECT_EQ(series_of("year;A [1/100 mm]\n1990;100\n1991;200\n"), "A 1990: 1 2\n");
+  EXPECT_EQ(series_of("year,A_um\n1990,1000\n1991,2500\n"), "A_um 1990: 1 2.5\n");
+  EXPECT_EQ(series_of("year,A (\xc2\xb5m)\n1990,1000\n1991,2500\n"), "A 1990: 1 2.5\n");
+  EXPECT_EQ(series_of("year,A\n,1/1000 mm\n1990,100\n1991,250\n"), "A 1990: 0.1 0.25\n") << "a row of units";
+  EXPECT_EQ(series_of("# units: 0.001 mm\nyear,A\n1990,100\n1991,250\n"), "A 1990: 0.1 0.25\n");
+}
+
+TEST(Units, AreGuessedByTheValues) {
+  EXPECT_EQ(series_of("year,A\n1990,100\n1991,250\n"), "A 1990: 1 2.5\n");
+  EXPECT_EQ(series_of("year,A\n1990,1000\n1991,250\n"), "A 1990: 1 0.25\n") << "a mean above 300";
+  EXPECT_EQ(series_of("year,A\n1990,1.0\n1991,2.0\n"), "A 1990: 1 2\n");
+  EXPECT_EQ(series_of("year,A\n1990,100.0\n1991,250.0\n"), "A 1990: 1 2.5\n") << "too wide for millimetres";
+}
+
+TEST(Units, ThatCannotBeAreDoubted) {
+  EXPECT_EQ(doubts(taken("year,A (mm)\n1990,100\n1991,250\n")), "unit-unlikely:1");
+  EXPECT_EQ(doubts(taken("year,A (um)\n1990,1.2\n1991,2.5\n")), "unit-unlikely:1 rounded:1");
+}
+
+TEST(Units, OfTheCopyAreThoseThatAreNeeded) {
+  EXPECT_EQ(taken("year,A\n1990,1.25\n1991,1.5\n").series[0].unit, 100);
+  EXPECT_EQ(taken("year,A\n1990,1.251\n1991,1.5\n").series[0].unit, 1000);
+  const Imported fine = taken("year,A\n1990,1.2514\n1991,1.5\n");
+  EXPECT_EQ(doubts(fine), "unit-guessed:1 rounded:1");
+  EXPECT_EQ(fine.tucson, "A       1990  1251  1500 -9999     0     0     0     0     0     0     0\n");
+}
+
+// --- A row a ring
+
+TEST(LongTable, HasColumnsInAnyOrder) {
+  EXPECT_EQ(
+      series_of(
+          "series,year,width\nA,1990,1.25\nA,1991,1.5\nB,1990,0.5\nA,1992,1\nB,1991,0.75\nB,1992,1.25\n"),
+      two_series);
+  const Imported one =
+      taken("Ring Width (mm);Core ID;species;Date\n1,25;A;QURO;1990\n1,5;A;QURO;1991\n1;A;QURO;1992\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.25 1.5 1\n");
+  EXPECT_EQ(one.layout, OtherLayout::long_table);
+  EXPECT_EQ(doubts(one), "");
+}
+
+TEST(LongTable, NamesACoreByItsTree) {
+  EXPECT_EQ(
+      series_of(
+          "tree,core,year,rw\nT1,A,1990,1.5\nT1,A,1991,1.5\nT1,B,1990,2.5\nT2,A,1990,3.5\nT2,A,1991,3\n"),
+      "T1_A 1990: 1.5 1.5\nT1_B 1990: 2.5\nT2_A 1990: 3.5 3\n");
+}
+
+TEST(LongTable, SaysWhatIsNotTaken) {
+  const Imported one = taken(
+      "id,year,value\nA,1990,1.5\nA,1990,1.6\nA,199O,1.7\n,1991,1.8\nA,1991,one\nA,99999,1.9\nA,1992,1.5,"
+      "7\nA,1993,1\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.5 - 1.5 1\n");
+  EXPECT_EQ(doubts(one),
+            "unit-guessed:2 year-twice:3 no-year:4 no-series:5 no-number:6 year-outside:7 no-column:8");
+}
+
+TEST(LongTable, CountsYearsBeforePresentFrom1950) {
+  const Imported one = taken("sample,age_BP,width\nA,12,1.5\nA,11,1.25\nA,10,1.75\n");
+  EXPECT_EQ(shown(one), "A 1938: 1.5 1.25 1.75\n");
+  EXPECT_NE(notes(one).find("years-bp"), std::string::npos);
+}
+
+// --- Years
+
+TEST(Years, MayLieBeforeYear0) {
+  EXPECT_EQ(taken("year,A\n-2,1.5\n-1,1.5\n0,1.25\n1,1.75\n").tucson,
+            "A         -2   150   150\nA          0   125   175   999\n");
+  EXPECT_EQ(series_of("year,ABCDEFGH,B\n-1003,1.5,1\n-1002,1.5,1\n-1001,1.25,1\n-1000,1.75,1\n-999,1,1\n"),
+            "ABDEFGH -1003: 1.5 1.5 1.25 1.75 1\nB -1003: 1 1 1 1 1\n");
+}
+
+TEST(Years, ThatTheCopyHasNoColumnsForAreSaid) {
+  const Imported one = taken("year,A\n9997,1.5\n9998,1.5\n9999,1.25\n");
+  EXPECT_EQ(shown(one), "A 9997: 1.5 1.5\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1 years-to-come:1 year-outside:4");
+}
+
+TEST(Years, FarApartAreTwoSeries) {
+  std::string table = "year,A\n";
+  for (int year = 1000; year <= 1010; ++year) table += std::to_string(year) + ",1.5\n";
+  const std::string near = table + "1111,1.5\n1112,2\n", far = table + "1112,1.5\n1113,2\n";
+  EXPECT_EQ(taken(near).series.size(), 1u) << "a gap of 100 years";
+  const Imported one = taken(far);
+  ASSERT_EQ(one.series.size(), 2u);
+  EXPECT_EQ(one.series[1].name, "A");
+  EXPECT_EQ(one.series[1].taken_as, "A_2");
+  EXPECT_EQ(one.series[1].first, 1112);
+  EXPECT_EQ(doubts(one), "unit-guessed:1 gap:13");
+}
+
+TEST(Years, ThatSpanMoreThanAChronologyGiveNoCopy) {
+  const Imported one = taken("year,A,B\n-9000,1.5,\n-8999,1.5,\n2000,1,2\n2001,1,2\n5000,,3\n");
+  EXPECT_EQ(one.tucson, "");
+  EXPECT_NE(doubts(one).find("no-copy"), std::string::npos);
+}
+
+// --- Names
+
+TEST(Names, AreShortenedSoThatTheyStayApart) {
+  const Imported one = taken(
+      "year,SITE-TREE-01-A,SITE-TREE-01-B,ABCDEFGH,SITE TREE 02 "
+      "\xc3\xa4,ABCDEFGH,ABCDEFG-\n1990,1.1,2.1,3.1,4.1,5.1,6.1\n"
+      "1991,1.1,2.1,3.1,4.1,5.1,6.1\n");
+  std::string names;
+  for (const ImportedSeries& series : one.series) names += series.taken_as + " ";
+  EXPECT_EQ(names, "SIREE01A SIREE01B ABCDEFGH SIREE02a ABCDEF_2 ABCDEFG_ ");
+  EXPECT_EQ(one.series[3].name, "SITE TREE 02 \xc3\xa4");
+  EXPECT_EQ(doubts(one), "unit-guessed:1 name-twice-same-years:1");
+}
+
+TEST(Names, OfOlderCharacterTablesAreReadAsWindowsHasThem) {
+  const Imported one = taken("year,H\xe4gg\xf6\n1990,1.1\n1991,1.2\n");
+  EXPECT_EQ(one.series[0].name, "H\xc3\xa4gg\xc3\xb6");
+  EXPECT_EQ(one.series[0].taken_as, "Haggo");
+}
+
+TEST(Names, ThatAreNoneAreGiven) {
+  EXPECT_EQ(series_of("year,,A\n1990,1.1,2\n1991,1.2,2\n"), "S 1990: 1.1 1.2\nA 1990: 2 2\n");
+  EXPECT_EQ(series_of("year,HEADER:\n1990,1.1\n1991,1.2\n"), "HEADER_ 1990: 1.1 1.2\n");
+}
+
+// --- Strict
+
+TEST(Tables, AreNotMadeOfWhatIsNone) {
+  for (const char* none :
+       {"", "\n\n", "year", "Year,A,B\n",
+        "Dear all,\nthis is a letter, not a table,\nof 1990, 1991 and 1992.\n",
+        "A       1990   125   150   100   999\n", "a,b\nc,d\n", "x,y\n1.5,2.5\n3.5,7.5\n2.5,1.5\n",
+        "id,name\n1,Ann\n2,Bob\n3,Cid\n", "HEADER:\nLength=3\nDATA:Tree\n", "1,2\n",
+        "name,height\n100,7\n180,8\n150,9\n", "core,tree,species\nA,1,QURO\nB,2,QURO\n"})
+    EXPECT_FALSE(imported(none, 2026)) << none;
+  EXPECT_FALSE(imported(std::string("Year,A\n\0\0\n", 10), 2026));
+}
+
+}  // namespace
+}  // namespace vorn
