@@ -25,11 +25,6 @@ std::vector<std::string> layout_names() {
   return all;
 }
 
-// Of one of those names.
-Layout layout_named(const std::string& name) {
-  return std::ranges::find(target_layouts(), name, &TargetLayout::name)->layout;
-}
-
 bool is_grave(const Conversion& made, const std::string& fail_on) {
   if (fail_on.empty()) return false;
   return !made.not_read.empty() || (severity_named(fail_on) == Severity::warning && !made.lost.empty());
@@ -38,7 +33,7 @@ bool is_grave(const Conversion& made, const std::string& fail_on) {
 int convert(const Wanted& wanted) {
   InputFiles files({wanted.file});
   const Collection collection(files, wanted.file, untreated());
-  const Conversion made = converted(collection, layout_named(wanted.layout));
+  const Conversion made = converted(collection, *target_named(wanted.layout));
   if (!wanted.quiet) say(made.not_read);
   say(made.refused);
   if (!made.refused.empty()) return cannot_go_on;

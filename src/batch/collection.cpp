@@ -8,6 +8,7 @@
 #include "formats/layouts.h"
 #include "plot/plot.h"
 #include "records/file_name.h"
+#include "records/memory_files.h"
 #include "statistics/chronology_entries.h"
 
 namespace vorn {
@@ -33,6 +34,16 @@ std::string one_line(const Trouble& trouble) {
   std::string text = words_of(trouble);
   if (!trouble.series.empty()) text = trouble.series + ": " + text;
   return (trouble.line > 0 ? ":" + std::to_string(trouble.line) : "") + ": " + text;
+}
+
+// What of an imported file is lost, or may be.
+void add_words(const Imported& imported, const std::string& path, std::vector<std::string>& all) {
+  for (const FileFinding& finding : imported.findings) {
+    if (severity_of(finding.kind->effect) == Severity::note) continue;
+    const std::string line = finding.line > 0 ? ":" + std::to_string(finding.line) : "";
+    const std::string series = finding.series.empty() ? "" : finding.series + ": ";
+    all.push_back(path + line + ": " + series + finding.words);
+  }
 }
 
 // What is told behind a file that could not be opened follows from that alone.
@@ -92,21 +103,48 @@ Collection::Collection(Files& files, const std::string& path, const Settings& se
   recognition_ = find_rftyp(files, path, troubles);
   w_->rftype(1) = recognition_.layout;
   w_->rfhead(1) = recognition_.header_lines;
-  const LayoutRow* row = row_of(recognition_.layout);
-  w_->rawok(1) = row != nullptr;
-  if (!row) {
+  if (const LayoutRow* row = row_of(recognition_.layout)) {
+    read(files, *row, troubles);
+  } else {
     keep_what_matters(troubles_);
-    return;
+    import(files);
   }
-  const Reading reading{files, path, recognition_.header_lines, troubles};
-  decided_ = row->read_cores ? row->read_cores(*w_, reading) : row->read_chronology(*w_, 1, reading);
+}
+
+void Collection::read(Files& files, const LayoutRow& row, Troubles& troubles) {
+  w_->rawok(1) = true;
+  const Reading reading{files, path_, w_->rfhead(1), troubles};
+  decided_ = row.read_cores ? row.read_cores(*w_, reading) : row.read_chronology(*w_, 1, reading);
   try {
-    if (row->read_cores) data_man2(*w_);
-    w_->nraw = row->read_cores ? 1 : 0;
+    if (row.read_cores) data_man2(*w_);
+    w_->nraw = row.read_cores ? 1 : 0;
     place_chronologies(*w_, *w_);
   } catch (const ProgramEnd&) {
     is_too_long_ = true;
   }
+}
+
+// What the reader told of the original says that it is not the program's: the importers tell the rest.
+void Collection::import(Files& files) {
+  std::string all;
+  if (read_whole(files, path_, all)) return;
+  imported_ = vorn::imported(all, 0);
+  if (!imported_) return;
+  troubles_.clear();
+  if (imported_->tucson.empty()) return;
+  MemoryFiles copy;
+  copy.put(path_, imported_->tucson);
+  KeptTroubles troubles(troubles_);
+  const Recognition recognised = find_rftyp(copy, path_, troubles);
+  w_->rftype(1) = recognised.layout;
+  w_->rfhead(1) = recognised.header_lines;
+  if (const LayoutRow* row = row_of(recognised.layout)) read(copy, *row, troubles);
+}
+
+bool is_recognised(Files& files, const std::string& path) {
+  std::vector<Trouble> untold;
+  KeptTroubles troubles(untold);
+  return row_of(find_rftyp(files, path, troubles).layout) != nullptr;
 }
 
 std::optional<std::string> Collection::bytes() const {
@@ -143,7 +181,9 @@ std::vector<std::string> Collection::series() const {
 std::vector<std::string> Collection::words() const {
   std::vector<std::string> all;
   for (const Trouble& trouble : troubles_) all.push_back(path_ + one_line(trouble));
-  if (!row_of(recognition_.layout) && troubles_.empty()) all.push_back(path_ + ": no layout that is known");
+  if (!row_of(recognition_.layout) && !imported_ && troubles_.empty())
+    all.push_back(path_ + ": no layout that is known");
+  if (imported_) add_words(*imported_, path_, all);
   for (const std::string& limit : limits_passed(decided_, path_)) all.push_back(limit);
   if (is_too_long_) all.push_back(path_ + ": its cores span more than 12,000 years");
   return all;

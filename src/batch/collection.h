@@ -7,8 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "formats/layouts.h"
 #include "formats/read_decisions.h"
 #include "formats/recognition.h"
+#include "import/imported.h"
 #include "records/files.h"
 #include "records/troubles.h"
 #include "study/file_lines.h"
@@ -23,8 +25,14 @@ std::string words_of(const Trouble& trouble);
 // What the file holds, to its end.
 Status read_whole(Files& files, const std::string& name, std::string& bytes);
 
+// Whether the program knows the layout of a file, so that it reads it.
+bool is_recognised(Files& files, const std::string& path);
+
 // The file as the program reads it, with all that was told and decided on the way. A file of ring widths
 // fills the store and gets its chronology; one of indices fills the first column of the file table.
+//
+// A file that the program does not recognise is read by the importers, where they can; then the store has
+// what the program reads of the copy that they make.
 class Collection {
  public:
   // Reads `path` with these settings. Nothing is thrown for what a file holds.
@@ -46,7 +54,10 @@ class Collection {
   // Its cores, which live as long as this does.
   std::vector<SeriesView> cores() const;
   const Recognition& recognition() const { return recognition_; }
+  // Of the copy where it was imported, as regards its lines.
   const ReadDecisions& decided() const { return decided_; }
+  // What the importers made of it; null where the program reads it itself, or nobody can.
+  const Imported* imported() const { return imported_ ? &*imported_ : nullptr; }
   // The names of its series, those that were not read as a whole among them, without blanks around them.
   std::vector<std::string> series() const;
   const std::vector<Trouble>& troubles() const { return troubles_; }
@@ -58,10 +69,13 @@ class Collection {
 
  private:
   struct Page;
+  void read(Files& files, const LayoutRow& row, Troubles& troubles);
+  void import(Files& files);
   std::string path_;
   std::unique_ptr<Page> page_;
   std::unique_ptr<Workspace> w_;
   Recognition recognition_;
+  std::optional<Imported> imported_;
   ReadDecisions decided_;
   std::vector<Trouble> troubles_;
   bool is_too_long_ = false;

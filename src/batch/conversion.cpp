@@ -6,6 +6,8 @@
 
 #include "base/loud_failure.h"
 #include "batch/difference.h"
+#include "batch/reading_check.h"
+#include "batch/written_tables.h"
 #include "formats/compact.h"
 #include "formats/layouts.h"
 #include "records/memory_files.h"
@@ -14,9 +16,18 @@
 namespace vorn {
 namespace {
 
-constexpr std::array targets = {TargetLayout{"tucson", Layout::tucson_raw},
-                                TargetLayout{"heidelberg", Layout::heidelberg},
-                                TargetLayout{"compact", Layout::compact}};
+std::string as_commas(std::string_view, std::span<const NamedCore> cores) {
+  return comma_table(cores);
+}
+
+std::string as_template(std::string_view site, std::span<const NamedCore> cores) {
+  return template_text(site, cores);
+}
+
+constexpr std::array targets = {
+    TargetLayout{"tucson", Layout::tucson_raw}, TargetLayout{"heidelberg", Layout::heidelberg},
+    TargetLayout{"compact", Layout::compact}, TargetLayout{.name = "csv", .write = as_commas},
+    TargetLayout{.name = "noaa", .write = as_template}};
 
 const std::string in_memory = "what would be written";
 
@@ -35,6 +46,12 @@ void write_cores(const SeriesStore& w, Layout layout, MemoryFiles& files) {
   VORN_ASSERT(row && row->write_core);
   for (int i = 1; i <= w.nc; ++i) row->write_core(w, writing, i);
   told(none, in_memory, out.close(), "Close");
+}
+
+// "nowhere" of "sites/nowhere.rwl".
+std::string site_name(std::string_view path) {
+  const std::string_view file = path.substr(path.find_last_of("/\\") + 1);
+  return std::string(file.substr(0, std::min(file.rfind('.'), file.size())));
 }
 
 // --- What would not come back
@@ -78,9 +95,9 @@ std::vector<NamedCore> in_thousandths(const ComparableCores& read) {
   return cores;
 }
 
-Sentences not_read_back(const Collection& collection, Layout layout, MemoryFiles& files) {
+Sentences not_read_back(const Collection& collection, const TargetLayout& target, MemoryFiles& files) {
   const Collection written(files, in_memory, untreated());
-  if (written.recognition().layout != layout)
+  if (written.recognition().layout != target.layout || !written.has_cores())
     return {collection.path() + ": the layout would not be recognised by the first core, " +
             plain_name(collection.state(), 1)};
   const ComparableCores read(collection), back(written);
@@ -88,7 +105,7 @@ Sentences not_read_back(const Collection& collection, Layout layout, MemoryFiles
   Sentences all;
   for (const SeriesChange& change : changes_between(cores, back.cores()))
     all.push_back(collection.path() + ": " + change_words(change, cores, back.cores()));
-  if (all.empty()) {
+  if (all.empty() && !(written.imported() && is_read_whole(written))) {
     for (const std::string& words : written.words()) all.push_back(collection.path() + ": " + words);
   }
   return all;
@@ -165,15 +182,23 @@ std::span<const TargetLayout> target_layouts() {
   return targets;
 }
 
-Conversion converted(const Collection& collection, Layout layout) {
+const TargetLayout* target_named(std::string_view name) {
+  const auto* const found = std::ranges::find(targets, name, &TargetLayout::name);
+  return found == targets.end() ? nullptr : found;
+}
+
+Conversion converted(const Collection& collection, const TargetLayout& target) {
   Conversion made;
   find_lost(collection, made);
   if (!collection.has_cores()) made.refused.push_back(collection.path() + ": no ring widths to write");
-  if (layout == Layout::compact && made.refused.empty()) made.refused = too_wide(collection);
+  if (target.layout == Layout::compact && made.refused.empty()) made.refused = too_wide(collection);
   if (!made.refused.empty()) return made;
   MemoryFiles files;
-  write_cores(collection.state(), layout, files);
-  made.refused = not_read_back(collection, layout, files);
+  if (target.write)
+    files.put(in_memory, target.write(site_name(collection.path()), ComparableCores(collection).cores()));
+  else
+    write_cores(collection.state(), target.layout, files);
+  made.refused = not_read_back(collection, target, files);
   if (!made.refused.empty()) return made;
   made.bytes = files.contents(in_memory).value();
   return made;

@@ -55,11 +55,12 @@ void offer_copies(FileReport& report, const Collection& collection, const std::s
 FileReport report_on(Files& files, const std::string& name, int this_year) {
   FileReport report{.file = name};
   const Collection collection(files, name, untreated());
-  report.layout = name_of(collection.recognition().layout);
+  const Imported* imported = collection.imported();
+  report.layout = imported ? imported->layout_name : std::string(name_of(collection.recognition().layout));
   check_findings(collection, this_year,
                  [&](const FileFinding& finding) { report.findings.push_back(finding); });
   sort_by_gravity(report.findings);
-  report.was_read = collection.was_read();
+  report.was_read = collection.was_read() && !imported;
   report.is_whole = report.was_read && report.count(Severity::error) == 0;
   take_years(report, collection);
   if (const auto bytes = collection.bytes(); bytes && !report.is_whole)

@@ -80,6 +80,14 @@ bool is_no_loss(const Trouble& trouble, const FileTaken& file) {
 void check_findings(const Collection& collection, int this_year,
                     const std::function<void(const FileFinding&)>& add) {
   const auto bytes = collection.bytes();
+  if (collection.imported()) {
+    add({.kind = kind("imported"),
+         .words = "the program itself does not read this layout, but the copy that --repair writes"});
+    if (const auto made = imported(bytes.value_or(""), this_year)) {
+      for (const FileFinding& finding : made->findings) add(finding);
+    }
+    return;
+  }
   const TakenCollection taken(collection, bytes ? std::string_view(*bytes) : "", this_year);
   for (const Trouble& trouble : collection.troubles()) {
     if (!bytes || !is_no_loss(trouble, taken.file())) add(finding_of(trouble));

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "batch/difference.h"
+#include "batch/imported_copy.h"
 #include "batch/reading_check.h"
 #include "batch/tucson_text.h"
 #include "formats/tucson_index_layout.h"
@@ -297,6 +298,7 @@ Repair without_empty_start(std::string_view bytes) {
 }  // namespace
 
 Repair repaired(const Collection& collection, std::string_view bytes, const RepairChoices& choices) {
+  if (collection.imported()) return repair_of(*collection.imported());
   const std::vector<FileFinding> findings = findings_of(collection, bytes, 0);
   const bool is_unread = std::ranges::any_of(
       collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });
@@ -310,6 +312,9 @@ Repair repaired(const Collection& collection, std::string_view bytes, const Repa
   const bool may_hold_widths =
       recognition.layout == Layout::tucson_raw || (recognition.layout != Layout::heidelberg && holds_series);
   if (made.bytes.empty() && may_hold_widths) made = repaired_widths(bytes, choices);
+  if (made.bytes.empty()) {
+    if (const auto other = imported(bytes, 0); other && !other->tucson.empty()) return repair_of(*other);
+  }
   if (made.bytes.empty() && made.refused.empty())
     made.refused.emplace_back("nothing of it can be put right without a guess");
   return made;

@@ -19,6 +19,7 @@ struct Repair {
   std::string bytes = {};                 // of the copy; empty where there is none
   std::vector<std::string> done = {};     // what was done to have it, without the file's name
   std::vector<std::string> refused = {};  // why there is none, where one is wanted
+  std::string ending = {};                // of the copy's name, where its layout is another one: ".rwl"
 };
 
 // Of a file whose findings have an error. Tucson ring widths, whether or not the layout is recognised: lines

@@ -34,6 +34,7 @@ inline constexpr std::array finding_kinds = {
     // The file as a whole.
     FindingKind{"layout", Effect::none},
     FindingKind{"layout", Effect::lost},  // none is known
+    FindingKind{"imported", Effect::none},
     FindingKind{"series", Effect::none},
     FindingKind{"missing-rings", Effect::none},
     FindingKind{"more", Effect::doubtful},

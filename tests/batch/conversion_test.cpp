@@ -17,21 +17,21 @@ namespace {
 
 const std::vector<int> oak = {1100, 0, 1300, -9990, 1500, 1600, 1700, 1800, 1900, 2000};
 
-Conversion converted(const std::string& text, Layout layout) {
+Conversion converted(const std::string& text, std::string_view target) {
   MemoryFiles files;
   files.put("site", text);
-  return vorn::converted(Collection(files, "site", untreated()), layout);
+  return vorn::converted(Collection(files, "site", untreated()), *target_named(target));
 }
 
 TEST(Conversion, WritesWhatTheProgramWrites) {
   const std::string text = raw_text("OAK00001", 1900, oak);
-  EXPECT_EQ(converted(text, Layout::tucson_raw).bytes, text);
-  EXPECT_EQ(converted(text, Layout::heidelberg).bytes,
+  EXPECT_EQ(converted(text, "tucson").bytes, text);
+  EXPECT_EQ(converted(text, "heidelberg").bytes,
             "HEADER:\nKeyCode=OAK00001    \nUnit=1/1000 mm\nDateEnd=1909  \nLength=10    \nDATA:Tree\n"
             "  1100     0  1300 -9990  1500  1600  1700  1800  1900  2000\n");
-  EXPECT_EQ(converted(text, Layout::compact).bytes, "      10=N    1900=I OAK00001" + std::string(42, ' ') +
-                                                        "(19F4.0)\n"
-                                                        "1100   01300-999150016001700180019002000\n");
+  EXPECT_EQ(converted(text, "compact").bytes, "      10=N    1900=I OAK00001" + std::string(42, ' ') +
+                                                  "(19F4.0)\n"
+                                                  "1100   01300-999150016001700180019002000\n");
 }
 
 TEST(Conversion, OfTheExamplesGivesTheSameCoresInEachLayout) {
@@ -40,7 +40,7 @@ TEST(Conversion, OfTheExamplesGivesTheSameCoresInEachLayout) {
     const Collection read(disk, name, untreated());
     for (const TargetLayout& target : target_layouts()) {
       SCOPED_TRACE(std::string(name) + " " + std::string(target.name));
-      const Conversion made = vorn::converted(read, target.layout);
+      const Conversion made = vorn::converted(read, target);
       EXPECT_EQ(made.refused, Sentences{});
       MemoryFiles files;
       files.put("new", made.bytes);
@@ -56,7 +56,7 @@ TEST(Conversion, OfTheExamplesGivesTheSameCoresInEachLayout) {
 
 TEST(Conversion, RefusesWidthsOfTenMillimetresInTheCompactLayout) {
   const Conversion made = converted(
-      raw_text("OAK", 1907, {100, 200, 9999}) + raw_text("ELM", 1900, {100, 200, 10000}), Layout::compact);
+      raw_text("OAK", 1907, {100, 200, 9999}) + raw_text("ELM", 1900, {100, 200, 10000}), "compact");
   EXPECT_EQ(made.refused, Sentences{"site: ELM: widths of 10 mm or more do not fit"});
   EXPECT_EQ(made.bytes, "");
 }
@@ -76,65 +76,63 @@ std::string compact_text(const char* name, int first, int rings) {
 
 TEST(Conversion, RefusesYearsThatTheLayoutHasNoColumnsFor) {
   const std::string late = compact_text("OAK", 9'995, 30);
-  EXPECT_EQ(converted(late, Layout::compact).bytes, late);
-  const Conversion made = converted(late, Layout::tucson_raw);
+  EXPECT_EQ(converted(late, "compact").bytes, late);
+  const Conversion made = converted(late, "tucson");
   EXPECT_FALSE(made.refused.empty());
   EXPECT_EQ(made.bytes, "");
 }
 
 TEST(Conversion, RefusesANameThatTheYearLeavesNoRoomFor) {
   const std::string early = compact_text("OAK00001", -1'200, 30);
-  EXPECT_EQ(converted(early, Layout::heidelberg).refused, Sentences{});
-  EXPECT_EQ(converted(early, Layout::tucson_raw).refused,
-            Sentences{"site: OAK00001 would be called OAK0000"});
-  EXPECT_EQ(converted(compact_text("OAK0001", -1'200, 30), Layout::tucson_raw).refused, Sentences{});
+  EXPECT_EQ(converted(early, "heidelberg").refused, Sentences{});
+  EXPECT_EQ(converted(early, "tucson").refused, Sentences{"site: OAK00001 would be called OAK0000"});
+  EXPECT_EQ(converted(compact_text("OAK0001", -1'200, 30), "tucson").refused, Sentences{});
 }
 
 TEST(Conversion, RefusesMoreRingsThanTheLayoutTakesForASeries) {
   const std::string longest = compact_text("OAK", -2'000, 10'100);
-  const Conversion made = converted(longest, Layout::tucson_raw);
+  const Conversion made = converted(longest, "tucson");
   ASSERT_FALSE(made.refused.empty());
   EXPECT_EQ(made.refused.front(), "site: OAK would be lost");
-  EXPECT_FALSE(converted(longest, Layout::heidelberg).refused.empty());
+  EXPECT_FALSE(converted(longest, "heidelberg").refused.empty());
 }
 
 // The first line of a file is known by being as long as its year asks for.
 TEST(Conversion, RefusesAFirstCoreTooShortForItsLayoutToBeKnown) {
-  EXPECT_EQ(converted(compact_text("OAK", 1900, 8), Layout::tucson_raw).refused,
+  EXPECT_EQ(converted(compact_text("OAK", 1900, 8), "tucson").refused,
             Sentences{"site: the layout would not be recognised by the first core, OAK"});
-  EXPECT_EQ(converted(compact_text("OAK", 1902, 8), Layout::tucson_raw).refused, Sentences{});
+  EXPECT_EQ(converted(compact_text("OAK", 1902, 8), "tucson").refused, Sentences{});
 }
 
 TEST(Conversion, RefusesAFileWithoutCores) {
-  EXPECT_EQ(converted("Nothing of the kind.\n", Layout::compact).refused,
+  EXPECT_EQ(converted("Nothing of the kind.\n", "compact").refused,
             Sentences{"site: no ring widths to write"});
 }
 
 TEST(Conversion, SaysWhatTheNewFileHasNot) {
-  EXPECT_EQ(converted("One\nTwo\nThree\n" + raw_text("OAK", 1900, oak), Layout::compact).lost,
+  EXPECT_EQ(converted("One\nTwo\nThree\n" + raw_text("OAK", 1900, oak), "compact").lost,
             Sentences{"site: 3 lines before the data are not kept"});
   EXPECT_EQ(converted("HEADER:\nKeyCode=OAK\nSpecies=QUSP\nUnit=1/1000 mm\nDateEnd=1910\nLength=4\nDATA:"
                       "Tree\n  1100  1200  1300  1400\n",
-                      Layout::tucson_raw)
+                      "tucson")
                 .lost,
             Sentences{"site: 1 line with keywords that the program does not know is not kept"});
-  EXPECT_EQ(converted(raw_text("OAK", 1900, oak), Layout::compact).lost, Sentences{});
+  EXPECT_EQ(converted(raw_text("OAK", 1900, oak), "compact").lost, Sentences{});
 }
 
 TEST(Conversion, SaysWhatWasNotRead) {
-  EXPECT_EQ(
-      converted(raw_text("OAK", 1900, oak) + "\n" + raw_text("ELM", 1900, oak), Layout::compact).not_read,
-      Sentences{"site:3: what follows is not read"});
+  EXPECT_EQ(converted(raw_text("OAK", 1900, oak) + "\n" + raw_text("ELM", 1900, oak), "compact").not_read,
+            Sentences{"site:3: what follows is not read"});
   std::string open = raw_text("OAK", 1900, oak) + raw_text("ELM", 1900, oak);
   open.resize(open.rfind("-9999"));
-  EXPECT_EQ(converted(open, Layout::compact).not_read,
+  EXPECT_EQ(converted(open, "compact").not_read,
             Sentences{"site: 1 line of series without an end mark is not read"});
-  EXPECT_EQ(converted(raw_text("OAK", 1900, oak), Layout::compact).not_read, Sentences{});
+  EXPECT_EQ(converted(raw_text("OAK", 1900, oak), "compact").not_read, Sentences{});
 }
 
 TEST(Conversion, SaysThatFinerWidthsAreRounded) {
   const std::string header = "       3=N    1907=I OAK     " + std::string(39, ' ') + " -4(10F8.0)\n";
-  const Conversion made = converted(header + "   12344   12345   12346\n", Layout::tucson_raw);
+  const Conversion made = converted(header + "   12344   12345   12346\n", "tucson");
   EXPECT_EQ(made.lost, Sentences{"site: OAK: its widths are rounded to thousandths of a millimetre"});
   EXPECT_EQ(made.bytes, raw_text("OAK", 1907, {1234, 1235, 1235}));
 }

@@ -11,6 +11,8 @@
 #include "platform/qt/file_writing.h"
 #include "platform/qt/folder_choice.h"
 #include "platform/qt/question_box.h"
+#include "platform/qt/typefaces.h"
+#include "records/disk_files.h"
 
 namespace vorn {
 namespace {
@@ -98,7 +100,8 @@ void FileOpening::ask_for_folder(const QString& start) {
 void FileOpening::ask_for_files(const QString& start) {
   QFileDialog* dialog = dialog_for(window_, "The files to work on", start, QFileDialog::ExistingFiles);
   dialog->setNameFilters(
-      {"Ring widths and chronologies (*.rwl *.raw *.rwm *.fh *.crn *.txt *.dat)", "All files (*)"});
+      {"Ring widths and chronologies (*.rwl *.raw *.rwm *.fh *.crn *.txt *.dat *.csv *.tsv)",
+       "All files (*)"});
   QObject::connect(dialog, &QFileDialog::filesSelected, &window_,
                    [this](const QStringList& paths) { open_files(paths); });
   dialog->open();
@@ -172,17 +175,34 @@ void FileOpening::copy_to(const QString& folder, const QStringList& paths) {
   confirm(folder, in_order_of_list(copies.keys()));
 }
 
-void FileOpening::confirm(const QString& folder, const QStringList& names) {
-  if (const QString trouble = trouble_with_names(names); !trouble.isEmpty()) return tell(trouble);
+// Files of layouts that the program does not read are read into copies, which are listed in their place.
+FileOpening::Listed FileOpening::listed(const QString& folder, const QStringList& names) {
+  Listed all;
+  DiskFiles files(QFile::encodeName(folder).toStdString());
+  for (const QString& name : names) {
+    const auto copy = copy_of_unread(files, QFile::encodeName(name).toStdString());
+    all.names << (copy ? QFile::decodeName(copy->name.c_str()) : name);
+    if (!copy) continue;
+    all.words += name + " is read into " + all.names.last() + ".\n";
+    all.copies.push_back(*copy);
+  }
+  all.names.removeDuplicates();
+  return all;
+}
+
+void FileOpening::confirm(const QString& folder, const QStringList& picked) {
+  if (const QString trouble = trouble_with_names(picked); !trouble.isEmpty()) return tell(trouble);
+  const Listed list = listed(folder, picked);
+  const QStringList& names = list.names;
   const QString shown = QDir::toNativeSeparators(folder);
-  const QString files = shown_names(names) + ".\n\n";
+  const QString files = shown_names(names) + ".\n\n" + (list.words.isEmpty() ? "" : list.words + '\n');
   if (!QFile::exists(path_in(folder, list_name))) {
     ask_beside(window_, "Work in " + shown + "?",
                files +
                    "Vorn.fil, the list of the files to read, is made there, and reports and saved files are "
                    "written there.",
-               {"Make the List", "Cancel"}, [this, folder, names](int answer) {
-                 if (answer == 0) make_list(folder, names);
+               {"Make the List", "Cancel"}, [this, folder, list](int answer) {
+                 if (answer == 0) make_list(folder, list);
                });
     return;
   }
@@ -191,15 +211,18 @@ void FileOpening::confirm(const QString& folder, const QStringList& names) {
   ask_beside(window_, shown + " has a list of files already. Replace it?",
              files + "The list that stands there, Vorn.fil, is kept as " +
                  QFileInfo(first_free_name(folder)).fileName() + '.',
-             {"Work with the List as It Is", "Replace the List", "Cancel"},
-             [this, folder, names](int answer) {
+             {"Work with the List as It Is", "Replace the List", "Cancel"}, [this, folder, list](int answer) {
                if (answer == 0) opened_(folder);
-               if (answer == 1) make_list(folder, names);
+               if (answer == 1) make_list(folder, list);
              });
 }
 
-void FileOpening::make_list(const QString& folder, const QStringList& names) {
-  if (const auto failure = replace_list(folder, names)) return tell(*failure);
+void FileOpening::make_list(const QString& folder, const Listed& list) {
+  DiskFiles files(QFile::encodeName(folder).toStdString());
+  for (const CleanCopy& copy : list.copies) {
+    if (const auto failure = write_clean_copy(files, copy)) return tell(shown_characters(*failure));
+  }
+  if (const auto failure = replace_list(folder, list.names)) return tell(*failure);
   opened_(folder);
 }
 

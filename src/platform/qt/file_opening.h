@@ -6,6 +6,9 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
+
+#include "panels/clean_copy.h"
 
 namespace vorn {
 
@@ -28,8 +31,15 @@ class FileOpening {
  private:
   void ask_for_copies(const QStringList& paths);
   void copy_to(const QString& folder, const QStringList& paths);
-  void confirm(const QString& folder, const QStringList& names);
-  void make_list(const QString& folder, const QStringList& names);
+  void confirm(const QString& folder, const QStringList& picked);
+  // What a list is made of: names, with copies in the place of files that the program does not read.
+  struct Listed {
+    QStringList names = {};
+    std::vector<CleanCopy> copies = {};
+    QString words = {};  // a line for each of them
+  };
+  static Listed listed(const QString& folder, const QStringList& names);
+  void make_list(const QString& folder, const Listed& list);
   void tell(const QString& trouble);
 
   QWidget& window_;
