@@ -84,6 +84,23 @@ TEST_F(Opening, FilesOfOneFolderBecomeItsListWidthsFirst) {
   EXPECT_EQ(opened, QStringList(path("a")));
 }
 
+// What the program does not read is read into a copy, which is listed in its place.
+TEST_F(Opening, ATableOfWidthsIsReadIntoAFileOfTheProgram) {
+  const std::string table = "year,OAK1,OAK2\n1900,1.25,0.5\n1901,1.5,0.75\n1902,1.75,1\n";
+  folder.write("a/oaks.csv", table);
+  folder.write("a/oaks.rwl", "of somebody else");
+  opening.open_files({path("a/oaks.csv"), path("a/one.rwl")});
+  ASSERT_NE(box(), nullptr);
+  EXPECT_TRUE(box()->informativeText().contains("oaks.csv is read into oaks-2.rwl."))
+      << box()->text().toStdString();
+  EXPECT_FALSE(folder.exists("a/oaks-2.rwl"));
+  answer("Make the List");
+  EXPECT_EQ(folder.read("a/Vorn.fil"), "oaks-2.rwl\none.rwl\n");
+  EXPECT_NE(folder.read("a/oaks-2.rwl").find("OAK2    1900"), std::string::npos);
+  EXPECT_EQ(folder.read("a/oaks.csv"), table);
+  EXPECT_EQ(folder.read("a/oaks.rwl"), "of somebody else");
+}
+
 TEST_F(Opening, AListThatStandsThereIsReplacedOnlyAfterAYesAndKept) {
   folder.write("a/Vorn.fil", "old.rwl\n");
   folder.write("a/Vorn.fil.1", "older.rwl\n");
