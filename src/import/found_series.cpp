@@ -222,7 +222,7 @@ void FoundFile::find_units() {
 void FoundFile::tell_units() {
   std::set<double> told;
   for (const FoundSeries& series : series_) {
-    if (!series.unit || series.rings.empty()) continue;
+    if (!series.unit || series.unit_is_guess || series.rings.empty()) continue;
     double sum = 0;
     for (const FoundRing& ring : series.rings) sum += ring.value;
     const double mean = sum / static_cast<double>(series.rings.size()) / *series.unit;
@@ -303,7 +303,8 @@ void FoundFile::tell_values(const std::vector<ImportedSeries>& all) {
   add_name_findings(cores, findings);
 }
 
-Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::string why) {
+Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::string why,
+                             const std::function<void(const Imported&)>& look) {
   Imported result{layout, std::move(layout_name), std::move(why), {}, {}, {}};
   findings.add({.kind = kind("layout", Effect::none), .words = result.layout_name + ": " + result.why});
   tell_decimals();
@@ -321,6 +322,7 @@ Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::s
   }
   result.tucson = tucson_copy(result.series, findings);
   tell_values(result.series);
+  if (look) look(result);
   result.findings = findings.taken();
   return result;
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <span>
@@ -37,6 +38,7 @@ struct FoundSeries {
   std::int64_t line = 0;
   int column = 0;
   std::optional<double> unit = {};  // values a millimetre, where the file says them
+  bool unit_is_guess = false;       // which was said where it was made
   bool has_points = false;          // a value is written with a point
   std::vector<FoundRing> rings = {};
   std::vector<FoundRing> negative = {};  // years marked as missing by a negative number
@@ -71,8 +73,10 @@ class FoundFile {
   // How many of the fields hold numbers.
   std::int64_t numbers_among(std::span<const TableField> fields) const;
 
-  // The series in millimetres with their findings, and the copy.
-  Imported finished(OtherLayout layout, std::string layout_name, std::string why);
+  // The series in millimetres with their findings, and the copy. `look` may add findings before they are
+  // put in order.
+  Imported finished(OtherLayout layout, std::string layout_name, std::string why,
+                    const std::function<void(const Imported&)>& look = {});
 
  private:
   void take_number(std::size_t series, const FoundRing& ring, const FieldNumber& number);

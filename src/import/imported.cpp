@@ -1,5 +1,7 @@
 #include "import/imported.h"
 
+#include "import/heidelberg_variants.h"
+#include "import/noaa_template.h"
 #include "import/source_text.h"
 #include "import/tables.h"
 #include "study/file_lines.h"
@@ -20,6 +22,8 @@ std::optional<Imported> imported(std::string_view bytes, int this_year) {
   const SourceText text(bytes);
   if (is_no_text(text.bytes)) return std::nullopt;
   const std::vector<FileLine> lines = lines_of(text.bytes);
+  if (starts_heidelberg(lines)) return import_heidelberg(bytes, lines, text.is_utf_16, this_year);
+  if (auto noaa = import_noaa_template(lines, text.is_utf_16, this_year)) return noaa;
   return import_table(lines, text.is_utf_16, this_year);
 }
 

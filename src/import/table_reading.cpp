@@ -83,12 +83,34 @@ void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers, s
                                counted(numbers, "number", "numbers")});
 }
 
+void TableReading::take_row(std::vector<TableColumn>& columns, std::size_t year, bool is_bp) {
+  const auto& fields = rows.fields();
+  const TableField year_field = year < fields.size() ? fields[year] : TableField{.line = rows.last_line()};
+  const auto of_row = year_in(year_field, is_bp);
+  if (!of_row || !found.can_hold(*of_row, year_field, found.numbers_among(fields))) return;
+  for (std::size_t k = 0; k < std::min(columns.size(), fields.size()); ++k) {
+    if (columns[k].series)
+      found.take(*columns[k].series, *of_row, fields[k]);
+    else if (!columns[k].is_year)
+      columns[k].passed_over += found.numbers_among(std::span(fields).subspan(k, 1));
+  }
+  look_behind(columns.size());
+  if (fields.size() < columns.size()) count_short();
+}
+
+void TableReading::tell_others(std::span<const TableColumn> columns) {
+  for (const TableColumn& column : columns) {
+    if (!column.series && !column.is_year && (column.passed_over > 0 || !column.named.name.empty()))
+      tell_other(column.named, column.passed_over);
+  }
+}
+
 void TableReading::finish(std::span<const FileLine> lines) {
   if (rows.comments() > 0)
-    found.findings.add({.kind = kind("comments"),
-                        .value = rows.comments(),
-                        .words = counted(rows.comments(), "line begins", "lines begin") +
-                                 " with \"#\", and are passed over"});
+    found.findings.add(
+        {.kind = kind("comments"),
+         .value = rows.comments(),
+         .words = counted(rows.comments(), "line begins", "lines begin") + " with \"#\", and hold no data"});
   if (short_rows_ > 0)
     found.findings.add({.kind = kind("short-rows"),
                         .line = first_short_,

@@ -23,7 +23,15 @@ struct NamedColumn {
 
 NamedColumn named(const TableField& field);
 
-// Goes through the rows of a table, and tells what is odd about them. Its rows_left may be gone through once.
+// A column of a table with years down its side.
+struct TableColumn {
+  NamedColumn named = {};
+  std::optional<std::size_t> series = {};  // of the file found; none where its numbers are passed over
+  bool is_year = false;
+  std::int64_t passed_over = 0;  // numbers
+};
+
+// Goes through the rows of a table, and tells what is odd about them.
 class TableReading {
  public:
   TableReading(std::span<const FileLine> lines, char separator, FoundFile& file)
@@ -44,6 +52,9 @@ class TableReading {
   }
   // A column, or row, that holds no widths, in which so many numbers stand.
   void tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what = "column");
+  // Takes the rings of the row at hand, whose year stands in column `year`.
+  void take_row(std::vector<TableColumn>& columns, std::size_t year, bool is_bp);
+  void tell_others(std::span<const TableColumn> columns);
   // What is told of the whole, at the end.
   void finish(std::span<const FileLine> lines);
 

@@ -29,17 +29,9 @@ class TableImport {
   void read_wide();
   void read_across();
   void read_long();
-  // Wide: what each column is.
-  struct Column {
-    NamedColumn named = {};
-    std::optional<std::size_t> series = {};
-    bool is_year = false;
-    std::int64_t passed_over = 0;
-  };
   void add_columns();
   void read_wide_row();
   bool is_row_of_units();
-  void tell_other_columns();
   void add_years_across(std::vector<std::optional<std::int64_t>>& years);
   void read_row_across(const std::vector<std::optional<std::int64_t>>& years);
   void read_ring();
@@ -54,7 +46,7 @@ class TableImport {
   TableReading table_;
   std::optional<double> file_unit_;
   std::vector<NamedColumn> names_;  // of the first row
-  std::vector<Column> columns_;
+  std::vector<TableColumn> columns_;
   std::map<std::string, std::optional<std::size_t>, std::less<>> series_;  // long: by name
   bool any_rows_ = false;
 };
@@ -92,7 +84,7 @@ void TableImport::read_names() {
 
 void TableImport::add_columns() {
   for (std::size_t k = 0; k < names_.size(); ++k) {
-    Column column{names_[k]};
+    TableColumn column{names_[k]};
     column.is_year = k == shape_.year;
     const ColumnMeaning meaning = meaning_of(names_[k].name);
     const bool unnamed_before_years = names_[k].name.empty() && k < shape_.year;
@@ -118,29 +110,9 @@ bool TableImport::is_row_of_units() {
 }
 
 void TableImport::read_wide_row() {
-  const auto& fields = table_.rows.fields();
-  const TableField year_field = field(shape_.year);
   if (is_row_of_units()) return;
   any_rows_ = true;
-  const auto year = table_.year_in(year_field, shape_.is_bp);
-  if (!year) return;
-  const std::int64_t numbers = found_.numbers_among(fields);
-  if (!found_.can_hold(*year, year_field, numbers)) return;
-  for (std::size_t k = 0; k < std::min(columns_.size(), fields.size()); ++k) {
-    if (columns_[k].series)
-      found_.take(*columns_[k].series, *year, fields[k]);
-    else if (!columns_[k].is_year)
-      columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
-  }
-  table_.look_behind(columns_.size());
-  if (fields.size() < columns_.size()) table_.count_short();
-}
-
-void TableImport::tell_other_columns() {
-  for (const Column& column : columns_) {
-    if (!column.series && !column.is_year && (column.passed_over > 0 || !column.named.name.empty()))
-      table_.tell_other(column.named, column.passed_over);
-  }
+  table_.take_row(columns_, shape_.year, shape_.is_bp);
 }
 
 void TableImport::read_wide() {
@@ -157,7 +129,7 @@ void TableImport::read_wide() {
     }
     read_wide_row();
   }
-  tell_other_columns();
+  table_.tell_others(columns_);
 }
 
 // --- Years across the top
@@ -200,7 +172,7 @@ void TableImport::read_across() {
     columns_.back().is_year = k == shape_.series || years[k].has_value();
   }
   while (table_.next()) read_row_across(years);
-  tell_other_columns();
+  table_.tell_others(columns_);
 }
 
 // --- A row a ring
@@ -253,7 +225,7 @@ void TableImport::read_long() {
         k == shape_.series || k == shape_.year || k == shape_.width || (shape_.tree && k == *shape_.tree);
   }
   while (table_.next()) read_ring();
-  tell_other_columns();
+  table_.tell_others(columns_);
 }
 
 // --- The whole
