@@ -153,8 +153,6 @@ std::string RawRepair::why_not(const CoreLines& core) const {
   if (has_decimals(core))
     return at_line(core.decades.front().line) +
            ": widths with a decimal point: if all of them are in millimetres choose --unit millimetres";
-  if (!core.mark && (!choices_.unit || *choices_.unit == millimetres))
-    return "no end mark: choose its unit by --unit";
   for (std::size_t k = 0; k < core.decades.size(); ++k) {
     const DecadeLine& decade = core.decades[k];
     if (k > 0 && decade.year < core.decades[k - 1].next_year())
@@ -168,6 +166,8 @@ std::string RawRepair::why_not(const CoreLines& core) const {
       return at_line(decade.line) + ", column " + std::to_string(field.column) + ": what is its width?";
     }
   }
+  if (!core.mark && (!choices_.unit || *choices_.unit == millimetres))
+    return "no end mark: choose its unit by --unit";
   return "";
 }
 

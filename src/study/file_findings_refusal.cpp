@@ -86,6 +86,8 @@ std::string why_not_raw(const DecadeLine& first, std::span<const FileLine> lines
     return std::to_string(before) + " lines stand before the data, " +
            (empty > 0 ? std::to_string(empty) + " of them empty; " : "") + "three at most may";
   }
+  if (first.is_shifted)
+    return "line " + std::to_string(first.line) + " begins the data and stands to the left of its columns";
   if (!first.in_columns)
     return "line " + std::to_string(first.line) + " begins the data and does not keep to the columns";
   return length_words(first, lines[before].text);

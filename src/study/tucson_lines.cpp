@@ -64,6 +64,13 @@ bool is_full(std::string_view text, int column) {
          field.find(' ') == std::string_view::npos;
 }
 
+// Whether a number goes on from the column before into a field that it does not fill: no columns of the
+// layout part the two.
+bool is_cut(std::string_view text, int column) {
+  const auto at = static_cast<std::size_t>(column) - 1;
+  return text.size() > at && text[at] != ' ' && text[at - 1] != ' ' && !is_full(text, column);
+}
+
 std::size_t count_of(const DecadeLine& decade, DecadeField::Kind kind) {
   return static_cast<std::size_t>(std::ranges::count(decade.fields, kind, &DecadeField::kind));
 }
@@ -93,6 +100,7 @@ std::optional<DecadeLine> by_columns(std::string_view text, std::int64_t line) {
   for (int k = 0; k < values_a_line; ++k) {
     const int column = width_columns.first + k * width_of_a_field;
     decade.fields.push_back(field_at(text, column));
+    if (k > 0 && is_cut(text, column)) decade.fields.back().kind = DecadeField::Kind::bad;
     decade.run_together = decade.run_together || (k > 0 && is_full(text, column) &&
                                                   text[static_cast<std::size_t>(column) - 2] != ' ');
     decade.touching += is_full(text, column) ? 1 : 0;
