@@ -113,8 +113,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
         "FILE");
     add_number(app, "--year", typed.year, 1, 9999, "rings behind this year are told; at first that of today");
     app.add_flag("--repair", typed.repair, "writes copies that are read whole to the folder that -o names");
-    add_choice(app, "--unit", typed.unit, {"hundredths", "thousandths"},
-               "repair: of series without an end mark, of a millimetre");
+    add_choice(app, "--unit", typed.unit, {"hundredths", "thousandths", "millimetres"},
+               "repair: of widths whose unit is not known (millimetres: with a decimal point)");
   }
   // Of fewer years in common site tells nothing.
   if (verb == "site") add_segments(app, least_years_in_common, request, typed);
@@ -177,7 +177,9 @@ std::string set_segments(Request& request, const Typed& typed) {
 
 // Why nothing can be repaired as it was typed, or nothing.
 std::string take_repair(Request& request, const Typed& typed) {
-  if (!typed.unit.empty()) request.repair_choices.unit = typed.unit == "thousandths" ? 1000.0 : 100.0;
+  static const std::map<std::string, double> units = {
+      {"millimetres", 1}, {"hundredths", 100}, {"thousandths", 1000}};
+  if (!typed.unit.empty()) request.repair_choices.unit = units.at(typed.unit);
   if (!typed.repair) return typed.unit.empty() ? "" : "--unit goes with --repair";
   request.repair_folder = std::exchange(request.output, "");
   if (request.repair_folder.empty()) return "--repair needs a folder: -o DIR";

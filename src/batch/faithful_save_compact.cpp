@@ -1,6 +1,5 @@
 // Compact: a header line that names the edit format of the values, and the values.
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 #include "batch/faithful_save_fields.h"
@@ -14,7 +13,6 @@ constexpr const LayoutField& year_columns = compact::header_fields[2];
 constexpr const LayoutField& name_columns = compact::header_fields[4];
 constexpr const LayoutField& exponent_columns = compact::header_fields[6];
 constexpr const LayoutField& format_columns = compact::header_fields[7];
-constexpr int most_decimals_of_a_format = 9;
 
 std::size_t place_of(const LayoutField& field) {
   return static_cast<std::size_t>(field.first) - 1;
@@ -22,44 +20,6 @@ std::size_t place_of(const LayoutField& field) {
 
 std::string_view columns_of(std::string_view text, const LayoutField& field) {
   return text.substr(std::min(place_of(field), text.size()), static_cast<std::size_t>(field.width()));
-}
-
-// Takes the number that a text begins with; 0 where there is none, or one that no format has.
-std::size_t take_number(std::string_view& text) {
-  std::size_t number = 0;
-  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (failed != std::errc() || number > 1'000) return 0;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  return number;
-}
-
-// An edit format such as "(19F4.0)", "(26F3.0)" or "(10I8)".
-struct ValueFormat {
-  ValueColumns columns;
-  std::size_t decimals = 0;  // of a value without a point
-};
-
-std::optional<ValueFormat> format_of(std::string_view columns) {
-  std::string all(columns);
-  std::erase(all, ' ');
-  std::string_view text = all;
-  if (!text.starts_with('(')) return std::nullopt;
-  text.remove_prefix(1);
-  ValueFormat format;
-  const bool is_counted = !text.empty() && text.front() >= '0' && text.front() <= '9';
-  format.columns.a_line = is_counted ? take_number(text) : 1;
-  if (text.empty() || std::string_view("FIfi").find(text.front()) == std::string_view::npos)
-    return std::nullopt;
-  text.remove_prefix(1);
-  format.columns.width = take_number(text);
-  if (text.starts_with('.')) {
-    text.remove_prefix(1);
-    format.decimals = take_number(text);
-    if (text.starts_with('0')) text.remove_prefix(1);
-  }
-  const bool is_taken = text == ")" && format.columns.a_line > 0 && format.columns.width > 0 &&
-                        format.decimals <= most_decimals_of_a_format;
-  return is_taken ? std::optional(format) : std::nullopt;
 }
 
 class FaithfulCompact : public FaithfulLayout {
@@ -81,7 +41,7 @@ class FaithfulCompact : public FaithfulLayout {
 
  private:
   ValueFormat format(const StandingCore& core) const {
-    return format_of(columns_of(lines_[core.from].text, format_columns)).value_or(ValueFormat{{1, 1}});
+    return value_format(columns_of(lines_[core.from].text, format_columns)).value_or(ValueFormat{{1, 1}});
   }
   std::string header(const SavedCore& core) const;
 
@@ -94,7 +54,7 @@ std::optional<StandingCore> FaithfulCompact::standing(std::size_t k) const {
   StandingCore core{static_cast<std::size_t>(series.first_line) - 1,
                     static_cast<std::size_t>(series.last_line)};
   if (core.from >= core.to || core.to > lines_.size()) return std::nullopt;
-  const auto format = format_of(columns_of(lines_[core.from].text, format_columns));
+  const auto format = value_format(columns_of(lines_[core.from].text, format_columns));
   const auto rings = static_cast<std::size_t>(series.rings);
   if (!format || core.to - core.from - 1 != format->columns.lines_for(rings)) return std::nullopt;
   core.values_from = core.from + 1;

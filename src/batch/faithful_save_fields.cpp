@@ -1,6 +1,7 @@
 #include "batch/faithful_save_fields.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 #include "records/number_text.h"
@@ -8,10 +9,20 @@
 namespace vorn {
 namespace {
 
+constexpr std::size_t most_decimals_of_a_format = 9;
 constexpr std::string_view digits_and_signs = "+-0123456789";
 
 std::string_view part(std::string_view text, std::size_t from, std::size_t length) {
   return text.substr(std::min(from, text.size()), length);
+}
+
+// Takes the number that a text begins with; 0 where there is none, or one that no format has.
+std::size_t take_number(std::string_view& text) {
+  std::size_t number = 0;
+  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (failed != std::errc() || number > 1'000) return 0;
+  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  return number;
 }
 
 std::string right_aligned(std::string_view digits, std::size_t width) {
@@ -49,6 +60,29 @@ void fill_up(std::string& text, const ValueColumns& columns, LineRest rest) {
 
 std::size_t ValueColumns::lines_for(std::size_t values) const {
   return std::max<std::size_t>(1, (values + a_line - 1) / a_line);
+}
+
+std::optional<ValueFormat> value_format(std::string_view columns) {
+  std::string all(columns);
+  std::erase(all, ' ');
+  std::string_view text = all;
+  if (!text.starts_with('(')) return std::nullopt;
+  text.remove_prefix(1);
+  ValueFormat format;
+  const bool is_counted = !text.empty() && text.front() >= '0' && text.front() <= '9';
+  format.columns.a_line = is_counted ? take_number(text) : 1;
+  if (text.empty() || std::string_view("FIfi").find(text.front()) == std::string_view::npos)
+    return std::nullopt;
+  text.remove_prefix(1);
+  format.columns.width = take_number(text);
+  if (text.starts_with('.')) {
+    text.remove_prefix(1);
+    format.decimals = take_number(text);
+    if (text.starts_with('0')) text.remove_prefix(1);
+  }
+  const bool is_taken = text == ")" && format.columns.a_line > 0 && format.columns.width > 0 &&
+                        format.decimals <= most_decimals_of_a_format;
+  return is_taken ? std::optional(format) : std::nullopt;
 }
 
 std::vector<std::string> fields_on(std::span<const FileLine> lines, std::size_t values,

@@ -20,6 +20,14 @@ struct ValueColumns {
   std::size_t lines_for(std::size_t values) const;
 };
 
+// An edit format such as "(19F4.0)", "(26F3.0)" or "(10I8)".
+struct ValueFormat {
+  ValueColumns columns;
+  std::size_t decimals = 0;  // of a value without a point
+};
+// Nothing where it is no such format.
+std::optional<ValueFormat> value_format(std::string_view columns);
+
 // The fields of so many values; those behind the end of a line are empty.
 std::vector<std::string> fields_on(std::span<const FileLine> lines, std::size_t values,
                                    const ValueColumns& columns);

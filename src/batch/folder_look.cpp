@@ -44,7 +44,7 @@ void offer_copies(FileReport& report, const Collection& collection, const std::s
     report.copies.push_back({{}, plain.done});
     return;
   }
-  for (const double unit : {100.0, 1000.0}) {
+  for (const double unit : {100.0, 1000.0, 1.0}) {
     const RepairChoices choices{.unit = unit};
     const Repair made = plain.refused.empty() ? Repair() : repaired(collection, bytes, choices);
     if (!made.bytes.empty()) report.copies.push_back({choices, made.done});
@@ -63,8 +63,7 @@ FileReport report_on(Files& files, const std::string& name, int this_year) {
   report.was_read = collection.was_read() && !imported;
   report.is_whole = report.was_read && report.count(Severity::error) == 0;
   take_years(report, collection);
-  if (const auto bytes = collection.bytes(); bytes && !report.is_whole)
-    offer_copies(report, collection, *bytes);
+  if (const auto bytes = collection.bytes()) offer_copies(report, collection, *bytes);
   return report;
 }
 

@@ -12,7 +12,8 @@ namespace vorn {
 
 // What is a guess, and so up to the user.
 struct RepairChoices {
-  std::optional<double> unit = {};  // values a millimetre of series without an end mark
+  // Values a millimetre: 100 or 1000 of series without an end mark, 1 of widths with a decimal point.
+  std::optional<double> unit = {};
 };
 
 struct Repair {

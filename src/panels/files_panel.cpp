@@ -50,7 +50,10 @@ std::string finding_words(const FileFinding& finding) {
 
 std::string copy_words(const CopyOnOffer& copy) {
   if (!copy.choices.unit) return "Write a clean copy";
-  return std::string("Clean copy, in ") + (*copy.choices.unit < 500 ? "hundredths" : "thousandths");
+  const double unit = *copy.choices.unit;
+  return std::string("Clean copy, in ") + (unit < 10    ? "millimetres"
+                                           : unit < 500 ? "hundredths"
+                                                        : "thousandths");
 }
 
 // What is said of a file, line by line as it stands in the panel.

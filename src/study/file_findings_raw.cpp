@@ -306,11 +306,14 @@ void add_columns(const CoreLines& core, FindingList& found) {
       core, [](const DecadeLine& decade) { return decade.run_together; }, kind("run-together"),
       "with numbers that touch, told apart by columns alone", found);
   for (const DecadeLine& decade : core.decades) {
-    const auto bad = std::ranges::find(decade.fields, DecadeField::Kind::bad, &DecadeField::kind);
+    const auto bad = std::ranges::find_if(decade.fields, [](const DecadeField& field) {
+      return field.kind == DecadeField::Kind::bad || field.kind == DecadeField::Kind::decimal;
+    });
     if (bad == decade.fields.end()) continue;
     FileFinding one = about(core, kind("bad-field"), decade.line);
     one.column = bad->column;
-    one.words = "a width that is no number";
+    one.words = bad->kind == DecadeField::Kind::bad ? "a width that is no number"
+                                                    : "a width with a decimal point, which is not read";
     found.add(one);
   }
 }
@@ -384,6 +387,12 @@ void add_lost_cores(const FileTaken& file, std::span<const CoreLines> cores, Fin
   audit.add_invented();
 }
 
+// Whether the line is in columns and ends in an end mark, as no header line does by chance.
+bool ends_a_core(const DecadeLine& decade) {
+  return decade.in_columns && decade.fields.back().kind == DecadeField::Kind::number &&
+         unit_of_mark(decade.fields.back().number).has_value();
+}
+
 // The line of data before which, among the header lines, there may be more of the same core.
 std::size_t first_line_of_data(const FileTaken& file, std::span<const FileLine> lines) {
   std::size_t from = std::min(static_cast<std::size_t>(std::max(file.decided.header_lines, 0)), lines.size());
@@ -391,7 +400,7 @@ std::size_t first_line_of_data(const FileTaken& file, std::span<const FileLine> 
   auto next = decade_of(lines[from].text, 1);
   while (next && from > 0) {
     auto before = decade_of(lines[from - 1].text, 1);
-    if (!before || before->name != next->name || before->name.empty()) break;
+    if (!before || before->name.empty() || (before->name != next->name && !ends_a_core(*before))) break;
     // A line of numbers in a header may look like one that does not keep to the columns.
     if (!before->in_columns && before->next_year() != next->year) break;
     next = std::move(before);

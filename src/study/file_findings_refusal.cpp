@@ -1,6 +1,7 @@
 // Why a file is none that can be read, and what stands in it all the same.
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 #include "formats/layouts.h"
 #include "formats/tucson_index.h"
@@ -25,6 +26,26 @@ constexpr std::array foreign = {
     ForeignStart{"{\\rtf", "a document of a word processor"},
     ForeignStart{"\xff\xfe", "text in UTF-16: save it as plain text"},
     ForeignStart{"\xfe\xff", "text in UTF-16: save it as plain text"}};
+
+// As capital letters and blanks before them are written by some.
+bool begins_with(std::string_view text, std::string_view start) {
+  const bool is_markup = start.starts_with('<');
+  if (is_markup) text = text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+  const auto same = [](char a, char b) {
+    return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+  };
+  if (!is_markup) return text.starts_with(start);
+  return text.size() >= start.size() && std::equal(start.begin(), start.end(), text.begin(), same);
+}
+
+// Every other byte of the beginning is 0: text of two bytes a character.
+bool is_wide_text(std::string_view bytes) {
+  constexpr std::size_t bytes_looked_at = 64, least = 8;
+  const std::string_view start = bytes.substr(0, bytes_looked_at);
+  std::size_t even = 0, odd = 0;
+  for (std::size_t k = 0; k < start.size(); ++k) (k % 2 == 0 ? even : odd) += start[k] == '\0' ? 1 : 0;
+  return start.size() >= least && std::max(even, odd) == start.size() / 2 && std::min(even, odd) == 0;
+}
 
 constexpr std::size_t lines_examined = 4;  // by the recognition of layouts
 constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
@@ -65,6 +86,8 @@ std::string why_not_raw(const DecadeLine& first, std::span<const FileLine> lines
     return std::to_string(before) + " lines stand before the data, " +
            (empty > 0 ? std::to_string(empty) + " of them empty; " : "") + "three at most may";
   }
+  if (first.is_shifted)
+    return "line " + std::to_string(first.line) + " begins the data and stands to the left of its columns";
   if (!first.in_columns)
     return "line " + std::to_string(first.line) + " begins the data and does not keep to the columns";
   return length_words(first, lines[before].text);
@@ -73,8 +96,9 @@ std::string why_not_raw(const DecadeLine& first, std::span<const FileLine> lines
 std::string why_refused(const FileTaken& file, std::span<const FileLine> lines,
                         std::span<const CoreLines> cores) {
   for (const ForeignStart& start : foreign) {
-    if (file.bytes.starts_with(start.bytes)) return std::string(start.what);
+    if (begins_with(file.bytes, start.bytes)) return std::string(start.what);
   }
+  if (is_wide_text(file.bytes)) return "text in UTF-16: save it as plain text";
   if (lines.empty()) return "the file is empty";
   std::string_view first = lines.front().text;
   if (first.starts_with(byte_order_mark) && is_known(first.substr(byte_order_mark.size())))

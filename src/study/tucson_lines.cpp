@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "formats/tucson_raw_layout.h"
+#include "records/number_text.h"
 
 namespace vorn {
 namespace {
@@ -36,10 +37,23 @@ std::optional<std::int32_t> whole_number(std::string_view word) {
   return number;
 }
 
+// Digits with one point among them, not before the first.
+std::optional<double> decimal_number(std::string_view word) {
+  const std::size_t point = word.find('.');
+  if (point == 0 || point == std::string_view::npos) return std::nullopt;
+  const std::string_view digits = "0123456789", whole = word.substr(word.starts_with('-') ? 1 : 0);
+  if (whole.find_first_not_of("0123456789.") != std::string_view::npos || digits.find(whole.front()) > 9)
+    return std::nullopt;
+  double value = 0;
+  if (read_real(word, 0, value) != status::ok) return std::nullopt;
+  return value;
+}
+
 DecadeField field_at(std::string_view text, int column) {
   const std::string_view word = without_blanks(columns(text, column, width_of_a_field));
   if (word.empty()) return {DecadeField::Kind::empty, 0, column};
   const auto number = whole_number(word);
+  if (const auto decimal = decimal_number(word)) return {DecadeField::Kind::decimal, 0, column, *decimal};
   if (!number) return {DecadeField::Kind::bad, 0, column};
   return {DecadeField::Kind::number, *number, column};
 }
@@ -48,6 +62,13 @@ bool is_full(std::string_view text, int column) {
   const std::string_view field = columns(text, column, width_of_a_field);
   return field.size() == static_cast<std::size_t>(width_of_a_field) &&
          field.find(' ') == std::string_view::npos;
+}
+
+// Whether a number goes on from the column before into a field that it does not fill: no columns of the
+// layout part the two.
+bool is_cut(std::string_view text, int column) {
+  const auto at = static_cast<std::size_t>(column) - 1;
+  return text.size() > at && text[at] != ' ' && text[at - 1] != ' ' && !is_full(text, column);
 }
 
 std::size_t count_of(const DecadeLine& decade, DecadeField::Kind kind) {
@@ -79,12 +100,15 @@ std::optional<DecadeLine> by_columns(std::string_view text, std::int64_t line) {
   for (int k = 0; k < values_a_line; ++k) {
     const int column = width_columns.first + k * width_of_a_field;
     decade.fields.push_back(field_at(text, column));
+    if (k > 0 && is_cut(text, column)) decade.fields.back().kind = DecadeField::Kind::bad;
     decade.run_together = decade.run_together || (k > 0 && is_full(text, column) &&
                                                   text[static_cast<std::size_t>(column) - 2] != ' ');
+    decade.touching += is_full(text, column) ? 1 : 0;
   }
   while (!decade.fields.empty() && decade.fields.back().kind == DecadeField::Kind::empty)
     decade.fields.pop_back();
-  if (count_of(decade, DecadeField::Kind::number) == 0) return std::nullopt;
+  if (count_of(decade, DecadeField::Kind::number) + count_of(decade, DecadeField::Kind::decimal) == 0)
+    return std::nullopt;
   return decade;
 }
 
@@ -158,7 +182,18 @@ std::int64_t DecadeLine::next_year() const {
   return year + first_decade_end(static_cast<std::int32_t>(year));
 }
 
+std::size_t length_of_foreign_start(std::string_view text) {
+  constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+  const std::size_t mark = text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0;
+  return std::min(text.find_first_not_of(std::string_view("\x1a\0", 2), mark), text.size());
+}
+
 std::optional<DecadeLine> decade_of(std::string_view text, std::int64_t line) {
+  if (const std::size_t foreign = length_of_foreign_start(text); foreign > 0) {
+    auto behind = decade_of(text.substr(foreign), line);
+    if (behind) behind->in_columns = false;
+    return behind;
+  }
   auto decade = by_columns(text, line);
   if (decade && count_of(*decade, DecadeField::Kind::bad) == 0) return decade;
   if (auto words = by_words(text, line)) return words;

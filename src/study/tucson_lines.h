@@ -17,9 +17,11 @@ namespace vorn {
 
 // What stands in the place of one width.
 struct DecadeField {
-  enum class Kind { number, empty, bad } kind = Kind::empty;
+  // `decimal`: a number with a point in it, which the layout does not know.
+  enum class Kind { number, decimal, empty, bad } kind = Kind::empty;
   std::int32_t number = 0;
-  int column = 0;  // in which it begins, from 1
+  int column = 0;      // in which it begins, from 1
+  double decimal = 0;  // of that kind
 };
 
 // A line that gives some years of one core.
@@ -31,12 +33,17 @@ struct DecadeLine {
   bool in_columns = true;                // false: its words are where blanks and tabs part them
   bool is_shifted = false;               // name and year stand left of their columns by a few
   bool run_together = false;             // two numbers touch
+  int touching = 0;                      // so many fields fill their columns
 
   // The year behind the last one that a line of the layout that begins so has room for.
   std::int64_t next_year() const;
 };
 
-// What the line says; nothing where it is no decade.
+// What a transfer or an editor put before the first character of a line: a byte order mark, Ctrl-Z, zero
+// bytes.
+std::size_t length_of_foreign_start(std::string_view text);
+
+// What the line says, behind such a start; nothing where it is no decade.
 std::optional<DecadeLine> decade_of(std::string_view text, std::int64_t line);
 
 // The mark that a number is: so many values a millimetre. Nothing where it is none.

@@ -128,7 +128,7 @@ TEST_F(Repairs, WhatIsEmptyBeforeTheFirstLineIsLeftOutOfAnyLayout) {
 }
 
 TEST_F(Repairs, OfAFileThatIsNoneThereIsNoCopy) {
-  for (const char* text : {"", "Some words.\n", "PK\x03\x04", "HEADER:\nDATA:Double\n     1     2\n"}) {
+  for (const char* text : {"", "Some words.\n", "PK\x03\x04", "HEADER:\nDATA:Double\n"}) {
     EXPECT_EQ(repair(text).bytes, "");
     EXPECT_EQ(repair(text).refused.size(), 1u);
   }
