@@ -32,6 +32,10 @@ class FilesWindow(GuidedWindow):
         self.vorn.answer("Make the List")
         self.vorn.wait_for_program()
 
+    def type(self, key):
+        """A key for whatever has the keyboard."""
+        ActionChains(self.vorn.driver).send_keys(key).perform()
+
     def notices(self):
         return self.vorn.js("return document.querySelector('.notices pre')?.textContent ?? ''")
 
@@ -85,11 +89,10 @@ class CleanCopies(FilesWindow):
         self.vorn.until(lambda: NOTICE in self.notices(), "the notice")
         self.vorn.keys(Keys.ALT, "6")
         marked = "return document.querySelector('.panel-frame.files [aria-live]').textContent"
-        step = ActionChains(self.vorn.driver).send_keys(Keys.TAB)
-        self.vorn.until(lambda: "A copy of yonder.rwl" in self.vorn.js(marked) or step.perform(), "the key, marked")
-        ActionChains(self.vorn.driver).send_keys(Keys.ENTER).perform()
+        self.vorn.until(lambda: "A copy of yonder.rwl" in self.vorn.js(marked) or self.type(Keys.TAB), "the key, marked")
+        self.type(Keys.ENTER)
         self.vorn.until(lambda: "Write yonder-clean.rwl" in self.vorn.question(), "the question")
-        ActionChains(self.vorn.driver).send_keys(Keys.ENTER).perform()
+        self.type(Keys.ENTER)
         self.vorn.until(lambda: "yonder-clean.rwl" in self.vorn.driver.title, "the program, begun anew")
 
     def test_names_are_text_and_nothing_else(self):
