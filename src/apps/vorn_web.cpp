@@ -1,14 +1,11 @@
-// The program of the browser edition: each of its workers runs it, in the role that it has.
+// The program of the browser edition, which one of its workers runs.
 
 #include <exception>
 #include <sstream>
-#include <string>
 
 #include "apps/whole_program.h"
 #include "desk/questions.h"
-#include "panels/kept_marks.h"
 #include "platform/web/shown_text.h"
-#include "platform/web/studies_desk.h"
 #include "platform/web/web_desk.h"
 #include "platform/web/worker_port.h"
 #include "records/disk_files.h"
@@ -34,18 +31,11 @@ void run_program(vorn::WorkerPort& port) {
   port.tell({{"is", "ended"}, {"status", status}, {"log", vorn::shown_lines(log.str())}});
 }
 
-[[noreturn]] void run_studies(vorn::WorkerPort& port) {
-  vorn::KeptMarks marks(folder);
-  vorn::StudiesDesk desk(port, &marks);
-  for (;;) desk.go_on();
-}
-
 }  // namespace
 
 int main() {
   vorn::WorkerPort port;
   try {
-    if (vorn::role_of_worker() == "studies") run_studies(port);
     run_program(port);
     return 0;
   } catch (const std::exception& failure) {

@@ -168,8 +168,8 @@ std::vector<SavedLine> FaithfulHeidelberg::lines(const SavedCore& core) const {
 
 }  // namespace
 
-std::unique_ptr<FaithfulLayout> faithful_heidelberg(const Collection& file, std::span<const FileLine> lines) {
-  return std::make_unique<FaithfulHeidelberg>(file, lines);
+std::unique_ptr<FaithfulLayout> faithful_heidelberg(const Collection& file, std::span<const FileLine> all) {
+  return std::make_unique<FaithfulHeidelberg>(file, all);
 }
 
 }  // namespace vorn

@@ -180,7 +180,7 @@ class Chromium:
     def show_files(self):
         """The list of files, if it is not shown yet."""
         for tab in self.all("[role=tab]"):
-            if tab.text == "Files":
+            if tab.text == "Folder":
                 self.js("arguments[0].click()", tab)
 
     def files(self):

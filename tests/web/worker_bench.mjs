@@ -1,5 +1,5 @@
-// The program's worker of the browser edition, run by node: the same wasm and the same JavaScript as in a
-// browser, with the test in the page's place.
+// The workers of the browser edition, run by node: the same wasm and the same JavaScript as in a browser, with the
+// test in the page's place.
 import fs from 'node:fs';
 import path from 'node:path';
 import vm from 'node:vm';
@@ -8,24 +8,26 @@ import {fileURLToPath} from 'node:url';
 export const top = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '../..');
 const built = path.join(top, 'build/web/src/apps');
 
-let compiled = null;
-const moduleOf = () => (compiled ??= WebAssembly.compile(fs.readFileSync(path.join(built, 'vorn_web.wasm'))));
-const sourceOfWorker = () =>
-  [path.join(built, 'vorn_web.js'), path.join(top, 'src/platform/web/page/worker.js')]
+const programs = {program: 'vorn_web', studies: 'vorn_web_studies'};
+const compiled = {};
+const moduleOf = role =>
+  (compiled[role] ??= WebAssembly.compile(fs.readFileSync(path.join(built, `${programs[role]}.wasm`))));
+const sourceOfWorker = role =>
+  [path.join(built, `${programs[role]}.js`), path.join(top, 'src/platform/web/page/worker.js')]
     .map(file => fs.readFileSync(file, 'utf8'))
     .join('\n;');
 
 // A worker in a context of its own, as a browser makes one. `heard` gets its messages.
-async function startWorker(role, files, help, heard) {
+export async function startWorker(role, files, help, heard) {
   const self = {location: {href: 'worker.js'}, addEventListener() {}, postMessage: message => setImmediate(heard, message)};
   const context = vm.createContext({
     self, location: self.location, importScripts() {}, console, performance, WebAssembly, TextDecoder, TextEncoder,
     MessageChannel, setTimeout, clearTimeout, crypto: globalThis.crypto, URL,
     Uint8Array, ArrayBuffer,  // of this side too, so that what is handed over is known for what it is
   });
-  vm.runInContext(sourceOfWorker(), context);
+  vm.runInContext(sourceOfWorker(role), context);
   const ask = message => self.onmessage({data: message});
-  ask({do: 'start', role, module: await moduleOf(), files, help});
+  ask({do: 'start', module: await moduleOf(role), files, help});
   return ask;
 }
 
@@ -42,12 +44,16 @@ export class Session {
 
   static async begin(files, help = null) {
     const session = new Session();
-    for (const [name, bytes] of files) session.files.set(name, Buffer.from(bytes));
-    const given = [...files].map(([name, bytes]) => ({path: name, bytes: new Uint8Array(bytes)}));
-    session.over = new Promise((resolve, reject) => Object.assign(session, {resolve, reject}));
-    session.over.catch(() => {});
-    session.ask = await startWorker('program', given, help, message => session.heard(message));
+    await session.start(files, help);
     return session;
+  }
+
+  async start(files, help = null) {
+    for (const [name, bytes] of files) this.files.set(name, Buffer.from(bytes));
+    const given = [...files].map(([name, bytes]) => ({path: name, bytes: new Uint8Array(bytes)}));
+    this.over = new Promise((resolve, reject) => Object.assign(this, {resolve, reject}));
+    this.over.catch(() => {});
+    this.ask = await startWorker('program', given, help, message => this.heard(message));
   }
 
   heard(message) {

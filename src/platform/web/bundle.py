@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Makes the one file of the browser edition: the page with its style and scripts, and packed in it the program, its
-worker, fonts, examples and guide. The same parts give the same file, byte for byte."""
+workers, fonts, examples and guide. The same parts give the same file, byte for byte."""
 
 import argparse
 import base64
@@ -110,6 +110,13 @@ def styles(page):
     return "".join(esbuild(page / name, "css") for name in ("style.css", "files.css")).replace("</", "<\\/")
 
 
+def worker(role, program, page):
+    """What a worker runs: the wasm of its program, and the scripts around it."""
+    glue = program.with_suffix(".js").read_text(encoding="utf-8")
+    around = (page / "worker.js").read_text(encoding="utf-8")
+    return {role: program.with_suffix(".wasm").read_bytes(), f"{role}-worker": f"{glue}\n;{around}".encode("utf-8")}
+
+
 def whole(page, parts):
     style = styles(page)
     check = in_script(CHECK % json.dumps(NEEDS))
@@ -128,17 +135,15 @@ def whole(page, parts):
 def main():
     top = pathlib.Path(__file__).resolve().parents[3]
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--wasm", type=pathlib.Path, required=True)
-    parser.add_argument("--glue", type=pathlib.Path, required=True, help="the script that emscripten made beside it")
+    parser.add_argument("--built", type=pathlib.Path, required=True,
+                        help="the folder of the programs: of each its wasm, and the script that emscripten made beside it")
     parser.add_argument("--page", type=pathlib.Path, default=top / "src/platform/web/page")
     parser.add_argument("--out", type=pathlib.Path, required=True)
     options = parser.parse_args()
     fonts = pathlib.Path(FONTS)
-    glue = options.glue.read_text(encoding="utf-8")
-    worker = glue + "\n;" + (options.page / "worker.js").read_text(encoding="utf-8")
     parts = {
-        "program": options.wasm.read_bytes(),
-        "worker": worker.encode("utf-8"),
+        **worker("program", options.built / "vorn_web", options.page),
+        **worker("studies", options.built / "vorn_web_studies", options.page),
         "font-sans": woff2(fonts / "LiberationSans-Regular.ttf"),
         "font-serif": woff2(fonts / "LiberationSerif-Regular.ttf"),
         "examples": json.dumps(example_files(top / "examples")).encode("utf-8"),

@@ -22,6 +22,7 @@ PAGES = [
     "formats/two-column.md",
     "formats/column-table.md",
     "glossary.md",
+    "findings.md",
     "deliberate.md",
 ]
 COLOURS_OF_PICTURES = "64"

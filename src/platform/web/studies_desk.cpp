@@ -27,8 +27,10 @@ Fields fields_of_spots(const Panel& panel) {
     spots.push_back({{"place", {place.x1, place.y1, place.x2, place.y2}},
                      {"tip", shown_text(spot.tip)},
                      {"core", shown_text(spot.change.core)},
+                     {"file", shown_text(spot.change.file)},
                      {"does", spot.does()},
-                     {"plays", spot.play.has_value()}});
+                     {"plays", spot.play.has_value()},
+                     {"asks", spot.change.kind == PanelChange::Kind::copy_file}});
   }
   return spots;
 }
@@ -37,7 +39,9 @@ Fields fields_of_spots(const Panel& panel) {
 
 void StudiesDesk::go_on() {
   if (to_study_ && to_study_ != studied_) return study();
-  serve(port_.next());
+  if (!has_files_to_look_at()) return serve(port_.next());
+  const auto request = port_.next_if_any();
+  request ? serve(*request) : look();
 }
 
 // --- Studying.
@@ -74,12 +78,26 @@ void StudiesDesk::tell_found() {
   port_.tell({{"is", "found"}, {"working", shown_text(working_)}});
 }
 
+// --- Looking at files.
+
+// Not before the page has begun to listen.
+bool StudiesDesk::has_files_to_look_at() const {
+  return files_ && standing_ && !files_->is_done();
+}
+
+void StudiesDesk::look() {
+  files_->look();
+  desk_.looked(files_->reports(), files_->working());
+  if (files_->is_done() || Clock::now() - told_ >= between_tellings) tell_found();
+}
+
 // --- What the page asks for.
 
 void StudiesDesk::serve(const WebRequest& request) {
   const std::string what = request.what();
   if (what == "stand") return stand(request);
   if (what == "step_core") return step_core(request.number("direction") < 0 ? -1 : 1);
+  if (files_ && files_->serve(request, standing_ ? standing_->situation : nullptr)) return;
   const auto name = panel_named(request.text("name"));
   if (!name) return;
   if (what == "panel") return draw(*name, request);
@@ -89,9 +107,9 @@ void StudiesDesk::serve(const WebRequest& request) {
 }
 
 void StudiesDesk::stand(const WebRequest& request) {
-  const SharedStanding standing = reader_.read(request.bytes);
-  if (standing->situation->wait == Wait::menu) to_study_ = standing->situation;
-  desk_.stand(standing);
+  standing_ = reader_.read(request.bytes);
+  if (standing_->situation->wait == Wait::menu) to_study_ = standing_->situation;
+  desk_.stand(standing_);
 }
 
 void StudiesDesk::draw(PanelName name, const WebRequest& request) {
@@ -111,8 +129,11 @@ void StudiesDesk::click(PanelName name, const WebRequest& request) {
   const Drawn& drawn = drawn_[static_cast<std::size_t>(name)];
   const std::size_t place = request.place("spot");
   if (drawn.ask != request.place("ask") || place >= drawn.panel.spots.size()) return;
+  const Spot spot = drawn.panel.spots[place];
+  if (files_ && spot.change.kind == PanelChange::Kind::copy_file)
+    return files_->offer_copy(spot.change.file, spot.change.unit);
   std::string trouble;
-  const auto played = desk_.click(Spot(drawn.panel.spots[place]), trouble);
+  const auto played = desk_.click(spot, trouble);
   if (!trouble.empty()) port_.tell({{"is", "notice"}, {"text", shown_text(trouble)}});
   if (played) play(*played);
   tell_found();

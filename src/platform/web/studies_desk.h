@@ -7,6 +7,7 @@
 #include <string>
 
 #include "panels/panel_desk.h"
+#include "platform/web/files_desk.h"
 #include "platform/web/situation_bytes.h"
 #include "platform/web/web_port.h"
 
@@ -14,10 +15,12 @@ namespace vorn {
 
 class StudiesDesk {
  public:
-  // Both must live as long. Without a keeper marks last as long as this does.
-  explicit StudiesDesk(WebPort& port, PanelDesk::MarkKeeper* keeper = nullptr) : port_(port), desk_(keeper) {}
+  // All must live as long. Without a keeper marks last as long as this does; without files none is looked at.
+  explicit StudiesDesk(WebPort& port, PanelDesk::MarkKeeper* keeper = nullptr, FilesDesk* files = nullptr)
+      : port_(port), desk_(keeper), files_(files) {}
 
-  // Studies what there is to be studied, else serves one thing that the page asks for, which it waits for.
+  // Studies what there is to be studied, else serves one thing that the page asks for; where it asks for
+  // nothing a file is looked at, and when all were it is waited for.
   void go_on();
 
  private:
@@ -28,6 +31,8 @@ class StudiesDesk {
   void study();
   bool may_go_on(const std::string& working);
   void tell_found();
+  bool has_files_to_look_at() const;
+  void look();
   void serve(const WebRequest& request);
   void stand(const WebRequest& request);
   void draw(PanelName name, const WebRequest& request);
@@ -37,7 +42,9 @@ class StudiesDesk {
 
   WebPort& port_;
   PanelDesk desk_;
+  FilesDesk* files_;
   SituationReader reader_;
+  SharedStanding standing_;
   Studies studies_;
   SharedSituation to_study_, studied_;
   SharedFindings findings_;

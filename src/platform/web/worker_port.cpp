@@ -31,14 +31,6 @@ EM_JS(void, vorn_tell, (const char* fields, int size, const char* name, const ch
   Module["vorn"]["tell"](UTF8ToString(fields, size), name ? UTF8ToString(name) : "",
                          HEAPU8.slice(bytes, bytes + count));
 });
-
-EM_JS(char*, vorn_role, (), {
-  const text = Module["vorn"]["role"];
-  const size = lengthBytesUTF8(text) + 1;
-  const place = _malloc(size);
-  stringToUTF8(text, place, size);
-  return place;
-});
 // clang-format on
 
 namespace vorn {
@@ -72,10 +64,6 @@ WebRequest WorkerPort::next() {
 std::optional<WebRequest> WorkerPort::next_if_any() {
   if (vorn_take_request(0) == 0) return {};
   return request_taken();
-}
-
-std::string role_of_worker() {
-  return taken_over(vorn_role());
 }
 
 }  // namespace vorn

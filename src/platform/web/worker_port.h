@@ -18,7 +18,4 @@ class WorkerPort : public WebPort {
   std::optional<WebRequest> next_if_any() override;
 };
 
-// What this worker is for: "program" or "studies".
-std::string role_of_worker();
-
 }  // namespace vorn

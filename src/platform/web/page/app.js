@@ -4,6 +4,7 @@ import {DeedGate} from './deed_gate.js';
 import {askBeside, askForNumber, askForText, isDialogOpen, QuestionBox, showText, tell} from './dialogs.js';
 import {isMac, make, takesTyping} from './dom.js';
 import {download} from './download.js';
+import {correctedName, questionOnCopy, questionOnSave} from './file_offers.js';
 import {filesPanel, openFiles, openFolder} from './files.js';
 import {showGuide} from './guide.js';
 import {JournalPanel} from './journal.js';
@@ -66,6 +67,7 @@ class Run {
   #next = null;   // what is opened when the program has ended: {folder} or {again: true}
   #offer = null;
   #wasOffered = false;
+  #offeredFile = null;
 
   #page;
   #menus;
@@ -95,10 +97,9 @@ class Run {
     document.addEventListener('fullscreenchange', () => this.#showSwitches(), {signal});
     window.addEventListener('beforeunload', (event) => this.#keepOpen(event), {signal});
     try {
-      const {wasmBytes, workerSource, folder, examples} = this.#parts;
+      const {sources, folder, examples} = this.#parts;
       const heard = {program: (message) => this.#hear(message), studies: (message) => this.#hearStudies(message)};
-      this.#workers =
-          await startWorkers({moduleBytes: wasmBytes, workerSource, folder, help: helpOf(examples), heard});
+      this.#workers = await startWorkers({sources, folder, help: helpOf(examples), heard});
     } catch (trouble) {
       this.#fail(trouble.message || String(trouble));
     }
@@ -133,7 +134,7 @@ class Run {
     notices: ({all}) => this.#showNotices(all, this.#said),
     files: (change) => this.#keepFiles(change),
     act: ({id}) => this.#act(id, false),
-    methods: ({text}) => this.#showMethods(text),
+    methods: ({text}) => this.#showToSave('Text for the methods section', text, 'methods.txt'),
     used_corrected: ({trouble}) => (trouble ? tell(trouble) : this.#beginAgain()),
     page_text: () => {},
     ended: ({status, log}) => this.#end(status, log),
@@ -147,6 +148,11 @@ class Run {
     notice: ({text}) => this.#say(text),
     mention: ({text}) => this.#status.mention(text),
     csv: (table) => this.#panels.answerTable(table),
+    clean_copy: (offer) => this.#offerCopy(offer),
+    used_clean_copy: ({trouble}) => (trouble ? tell(trouble) : this.#beginAgain()),
+    corrected: (offer) => this.#offerSave(offer),
+    saved_over: ({file, trouble}) => (trouble ? tell(trouble) : this.#status.mention(`${file} is written`)),
+    changes: ({lines}) => this.#showToSave('What did I change?', lines.join('\n'), 'changes.txt'),
     files: (change) => this.#keepFiles(change),
     failed: ({text}) => this.#restartStudies(text),
   };
@@ -217,17 +223,17 @@ class Run {
     const room = make('div', {className: 'room'}, this.#page.element, this.#strip.element);
     const panel = ({name, title}) =>
         ({name, title, body: this.#panels.frame(name), enter: () => this.#panels.area(name).focus()});
-    const files = make('div', {
+    const folder = make('div', {
       className: 'files-list',
       tabIndex: -1,
       on: {keydown: (event) => event.key === 'Escape' && this.#page.focus()}
     });
-    this.#files = filesPanel(files, this.#parts.folder,
+    this.#files = filesPanel(folder, this.#parts.folder,
         {act: (id, text) => (id === 'mention' ? this.#status.mention(text) : this.#act(id, false))});
     const lists = [
       ...this.#hello.panels.map(panel),
       {name: 'journal', title: 'Journal', body: this.#journal.element, enter: () => this.#journal.enter()},
-      {name: 'files', title: 'Files', body: files, enter: () => files.focus()},
+      {name: 'folder', title: 'Folder', body: folder, enter: () => folder.focus()},
     ];
     return new Arrangement({room, lists}, {
       turned: () => this.#turned(),
@@ -246,7 +252,7 @@ class Run {
   // What the page itself knows of the things that it switches.
   #showSwitches() {
     if (!this.#arrangement) return;
-    for (const name of [...this.#panels.names(), 'journal', 'files'])
+    for (const name of [...this.#panels.names(), 'journal', 'folder'])
       this.#menus.check(name, this.#arrangement.isShown(name));
     this.#menus.check('notices', this.#strip.isShown);
     this.#menus.check('full_screen', document.fullscreenElement !== null);
@@ -364,6 +370,8 @@ class Run {
     open_folder: () => this.#open(openFolder()),
     recent_folders: () => this.#open(openFolder({recent: true})),
     open_files: () => this.#open(openFiles()),
+    save_corrected: () => this.#toStudies({do: 'corrected'}),
+    what_changed: () => this.#toStudies({do: 'changes'}),
     use_corrected: () => this.#useCorrected(),
     save_page: () => this.#picture('save', this.#page.marks, baseName(this.#subject) || 'page'),
     print_page: () => this.#picture('print', this.#page.marks, baseName(this.#subject) || 'page'),
@@ -376,12 +384,13 @@ class Run {
     note: () => this.#askForNote(),
     methods: () => this.#toProgram({do: 'methods'}),
     journal: () => this.#arrangement.toggle('journal'),
-    files: () => this.#arrangement.toggle('files'),
+    folder: () => this.#arrangement.toggle('folder'),
     site: () => this.#arrangement.toggle('site'),
     rings: () => this.#arrangement.toggle('rings'),
     dates: () => this.#arrangement.toggle('dates'),
     around: () => this.#arrangement.toggle('around'),
     pointers: () => this.#arrangement.toggle('pointers'),
+    files: () => this.#arrangement.toggle('files'),
     next_core: () => this.#stepCore(+1),
     previous_core: () => this.#stepCore(-1),
     notices: () => this.#strip.toggle(),
@@ -473,13 +482,34 @@ class Run {
     });
   }
 
-  #showMethods(text) {
-    showText({
-      title: 'Text for the methods section',
-      text,
-      name: 'methods.txt',
-      save: (name, words) => download(name, words, 'text/plain')
+  // The newest offer takes the place of one before it, which is no longer good.
+  #offerFile({trouble, more, ...question}, chosen) {
+    this.#offeredFile?.close();
+    const until = this.#ended.signal;
+    const told = {text: trouble, more, answers: ['OK'], chosen: () => {}};
+    this.#offeredFile = askBeside({...(trouble ? told : {...question, more, chosen}), until});
+  }
+
+  #offerCopy(offer) {
+    const {number} = offer;
+    this.#offerFile(
+        questionOnCopy(offer), (answer) => answer === 0 && this.#toStudies({do: 'use_clean_copy', number}));
+  }
+
+  #offerSave(offer) {
+    const {number, file, bytes} = offer;
+    const saveAsNew = () => {
+      download(correctedName(file), bytes);
+      this.#status.mention(`${correctedName(file)} was downloaded`);
+    };
+    this.#offerFile(questionOnSave(offer), (answer) => {
+      if (answer === 0) saveAsNew();
+      if (answer === 1) this.#toStudies({do: 'save_over', number});
     });
+  }
+
+  #showToSave(title, text, name) {
+    showText({title, text, name, save: (as, words) => download(as, words, 'text/plain')});
   }
 
   #showAbout() {
@@ -568,14 +598,16 @@ class Run {
   // The program goes on without them in the meantime.
   async #restartStudies(text) {
     this.#workers.studies.end();
+    this.#offeredFile?.close();
     this.#panels.forget();
     this.#restarts += 1;
     const again = this.#restarts <= mostRestarts;
     this.#say(`The panels could not go on: ${text}${again ? '. They begin again.' : ''}`);
     if (!again) return;
+    await this.#saving;
     const files = await this.#parts.folder.files();
     if (!this.#workers) return;
-    this.#workers.studies = this.#workers.startStudies(files);
+    this.#workers.startStudies(files);
     this.#workers.program.send({do: 'situation'});
     this.#panels.lookAgain();
   }

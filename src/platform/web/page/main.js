@@ -9,12 +9,18 @@ import {showGuide} from './guide.js';
 import {loadFonts} from './painter.js';
 import {unpackedBytes, unpackedExamples, unpackedText} from './parts.js';
 
+// What a worker runs: its module, and the script around it.
+async function unpackedWorker(role) {
+  const [module, source] = await Promise.all([unpackedBytes(role), unpackedText(`${role}-worker`)]);
+  return {module, source};
+}
+
 async function unpack() {
-  const [wasmBytes, workerSource, guide, examples] = await Promise.all([
-    unpackedBytes('program'), unpackedText('worker'), unpackedText('guide'), unpackedExamples(),
+  const [program, studies, guide, examples] = await Promise.all([
+    unpackedWorker('program'), unpackedWorker('studies'), unpackedText('guide'), unpackedExamples(),
     Promise.all([unpackedBytes('font-sans'), unpackedBytes('font-serif')]).then(fonts => loadFonts(...fonts))
   ]);
-  return {wasmBytes, workerSource, guide, examples};
+  return {sources: {program, studies}, guide, examples};
 }
 
 // A strip above everything while something of the folder is not kept. Returns what is to be called when the

@@ -177,13 +177,14 @@ export class PanelArea {
     if (event.pointerType === 'mouse') this.#tip.show(spot?.tip ?? '', event.clientX, event.clientY);
   }
 
-  // Many click twice where once is enough: what is played is not to be played again on what comes of it.
+  // Many click twice where once is enough: what is played is not to be played again on what comes of it, nor what is
+  // asked to be asked twice.
   #press(event) {
     this.#tip.hide();
     this.#showsMark = false;
     this.#sheet.repaint();
     const place = this.#spotUnder(event), spot = this.#shown?.spots[place];
-    if (!spot || (spot.plays && event.detail > 1)) return;
+    if (!spot || ((spot.plays || spot.asks) && event.detail > 1)) return;
     this.#mark = place;
     this.#describe();
     if (spot.does) this.#port.click(this.#shown.ask, place);

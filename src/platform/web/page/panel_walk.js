@@ -47,6 +47,8 @@ export function following(panel, from, way, scroll) {
   return spots.indexOf(nearest(spot, spots.filter((other) => isThere(other) && mayFollow(other))));
 }
 
+const isSameSpot = (a, b) => a.tip === b.tip && a.core === b.core && a.file === b.file;
+
 // The mark stays at what it was at: what says the same, the nearest of them where several do; else what stands
 // where it was. `scrolled`: by how much more than before.
 export function followMark(panel, before, scrolled) {
@@ -54,8 +56,7 @@ export function followMark(panel, before, scrolled) {
   const by = isScrolled(before, panel) ? scrolled : 0;
   const [left, top, right, bottom] = before.place;
   const expected = {place: [left, top - by, right, bottom - by]};
-  const same =
-      nearest(expected, panel.spots.filter((spot) => spot.tip === before.tip && spot.core === before.core));
+  const same = nearest(expected, panel.spots.filter((spot) => isSameSpot(spot, before)));
   return same ? panel.spots.indexOf(same) : spotAt(panel, middleAcross(expected), middleDown(expected));
 }
 

@@ -23,10 +23,10 @@ export function keyInBrowser(key) {
 // What the page has beside what the program knows of.
 export const ownActions = [
   {
-    id: 'files',
+    id: 'folder',
     menu: 'view',
-    text: 'Files',
-    key: 'Alt+6',
+    text: 'Folder',
+    key: 'Alt+7',
     other_key: '',
     window: true,
     group: false,

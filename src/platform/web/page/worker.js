@@ -1,5 +1,5 @@
-// One of the two workers of the page: the program, or the studies (see messages.md). This is the
-// JavaScript around the program's wasm, which createVorn of the code before this makes.
+// One of the two workers of the page: the program, or the studies (see messages.md). This is the JavaScript
+// around the wasm of either, which createVorn of the code before this makes.
 
 const folder = '/work';
 const installed = '/installed';
@@ -15,6 +15,7 @@ let taken = {};
 
 self.onmessage = ({data}) => {
   if (data.do === 'start') return start(data);
+  if (data.do === 'files') return takeFiles(data);
   requests.push(data);
   if (arrived) arrived();
 };
@@ -27,6 +28,9 @@ const takeBreath = () =>
     breath.port1.onmessage = resolve;
     breath.port2.postMessage(0);
   });
+
+// What the page acts on at once: it is to know by then what was written.
+const settles = new Set(['ended', 'used_corrected', 'used_clean_copy', 'saved_over']);
 
 // What the wasm calls.
 const around = files => ({
@@ -42,7 +46,7 @@ const around = files => ({
   bytes: () => new Uint8Array(Object.values(taken).find(value => value instanceof ArrayBuffer) || 0),
   tell: (fields, name, bytes) => {
     const message = JSON.parse(fields);
-    if (message.is === 'ended') files.send();
+    if (settles.has(message.is)) files.send();
     if (name) message[name] = bytes.buffer;
     self.postMessage(message, name ? [bytes.buffer] : []);
   },
@@ -74,6 +78,19 @@ class Files {
     this.FS.writeFile(path, bytes);
   }
 
+  // What was changed elsewhere, of which the page knows. To who is reading a file it stays as it was.
+  take({changed, removed}) {
+    for (const path of [...removed, ...changed.map(({path}) => path)]) {
+      if (this.known.delete(path)) this.FS.unlink(`${folder}/${path}`);
+    }
+    for (const {path, bytes} of changed) {
+      this.put(`${folder}/${path}`, bytes);
+      const {node} = this.FS.lookupPath(`${folder}/${path}`);
+      this.known.set(path, node);
+      this.changed.delete(node);
+    }
+  }
+
   // All that is there now is known to the page.
   begin() {
     this.known = this.list();
@@ -103,6 +120,15 @@ class Files {
   }
 }
 
+let tree = null;
+const early = [];  // what came before there was a file system
+
+// While the wasm waits: nothing comes in between.
+function takeFiles(change) {
+  if (tree) tree.take(change);
+  else early.push(change);
+}
+
 // --- The start.
 
 // What the wasm said last, where it stops itself: the mistake and its place.
@@ -115,9 +141,8 @@ const fail = what => {
 // What fails where nobody waits for it is no error of the worker to the browser.
 self.addEventListener('unhandledrejection', ({reason}) => fail(reason));
 
-async function start({role, module, files, help}) {
+async function start({module, files, help}) {
   try {
-    let tree = null;
     const made = await createVorn({
       noInitialRun: true,
       printErr: line => (said = line),
@@ -128,13 +153,15 @@ async function start({role, module, files, help}) {
       },
       preRun: [
         Module => {
-          tree = new Files(Module.FS);
+          const made = new Files(Module.FS);
           Module.FS.mkdirTree(folder);
-          for (const {path, bytes} of files) tree.put(`${folder}/${path}`, bytes);
-          if (help) tree.put(`${installed}/Help.prn`, help);
+          for (const {path, bytes} of files) made.put(`${folder}/${path}`, bytes);
+          if (help) made.put(`${installed}/Help.prn`, help);
           Module.FS.chdir(folder);
-          tree.begin();
-          Module.vorn = {role, ...around(tree)};
+          made.begin();
+          early.splice(0).forEach(change => made.take(change));
+          tree = made;
+          Module.vorn = around(made);
         },
       ],
     });

@@ -108,5 +108,5 @@ test('the page of keys has those of the browser', () => {
   assert.ok(page.includes(`${'Alt+N'.padEnd(28)}Note on the Last Decision…\n`));
   assert.ok(page.includes(`${'Ctrl+Y or Ctrl+Shift+Z'.padEnd(28)}Redo\n`));
   assert.ok(!page.includes('Ctrl+N'));
-  assert.ok(page.includes(`${'Alt+6'.padEnd(28)}Files\n`));
+  assert.ok(page.includes(`${'Alt+7'.padEnd(28)}Folder\n`));
 });
