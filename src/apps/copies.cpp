@@ -6,6 +6,8 @@
 #include "apps/output.h"
 #include "batch/collection.h"
 #include "records/disk_files.h"
+#include "study/file_lines.h"
+#include "workspace/names.h"
 
 namespace vorn {
 
@@ -48,9 +50,45 @@ bool Copies::take(const std::string& file, const Repair& repair) {
     say(path + ": " + std::generic_category().message(failed.number()));
     return false;
   }
+  copied_.insert(file);
   if (quiet_) return true;
   say(path + " is a copy of " + file + " that is read whole:");
   for (const std::string& words : repair.done) say("  " + words);
+  return true;
+}
+
+// A copy lies in the folder itself.
+std::string Copies::name_from_folder(const std::string& file) const {
+  const std::filesystem::path path(file);
+  if (copied_.contains(file)) return path.filename().string();
+  std::error_code failed;
+  const auto from_there = std::filesystem::proximate(std::filesystem::absolute(path), folder_, failed);
+  return failed ? file : from_there.string();
+}
+
+bool Copies::take_list(const std::string& list) const {
+  DiskFiles files;
+  std::string lines, mended;
+  if (const Status failed = read_whole(files, list, lines)) {
+    say(list + ": " + std::generic_category().message(failed.number()));
+    return false;
+  }
+  for (const FileLine& line : lines_of(lines)) {
+    const std::string file(FileName(line.text).trimmed());
+    const std::string name = file.empty() ? "" : name_from_folder(file);
+    if (name.size() > FileName::length) {
+      say(list + ": no list beside the copies: " + name + " has more than " +
+          std::to_string(FileName::length) + " characters");
+      return false;
+    }
+    mended += name + "\n";
+  }
+  const std::string path = path_of_copy(folder_, list);
+  if (const Status failed = write_whole(files, path, mended)) {
+    say(path + ": " + std::generic_category().message(failed.number()));
+    return false;
+  }
+  if (!quiet_) say(path + " names the copies, for a program that is started in " + folder_);
   return true;
 }
 

@@ -18,11 +18,16 @@ class Copies {
 
   // Answers whether the copy was written or none was wanted. Of two files of one name the second is not.
   bool take(const std::string& file, const Repair& repair);
+  // Puts a list of files, under its name, beside the copies: it names each copy that was written, and other
+  // files as they are seen from there. Answers whether it was written, and says why not.
+  bool take_list(const std::string& list) const;
 
  private:
   std::string folder_;
+  std::string name_from_folder(const std::string& file) const;
+
   bool quiet_ = false;
-  std::set<std::string> written_;
+  std::set<std::string> written_, copied_;  // paths of copies, and of their originals
 };
 
 }  // namespace vorn

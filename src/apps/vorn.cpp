@@ -100,6 +100,9 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
     progress.at(++files_done);
     return true;
   });
+  const bool has_list_of_copies = !request.repair_folder.empty() && !request.list.empty();
+  if (has_list_of_copies && written.failed == 0)
+    written.copies_lack = !copies.take_list(request.list) || written.copies_lack;
   return written;
 }
 

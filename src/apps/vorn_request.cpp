@@ -187,12 +187,17 @@ std::string take_repair(Request& request, const Typed& typed) {
   DiskFiles files;
   if (files.look_at(request.repair_folder, kind) || kind != FileKind::folder)
     return "-o " + request.repair_folder + " is no folder";
-  if (!request.list.empty()) return "--repair takes files that are named, no --list";
-  for (const std::string& name : request.files) {
-    if (name == "-") return "--repair takes files that have a name";
-    refuse_to_overwrite(request.files, path_of_copy(request.repair_folder, name));
-  }
+  if (std::ranges::find(request.files, "-") != request.files.end())
+    return "--repair takes files that have a name";
   return "";
+}
+
+// Whether no copy, nor the list of them, would stand in the place of a file that is read.
+void refuse_to_overwrite_by_copies(const Request& request) {
+  if (request.repair_folder.empty()) return;
+  std::vector<std::string> read = request.files;
+  if (!request.list.empty()) read.push_back(request.list);
+  for (const std::string& name : read) refuse_to_overwrite(read, path_of_copy(request.repair_folder, name));
 }
 
 std::string take(Request& request, const Typed& typed) {
@@ -214,6 +219,7 @@ std::string take(Request& request, const Typed& typed) {
     return "only one of all files can be standard input";
   if (request.files.empty() && request.list.empty()) return "FILE is required";
   if (std::string wrong = take_repair(request, typed); !wrong.empty()) return wrong;
+  refuse_to_overwrite_by_copies(request);
   refuse_to_overwrite(request.files, request.output);
   refuse_to_overwrite(request.references, request.output);
   const bool of_lags = typed.farthest_lag || !typed.reference.empty();
@@ -259,6 +265,12 @@ std::optional<int> take_list(Request& request) {
   for (const FileFinding& finding : listed.findings)
     request.list_rows.push_back(check_row(request.list, finding));
   request.files.insert(request.files.end(), listed.files.begin(), listed.files.end());
+  try {
+    refuse_to_overwrite_by_copies(request);
+  } catch (const CLI::ValidationError& wrong) {
+    say(wrong.what());
+    return wrong_use;
+  }
   return {};
 }
 

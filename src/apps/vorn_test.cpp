@@ -211,6 +211,23 @@ TEST_F(CommandLine, ChecksWhatAListNames) {
   EXPECT_EQ(run(VORN " check --list gone.fil"), 4);
 }
 
+TEST_F(CommandLine, RepairsWhatAListNamesAndWritesAListOfTheCopies) {
+  const std::string elm = raw_core_text("ELM1", 1900, 60, 5u), ash = raw_core_text("ASH1", 1900, 60, 9u);
+  ASSERT_EQ(run("mkdir mended sub"), 0);
+  folder.write("sub/cut.rwl", elm + "\n" + ash);
+  folder.write("Vorn.fil", "oak.rwl\nsub/cut.rwl\n\nmissing.rwl\n");
+  ASSERT_EQ(run(VORN " check --format csv --repair --list Vorn.fil -o mended"), 0);
+  EXPECT_EQ(folder.read("mended/cut.rwl"), elm + ash);
+  EXPECT_EQ(folder.read("mended/Vorn.fil"), "../oak.rwl\ncut.rwl\n\n../missing.rwl\n");
+  EXPECT_EQ(folder.read("Vorn.fil"), "oak.rwl\nsub/cut.rwl\n\nmissing.rwl\n");
+  EXPECT_NE(said.find("mended/Vorn.fil names the copies, for a program that is started in mended\n"),
+            std::string::npos)
+      << said;
+  EXPECT_EQ(run(VORN " check --repair --list Vorn.fil -o ."), 2);
+  EXPECT_EQ(run(VORN " check --repair --list Vorn.fil -o sub"), 2);
+  EXPECT_EQ(folder.read("sub/cut.rwl"), elm + "\n" + ash);
+}
+
 TEST_F(CommandLine, PutsCorrectedCoresBack) {
   const std::string text =
       "A header\r\n" + raw_core_text("ELM1", 1900, 60, 5u) + raw_core_text("ELM2", 1900, 60, 9u);

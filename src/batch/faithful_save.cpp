@@ -119,7 +119,7 @@ class Saving {
   void plan_changed(std::size_t place, const NamedCore& core);
   void plan_new(const NamedCore& core);
   bool fits(const NamedCore& core, const StandingCore& manner) const;
-  const StandingCore* manner_for(const NamedCore& core);
+  void find_manners();
   double width_of(const NamedCore& core, std::size_t ring) const;
   std::map<std::size_t, std::size_t> kept_rings(const NamedCore& was, const NamedCore& is) const;
   bool add_ring(const NamedCore& core, std::size_t ring, CoreAnew& anew);
@@ -140,8 +140,8 @@ class Saving {
   std::string distrust_;
   std::unique_ptr<FaithfulLayout> layout_;
   std::vector<std::optional<StandingCore>> cores_;
-  std::optional<StandingCore> thousandths_;  // the last core, if it were in them
-  std::optional<std::string> missing_;       // how the file writes a ring that is
+  std::vector<StandingCore> manners_;   // in which a new core may be written, the best first
+  std::optional<std::string> missing_;  // how the file writes a ring that is
   std::vector<bool> is_gone_;
   std::map<std::size_t, CoreAnew> anew_;  // by place among the original's cores
   std::vector<CoreAnew> behind_;          // new cores
@@ -282,25 +282,25 @@ bool Saving::fits(const NamedCore& core, const StandingCore& manner) const {
   return true;
 }
 
-// In the way of which core a new one is written; nothing where none stands as its layout has it.
-const StandingCore* Saving::manner_for(const NamedCore& core) {
-  const StandingCore* last = nullptr;
+// The last core of each unit, the last of all first; behind them one in thousandths, where that may be.
+void Saving::find_manners() {
   for (std::size_t k = cores_.size(); k-- > 0;) {
-    if (!cores_[k]) continue;
-    if (!last) last = &*cores_[k];
-    if (fits(core, *cores_[k])) return &*cores_[k];
+    const auto has_unit = [&](const StandingCore& core) { return cores_[k] && core.unit == cores_[k]->unit; };
+    if (cores_[k] && std::ranges::none_of(manners_, has_unit)) manners_.push_back(*cores_[k]);
   }
-  if (!last || !layout_->has_unit_of_its_own()) return last;
-  thousandths_ = *last;
-  thousandths_->unit = thousandths_of_a_mm;
-  thousandths_->decimals = 0;
-  return fits(core, *thousandths_) ? &*thousandths_ : last;
+  const auto is_thousandths = [](const StandingCore& core) { return core.unit == thousandths_of_a_mm; };
+  if (manners_.empty() || !layout_->has_unit_of_its_own() || std::ranges::any_of(manners_, is_thousandths))
+    return;
+  manners_.push_back(manners_.front());
+  manners_.back().unit = thousandths_of_a_mm;
+  manners_.back().decimals = 0;
 }
 
 void Saving::plan_new(const NamedCore& core) {
-  const StandingCore* manner = manner_for(core);
-  if (!manner) return refuse("its lines are not those of the layout throughout, see vorn check");
-  if (auto core_anew = anew(core, *manner, nullptr)) behind_.push_back(std::move(*core_anew));
+  if (manners_.empty()) return refuse("its lines are not those of the layout throughout, see vorn check");
+  const auto manner = std::ranges::find_if(manners_, [&](const auto& one) { return fits(core, one); });
+  auto core_anew = anew(core, manner == manners_.end() ? manners_.front() : *manner, nullptr);
+  if (core_anew) behind_.push_back(std::move(*core_anew));
 }
 
 void Saving::plan_change(const SeriesChange& change) {
@@ -319,6 +319,7 @@ void Saving::begin(std::span<const SeriesChange> changes) {
   for (std::size_t k = 0; k < was_.size(); ++k) cores_.push_back(layout_->standing(k));
   is_gone_.assign(cores_.size(), false);
   find_missing();
+  find_manners();
   for (const SeriesChange& change : changes) plan_change(change);
   for (std::size_t k = 0; k < cores_.size(); ++k) {
     if (is_gone_[k] && !cores_[k]) refuse_lines_of(was_[k].name);

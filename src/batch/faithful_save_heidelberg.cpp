@@ -2,7 +2,7 @@
 // values.
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <optional>
 
 #include "batch/faithful_save_fields.h"
 #include "formats/heidelberg_layout.h"
@@ -57,10 +57,12 @@ class FaithfulHeidelberg : public FaithfulLayout {
   void add_record_line(const SavedCore& core, std::size_t line, std::vector<SavedLine>& all) const;
   std::vector<SavedLine> new_header(const SavedCore& core) const;
   std::vector<SavedLine> changed_header(const SavedCore& core) const;
+  LineRest rest_of_file() const;
   LineRest rest_for(const StandingCore& manner) const;
 
   const Collection& file_;
   std::span<const FileLine> lines_;
+  mutable std::optional<LineRest> rest_of_file_;  // once it is asked for
 };
 
 std::size_t FaithfulHeidelberg::data_line(std::size_t from, std::size_t to) const {
@@ -147,10 +149,8 @@ std::vector<SavedLine> FaithfulHeidelberg::new_header(const SavedCore& core) con
   return all;
 }
 
-// As the core's own last line has it, or the first of the file that is not full.
-LineRest FaithfulHeidelberg::rest_for(const StandingCore& manner) const {
-  if (const auto rest = rest_of(lines_.subspan(manner.values_from), manner.fields.size(), columns))
-    return *rest;
+// As the first last line of the file that is not full has it.
+LineRest FaithfulHeidelberg::rest_of_file() const {
   for (std::size_t k = 0; k < file_.decided().series.size(); ++k) {
     const auto core = standing(k);
     if (!core) continue;
@@ -158,6 +158,14 @@ LineRest FaithfulHeidelberg::rest_for(const StandingCore& manner) const {
       return *rest;
   }
   return LineRest::zeros;
+}
+
+// As the core's own last line has it, unless that is full.
+LineRest FaithfulHeidelberg::rest_for(const StandingCore& manner) const {
+  if (const auto rest = rest_of(lines_.subspan(manner.values_from), manner.fields.size(), columns))
+    return *rest;
+  if (!rest_of_file_) rest_of_file_ = rest_of_file();
+  return *rest_of_file_;
 }
 
 std::vector<SavedLine> FaithfulHeidelberg::lines(const SavedCore& core) const {

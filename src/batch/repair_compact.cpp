@@ -26,7 +26,7 @@ class CompactRepair {
   bool is_header(std::size_t k) const { return is_compact(FirstLine(lines_[k].text)); }
   void keep(std::size_t k) { made_.bytes += std::string(lines_[k].text) + "\n"; }
   void drop(std::size_t k) { leave_out(lines_[k], static_cast<std::int64_t>(k) + 1, no_data, made_); }
-  void leave_out_start();
+  bool leave_out_start();
   std::size_t lines_of_values() const;
   bool take_series();
   bool is_read_back() const;
@@ -41,9 +41,13 @@ class CompactRepair {
   Repair made_;
 };
 
-void CompactRepair::leave_out_start() {
+// Answers whether there is a header at all.
+bool CompactRepair::leave_out_start() {
+  std::size_t first = 0;
   for (FileLine& line : lines_) line.text.remove_prefix(length_of_foreign_start(line.text));
-  while (at_ < lines_.size() && !is_header(at_)) drop(at_++);
+  while (first < lines_.size() && !is_header(first)) ++first;
+  while (first < lines_.size() && at_ < first) drop(at_++);
+  return first < lines_.size();
 }
 
 // That the header at hand asks for; 0 where it does not say.
@@ -88,8 +92,7 @@ bool CompactRepair::is_read_back() const {
 }
 
 Repair CompactRepair::run() {
-  leave_out_start();
-  if (at_ == lines_.size()) return {};
+  if (!leave_out_start()) return {};
   while (take_series()) {
   }
   if (made_.refused.empty() && !is_read_back())

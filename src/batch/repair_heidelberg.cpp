@@ -56,7 +56,7 @@ class HeidelbergRepair {
   Repair run();
 
  private:
-  void leave_out_start();
+  std::size_t leave_out_start();
   std::size_t header_from(std::size_t k) const;
   std::optional<RecordLines> record_at(std::size_t header);
   std::optional<std::int32_t> key(const RecordLines& record, const KeyedLine& keyed) const;
@@ -78,14 +78,22 @@ std::size_t HeidelbergRepair::header_from(std::size_t k) const {
   return k;
 }
 
-void HeidelbergRepair::leave_out_start() {
+// Answers where the first record begins: behind the last line where there is none.
+std::size_t HeidelbergRepair::leave_out_start() {
+  std::size_t first = 0;
+  const auto begins = [](std::string_view text) {
+    return header_key.begins(text.substr(length_of_foreign_start(text)));
+  };
+  while (first < lines_.size() && !begins(lines_[first].text)) ++first;
+  if (first == lines_.size()) return first;
   for (std::size_t k = 0; k < lines_.size(); ++k) {
     const std::size_t foreign = length_of_foreign_start(lines_[k].text);
     lines_[k].text.remove_prefix(foreign);
     if (foreign > 0) made_.done.push_back(at(k) + ", what stood before the first character left out");
   }
-  for (std::size_t k = 0; k < header_from(0); ++k)
+  for (std::size_t k = 0; k < first; ++k)
     leave_out(lines_[k], static_cast<std::int64_t>(k) + 1, no_data, made_);
+  return first;
 }
 
 // Nothing, which is said, where no values follow.
@@ -196,8 +204,7 @@ bool HeidelbergRepair::is_read_back() const {
 }
 
 Repair HeidelbergRepair::run() {
-  leave_out_start();
-  std::size_t header = header_from(0);
+  std::size_t header = leave_out_start();
   if (header == lines_.size()) return {};
   while (header < lines_.size()) {
     const auto record = record_at(header);
