@@ -25,7 +25,7 @@ struct Typed {
   TypedOutput output;
   std::string grid = "report", fail_on, reference;
   std::string unit;
-  bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false;
+  bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false, noaa = false;
   std::optional<int> step, overlap, farthest_lag, year;
 };
 
@@ -107,6 +107,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
             ->allow_extra_args(false),
         "FILE");
   }
+  if (verb == "chron")
+    app.add_flag("--noaa", typed.noaa, "of one file, as NOAA template text instead of rows");
   if (verb == "check") {
     with_value(
         app.add_option("--list", request.list, "a list of files such as Vorn.fil, with the files it names"),
@@ -218,10 +220,13 @@ std::string take(Request& request, const Typed& typed) {
   if (from_input > 1 || (from_input == 1 && std::ranges::count(request.files, "-") > 0))
     return "only one of all files can be standard input";
   if (request.files.empty() && request.list.empty()) return "FILE is required";
+  if (typed.noaa && request.files.size() > 1) return "--noaa takes one file";
+  if (typed.noaa && typed.output.as() != TableFormat::table) return "--noaa is a format of its own";
   if (std::string wrong = take_repair(request, typed); !wrong.empty()) return wrong;
   refuse_to_overwrite_by_copies(request);
   refuse_to_overwrite(request.files, request.output);
   refuse_to_overwrite(request.references, request.output);
+  if (typed.noaa) request.command = [&request] { return write_chronology_template(request); };
   const bool of_lags = typed.farthest_lag || !typed.reference.empty();
   if (is_report(request) && of_lags) return "--max-lag and --reference go with --grid lags";
   return has_segments(request) ? set_segments(request, typed) : "";

@@ -37,6 +37,9 @@ struct Request {
   RepairChoices repair_choices;
 };
 
+// Writes the chronology of the one file as template text; answers what the program ends with.
+int write_chronology_template(const Request& request);
+
 // Fills `request`. Answers what the program ends with where there is nothing left to do: help was asked for
 // and given, or the command line is none and it was said why.
 std::optional<int> read_command_line(int argc, char** argv, Request& request);

@@ -48,12 +48,6 @@ void write_cores(const SeriesStore& w, Layout layout, MemoryFiles& files) {
   told(none, in_memory, out.close(), "Close");
 }
 
-// "nowhere" of "sites/nowhere.rwl".
-std::string site_name(std::string_view path) {
-  const std::string_view file = path.substr(path.find_last_of("/\\") + 1);
-  return std::string(file.substr(0, std::min(file.rfind('.'), file.size())));
-}
-
 // --- What would not come back
 
 std::string width_words(const std::optional<double>& width) {

@@ -4,6 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <vector>
+
+#include "workspace/capacity.h"
 
 namespace vorn {
 namespace {
@@ -104,6 +107,24 @@ std::string template_text(std::string_view site, std::span<const NamedCore> core
   text += template_data() + names + "\n";
   add_rows(text, cores, '\t', not_a_number, not_a_number);
   return text;
+}
+
+std::string site_name(std::string_view path) {
+  const std::string_view file = path.substr(path.find_last_of("/\\") + 1);
+  return std::string(file.substr(0, std::min(file.rfind('.'), file.size())));
+}
+
+std::string chronology_as_template(const Collection& collection) {
+  if (!collection.was_read()) return "";
+  const Workspace& w = collection.state();
+  const double unit = collection.recognition().layout == Layout::tucson_index ? 1000 : 1;
+  std::vector<double> values;
+  std::vector<std::int32_t> depths;
+  for (int k = 1; k <= std::clamp(w.cyr(1), 0, max_years); ++k) {
+    depths.push_back(w.num(k, 1));
+    values.push_back(w.crn(k, 1) / unit);
+  }
+  return template_text(site_name(collection.path()), w.cfy(1), values, depths);
 }
 
 std::string template_text(std::string_view site, std::int64_t first, std::span<const double> values,

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "batch/collection.h"
 #include "study/comparison.h"
 
 namespace vorn {
@@ -27,5 +28,12 @@ std::string template_text(std::string_view site, std::span<const NamedCore> core
 //        depths  cores in each year, as many as values
 std::string template_text(std::string_view site, std::int64_t first, std::span<const double> values,
                           std::span<const std::int32_t> depths);
+
+// The chronology of a collection so; nothing where it has none. Indices of an index file, which has them in
+// thousandths, are given as those of others.
+std::string chronology_as_template(const Collection& collection);
+
+// "nowhere" of "sites/nowhere.rwl".
+std::string site_name(std::string_view path);
 
 }  // namespace vorn
