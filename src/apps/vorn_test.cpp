@@ -276,7 +276,7 @@ TEST_F(CommandLine, TellsChangesInWords) {
   folder.write("before.rwl", raw_core_text("ELM1", 1900, 60, 5u));
   folder.write("after.rwl", raw_core_text("ELM1", 1910, 60, 5u));
   ASSERT_EQ(run(VORN " diff --words before.rwl after.rwl"), 0);
-  EXPECT_EQ(printed, "ELM1: dated by +10 years\n");
+  EXPECT_EQ(printed, "ELM1: moved by +10 years, to 1910 to 1969\n");
   EXPECT_EQ(run(VORN " diff --words --fail-on error before.rwl after.rwl"), 1);
 }
 

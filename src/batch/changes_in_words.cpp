@@ -112,8 +112,13 @@ class Telling {
 void Telling::tell_core(const SeriesChange& change, const NamedCore& before, const NamedCore& after) {
   const std::string name(before.name);
   if (change.renamed) all_.push_back({name, std::nullopt, "its name is now " + std::string(after.name)});
-  if (const auto& moved = change.redated)
-    all_.push_back({name, moved->after, "dated by " + signed_text(moved->after - moved->before) + " years"});
+  if (const auto& moved = change.redated) {
+    const std::int64_t by = moved->after - moved->before;
+    const YearSpan now = after.widths.years();
+    all_.push_back({name, moved->after,
+                    "moved by " + signed_text(by) + (by == 1 || by == -1 ? " year" : " years") + ", to " +
+                        std::to_string(now.first) + " to " + std::to_string(now.last)});
+  }
   for (const RingChange& ring : change.rings) all_.push_back({name, ring.year, words_of(ring)});
   const std::string years = words_of(MovedRings(before.widths, after.widths).all(change.rings));
   const bool is_said = change.redated && change.rings.empty();

@@ -94,7 +94,7 @@ TEST_F(ChangesInWords, ACoreThatWasDatedRenamedTakenOutOrPutIn) {
   hold("OAK1", 1903, oak1_);
   hold("FIR", 1910, oak2_);
   hold("NEW", -12, widths(20, 90));
-  EXPECT_EQ(told(), (Sentences{"OAK1: dated by +3 years", "OAK2: its name is now FIR",
+  EXPECT_EQ(told(), (Sentences{"OAK1: moved by +3 years, to 1903 to 1932", "OAK2: its name is now FIR",
                                "NEW: new, 20 rings, -12 to 7"}));
 }
 
