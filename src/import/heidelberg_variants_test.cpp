@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "support/imported_copy.h"
+#include "support/imported_specimens.h"
 #include "support/places.h"
 
 namespace vorn {

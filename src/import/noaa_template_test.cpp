@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/imported_copy.h"
+#include "support/imported_specimens.h"
 
 namespace vorn {
 namespace {

@@ -101,7 +101,10 @@ class SampleTests {
 
 void SampleTests::skip_titles() {
   std::size_t titles = 0;
-  while (titles < std::min(most_titles, rows_.size()) && filled(rows_[titles]) < 2) ++titles;
+  const auto is_title = [](const SampleRow& row) {
+    return filled(row) == 0 || (filled(row) == 1 && !row[0].empty());
+  };
+  while (titles < std::min(most_titles, rows_.size()) && is_title(rows_[titles])) ++titles;
   if (titles == rows_.size()) return rows_.clear();
   rows_.erase(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(titles));
   shape_.titles = titles;
@@ -240,9 +243,7 @@ bool SampleTests::is_across() {
 }
 
 std::optional<TableShape> SampleTests::shape() {
-  if (rows_.empty() || filled(rows_[0]) < 2) {
-    if (rows_.empty() || rows_[0].size() < 2) return std::nullopt;
-  }
+  if (rows_.empty() || rows_[0].size() < 2) return std::nullopt;
   shift_header();
   const TableShape plain = shape_;
   const auto passes = [&](bool (SampleTests::*test)()) {

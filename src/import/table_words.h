@@ -1,7 +1,7 @@
 // The names by which columns of tables are known.
 #pragma once
 
-#include <string>
+#include <array>
 #include <string_view>
 
 namespace vorn {
@@ -16,6 +16,95 @@ enum class ColumnMeaning {
   width,    // ring width
   other     // known to be no width of a ring: sample depths, chronologies and the like
 };
+
+// The names that are known; docs/formats/tables.md shows them.
+struct KnownColumn {
+  std::string_view letters;  // as letters_of gives them
+  ColumnMeaning meaning;
+};
+
+inline constexpr std::array known_columns = {KnownColumn{"year", ColumnMeaning::year},
+                                             KnownColumn{"years", ColumnMeaning::year},
+                                             KnownColumn{"yr", ColumnMeaning::year},
+                                             KnownColumn{"date", ColumnMeaning::year},
+                                             KnownColumn{"age", ColumnMeaning::year},
+                                             KnownColumn{"agece", ColumnMeaning::year},
+                                             KnownColumn{"agead", ColumnMeaning::year},
+                                             KnownColumn{"yearce", ColumnMeaning::year},
+                                             KnownColumn{"yearad", ColumnMeaning::year},
+                                             KnownColumn{"calendaryear", ColumnMeaning::year},
+                                             KnownColumn{"ringyear", ColumnMeaning::year},
+                                             KnownColumn{"jahr", ColumnMeaning::year},
+                                             KnownColumn{"ann\xc3\xa9\x65", ColumnMeaning::year},
+                                             KnownColumn{"annee", ColumnMeaning::year},
+                                             KnownColumn{"time", ColumnMeaning::year},
+                                             KnownColumn{"agebp", ColumnMeaning::year_bp},
+                                             KnownColumn{"agecalbp", ColumnMeaning::year_bp},
+                                             KnownColumn{"yearbp", ColumnMeaning::year_bp},
+                                             KnownColumn{"yearsbp", ColumnMeaning::year_bp},
+                                             KnownColumn{"calbp", ColumnMeaning::year_bp},
+                                             KnownColumn{"bp", ColumnMeaning::year_bp},
+                                             KnownColumn{"yearcalbp", ColumnMeaning::year_bp},
+                                             KnownColumn{"series", ColumnMeaning::series},
+                                             KnownColumn{"seriesid", ColumnMeaning::series},
+                                             KnownColumn{"seriesname", ColumnMeaning::series},
+                                             KnownColumn{"id", ColumnMeaning::series},
+                                             KnownColumn{"coreid", ColumnMeaning::series},
+                                             KnownColumn{"corename", ColumnMeaning::series},
+                                             KnownColumn{"corecode", ColumnMeaning::series},
+                                             KnownColumn{"sample", ColumnMeaning::series},
+                                             KnownColumn{"sampleid", ColumnMeaning::series},
+                                             KnownColumn{"samplename", ColumnMeaning::series},
+                                             KnownColumn{"name", ColumnMeaning::series},
+                                             KnownColumn{"keycode", ColumnMeaning::series},
+                                             KnownColumn{"code", ColumnMeaning::series},
+                                             KnownColumn{"label", ColumnMeaning::series},
+                                             KnownColumn{"specimen", ColumnMeaning::series},
+                                             KnownColumn{"variable", ColumnMeaning::series},
+                                             KnownColumn{"tree", ColumnMeaning::tree},
+                                             KnownColumn{"treeid", ColumnMeaning::tree},
+                                             KnownColumn{"treename", ColumnMeaning::tree},
+                                             KnownColumn{"baum", ColumnMeaning::tree},
+                                             KnownColumn{"core", ColumnMeaning::core},
+                                             KnownColumn{"radius", ColumnMeaning::core},
+                                             KnownColumn{"kern", ColumnMeaning::core},
+                                             KnownColumn{"width", ColumnMeaning::width},
+                                             KnownColumn{"widths", ColumnMeaning::width},
+                                             KnownColumn{"rw", ColumnMeaning::width},
+                                             KnownColumn{"trw", ColumnMeaning::width},
+                                             KnownColumn{"value", ColumnMeaning::width},
+                                             KnownColumn{"values", ColumnMeaning::width},
+                                             KnownColumn{"ringwidth", ColumnMeaning::width},
+                                             KnownColumn{"ringwidths", ColumnMeaning::width},
+                                             KnownColumn{"treeringwidth", ColumnMeaning::width},
+                                             KnownColumn{"totalringwidth", ColumnMeaning::width},
+                                             KnownColumn{"measurement", ColumnMeaning::width},
+                                             KnownColumn{"increment", ColumnMeaning::width},
+                                             KnownColumn{"growth", ColumnMeaning::width},
+                                             KnownColumn{"ring", ColumnMeaning::width},
+                                             KnownColumn{"breite", ColumnMeaning::width},
+                                             KnownColumn{"jahrringbreite", ColumnMeaning::width},
+                                             KnownColumn{"depth", ColumnMeaning::other},
+                                             KnownColumn{"sampledepth", ColumnMeaning::other},
+                                             KnownColumn{"sampdepth", ColumnMeaning::other},
+                                             KnownColumn{"num", ColumnMeaning::other},
+                                             KnownColumn{"count", ColumnMeaning::other},
+                                             KnownColumn{"samples", ColumnMeaning::other},
+                                             KnownColumn{"ncores", ColumnMeaning::other},
+                                             KnownColumn{"ntrees", ColumnMeaning::other},
+                                             KnownColumn{"numberofcores", ColumnMeaning::other},
+                                             KnownColumn{"index", ColumnMeaning::other},
+                                             KnownColumn{"chronology", ColumnMeaning::other},
+                                             KnownColumn{"crn", ColumnMeaning::other},
+                                             KnownColumn{"std", ColumnMeaning::other},
+                                             KnownColumn{"trsgi", ColumnMeaning::other},
+                                             KnownColumn{"res", ColumnMeaning::other},
+                                             KnownColumn{"ars", ColumnMeaning::other},
+                                             KnownColumn{"eps", ColumnMeaning::other},
+                                             KnownColumn{"rbar", ColumnMeaning::other},
+                                             KnownColumn{"rownames", ColumnMeaning::other},
+                                             KnownColumn{"species", ColumnMeaning::other},
+                                             KnownColumn{"site", ColumnMeaning::other}};
 
 // By a name as a table has it: "Ring width (mm)" is one of widths.
 ColumnMeaning meaning_of(std::string_view name);
