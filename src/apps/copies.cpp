@@ -5,9 +5,8 @@
 
 #include "apps/output.h"
 #include "batch/collection.h"
+#include "batch/listed_files.h"
 #include "records/disk_files.h"
-#include "study/file_lines.h"
-#include "workspace/names.h"
 
 namespace vorn {
 
@@ -68,23 +67,19 @@ std::string Copies::name_from_folder(const std::string& file) const {
 
 bool Copies::take_list(const std::string& list) const {
   DiskFiles files;
-  std::string lines, mended;
+  std::string lines;
   if (const Status failed = read_whole(files, list, lines)) {
     say(list + ": " + std::generic_category().message(failed.number()));
     return false;
   }
-  for (const FileLine& line : lines_of(lines)) {
-    const std::string file(FileName(line.text).trimmed());
-    const std::string name = file.empty() ? "" : name_from_folder(file);
-    if (name.size() > FileName::length) {
-      say(list + ": no list beside the copies: " + name + " has more than " +
-          std::to_string(FileName::length) + " characters");
-      return false;
-    }
-    mended += name + "\n";
+  const RenamedList renamed =
+      renamed_list(lines, [this](const std::string& file) { return name_from_folder(file); });
+  if (!renamed.too_long.empty()) {
+    say(list + ": no list beside the copies: " + renamed.too_long + " is too long a name");
+    return false;
   }
   const std::string path = path_of_copy(folder_, list);
-  if (const Status failed = write_whole(files, path, mended)) {
+  if (const Status failed = write_whole(files, path, renamed.bytes)) {
     say(path + ": " + std::generic_category().message(failed.number()));
     return false;
   }

@@ -49,4 +49,15 @@ ListedFiles listed_files(Files& files, std::string_view list) {
   return listed;
 }
 
+RenamedList renamed_list(std::string_view list, const std::function<std::string(const std::string&)>& name) {
+  RenamedList renamed;
+  for (const FileLine& line : lines_of(list)) {
+    const std::string file(FileName(line.text).trimmed());
+    const std::string now = file.empty() ? "" : name(file);
+    if (now.size() > FileName::length && renamed.too_long.empty()) renamed.too_long = now;
+    renamed.bytes += now + "\n";
+  }
+  return renamed;
+}
+
 }  // namespace vorn
