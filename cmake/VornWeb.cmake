@@ -24,6 +24,8 @@ add_library(nlohmann_json::nlohmann_json ALIAS nlohmann_json)
 # several levels given to one file em++ takes the first.)
 set(CMAKE_CXX_FLAGS_RELEASE -DNDEBUG)
 set(VORN_WEB_FAST chronology statistics study)
+# What is done once with a file need not be fast.
+set(VORN_WEB_SMALL "^(comparison|corrected|file_|finding_|ring_alignment|tucson_lines)")
 add_link_options(-Oz)
 
 # Nothing is thrown in these rooms, nor through them.

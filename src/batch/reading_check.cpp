@@ -19,6 +19,10 @@ Cell known(std::int64_t place) {
 
 }  // namespace
 
+std::vector<std::string_view> check_columns() {
+  return {"file", "line", "series", "check", "severity", "from", "to", "value", "message", "column"};
+}
+
 Row check_row(const std::string& file, const FileFinding& finding) {
   return {file,
           known(finding.line),

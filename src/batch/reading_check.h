@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
+#include <vector>
 
 #include "batch/collection.h"
 #include "batch/table.h"
@@ -22,6 +24,9 @@ std::vector<FileFinding> findings_of(const Collection& collection, std::string_v
 
 // Whether none of its rows is an error, and anything was read.
 bool is_read_whole(const Collection& collection);
+
+// The columns of `check`.
+std::vector<std::string_view> check_columns();
 
 // The row of `check` for one of them.
 Row check_row(const std::string& file, const FileFinding& finding);

@@ -71,8 +71,8 @@ bool is_ring_widths(std::string_view bytes) {
   std::size_t decades = 0;
   for (const CoreLines& core : cores) decades += core.decades.size();
   const auto first = cores.front().decades.front().line - 1;
-  const auto others =
-      std::count_if(lines.begin() + first, lines.end(), [](const FileLine& line) { return !is_blank(line); });
+  const auto others = std::count_if(lines.begin() + static_cast<std::ptrdiff_t>(first), lines.end(),
+                                    [](const FileLine& line) { return !is_blank(line); });
   return static_cast<std::size_t>(others) == decades;
 }
 

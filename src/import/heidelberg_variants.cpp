@@ -247,7 +247,7 @@ void RecordImport::find_unit() {
 }
 
 void RecordImport::tell_counts() {
-  const std::int64_t counts = std::min(std::ssize(record_.values), rings_ * step_) - rings_;
+  const std::int64_t counts = std::min<std::int64_t>(std::ssize(record_.values), rings_ * step_) - rings_;
   if (step_ == 1 || counts <= 0) return;
   tell(kind("counts"), counts,
        "each width is followed by " + counted(step_ - 1, "other number", "other numbers") +

@@ -1,6 +1,5 @@
 // What panels show, as rows: where the command line gives the same, under the same names.
 #include "batch/reading_check.h"
-#include "batch/verbs.h"
 #include "panels/drawn_panels.h"
 
 namespace vorn {
@@ -88,8 +87,7 @@ PanelTable pointers_table(const PanelInputs& inputs) {
 }
 
 PanelTable files_table(const PanelInputs& inputs) {
-  const Verb* check = verb_named("check");
-  PanelTable table{{check->form.columns.begin(), check->form.columns.end()}, {}};
+  PanelTable table{check_columns(), {}};
   if (!inputs.files) return table;
   for (const FileReport& report : *inputs.files) {
     for (const FileFinding& finding : report.findings) table.rows.push_back(check_row(report.file, finding));

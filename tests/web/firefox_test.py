@@ -55,6 +55,12 @@ class AnyPlace:
         corrected = self.vorn.downloaded("nowhere.RWW").splitlines()
         self.assertTrue(any(line.startswith(b"NOW01") for line in corrected))
         self.assertTrue(any(line.startswith(b"NOW25") for line in corrected))
+        self.vorn.press("[data-id=save_corrected]")
+        self.vorn.press("dialog[open] button:nth-of-type(2)")  # over the file itself
+        self.vorn.until(lambda: "nowhere.rwl.orig" in self.vorn.texts(".files .written .name"), "the file as it was, kept")
+        self.vorn.keys("Control", "Shift", "d")
+        self.vorn.find("dialog[open] textarea")
+        self.assertIn("Since nowhere.rwl.orig, its oldest self\n\nNOW01: ", self.vorn.js("document.querySelector('dialog[open] textarea').value"))
 
 
 class AsAFile(AnyPlace, unittest.TestCase):

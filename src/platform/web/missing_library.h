@@ -42,6 +42,11 @@ auto find_if(Range&& range, Predicate predicate, Projection projection = {}) {
   return std::find_if(std::begin(range), std::end(range),
                       [&](auto&& value) { return std::invoke(predicate, at(value)); });
 }
+template <class Range, class Predicate, class Projection = std::identity>
+auto find_if_not(Range&& range, Predicate predicate, Projection projection = {}) {
+  return ranges::find_if(
+      range, [&](auto&& value) { return !std::invoke(predicate, value); }, projection);
+}
 template <class Range, class Value, class Projection = std::identity>
 auto find(Range&& range, const Value& wanted, Projection projection = {}) {
   const auto at = projected(projection);
@@ -77,6 +82,14 @@ bool equal(A&& a, B&& b, Same same = {}, OfA of_a = {}, OfB of_b = {}) {
   return std::equal(std::begin(a), std::end(a), std::begin(b), std::end(b), [&](auto&& x, auto&& y) {
     return std::invoke(same, std::invoke(of_a, x), std::invoke(of_b, y));
   });
+}
+template <class Range, class Same = std::equal_to<>, class Projection = std::identity>
+auto adjacent_find(Range&& range, Same same = {}, Projection projection = {}) {
+  return std::adjacent_find(std::begin(range), std::end(range), projected(same, projection));
+}
+template <class Range, class Less = std::less<>, class Projection = std::identity>
+bool is_sorted(Range&& range, Less less = {}, Projection projection = {}) {
+  return std::is_sorted(std::begin(range), std::end(range), projected(less, projection));
 }
 template <class Range, class Value>
 void fill(Range&& range, const Value& value) {
