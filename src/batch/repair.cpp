@@ -114,6 +114,11 @@ bool has(std::span<const FileFinding> findings, const FindingKind* of) {
   return std::ranges::find(findings, of, &FileFinding::kind) != findings.end();
 }
 
+// Whether which ring is of which year, or which number is a ring, does not stand in the file.
+bool is_a_guess(const Imported& imported) {
+  return has(imported.findings, kind("short-data")) || has(imported.findings, kind("data-kind"));
+}
+
 }  // namespace
 
 std::string at_line(std::int64_t line) {
@@ -163,7 +168,8 @@ Repair repaired(const Collection& collection, std::string_view bytes, const Repa
   if (is_unread || is_whole) return {};
   Repair made = repaired_as(collection, bytes, choices, has(findings, kind("lost-series")));
   if (!made.bytes.empty()) return made;
-  if (const auto other = imported(bytes, 0); other && !other->tucson.empty()) return repair_of(*other);
+  if (const auto other = imported(bytes, 0); other && !other->tucson.empty() && !is_a_guess(*other))
+    return repair_of(*other);
   if (is_nothing(made)) made.refused.push_back(why_nothing(findings));
   return made;
 }
