@@ -165,7 +165,7 @@ void RecordImport::tell_behind(std::int64_t years) {
   if (behind <= 0) return;
   if (filled_years() <= years)
     return tell(kind("trailing-zeros"), behind * step_,
-                counted(behind * step_, "zero", "zeros") + " behind the last ring are left out",
+                counted(behind * step_, "zero", "zeros") + " behind the last ring, left out",
                 record_.data_line);
   tell(kind("behind-length"), behind * step_,
        counted(years_there(), "year stands", "years stand") + " there, and " + std::to_string(years) +

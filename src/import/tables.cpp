@@ -90,7 +90,8 @@ void TableImport::add_columns() {
     const bool unnamed_before_years = names_[k].name.empty() && k < shape_.year;
     const bool is_width = meaning == ColumnMeaning::unknown || meaning == ColumnMeaning::width ||
                           meaning == ColumnMeaning::core || meaning == ColumnMeaning::tree;
-    if (!column.is_year && is_width && !unnamed_before_years)
+    const bool holds_words = k < shape_.words.size() && shape_.words[k];
+    if (!column.is_year && is_width && !unnamed_before_years && !holds_words)
       column.series = new_series(names_[k].name, {names_[k].name, names_[k].line, names_[k].column, false});
     columns_.push_back(std::move(column));
   }
@@ -198,7 +199,7 @@ void TableImport::read_ring() {
   const std::string name = name_of_ring();
   if (name.empty()) {
     if (says_missing(width.text)) return;
-    found_.findings.add(
+    found_.tell_each(
         {.kind = kind("no-series"),
          .line = table_.rows.first_line(),
          .from = table_.rows.first_line(),
