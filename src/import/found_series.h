@@ -94,7 +94,7 @@ class FoundFile {
   void find_units();
   void tell_units();
   void tell_negative(const FoundSeries& series);
-  void cut(const FoundSeries& series, std::vector<ImportedSeries>& all);
+  static void cut(const FoundSeries& series, std::vector<ImportedSeries>& all);
   void tell_values(const std::vector<ImportedSeries>& all);
 
   int this_year_;

@@ -47,7 +47,7 @@ std::optional<Comment> comment_of(std::string_view line) {
   if (!line.starts_with('#') || line.starts_with("##")) return std::nullopt;
   const std::string_view text = behind_hashes(line);
   const std::size_t colon = text.find(':');
-  if (colon == std::string_view::npos || colon > longest_key) return std::nullopt;
+  if (colon > longest_key) return std::nullopt;
   return Comment{letters_of(text.substr(0, colon)), bare(text.substr(colon + 1))};
 }
 

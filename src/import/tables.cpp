@@ -179,7 +179,7 @@ void TableImport::read_across() {
 // --- A row a ring
 
 std::string TableImport::name_of_ring() const {
-  const std::string core(field(shape_.series).text);
+  std::string core(field(shape_.series).text);
   if (!shape_.tree) return core;
   const std::string tree(field(*shape_.tree).text);
   return core.starts_with(tree) ? core : tree + "_" + core;
