@@ -72,14 +72,13 @@ void TableReading::look_behind(std::size_t from) {
   found.tell_each(std::move(one));
 }
 
-void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what) {
+void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers) {
   found.findings.add({.kind = kind("other-column"),
                       .line = column.line,
                       .column = column.column,
                       .series = column.name,
                       .value = numbers,
-                      .words = "the " + std::string(what) +
-                               " holds no ring widths, and is passed over with " +
+                      .words = "the column holds no ring widths, and is passed over with " +
                                counted(numbers, "number", "numbers")});
 }
 

@@ -106,7 +106,10 @@ void SampleTests::skip_titles() {
     return filled(row) == 0 || (filled(row) == 1 && !row[0].empty());
   };
   while (titles < std::min(most_titles, rows_.size()) && is_title(rows_[titles])) ++titles;
-  if (titles == rows_.size()) return rows_.clear();
+  if (titles == rows_.size()) {
+    rows_.clear();
+    return;
+  }
   rows_.erase(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(titles));
   shape_.titles = titles;
 }

@@ -17,9 +17,12 @@ namespace {
 class TableImport {
  public:
   TableImport(std::span<const FileLine> lines, const TableShape& shape, int this_year)
-      : lines_(lines), shape_(shape), found_(this_year), table_(lines, shape.separator, found_) {
+      : lines_(lines),
+        shape_(shape),
+        found_(this_year),
+        table_(lines, shape.separator, found_),
+        file_unit_(unit_of_comments(lines)) {
     found_.commas = shape.separator != ',';
-    file_unit_ = unit_of_comments(lines);
   }
   Imported read(bool is_utf_16);
 
@@ -87,7 +90,7 @@ void TableImport::add_columns() {
     TableColumn column{names_[k]};
     column.is_year = k == shape_.year;
     const ColumnMeaning meaning = meaning_of(names_[k].name);
-    const bool unnamed_before_years = names_[k].name.empty() && k < shape_.year;
+    const bool unnamed_before_years = k < shape_.year && names_[k].name.empty();
     const bool is_width = meaning == ColumnMeaning::unknown || meaning == ColumnMeaning::width ||
                           meaning == ColumnMeaning::core || meaning == ColumnMeaning::tree;
     const bool holds_words = k < shape_.words.size() && shape_.words[k];
