@@ -21,7 +21,7 @@ char lower(char c) {
 
 // Takes the digits that `rest` begins with; how many.
 int take_digits(std::string_view& rest) {
-  const auto end = std::ranges::find_if_not(rest, is_digit);
+  const auto end = std::find_if_not(rest.begin(), rest.end(), is_digit);
   const auto count = static_cast<std::size_t>(end - rest.begin());
   rest.remove_prefix(count);
   return static_cast<int>(count);

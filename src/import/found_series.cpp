@@ -48,6 +48,15 @@ std::optional<std::size_t> FoundFile::add_series(std::string_view name, std::int
   return series_.size() - 1;
 }
 
+void FoundFile::tell_each(FileFinding finding) {
+  if (told_each_ == most_told_each) {
+    ++untold_each_;
+    return;
+  }
+  ++told_each_;
+  findings.add(std::move(finding));
+}
+
 void FoundFile::take(std::size_t series, std::int64_t year, const TableField& field) {
   if (says_missing(field.text) || marks.are_said_by(field.text)) return;
   const auto number = number_in(field.text, commas || field.quoted);
@@ -56,7 +65,7 @@ void FoundFile::take(std::size_t series, std::int64_t year, const TableField& fi
   one.series = series_[series].name;
   one.value = year;
   one.words = in_quotes(field.text) + " is no number: " + std::to_string(year) + " has no ring";
-  findings.add(std::move(one));
+  tell_each(std::move(one));
 }
 
 void FoundFile::take_number(std::size_t series, const FoundRing& ring, const FieldNumber& number) {
@@ -85,7 +94,7 @@ bool FoundFile::can_hold(std::int64_t year, const TableField& at, std::int64_t n
   one.words = std::to_string(year) + " is no year between " + std::to_string(earliest_year) + " and " +
               std::to_string(latest_year) + ": " + counted(numbers, "number is", "numbers are") +
               " not taken";
-  findings.add(std::move(one));
+  tell_each(std::move(one));
   return false;
 }
 
@@ -130,14 +139,14 @@ void FoundFile::look_at_order(const FoundSeries& series) {
     const FoundRing &one = series.rings[k], &before = series.rings[k - 1];
     const bool odd = mostly_up ? one.year < before.year : one.year > before.year;
     if (!odd || !told_order_.insert(one.line).second) continue;
-    findings.add({.kind = kind("years-out-of-order"),
-                  .line = one.line,
-                  .from = one.line,
-                  .to = one.line,
-                  .series = series.name,
-                  .value = one.year,
-                  .words = std::to_string(one.year) + " stands behind " + std::to_string(before.year) +
-                           "; rings are taken by their years"});
+    tell_each({.kind = kind("years-out-of-order"),
+               .line = one.line,
+               .from = one.line,
+               .to = one.line,
+               .series = series.name,
+               .value = one.year,
+               .words = std::to_string(one.year) + " stands behind " + std::to_string(before.year) +
+                        "; rings are taken by their years"});
   }
 }
 
@@ -152,7 +161,7 @@ void FoundFile::drop_repeated(FoundSeries& series) {
     }
     const FoundRing& before = series.rings[kept - 1];
     const bool same = before.value == one.value;
-    findings.add(
+    tell_each(
         {.kind = same ? kind("year-twice", Effect::doubtful) : kind("year-twice", Effect::lost),
          .line = one.line,
          .from = one.line,
@@ -323,6 +332,10 @@ Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::s
   result.tucson = tucson_copy(result.series, findings);
   tell_values(result.series);
   if (look) look(result);
+  if (untold_each_ > 0)
+    findings.add({.kind = kind("more"),
+                  .value = static_cast<std::int64_t>(untold_each_),
+                  .words = "further fields and rings of which something would have to be told"});
   result.findings = findings.taken();
   return result;
 }

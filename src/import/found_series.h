@@ -26,6 +26,9 @@ inline constexpr std::int64_t longest_gap = 100;
 // A longer series is cut; the reader of the copy would cut it, too.
 inline constexpr std::size_t most_years_of_a_series = 10'000;
 
+// Findings about single fields, rows and rings: further ones are counted.
+inline constexpr std::size_t most_told_each = most_findings / 4;
+
 struct FoundRing {
   std::int64_t year = 0;
   double value = 0;  // as the file has it
@@ -60,6 +63,10 @@ class FoundFile {
   MissingMarks marks;
   bool commas = false;  // whether one may stand for the decimal point
 
+  // Tells of one field, row or ring among many: only so many that there is room for what is told of the
+  // whole.
+  void tell_each(FileFinding finding);
+
   // A further series, of which the name is in any characters; its number from 0. Where there are as many as
   // the program takes that is said once, and there is none.
   std::optional<std::size_t> add_series(std::string_view name, std::int64_t line, int column);
@@ -87,7 +94,7 @@ class FoundFile {
   void find_units();
   void tell_units();
   void tell_negative(const FoundSeries& series);
-  void cut(const FoundSeries& series, std::vector<ImportedSeries>& all);
+  static void cut(const FoundSeries& series, std::vector<ImportedSeries>& all);
   void tell_values(const std::vector<ImportedSeries>& all);
 
   int this_year_;
@@ -95,6 +102,7 @@ class FoundFile {
   std::size_t rings_ = 0;
   bool told_room_ = false, told_series_ = false, told_descent_ = false;
   std::set<std::int64_t> told_order_;  // lines
+  std::size_t told_each_ = 0, untold_each_ = 0;
   std::int64_t comma_line_ = 0, point_line_ = 0;
 };
 

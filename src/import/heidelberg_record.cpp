@@ -26,7 +26,7 @@ std::optional<std::string_view> behind_word(std::string_view text, std::string_v
 
 bool is_key_line(std::string_view text) {
   const std::size_t sign = text.find('=');
-  if (sign == std::string_view::npos || sign > longest_key) return false;
+  if (sign > longest_key) return false;
   const std::string key = letters_of(text.substr(0, sign));
   return !key.empty() && (key.front() < '0' || key.front() > '9');
 }
@@ -85,7 +85,7 @@ bool is_header_line(std::string_view text) {
 
 void HeidelbergRecords::read_key(HeidelbergRecord& record) {
   const std::size_t sign = text().find('=');
-  if (sign == std::string_view::npos || sign > longest_key) return;
+  if (sign > longest_key) return;
   std::size_t at = text().find_first_not_of(" \t", sign + 1);
   at = std::min(at, text().size());
   record.keys.try_emplace(

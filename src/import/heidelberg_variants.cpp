@@ -1,6 +1,7 @@
 #include "import/heidelberg_variants.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <string>
@@ -94,16 +95,16 @@ void RecordImport::find_name() {
 }
 
 bool RecordImport::holds_widths() {
-  const std::string what = letters_of(record_.of("datatype").text.substr(0, 100));
-  for (const std::string_view word :
-       {"density", "index", "indices", "maxd", "mind", "blue", "isotop", "height"}) {
-    if (what.find(word) == std::string::npos) continue;
+  constexpr std::array<std::string_view, 8> others = {"density", "index", "indices", "maxd",
+                                                      "mind",    "blue",  "isotop",  "height"};
+  const std::string_view said = record_.of("datatype").text.substr(0, 100);
+  const std::string what = letters_of(said);
+  const bool is_other = std::ranges::any_of(
+      others, [&](std::string_view word) { return what.find(word) != std::string::npos; });
+  if (is_other)
     tell(kind("no-widths"), std::ssize(record_.values),
-         "DataType says " + quoted(as_utf_8(record_.of("datatype").text.substr(0, 100))) +
-             ": its values are no ring widths, and are not taken");
-    return false;
-  }
-  return true;
+         "DataType says " + quoted(as_utf_8(said)) + ": its values are no ring widths, and are not taken");
+  return !is_other;
 }
 
 std::optional<std::int64_t> RecordImport::number_of(std::string_view key) {
@@ -165,7 +166,7 @@ void RecordImport::tell_behind(std::int64_t years) {
   if (behind <= 0) return;
   if (filled_years() <= years)
     return tell(kind("trailing-zeros"), behind * step_,
-                counted(behind * step_, "zero", "zeros") + " behind the last ring are left out",
+                counted(behind * step_, "zero", "zeros") + " behind the last ring, left out",
                 record_.data_line);
   tell(kind("behind-length"), behind * step_,
        counted(years_there(), "year stands", "years stand") + " there, and " + std::to_string(years) +
@@ -349,7 +350,7 @@ bool is_read_as_meant(std::string_view bytes, const Imported& meant) {
 }  // namespace
 
 bool starts_heidelberg(std::span<const FileLine> lines) {
-  const auto first = std::ranges::find_if_not(lines, is_blank);
+  const auto first = std::find_if_not(lines.begin(), lines.end(), is_blank);
   return first != lines.end() && is_header_line(first->text);
 }
 

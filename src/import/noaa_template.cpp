@@ -47,7 +47,7 @@ std::optional<Comment> comment_of(std::string_view line) {
   if (!line.starts_with('#') || line.starts_with("##")) return std::nullopt;
   const std::string_view text = behind_hashes(line);
   const std::size_t colon = text.find(':');
-  if (colon == std::string_view::npos || colon > longest_key) return std::nullopt;
+  if (colon > longest_key) return std::nullopt;
   return Comment{letters_of(text.substr(0, colon)), bare(text.substr(colon + 1))};
 }
 
@@ -116,10 +116,13 @@ char separator_of(std::string_view text) {
 class TemplateImport {
  public:
   TemplateImport(std::span<const FileLine> lines, TemplateHeader header, char separator, int this_year)
-      : lines_(lines), header_(std::move(header)), found_(this_year), table_(lines, separator, found_) {
+      : lines_(lines),
+        header_(std::move(header)),
+        found_(this_year),
+        table_(lines, separator, found_),
+        file_unit_(unit_of_comments(lines)) {
     found_.marks = header_.marks;
     found_.commas = separator != ',';
-    file_unit_ = unit_of_comments(lines);
   }
 
   // Whether the first row, or the comment before it, names a column of years.

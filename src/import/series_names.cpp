@@ -31,8 +31,11 @@ std::string in_columns(const std::string& name, std::size_t longest) {
   if (all.size() > longest)
     std::erase_if(all, [](char c) { return std::string_view("_-.+/()").find(c) < 7; });
   if (all.empty()) all = "S";
-  if (all.size() > longest)
-    all = all.substr(0, kept_of_beginning) + all.substr(all.size() - (longest - kept_of_beginning));
+  if (all.size() > longest) {
+    const std::string end = all.substr(all.size() - (longest - kept_of_beginning));
+    all.resize(kept_of_beginning);
+    all += end;
+  }
   return without_sign_at_end(std::move(all), longest);
 }
 

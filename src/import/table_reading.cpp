@@ -26,12 +26,12 @@ bool TableReading::next() {
   if (rows.is_cut()) {
     FileFinding one = at_row(kind("too-large"), rows);
     one.words = "fields behind " + the_nth(most_fields_a_row) + " of the line are not looked at";
-    found.findings.add(std::move(one));
+    found.tell_each(std::move(one));
   }
   if (rows.has_open_quote()) {
     FileFinding one = at_row(kind("open-quote"), rows);
     one.words = "a quote on this line has no end: it is taken as it stands";
-    found.findings.add(std::move(one));
+    found.tell_each(std::move(one));
   }
   return true;
 }
@@ -53,7 +53,7 @@ std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool 
   one.words =
       quoted(as_utf_8(field.text.substr(0, 120))) + " is no year: " +
       (numbers > 0 ? counted(numbers, "number is", "numbers are") + " not taken" : "the line is passed over");
-  found.findings.add(std::move(one));
+  found.tell_each(std::move(one));
   return std::nullopt;
 }
 
@@ -69,17 +69,16 @@ void TableReading::look_behind(std::size_t from) {
   one.value = found.numbers_among(behind);
   one.words = "stands behind the last column that has a name, and is not taken: " +
               quoted(as_utf_8(first->text.substr(0, 120)));
-  found.findings.add(std::move(one));
+  found.tell_each(std::move(one));
 }
 
-void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what) {
+void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers) {
   found.findings.add({.kind = kind("other-column"),
                       .line = column.line,
                       .column = column.column,
                       .series = column.name,
                       .value = numbers,
-                      .words = "the " + std::string(what) +
-                               " holds no ring widths, and is passed over with " +
+                      .words = "the column holds no ring widths, and is passed over with " +
                                counted(numbers, "number", "numbers")});
 }
 

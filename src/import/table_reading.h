@@ -48,10 +48,10 @@ class TableReading {
   void look_behind(std::size_t from);
   // That a row lacks its last fields.
   void count_short() {
-    short_rows_ += 1, first_short_ = first_short_ == 0 ? rows.first_line() : first_short_;
+    if (++short_rows_ == 1) first_short_ = rows.first_line();
   }
-  // A column, or row, that holds no widths, in which so many numbers stand.
-  void tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what = "column");
+  // A column that holds no widths, in which so many numbers stand.
+  void tell_other(const NamedColumn& column, std::int64_t numbers);
   // Takes the rings of the row at hand, whose year stands in column `year`.
   void take_row(std::vector<TableColumn>& columns, std::size_t year, bool is_bp);
   void tell_others(std::span<const TableColumn> columns);

@@ -89,6 +89,7 @@ class SampleTests {
   bool is_across();
   bool has_years(std::size_t column, bool named) const;
   bool has_widths(std::size_t column) const;
+  bool has_words(std::size_t column) const;
   bool widths_beside(std::size_t column) const;
   bool years_of_rows_win(std::size_t column) const;
   bool choose_year_column();
@@ -105,7 +106,10 @@ void SampleTests::skip_titles() {
     return filled(row) == 0 || (filled(row) == 1 && !row[0].empty());
   };
   while (titles < std::min(most_titles, rows_.size()) && is_title(rows_[titles])) ++titles;
-  if (titles == rows_.size()) return rows_.clear();
+  if (titles == rows_.size()) {
+    rows_.clear();
+    return;
+  }
   rows_.erase(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(titles));
   shape_.titles = titles;
 }
@@ -144,6 +148,16 @@ bool SampleTests::has_widths(std::size_t column) const {
     good.add(number || says_missing(text));
   }
   return any && good.is_least(0.5);
+}
+
+bool SampleTests::has_words(std::size_t column) const {
+  bool any = false;
+  for (std::size_t k = below(); k < rows_.size(); ++k) {
+    const std::string& text = at(rows_[k], column);
+    if (is_number(text)) return false;
+    any = any || !says_missing(text);
+  }
+  return any;
 }
 
 bool SampleTests::widths_beside(std::size_t column) const {
@@ -252,6 +266,7 @@ std::optional<TableShape> SampleTests::shape() {
   };
   if (passes(&SampleTests::is_long)) return shape_;
   if (passes(&SampleTests::is_wide)) {
+    for (std::size_t k = 0; k < rows_[0].size(); ++k) shape_.words.push_back(has_words(k));
     const TableShape wide = shape_;
     if (years_of_rows_win(wide.year) || !passes(&SampleTests::is_across)) return wide;
     return shape_;

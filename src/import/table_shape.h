@@ -24,7 +24,9 @@ struct TableShape {
   std::size_t series = 0;             // long, and years_across: the column of names
   std::optional<std::size_t> tree{};  // long: that of the tree, where the other names a part of it
   std::size_t width = 0;              // long
-  bool shifted = false;               // rows have a field more than the header, before its first
+  std::vector<bool> words =
+      {};                // wide: which columns hold words and no numbers, as far as they are looked at
+  bool shifted = false;  // rows have a field more than the header, before its first
 };
 
 // So many rows of the beginning are looked at.

@@ -17,9 +17,12 @@ namespace {
 class TableImport {
  public:
   TableImport(std::span<const FileLine> lines, const TableShape& shape, int this_year)
-      : lines_(lines), shape_(shape), found_(this_year), table_(lines, shape.separator, found_) {
+      : lines_(lines),
+        shape_(shape),
+        found_(this_year),
+        table_(lines, shape.separator, found_),
+        file_unit_(unit_of_comments(lines)) {
     found_.commas = shape.separator != ',';
-    file_unit_ = unit_of_comments(lines);
   }
   Imported read(bool is_utf_16);
 
@@ -87,10 +90,11 @@ void TableImport::add_columns() {
     TableColumn column{names_[k]};
     column.is_year = k == shape_.year;
     const ColumnMeaning meaning = meaning_of(names_[k].name);
-    const bool unnamed_before_years = names_[k].name.empty() && k < shape_.year;
+    const bool unnamed_before_years = k < shape_.year && names_[k].name.empty();
     const bool is_width = meaning == ColumnMeaning::unknown || meaning == ColumnMeaning::width ||
                           meaning == ColumnMeaning::core || meaning == ColumnMeaning::tree;
-    if (!column.is_year && is_width && !unnamed_before_years)
+    const bool holds_words = k < shape_.words.size() && shape_.words[k];
+    if (!column.is_year && is_width && !unnamed_before_years && !holds_words)
       column.series = new_series(names_[k].name, {names_[k].name, names_[k].line, names_[k].column, false});
     columns_.push_back(std::move(column));
   }
@@ -178,7 +182,7 @@ void TableImport::read_across() {
 // --- A row a ring
 
 std::string TableImport::name_of_ring() const {
-  const std::string core(field(shape_.series).text);
+  std::string core(field(shape_.series).text);
   if (!shape_.tree) return core;
   const std::string tree(field(*shape_.tree).text);
   return core.starts_with(tree) ? core : tree + "_" + core;
@@ -198,7 +202,7 @@ void TableImport::read_ring() {
   const std::string name = name_of_ring();
   if (name.empty()) {
     if (says_missing(width.text)) return;
-    found_.findings.add(
+    found_.tell_each(
         {.kind = kind("no-series"),
          .line = table_.rows.first_line(),
          .from = table_.rows.first_line(),

@@ -123,6 +123,12 @@ TEST(WideTable, PassesOverWhatIsNoWidth) {
   EXPECT_EQ(notes(one), "layout other-column other-column copy-form series");
 }
 
+TEST(WideTable, MayHaveColumnsOfWords) {
+  const Imported one = taken("year,A,slope\n1990,1.25,steep\n1991,1.5,\n1992,1,flat\n");
+  EXPECT_EQ(shown(one), "A 1990: 1.25 1.5 1\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1");
+}
+
 TEST(WideTable, OfAChronologyAloneHasNoSeries) {
   const Imported one = taken("year,std,samp.depth\n1990,1.01,3\n1991,0.97,4\n1992,1.1,4\n");
   EXPECT_EQ(shown(one), "");

@@ -95,6 +95,7 @@ void choose_names(std::vector<ImportedSeries>& all, FindingList& found) {
   // In years before -999 the last column of the name holds their sign.
   const bool early = std::ranges::any_of(all, [](const ImportedSeries& one) { return one.first < -999; });
   std::vector<std::string> names;
+  names.reserve(all.size());
   for (const ImportedSeries& series : all) names.push_back(series.name);
   names = names_for_columns(names, early ? longest_name_of_early_years : longest_name);
   for (std::size_t k = 0; k < all.size(); ++k) {
