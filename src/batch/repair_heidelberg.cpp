@@ -137,7 +137,7 @@ void HeidelbergRepair::keep_record(const RecordLines& record, std::size_t rings)
 }
 
 void HeidelbergRepair::write_values(const RecordLines& record, std::span<const std::string_view> words) {
-  const StandingCore none;
+  const StandingCore none{};
   SavedCore core{none};
   for (const std::string_view word : words) core.rings.push_back({std::nullopt, std::string(word)});
   for (const SavedLine& line : value_lines(core, columns, LineRest::zeros)) add(line.text);
