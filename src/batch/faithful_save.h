@@ -36,9 +36,9 @@ struct FaithfulSave {
 // that does not fit, and whatever would not come back as it is when it is read again.
 FaithfulSave saved(const Collection& original, std::string_view bytes, const Collection& corrected);
 
-// The same of the cores of a store (batch/held_cores.h): widths are compared digit by digit, and those that
-// changed are rounded to thousandths of a millimetre first, as the program writes them. `unit` is not looked
-// at. Without a core there is nothing to put back, and that is refused.
+// The same of the cores of a store (batch/held_cores.h), each ring with its presence: widths are compared
+// digit by digit, and those that changed are rounded to thousandths of a millimetre first, as the program
+// writes them. `unit` is not looked at. Without a core there is nothing to put back, and that is refused.
 FaithfulSave saved(const Collection& original, std::string_view bytes, std::span<const NamedCore> cores);
 
 }  // namespace vorn

@@ -151,7 +151,7 @@ bool SavePlan::add_rings(const NamedCore& core, const NamedCore* before, CoreAne
   const std::map<std::size_t, std::size_t> kept =
       before ? kept_rings(*before, core) : std::map<std::size_t, std::size_t>();
   for (std::size_t ring = 0; ring < core.widths.values.size(); ++ring) {
-    if (const auto stays = kept.find(ring); stays != kept.end()) {
+    if (const auto stays = kept.find(ring); before && stays != kept.end()) {
       anew.saved.rings.push_back({stays->second, {}});
       const SeriesView& was = before->widths;
       anew.expected.mm.push_back(was.present[stays->second] ? was.values[stays->second] : -1);

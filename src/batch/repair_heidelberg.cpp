@@ -21,7 +21,7 @@ using namespace heidelberg;
 const std::string in_memory = "the copy";
 constexpr ValueColumns columns{static_cast<std::size_t>(values_a_line), 6};
 constexpr std::string_view between_words = " \t,;";
-constexpr std::int32_t most_rings = 9'999;
+constexpr std::size_t most_rings = 9'999;
 
 // The words of some lines; more than any record could hold are not looked at.
 std::vector<std::string_view> words_on(std::span<const FileLine> lines) {
@@ -66,7 +66,7 @@ class HeidelbergRepair {
   bool stands_in_columns(const RecordLines& record, std::span<const std::string_view> words) const;
   bool is_read_back() const;
   void add(std::string_view text) { made_.bytes += std::string(text) + "\n"; }
-  std::string at(std::size_t k) const { return at_line(static_cast<std::int64_t>(k) + 1); }
+  static std::string at(std::size_t k) { return at_line(static_cast<std::int64_t>(k) + 1); }
 
   std::vector<FileLine> lines_;
   std::vector<std::vector<double>> values_;  // of each record, as they stand there
@@ -137,7 +137,7 @@ void HeidelbergRepair::keep_record(const RecordLines& record, std::size_t rings)
 }
 
 void HeidelbergRepair::write_values(const RecordLines& record, std::span<const std::string_view> words) {
-  const StandingCore none;
+  const StandingCore none{};
   SavedCore core{none};
   for (const std::string_view word : words) core.rings.push_back({std::nullopt, std::string(word)});
   for (const SavedLine& line : value_lines(core, columns, LineRest::zeros)) add(line.text);
@@ -155,7 +155,7 @@ void HeidelbergRepair::take(const RecordLines& record) {
   const auto first = key(record, first_year_key), last = key(record, last_year_key);
   auto length = key(record, length_key);
   if (!length && first && last) length = *last - *first + 1;
-  if (!length || *length < 1 || *length > most_rings)
+  if (!length || *length < 1 || static_cast<std::size_t>(*length) > most_rings)
     return made_.refused.push_back(at(record.header) + ": how many rings? It has no Length= that says it");
   const auto rings = static_cast<std::size_t>(*length);
   std::vector<std::string_view> words =

@@ -7,22 +7,9 @@
 #include <utility>
 
 #include "batch/repair_parts.h"
-#include "formats/tucson_raw_layout.h"
 
 namespace vorn {
 namespace {
-
-constexpr auto first_of_year = static_cast<std::size_t>(tucson_raw::fields[1].first) - 1;
-constexpr auto columns_of_year = static_cast<std::size_t>(tucson_raw::fields[1].width());
-
-// The line with name and year in their columns: what stands from the year on is as many columns too far to
-// the left as there are blanks behind it.
-std::string in_its_columns(std::string_view text) {
-  const std::string_view year = text.substr(first_of_year, columns_of_year);
-  const std::size_t by = year.size() - trimmed(year).size();
-  const std::size_t cut = first_of_year - by;
-  return std::string(text.substr(0, cut)) + std::string(by, ' ') + std::string(text.substr(cut));
-}
 
 // Of lines that were put right in one way.
 class LinesTold {

@@ -393,14 +393,20 @@ bool ends_a_core(const DecadeLine& decade) {
          unit_of_mark(decade.fields.back().number).has_value();
 }
 
+std::optional<DecadeLine> decade_in_columns(std::string_view text) {
+  auto decade = decade_of(text, 1);
+  return decade && decade->is_shifted ? decade_of(in_its_columns(text), 1) : decade;
+}
+
 // The line of data before which, among the header lines, there may be more of the same core.
 std::size_t first_line_of_data(const FileTaken& file, std::span<const FileLine> lines) {
   std::size_t from = std::min(static_cast<std::size_t>(std::max(file.decided.header_lines, 0)), lines.size());
   if (from == lines.size()) return from;
-  auto next = decade_of(lines[from].text, 1);
+  auto next = decade_in_columns(lines[from].text);
   while (next && from > 0) {
-    auto before = decade_of(lines[from - 1].text, 1);
-    if (!before || before->name.empty() || (before->name != next->name && !ends_a_core(*before))) break;
+    auto before = decade_in_columns(lines[from - 1].text);
+    if (!before || before->name.empty()) break;
+    if (before->name != next->name && before->next_year() != next->year && !ends_a_core(*before)) break;
     // A line of numbers in a header may look like one that does not keep to the columns.
     if (!before->in_columns && before->next_year() != next->year) break;
     next = std::move(before);

@@ -202,6 +202,13 @@ std::optional<DecadeLine> decade_of(std::string_view text, std::int64_t line) {
   return std::nullopt;
 }
 
+std::string in_its_columns(std::string_view text) {
+  const std::string_view year = columns(text, year_columns);
+  const std::size_t by = year.size() - trimmed(year).size();
+  const std::size_t cut = static_cast<std::size_t>(year_columns.first) - 1 - by;
+  return std::string(text.substr(0, cut)) + std::string(by, ' ') + std::string(text.substr(cut));
+}
+
 std::optional<double> unit_of_mark(std::int32_t number) {
   if (number == end_of_hundredths) return 100.0;
   if (number == end_of_thousandths) return 1000.0;

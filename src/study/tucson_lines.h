@@ -46,6 +46,10 @@ std::size_t length_of_foreign_start(std::string_view text);
 // What the line says, behind such a start; nothing where it is no decade.
 std::optional<DecadeLine> decade_of(std::string_view text, std::int64_t line);
 
+// A line that is_shifted in its columns: what stands from the year on is moved to the right by as many
+// columns as there are blanks behind the year.
+std::string in_its_columns(std::string_view text);
+
 // The mark that a number is: so many values a millimetre. Nothing where it is none.
 std::optional<double> unit_of_mark(std::int32_t number);
 

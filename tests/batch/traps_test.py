@@ -236,6 +236,9 @@ def tucson(trial):
     left = Core("EGR108", 1713, widths(47), -9999)
     trial("a core one column to the left", text(B, left.lines("%-7s%4d")), "copy", [B, left], ("shifted", "6"))
     trial("the first core to the left", text(left.lines("%-7s%4d"), B), "copy", [left, B], ("lost-series", "1"))
+    trial("the first line to the left, behind a header",
+          text("A header", replaced(A.lines(), 0, lambda line: line[:7] + line[8:]), B), "copy", [A, B],
+          ("header-is-data", "2"))
     trial("a name with blanks to the left", text(B, blanks.lines("%-7s%4d")), "copy", [B, blanks])
     trial("a core one column to the right", text(B, left.lines("%-9s%4d"), A), "copy", [B, left, A])
     trial("all to the right", text(*([" " + line for line in core.lines()] for core in ALL)), "copy", ALL)
