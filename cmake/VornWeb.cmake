@@ -29,7 +29,7 @@ set(VORN_WEB_SMALL "^(comparison|corrected|file_|finding_|ring_alignment|tucson_
 add_link_options(-Oz)
 
 # Nothing is thrown in these rooms, nor through them.
-set(VORN_WEB_WITHOUT_EXCEPTIONS desk panels situation statistics study)
+set(VORN_WEB_WITHOUT_EXCEPTIONS desk import panels situation statistics study)
 
 # The linker's JavaScript tools are where Debian keeps such modules.
 set_property(GLOBAL PROPERTY RULE_LAUNCH_LINK "env NODE_PATH=/usr/share/nodejs")
