@@ -116,7 +116,10 @@ bool has(std::span<const FileFinding> findings, const FindingKind* of) {
 
 // Whether which ring is of which year, or which number is a ring, does not stand in the file.
 bool is_a_guess(const Imported& imported) {
-  return has(imported.findings, kind("short-data")) || has(imported.findings, kind("data-kind"));
+  return has(imported.findings, kind("short-data")) || has(imported.findings, kind("data-kind")) ||
+         std::ranges::any_of(imported.findings, [](const FileFinding& finding) {
+           return severity_of(finding.kind->effect) == Severity::error;
+         });
 }
 
 }  // namespace

@@ -55,18 +55,23 @@ TEST(RepairHeidelberg, ALengthThatTheYearsSayIsPutIn) {
 
 TEST(RepairHeidelberg, WhatWouldBeAGuessIsSaid) {
   const std::string dated = header + "DateEnd=1990\n";
-  EXPECT_EQ(repair(dated + "DATA:Tree\n" + values).refused,
-            Words{"line 1: how many rings? It has no Length= that says it"});
   EXPECT_EQ(repair(dated + "Length=13\nDATA:Tree\n" + values).refused,
             Words{"line 1: its length says 13 rings, and 12 values stand there"});
   EXPECT_EQ(repair(dated + "Length=12\nDATA:Double\n" + values).refused,
             Words{"line 6: a width and other numbers take turns; save it again with widths alone"});
-  EXPECT_EQ(repair(record + header).refused, Words{"line 9: a record without values"});
   EXPECT_EQ(repair(dated + "Length=2\nDATA:Tree\n101 1o2\n").refused,
             Words{"line 1: what is its width 1o2?"});
   EXPECT_EQ(
       repair("1 1950 101 102 103\n" + record).refused,
       Words{"line 1 may hold data and is not understood, put it right or take it out: 1 1950 101 102 103"});
+}
+
+// What its own lines do not say the importers read, into another layout.
+TEST(RepairHeidelberg, WithoutALengthThereAreAsManyRingsAsValues) {
+  const Repair made = repair(header + "DateEnd=1990\nDATA:Tree\n" + values);
+  EXPECT_EQ(made.ending, ".rwl");
+  EXPECT_TRUE(made.bytes.starts_with("OAK1    1979")) << made.bytes;
+  EXPECT_EQ(repair(record + header).ending, ".rwl");
 }
 
 std::string series(const std::string& name, const std::string& lines) {
