@@ -128,6 +128,7 @@ std::string dropped_of_table(std::string_view bytes, const Imported& one) {
 std::string dropped_of_template(std::string_view bytes, const Imported& one) {
   if (!is_plain(bytes) || is_bounded(one) || lower_case(bytes).find("missing") != std::string::npos)
     return "";
+  if (one.layout_name != "NOAA template text") return "";
   const std::vector<std::string_view> rows = data_lines(bytes);
   if (rows.empty()) return "a table has no rows";
   char separator = ' ';

@@ -8,6 +8,7 @@
 #include "import/source_text.h"
 #include "import/table_reading.h"
 #include "import/table_words.h"
+#include "import/template_decades.h"
 #include "import/width_unit.h"
 
 namespace vorn {
@@ -305,7 +306,8 @@ std::optional<Imported> import_noaa_template(std::span<const FileLine> lines, bo
       lines, [](const FileLine& line) { return !is_blank(line) && !line.text.starts_with('#'); });
   if (row == lines.end()) return std::nullopt;
   TemplateImport table(lines, std::move(header), separator_of(row->text), this_year);
-  if (!table.read_names()) return std::nullopt;
+  if (!table.read_names())
+    return import_template_decades(lines, static_cast<std::size_t>(row - lines.begin()), this_year);
   return table.read(is_utf_16);
 }
 

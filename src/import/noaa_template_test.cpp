@@ -134,10 +134,21 @@ TEST(NoaaTemplate, SaysWhatIsWrongLineByLine) {
             "years-out-of-order:8 no-year:9 short-rows:10");
 }
 
+TEST(NoaaTemplate, MayHaveTucsonLinesBehindItsComments) {
+  const Imported one =
+      taken(header +
+            "NOW    1 NOWHERE\nNOW01A  1997   125   150   100\nNOW01A  2000     0 -9990   110   999\n"
+            "words\n# a comment\nNOW01B  1999  1251\nNOW01B  2000 12x    1100 -9999\n");
+  EXPECT_EQ(shown(one), "NOW01A 1997: 1.25 1.5 1 0 - 1.1\nNOW01B 1999: 1.251 - 1.1\n");
+  EXPECT_EQ(doubts(one), "no-decade:13 no-number:16");
+  EXPECT_EQ(one.series[0].unit, 1000);
+  EXPECT_FALSE(imported("A       1990   125   150   100   999\n", 2026))
+      << "without comments it is the program's";
+}
+
 TEST(NoaaTemplate, IsNotMadeOfComments) {
   for (const char* none :
        {"# NOAA\n", "# NOAA\n##A\tring width,,,mm,,,,,N\n", "# NOAA\nsome words\nand more\n",
-        "# NOAA template\nA       1990   125   150   100   999\n",
         "# a comment\nA       1990   125   150   100   999\n"})
     EXPECT_FALSE(imported(none, 2026)) << none;
 }
