@@ -219,10 +219,7 @@ const std::vector<Verb>& table() {
        corr_rows,
        of_segment},
       {{"chron", {file, "year", "value", "depth"}}, "the chronology of each file", chron_rows, of_figures},
-      {{"check", check_columns()},
-       "what was read and how, and what was not",
-       checked_rows,
-       of_check}};
+      {{"check", check_columns()}, "what was read and how, and what was not", checked_rows, of_check}};
   return all;
 }
 

@@ -68,9 +68,12 @@ class CleanCopies(FilesWindow):
         self.vorn.answer("Cancel")
         self.vorn.js("document.querySelector('#tab-folder').click()")
         self.assertEqual(sorted(self.vorn.files()), ["Vorn.fil", "yonder.rwl"])
-        self.vorn.keys(Keys.ALT, "6")
-        self.hand.pick("files", "A copy of yonder.rwl")
-        self.vorn.answer("Write and Use It")
+        self.vorn.keys(Keys.ALT, "6")  # and now by keys alone
+        marked = "return document.querySelector('.panel-frame.files [aria-live]').textContent"
+        self.vorn.until(lambda: "A copy of yonder.rwl" in self.vorn.js(marked) or self.type(Keys.TAB), "the key, marked")
+        self.type(Keys.ENTER)
+        self.vorn.until(lambda: "Write yonder-clean.rwl" in self.vorn.question(), "the question")
+        self.type(Keys.ENTER)
         self.vorn.until(lambda: "yonder-clean.rwl" in self.vorn.driver.title, "the program, begun anew")
         self.panel_is_told("yonder-clean.rwl")
         self.assertEqual(self.notices(), "")
@@ -83,17 +86,6 @@ class CleanCopies(FilesWindow):
         self.vorn.until(lambda: "yonder-clean.rwl" in self.vorn.driver.title, "the copy, kept")
         asked = [address for address in self.vorn.requests() if not address.startswith(("blob:", "data:", "chrome"))]
         self.assertEqual({address.rsplit("/", 1)[1] for address in asked}, {FILE.name})
-
-    def test_it_is_done_by_keys(self):
-        self.drop_broken("yonder.rwl")
-        self.vorn.until(lambda: NOTICE in self.notices(), "the notice")
-        self.vorn.keys(Keys.ALT, "6")
-        marked = "return document.querySelector('.panel-frame.files [aria-live]').textContent"
-        self.vorn.until(lambda: "A copy of yonder.rwl" in self.vorn.js(marked) or self.type(Keys.TAB), "the key, marked")
-        self.type(Keys.ENTER)
-        self.vorn.until(lambda: "Write yonder-clean.rwl" in self.vorn.question(), "the question")
-        self.type(Keys.ENTER)
-        self.vorn.until(lambda: "yonder-clean.rwl" in self.vorn.driver.title, "the program, begun anew")
 
     def test_names_are_text_and_nothing_else(self):
         name = "<img src=x onerror=document.title='taken'>.rwl"
