@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace vorn;
   using namespace vorn::fuzz;
   const std::string bytes = "HEADER:\n" + std::string(as_text(data, size));
-  const auto one = imported(bytes, 2026);
+  const auto one = imported(bytes, {2026});
   if (!one) return 0;
   must_be_empty(complaint_about(*one));
   if (one->layout == OtherLayout::heidelberg) must_be_empty(dropped_of_heidelberg(bytes, *one));

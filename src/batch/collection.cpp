@@ -128,7 +128,7 @@ void Collection::read(Files& files, const LayoutRow& row, Troubles& troubles) {
 void Collection::import(Files& files) {
   std::string all;
   if (read_whole(files, path_, all)) return;
-  imported_ = vorn::imported(all, 0);
+  imported_ = vorn::imported(all, {});
   if (!imported_) return;
   troubles_.clear();
   if (imported_->tucson.empty()) return;

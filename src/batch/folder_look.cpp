@@ -37,16 +37,26 @@ void take_years(FileReport& report, const Collection& collection) {
   }
 }
 
+// Widths with a decimal point are millimetres; of others nobody knows.
+bool is_unit_a_guess(const Collection& collection) {
+  return collection.imported() &&
+         std::ranges::any_of(collection.imported()->findings, [](const FileFinding& finding) {
+           const auto* unit = std::get_if<double>(&finding.value);
+           return finding.kind == kind("unit-guessed") && unit && *unit != 1;
+         });
+}
+
 // Without a guess if that can be had, else with each of the guesses there are.
 void offer_copies(FileReport& report, const Collection& collection, const std::string& bytes) {
   const Repair plain = repaired(collection, bytes, {});
-  if (!plain.bytes.empty()) {
+  if (!plain.bytes.empty() && !is_unit_a_guess(collection)) {
     report.copies.push_back({{}, plain.done});
     return;
   }
   for (const double unit : {100.0, 1000.0, 1.0}) {
     const RepairChoices choices{.unit = unit};
-    const Repair made = plain.refused.empty() ? Repair() : repaired(collection, bytes, choices);
+    const bool is_wanted = !plain.bytes.empty() || !plain.refused.empty();
+    const Repair made = is_wanted ? repaired(collection, bytes, choices) : Repair();
     if (!made.bytes.empty()) report.copies.push_back({choices, made.done});
   }
   if (report.copies.empty()) report.no_copy = plain.refused;

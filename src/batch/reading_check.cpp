@@ -87,7 +87,7 @@ void check_findings(const Collection& collection, int this_year,
   if (collection.imported()) {
     add({.kind = kind("imported"),
          .words = "the program itself does not read this layout, but the copy that --repair writes"});
-    if (const auto made = imported(bytes.value_or(""), this_year)) {
+    if (const auto made = imported(bytes.value_or(""), {this_year})) {
       for (const FileFinding& finding : made->findings) add(finding);
     }
     return;

@@ -163,7 +163,8 @@ void leave_out(const FileLine& line, std::int64_t number, const std::string& why
 // What the importers can read is what it says; of a Heidelberg file its own lines say more.
 Repair repaired(const Collection& collection, std::string_view bytes, const RepairChoices& choices) {
   const Imported* imported_as = collection.imported();
-  if (imported_as && imported_as->layout != OtherLayout::heidelberg) return repair_of(*imported_as);
+  if (imported_as && imported_as->layout != OtherLayout::heidelberg)
+    return repair_of(choices.unit ? *imported(bytes, {.unit = choices.unit}) : *imported_as);
   const std::vector<FileFinding> findings = findings_of(collection, bytes, 0);
   const bool is_unread = std::ranges::any_of(
       collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });
@@ -171,7 +172,8 @@ Repair repaired(const Collection& collection, std::string_view bytes, const Repa
   if (is_unread || is_whole) return {};
   Repair made = repaired_as(collection, bytes, choices, has(findings, kind("lost-series")));
   if (!made.bytes.empty()) return made;
-  if (const auto other = imported(bytes, 0); other && !other->tucson.empty() && !is_a_guess(*other))
+  if (const auto other = imported(bytes, {.unit = choices.unit});
+      other && !other->tucson.empty() && !is_a_guess(*other))
     return repair_of(*other);
   if (is_nothing(made)) made.refused.push_back(why_nothing(findings));
   return made;

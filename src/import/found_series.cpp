@@ -216,9 +216,17 @@ void FoundFile::find_units() {
   tell_units();
   if (!first) return;
   seen.mean = rings > 0 ? sum / rings : 0;
-  const double unit = unit_guessed(seen);
+  const double unit = wishes_.unit.value_or(unit_guessed(seen));
   for (FoundSeries& series : series_) {
     if (!series.unit) series.unit = unit;
+  }
+  if (wishes_.unit) {
+    findings.add(
+        {.kind = kind("unit-chosen"),
+         .line = first->line,
+         .value = unit,
+         .words = "no unit is said: taken for " + std::string(unit_words(unit)) + ", as it was chosen"});
+    return;
   }
   findings.add({.kind = kind("unit-guessed"),
                 .line = first->line,
@@ -303,7 +311,7 @@ void FoundFile::tell_values(const std::vector<ImportedSeries>& all) {
                     .value = static_cast<std::int64_t>(missing.size()),
                     .words = "years within it without a ring, which the copy marks as missing: " +
                              spans_words(missing)});
-    add_value_findings(core, this_year_, findings);
+    add_value_findings(core, wishes_.this_year, findings);
     core.values.clear();
     core.values.shrink_to_fit();
     cores.push_back(std::move(core));

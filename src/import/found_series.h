@@ -57,7 +57,8 @@ struct MissingMarks {
 // Gathers what a file holds. Whatever it does not take becomes a finding.
 class FoundFile {
  public:
-  explicit FoundFile(int this_year) : this_year_(this_year) {}
+  explicit FoundFile(const ImportWishes& wishes) : wishes_(wishes) {}
+  const ImportWishes& wishes() const { return wishes_; }
 
   FindingList findings;
   MissingMarks marks;
@@ -97,7 +98,7 @@ class FoundFile {
   static void cut(const FoundSeries& series, std::vector<ImportedSeries>& all);
   void tell_values(const std::vector<ImportedSeries>& all);
 
-  int this_year_;
+  ImportWishes wishes_;
   std::vector<FoundSeries> series_;
   std::size_t rings_ = 0;
   bool told_room_ = false, told_series_ = false, told_descent_ = false;

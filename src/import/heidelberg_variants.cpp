@@ -239,7 +239,7 @@ void RecordImport::find_unit() {
     seen.mean += ring.value / static_cast<double>(series.rings.size());
     seen.has_decimals = seen.has_decimals || ring.value != std::floor(ring.value);
   }
-  series.unit = unit_guessed(seen);
+  series.unit = found_.wishes().unit.value_or(unit_guessed(seen));
   series.unit_is_guess = true;
   tell(
       kind("unit-by-mean"), static_cast<std::int64_t>(*series.unit),
@@ -355,8 +355,8 @@ bool starts_heidelberg(std::span<const FileLine> lines) {
 }
 
 std::optional<Imported> import_heidelberg(std::string_view bytes, std::span<const FileLine> lines,
-                                          bool is_utf_16, int this_year) {
-  FoundFile found(this_year);
+                                          bool is_utf_16, const ImportWishes& wishes) {
+  FoundFile found(wishes);
   found.commas = true;
   if (is_utf_16)
     found.findings.add({.kind = kind("utf-16"),

@@ -19,6 +19,6 @@ bool starts_heidelberg(std::span<const FileLine> lines);
 // under the same name, in the
 //           same year and with the same width.
 std::optional<Imported> import_heidelberg(std::string_view bytes, std::span<const FileLine> lines,
-                                          bool is_utf_16, int this_year);
+                                          bool is_utf_16, const ImportWishes& wishes);
 
 }  // namespace vorn

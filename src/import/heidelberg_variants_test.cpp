@@ -25,10 +25,10 @@ std::string file(const std::string& keys, const std::string& data) {
 }
 
 TEST(Heidelberg, FilesThatTheProgramReadsAreLeftToIt) {
-  EXPECT_FALSE(imported(plain, 2026));
-  EXPECT_FALSE(imported(plain + plain, 2026));
-  EXPECT_FALSE(imported("HEADER:\nKeyCode=A\n", 2026)) << "without data";
-  EXPECT_FALSE(imported("HEADER:\n", 2026));
+  EXPECT_FALSE(imported(plain, {2026}));
+  EXPECT_FALSE(imported(plain + plain, {2026}));
+  EXPECT_FALSE(imported("HEADER:\nKeyCode=A\n", {2026})) << "without data";
+  EXPECT_FALSE(imported("HEADER:\n", {2026}));
 }
 
 TEST(Heidelberg, ValuesMayStandAnywhere) {
@@ -176,8 +176,8 @@ std::string real(const std::string& name) {
 
 TEST(HeidelbergReal, FilesAreReadAsTheyAreMeant) {
   if (real("uakk0530.fh").empty()) GTEST_SKIP() << "the real files are not here";
-  EXPECT_FALSE(imported(real("bababa.fh"), 2026)) << "the program's own reader takes them";
-  EXPECT_FALSE(imported(real("set01.fh"), 2026));
+  EXPECT_FALSE(imported(real("bababa.fh"), {2026})) << "the program's own reader takes them";
+  EXPECT_FALSE(imported(real("set01.fh"), {2026}));
   const Imported pairs = taken(real("uakk0530.fh"));
   ASSERT_EQ(pairs.series.size(), 1u);
   EXPECT_EQ(pairs.series[0].first, 987);

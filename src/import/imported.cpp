@@ -17,14 +17,14 @@ bool is_no_text(std::string_view bytes) {
 
 }  // namespace
 
-std::optional<Imported> imported(std::string_view bytes, int this_year) {
+std::optional<Imported> imported(std::string_view bytes, const ImportWishes& wishes) {
   if (bytes.size() > most_imported_bytes) return std::nullopt;
   const SourceText text(bytes);
   if (is_no_text(text.bytes)) return std::nullopt;
   const std::vector<FileLine> lines = lines_of(text.bytes);
-  if (starts_heidelberg(lines)) return import_heidelberg(bytes, lines, text.is_utf_16, this_year);
-  if (auto noaa = import_noaa_template(lines, text.is_utf_16, this_year)) return noaa;
-  return import_table(lines, text.is_utf_16, this_year);
+  if (starts_heidelberg(lines)) return import_heidelberg(bytes, lines, text.is_utf_16, wishes);
+  if (auto noaa = import_noaa_template(lines, text.is_utf_16, wishes)) return noaa;
+  return import_table(lines, text.is_utf_16, wishes);
 }
 
 }  // namespace vorn

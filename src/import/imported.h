@@ -47,10 +47,14 @@ struct Imported {
 // A file of more bytes than these is not looked at.
 inline constexpr std::size_t most_imported_bytes = 256U << 20U;
 
+struct ImportWishes {
+  int this_year = 0;  // behind which no ring can have grown; 0 where nobody says
+  std::optional<double> unit =
+      {};  // values a millimetre of what says none: 1, 100 or 1000; else it is guessed
+};
+
 // What the bytes, which may be any, mean. Nothing where they are none of these layouts, nor where they are a
 // Heidelberg file that the program's own reader takes as it is meant.
-//
-// Given:    this_year  behind which no ring can have grown; 0 where nobody says
-std::optional<Imported> imported(std::string_view bytes, int this_year);
+std::optional<Imported> imported(std::string_view bytes, const ImportWishes& wishes);
 
 }  // namespace vorn

@@ -152,7 +152,7 @@ TEST(Imported, MoreRingsThanThereIsRoomForAreSaid) {
     text += "\n" + std::to_string(year);
     for (int k = 0; k < 200; ++k) text += ",1";
   }
-  const auto one = imported(text + "\n", 2026);
+  const auto one = imported(text + "\n", {2026});
   ASSERT_TRUE(one);
   EXPECT_NE(doubts(*one).find("no-room"), std::string::npos);
 }
@@ -163,17 +163,17 @@ TEST(Imported, BytesOfAnyKindEndInNothingOrInFindings) {
   for (const std::string& tail :
        {digits, quotes, returns, std::string(1000, '\0'), std::string("1e999"),
         std::string("99999999999999999999"), std::string("-"), std::string("\xff\xfe")}) {
-    const auto one = imported(table + tail + "\n1992,1,1\n", 2026);
+    const auto one = imported(table + tail + "\n1992,1,1\n", {2026});
     ASSERT_EQ(one.has_value(), tail[0] != '\0') << tail.substr(0, 20);
     if (one) {
       EXPECT_EQ(lost_in_copy(*one), "");
     }
-    EXPECT_FALSE(imported(tail, 2026));
+    EXPECT_FALSE(imported(tail, {2026}));
   }
-  EXPECT_FALSE(imported(std::string(3'000'000, ','), 2026));
-  EXPECT_FALSE(imported("# NOAA\n" + digits, 2026));
+  EXPECT_FALSE(imported(std::string(3'000'000, ','), {2026}));
+  EXPECT_FALSE(imported("# NOAA\n" + digits, {2026}));
   EXPECT_TRUE(imported(
-      "HEADER:\nKeyCode=" + digits + "\nLength=" + digits + "\nDATA:Tree\n" + digits + "\n1 2\n", 2026));
+      "HEADER:\nKeyCode=" + digits + "\nLength=" + digits + "\nDATA:Tree\n" + digits + "\n1 2\n", {2026}));
 }
 
 TEST(Imported, NumbersAreWrittenPlainly) {

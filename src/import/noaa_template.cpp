@@ -116,10 +116,11 @@ char separator_of(std::string_view text) {
 
 class TemplateImport {
  public:
-  TemplateImport(std::span<const FileLine> lines, TemplateHeader header, char separator, int this_year)
+  TemplateImport(std::span<const FileLine> lines, TemplateHeader header, char separator,
+                 const ImportWishes& wishes)
       : lines_(lines),
         header_(std::move(header)),
-        found_(this_year),
+        found_(wishes),
         table_(lines, separator, found_),
         file_unit_(unit_of_comments(lines)) {
     found_.marks = header_.marks;
@@ -299,15 +300,16 @@ VariableMeaning meaning_of(const TemplateVariable& variable) {
   return is_width ? VariableMeaning::width : VariableMeaning::other;
 }
 
-std::optional<Imported> import_noaa_template(std::span<const FileLine> lines, bool is_utf_16, int this_year) {
+std::optional<Imported> import_noaa_template(std::span<const FileLine> lines, bool is_utf_16,
+                                             const ImportWishes& wishes) {
   TemplateHeader header = header_of(lines);
   if (header.variables.empty() && !header.names_archive) return std::nullopt;
   const auto row = std::ranges::find_if(
       lines, [](const FileLine& line) { return !is_blank(line) && !line.text.starts_with('#'); });
   if (row == lines.end()) return std::nullopt;
-  TemplateImport table(lines, std::move(header), separator_of(row->text), this_year);
+  TemplateImport table(lines, std::move(header), separator_of(row->text), wishes);
   if (!table.read_names())
-    return import_template_decades(lines, static_cast<std::size_t>(row - lines.begin()), this_year);
+    return import_template_decades(lines, static_cast<std::size_t>(row - lines.begin()), wishes);
   return table.read(is_utf_16);
 }
 

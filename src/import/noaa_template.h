@@ -36,6 +36,7 @@ inline constexpr std::array<std::string_view, 2> last_year_keys = {"lastyear", "
 
 // Nothing where the lines are none: where no line describes a variable and none names the archive, or no
 // table with years follows.
-std::optional<Imported> import_noaa_template(std::span<const FileLine> lines, bool is_utf_16, int this_year);
+std::optional<Imported> import_noaa_template(std::span<const FileLine> lines, bool is_utf_16,
+                                             const ImportWishes& wishes);
 
 }  // namespace vorn

@@ -142,7 +142,7 @@ TEST(NoaaTemplate, MayHaveTucsonLinesBehindItsComments) {
   EXPECT_EQ(shown(one), "NOW01A 1997: 1.25 1.5 1 0 - 1.1\nNOW01B 1999: 1.251 - 1.1\n");
   EXPECT_EQ(doubts(one), "no-decade:13 no-number:16");
   EXPECT_EQ(one.series[0].unit, 1000);
-  EXPECT_FALSE(imported("A       1990   125   150   100   999\n", 2026))
+  EXPECT_FALSE(imported("A       1990   125   150   100   999\n", {2026}))
       << "without comments it is the program's";
 }
 
@@ -150,7 +150,7 @@ TEST(NoaaTemplate, IsNotMadeOfComments) {
   for (const char* none :
        {"# NOAA\n", "# NOAA\n##A\tring width,,,mm,,,,,N\n", "# NOAA\nsome words\nand more\n",
         "# a comment\nA       1990   125   150   100   999\n"})
-    EXPECT_FALSE(imported(none, 2026)) << none;
+    EXPECT_FALSE(imported(none, {2026})) << none;
 }
 
 }  // namespace

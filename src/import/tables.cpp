@@ -16,10 +16,10 @@ namespace {
 
 class TableImport {
  public:
-  TableImport(std::span<const FileLine> lines, const TableShape& shape, int this_year)
+  TableImport(std::span<const FileLine> lines, const TableShape& shape, const ImportWishes& wishes)
       : lines_(lines),
         shape_(shape),
-        found_(this_year),
+        found_(wishes),
         table_(lines, shape.separator, found_),
         file_unit_(unit_of_comments(lines)) {
     found_.commas = shape.separator != ',';
@@ -266,10 +266,11 @@ Imported TableImport::read(bool is_utf_16) {
 
 }  // namespace
 
-std::optional<Imported> import_table(std::span<const FileLine> lines, bool is_utf_16, int this_year) {
+std::optional<Imported> import_table(std::span<const FileLine> lines, bool is_utf_16,
+                                     const ImportWishes& wishes) {
   const auto shape = table_shape(lines);
   if (!shape) return std::nullopt;
-  return TableImport(lines, *shape, this_year).read(is_utf_16);
+  return TableImport(lines, *shape, wishes).read(is_utf_16);
 }
 
 }  // namespace vorn

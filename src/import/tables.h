@@ -11,6 +11,7 @@
 namespace vorn {
 
 // Nothing where the lines are none.
-std::optional<Imported> import_table(std::span<const FileLine> lines, bool is_utf_16, int this_year);
+std::optional<Imported> import_table(std::span<const FileLine> lines, bool is_utf_16,
+                                     const ImportWishes& wishes);
 
 }  // namespace vorn

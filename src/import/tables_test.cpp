@@ -291,8 +291,8 @@ TEST(Tables, AreNotMadeOfWhatIsNone) {
         "A       1990   125   150   100   999\n", "a,b\nc,d\n", "x,y\n1.5,2.5\n3.5,7.5\n2.5,1.5\n",
         "id,name\n1,Ann\n2,Bob\n3,Cid\n", "HEADER:\nLength=3\n", "1,2\n",
         "name,height\n100,7\n180,8\n150,9\n", "core,tree,species\nA,1,QURO\nB,2,QURO\n"})
-    EXPECT_FALSE(imported(none, 2026)) << none;
-  EXPECT_FALSE(imported(std::string("Year,A\n\0\0\n", 10), 2026));
+    EXPECT_FALSE(imported(none, {2026})) << none;
+  EXPECT_FALSE(imported(std::string("Year,A\n\0\0\n", 10), {2026}));
 }
 
 }  // namespace

@@ -39,8 +39,9 @@ std::size_t first_decade(std::span<const FileLine> lines, std::size_t from) {
 
 class DecadesImport {
  public:
-  DecadesImport(std::span<const FileLine> lines, std::size_t from, std::size_t first, int this_year)
-      : lines_(lines), from_(from), first_(first), found_(this_year) {}
+  DecadesImport(std::span<const FileLine> lines, std::size_t from, std::size_t first,
+                const ImportWishes& wishes)
+      : lines_(lines), from_(from), first_(first), found_(wishes) {}
   Imported read();
 
  private:
@@ -126,10 +127,10 @@ Imported DecadesImport::read() {
 }  // namespace
 
 std::optional<Imported> import_template_decades(std::span<const FileLine> lines, std::size_t from,
-                                                int this_year) {
+                                                const ImportWishes& wishes) {
   const std::size_t first = first_decade(lines, from);
   if (first >= lines.size()) return std::nullopt;
-  return DecadesImport(lines, from, first, this_year).read();
+  return DecadesImport(lines, from, first, wishes).read();
 }
 
 }  // namespace vorn

@@ -13,6 +13,6 @@ namespace vorn {
 // Lines `from` (from 0) on, comments among them apart. Nothing where the first of them, three header lines
 // apart, is no line of ring widths in its columns.
 std::optional<Imported> import_template_decades(std::span<const FileLine> lines, std::size_t from,
-                                                int this_year);
+                                                const ImportWishes& wishes);
 
 }  // namespace vorn

@@ -121,6 +121,7 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"no-names", Effect::doubtful},
     FindingKind{"unit-said", Effect::none},
     FindingKind{"unit-guessed", Effect::doubtful},
+    FindingKind{"unit-chosen", Effect::none},
     FindingKind{"unit-unlikely", Effect::doubtful},
     FindingKind{"years-bp", Effect::none},
     FindingKind{"years-descend", Effect::none},

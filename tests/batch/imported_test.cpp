@@ -82,6 +82,21 @@ TEST_F(ImportedFiles, AreNotReadInAListAndHaveACopyOnOffer) {
   EXPECT_EQ(report.copies.size(), 1u);
 }
 
+// Whole numbers of which nobody says the unit: the guess is said, and the user may choose.
+TEST_F(ImportedFiles, OfWholeNumbersTheUnitCanBeChosen) {
+  const std::string whole = "year,OAK1\n1900,123\n1901,98\n1902,110\n";
+  const auto ring = [&](const Repair& made) {
+    files.put("copy", made.bytes);
+    return Collection(files, "copy", untreated()).cores().front().at(1900);
+  };
+  EXPECT_DOUBLE_EQ(ring(repaired(read(whole), whole, {})), 1.23);
+  EXPECT_DOUBLE_EQ(ring(repaired(read(whole), whole, {.unit = 1000})), 0.123);
+  files.put("Vorn.fil", "oaks.csv\n");
+  FolderLook look(files, 2026);
+  look.look();
+  EXPECT_EQ(look.reports()->front().copies.size(), 3u);
+}
+
 TEST_F(ImportedFiles, AreNoPlaceToPutCoresBackInto) {
   const Collection oaks = read(table);
   EXPECT_FALSE(saved(oaks, table, oaks).refused.empty());

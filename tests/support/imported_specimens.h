@@ -12,7 +12,7 @@ namespace vorn {
 
 // What the bytes mean; their copy is held to be read back as it is meant.
 inline Imported taken(std::string_view bytes) {
-  auto one = imported(bytes, 2026);
+  auto one = imported(bytes, {2026});
   EXPECT_TRUE(one) << bytes.substr(0, 200);
   if (!one) return {};
   if (!one->tucson.empty()) {
