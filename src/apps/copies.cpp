@@ -49,7 +49,7 @@ bool Copies::take(const std::string& file, const Repair& repair) {
     say(path + ": " + std::generic_category().message(failed.number()));
     return false;
   }
-  copied_.insert(file);
+  copies_[file] = std::filesystem::path(path).filename().string();
   if (quiet_) return true;
   say(path + " is a copy of " + file + " that is read whole:");
   for (const std::string& words : repair.done) say("  " + words);
@@ -58,8 +58,8 @@ bool Copies::take(const std::string& file, const Repair& repair) {
 
 // A copy lies in the folder itself.
 std::string Copies::name_from_folder(const std::string& file) const {
+  if (const auto copy = copies_.find(file); copy != copies_.end()) return copy->second;
   const std::filesystem::path path(file);
-  if (copied_.contains(file)) return path.filename().string();
   std::error_code failed;
   const auto from_there = std::filesystem::proximate(std::filesystem::absolute(path), folder_, failed);
   return failed ? file : from_there.string();

@@ -1,6 +1,7 @@
 // Copies of files, put into a folder under the names of the originals.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -27,7 +28,8 @@ class Copies {
   std::string name_from_folder(const std::string& file) const;
 
   bool quiet_ = false;
-  std::set<std::string> written_, copied_;  // paths of copies, and of their originals
+  std::set<std::string> written_;              // paths of copies
+  std::map<std::string, std::string> copies_;  // names of copies, by the paths of their originals
 };
 
 }  // namespace vorn

@@ -40,7 +40,10 @@ ReadReferences read_references(vorn::Request& request) {
   for (const std::string& name : request.references) {
     vorn::Collection collection(files, name, request.settings);
     const auto words = collection.words();
-    if (!request.quiet) vorn::say(words);
+    if (!request.quiet) {
+      vorn::say(words);
+      vorn::say(collection.doubts());
+    }
     read.are_whole = read.are_whole && words.empty();
     bool is_one = false;
     take_reference(request, collection, is_one);
@@ -83,9 +86,10 @@ Written write_rows(const vorn::Request& request, vorn::TableWriter& writer, cons
     written.grave = written.grave || is_grave(request, row);
   }
   vorn::Work(request, files).run([&](const vorn::Answer& answer) {
-    if (!request.quiet && !answer.words.empty()) {
+    if (!request.quiet && !(answer.words.empty() && answer.doubts.empty())) {
       progress.wipe();
       vorn::say(answer.words);
+      vorn::say(answer.doubts);
     }
     written.series.insert(answer.series.begin(), answer.series.end());
     written.any_was_read = written.any_was_read || answer.was_read;

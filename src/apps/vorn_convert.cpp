@@ -34,7 +34,10 @@ int convert(const Wanted& wanted) {
   InputFiles files({wanted.file});
   const Collection collection(files, wanted.file, untreated());
   const Conversion made = converted(collection, *target_named(wanted.layout));
-  if (!wanted.quiet) say(made.not_read);
+  if (!wanted.quiet) {
+    say(made.not_read);
+    say(collection.doubts());
+  }
   say(made.refused);
   if (!made.refused.empty()) return cannot_go_on;
   if (!wanted.quiet) say(made.lost);

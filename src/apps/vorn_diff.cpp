@@ -21,7 +21,10 @@ struct Wanted {
 // What was not read is said, unless nobody wants to hear it. Answers whether there is anything to compare.
 bool has_widths(const Collection& collection, bool quiet) {
   const auto words = collection.words();
-  if (!quiet) say(words);
+  if (!quiet) {
+    say(words);
+    say(collection.doubts());
+  }
   if (collection.has_cores()) return true;
   if (quiet || words.empty()) say(collection.path() + ": no ring widths to compare");
   return false;

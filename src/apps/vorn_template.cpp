@@ -11,7 +11,10 @@ namespace vorn {
 int write_chronology_template(const Request& request) {
   InputFiles files(request.files);
   const Collection collection(files, request.files.front(), request.settings);
-  if (!request.quiet) say(collection.words());
+  if (!request.quiet) {
+    say(collection.words());
+    say(collection.doubts());
+  }
   const std::string text = chronology_as_template(collection);
   if (text.empty()) {
     say(collection.path() + ": no chronology");

@@ -37,6 +37,7 @@ class InputFiles : public Files {
 struct Answer {
   std::vector<Row> rows;
   std::vector<std::string> words;
+  std::vector<std::string> doubts;  // no loss, but to be said
   std::vector<std::string> series;  // that the file has, where only some are asked for
   Repair repair;                    // where copies are wanted
   bool was_read = false;            // anything of the file

@@ -1,6 +1,7 @@
 #include "batch/collection.h"
 
 #include <algorithm>
+#include <array>
 #include <ostream>
 #include <system_error>
 
@@ -36,14 +37,31 @@ std::string one_line(const Trouble& trouble) {
   return (trouble.line > 0 ? ":" + std::to_string(trouble.line) : "") + ": " + text;
 }
 
-// What of an imported file is lost, or may be.
-void add_words(const Imported& imported, const std::string& path, std::vector<std::string>& all) {
-  for (const FileFinding& finding : imported.findings) {
-    if (severity_of(finding.kind->effect) == Severity::note) continue;
+// Records of a Heidelberg file whose values are a width and other numbers in turns.
+int records_of_pairs(std::string_view bytes) {
+  constexpr std::array<std::string_view, 4> kinds = {"double", "quadro", "chrono", "halfchrono"};
+  int count = 0;
+  for (const FileLine& line : lines_of(bytes)) {
+    std::string text(without_blanks(line.text));
+    std::ranges::transform(text, text.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; });
+    if (!text.starts_with("data:")) continue;
+    count += std::ranges::find(kinds, without_blanks(std::string_view(text).substr(5))) != kinds.end();
+  }
+  return count;
+}
+
+// Findings of an imported file as words of the collection.
+std::vector<std::string> sentences_on(const Imported* imported, const std::string& path, Severity severity) {
+  std::vector<std::string> all;
+  if (!imported) return all;
+  for (const FileFinding& finding : imported->findings) {
+    if (severity_of(finding.kind->effect) != severity) continue;
     const std::string line = finding.line > 0 ? ":" + std::to_string(finding.line) : "";
     const std::string series = finding.series.empty() ? "" : finding.series + ": ";
     all.push_back(path + line + ": " + series + finding.words);
   }
+  return all;
 }
 
 // What is told behind a file that could not be opened follows from that alone.
@@ -183,10 +201,20 @@ std::vector<std::string> Collection::words() const {
   for (const Trouble& trouble : troubles_) all.push_back(path_ + one_line(trouble));
   if (!row_of(recognition_.layout) && !imported_ && troubles_.empty())
     all.push_back(path_ + ": no layout that is known");
-  if (imported_) add_words(*imported_, path_, all);
+  for (const std::string& lost : sentences_on(imported(), path_, Severity::error)) all.push_back(lost);
+  if (recognition_.layout == Layout::heidelberg) {
+    if (const int pairs = records_of_pairs(bytes().value_or("")); pairs > 0)
+      all.push_back(path_ + ": " + std::to_string(pairs) +
+                    (pairs == 1 ? " record of pairs of numbers is" : " records of pairs of numbers are") +
+                    " read as if all were widths: vorn check --repair writes a copy of the widths");
+  }
   for (const std::string& limit : limits_passed(decided_, path_)) all.push_back(limit);
   if (is_too_long_) all.push_back(path_ + ": its cores span more than 12,000 years");
   return all;
+}
+
+std::vector<std::string> Collection::doubts() const {
+  return sentences_on(imported(), path_, Severity::warning);
 }
 
 std::string recipe_of(const Settings& settings) {

@@ -66,6 +66,8 @@ class Collection {
   // One sentence for whoever reads the words beside the data: why nothing, or not all, was read. Begins with
   // the path.
   std::vector<std::string> words() const;
+  // Likewise, what the importers took for something that may not be what is meant, the unit above all.
+  std::vector<std::string> doubts() const;
 
  private:
   struct Page;

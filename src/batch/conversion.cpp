@@ -6,7 +6,6 @@
 
 #include "base/loud_failure.h"
 #include "batch/difference.h"
-#include "batch/reading_check.h"
 #include "batch/written_tables.h"
 #include "formats/compact.h"
 #include "formats/layouts.h"
@@ -99,7 +98,7 @@ Sentences not_read_back(const Collection& collection, const TargetLayout& target
   Sentences all;
   for (const SeriesChange& change : changes_between(cores, back.cores()))
     all.push_back(collection.path() + ": " + change_words(change, cores, back.cores()));
-  if (all.empty() && !(written.imported() && is_read_whole(written))) {
+  if (all.empty()) {
     for (const std::string& words : written.words()) all.push_back(collection.path() + ": " + words);
   }
   return all;

@@ -132,7 +132,9 @@ void Saving::check() {
 
 FaithfulSave Saving::run() {
   if (!layout_ || compared_.was.empty()) {
-    refuse("no file of ring widths: only into such a file cores are put back");
+    refuse(
+        "cores are put back only into ring widths in a layout of the program; tables are written by vorn "
+        "convert");
     return std::move(made_);
   }
   if (!compared_.distrust.empty()) return {.refused = {compared_.distrust}};

@@ -86,7 +86,7 @@ void check_findings(const Collection& collection, int this_year,
   const auto bytes = collection.bytes();
   if (collection.imported()) {
     add({.kind = kind("imported"),
-         .words = "the program itself does not read this layout, but the copy that --repair writes"});
+         .words = "the program itself does not read this layout, but a copy of it"});
     if (const auto made = imported(bytes.value_or(""), {this_year})) {
       for (const FileFinding& finding : made->findings) add(finding);
     }

@@ -160,11 +160,28 @@ void leave_out(const FileLine& line, std::int64_t number, const std::string& why
     made.done.push_back(at_line(number) + (is_blank(line) ? left_out_empty : why + beginning_of(line.text)));
 }
 
+// Why a table is not copied, although it was read: its numbers are in the wrong place, or no widths. Empty
+// where it may be.
+std::string why_no_copy(const Imported& table) {
+  constexpr std::array<const FindingKind*, 4> wrong = {
+      kind("second-table"), kind("no-column"), kind("year-twice", Effect::lost), kind("unit-unlikely")};
+  for (const FileFinding& finding : table.findings) {
+    if (std::ranges::find(wrong, finding.kind) != wrong.end())
+      return (finding.line > 0 ? at_line(finding.line) + ": " : "") + finding.words;
+  }
+  return "";
+}
+
+Repair copied(const Imported& table) {
+  const std::string why = why_no_copy(table);
+  return why.empty() ? repair_of(table) : Repair{.refused = {why}};
+}
+
 // What the importers can read is what it says; of a Heidelberg file its own lines say more.
 Repair repaired(const Collection& collection, std::string_view bytes, const RepairChoices& choices) {
   const Imported* imported_as = collection.imported();
   if (imported_as && imported_as->layout != OtherLayout::heidelberg)
-    return repair_of(choices.unit ? *imported(bytes, {.unit = choices.unit}) : *imported_as);
+    return copied(choices.unit ? *imported(bytes, {.unit = choices.unit}) : *imported_as);
   const std::vector<FileFinding> findings = findings_of(collection, bytes, 0);
   const bool is_unread = std::ranges::any_of(
       collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });

@@ -198,24 +198,42 @@ void FoundFile::tell_negative(const FoundSeries& series) {
 
 // --- Units
 
+namespace {
+
+// In millimetres.
+double mean_of(const FoundSeries& series) {
+  double sum = 0;
+  for (const FoundRing& ring : series.rings) sum += ring.value;
+  return sum / static_cast<double>(series.rings.size()) / *series.unit;
+}
+
+// Which a few values that stand for something else do not move.
+double median_of(std::vector<double>& values) {
+  if (values.empty()) return 0;
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+}  // namespace
+
 // Those that do not say theirs are guessed together.
 void FoundFile::find_units() {
   ValuesSeen seen;
-  double sum = 0, rings = 0;
+  std::vector<double> widths;
   const FoundSeries* first = nullptr;
   for (const FoundSeries& series : series_) {
     if (series.unit || series.rings.empty()) continue;
     if (!first) first = &series;
     seen.has_points = seen.has_points || series.has_points;
     for (const FoundRing& ring : series.rings) {
-      sum += ring.value;
-      rings += ring.value != 0;
+      if (ring.value != 0) widths.push_back(ring.value);
       seen.has_decimals = seen.has_decimals || ring.value != std::floor(ring.value);
     }
   }
   tell_units();
   if (!first) return;
-  seen.mean = rings > 0 ? sum / rings : 0;
+  seen.middle = median_of(widths);
   const double unit = wishes_.unit.value_or(unit_guessed(seen));
   for (FoundSeries& series : series_) {
     if (!series.unit) series.unit = unit;
@@ -231,8 +249,8 @@ void FoundFile::find_units() {
   findings.add({.kind = kind("unit-guessed"),
                 .line = first->line,
                 .value = unit,
-                .words = "no unit is said: taken for " + std::string(unit_words(unit)) + ", by a mean of " +
-                         decimal(seen.mean, 2) +
+                .words = "no unit is said: taken for " + std::string(unit_words(unit)) + ", by a median of " +
+                         decimal(seen.middle, 2) +
                          (seen.has_points ? " and decimal points" : " and whole numbers")});
 }
 
@@ -240,21 +258,25 @@ void FoundFile::tell_units() {
   std::set<double> told;
   for (const FoundSeries& series : series_) {
     if (!series.unit || series.unit_is_guess || series.rings.empty()) continue;
-    double sum = 0;
-    for (const FoundRing& ring : series.rings) sum += ring.value;
-    const double mean = sum / static_cast<double>(series.rings.size()) / *series.unit;
     if (told.insert(*series.unit).second)
       findings.add({.kind = kind("unit-said"),
                     .line = series.line,
                     .value = *series.unit,
                     .words = "the file says that widths are in " + std::string(unit_words(*series.unit))});
+  }
+}
+
+// Whoever said them, or guessed.
+void FoundFile::doubt_units() {
+  for (const FoundSeries& series : series_) {
+    if (!series.unit || series.rings.empty()) continue;
+    const double mean = mean_of(series);
     if (mean > most_mean_of_mm || (mean > 0 && mean < least_mean_in_mm))
       findings.add({.kind = kind("unit-unlikely"),
                     .line = series.line,
                     .series = series.name,
                     .value = mean,
-                    .words = "the mean ring would be " + decimal(mean, 4) +
-                             " mm wide: the unit that the file says is not likely"});
+                    .words = "the mean ring would be " + decimal(mean, 4) + " mm wide, which is not likely"});
   }
 }
 
@@ -327,6 +349,7 @@ Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::s
   tell_decimals();
   for (FoundSeries& series : series_) put_in_order(series);
   find_units();
+  doubt_units();
   for (const FoundSeries& series : series_) {
     tell_negative(series);
     if (series.rings.empty())

@@ -94,6 +94,7 @@ class FoundFile {
   void drop_repeated(FoundSeries& series);
   void find_units();
   void tell_units();
+  void doubt_units();
   void tell_negative(const FoundSeries& series);
   static void cut(const FoundSeries& series, std::vector<ImportedSeries>& all);
   void tell_values(const std::vector<ImportedSeries>& all);

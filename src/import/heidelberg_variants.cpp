@@ -236,7 +236,7 @@ void RecordImport::find_unit() {
   if (series.unit || series.rings.empty()) return;
   ValuesSeen seen{0, false, series.has_points};
   for (const FoundRing& ring : series.rings) {
-    seen.mean += ring.value / static_cast<double>(series.rings.size());
+    seen.middle += ring.value / static_cast<double>(series.rings.size());  // the mean, as the program has it
     seen.has_decimals = seen.has_decimals || ring.value != std::floor(ring.value);
   }
   series.unit = found_.wishes().unit.value_or(unit_guessed(seen));
@@ -244,7 +244,8 @@ void RecordImport::find_unit() {
   tell(
       kind("unit-by-mean"), static_cast<std::int64_t>(*series.unit),
       (words.empty() ? "no unit: " : quoted(as_utf_8(words.substr(0, 100))) + " is no unit that is known: ") +
-          ("taken for " + std::string(unit_words(*series.unit))) + ", by a mean of " + decimal(seen.mean, 2));
+          ("taken for " + std::string(unit_words(*series.unit))) + ", by a mean of " +
+          decimal(seen.middle, 2));
 }
 
 void RecordImport::tell_counts() {

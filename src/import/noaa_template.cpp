@@ -175,13 +175,19 @@ void TemplateImport::take_names(std::span<const TableField> fields) {
   for (const TableField& field : fields) columns_.push_back({named(field)});
 }
 
+// A calendar year before an age, which may be that of the tree.
 bool TemplateImport::find_years() {
-  for (std::size_t k = 0; k < columns_.size(); ++k) {
-    const VariableMeaning meaning = meaning_of_column(columns_[k].named);
-    if (meaning != VariableMeaning::year && meaning != VariableMeaning::year_bp) continue;
-    year_ = k;
-    is_bp_ = meaning == VariableMeaning::year_bp;
-    return columns_[k].is_year = true;
+  const auto names = [](const TableColumn& column) -> const std::string& { return column.named.name; };
+  if (std::ranges::any_of(columns_, counts_backwards, names)) return false;
+  for (const bool may_be_age : {false, true}) {
+    for (std::size_t k = 0; k < columns_.size(); ++k) {
+      const VariableMeaning meaning = meaning_of_column(columns_[k].named);
+      if (meaning != VariableMeaning::year && meaning != VariableMeaning::year_bp) continue;
+      if (!may_be_age && is_age(columns_[k].named.name)) continue;
+      year_ = k;
+      is_bp_ = meaning == VariableMeaning::year_bp;
+      return columns_[k].is_year = true;
+    }
   }
   return false;
 }

@@ -36,6 +36,15 @@ bool TableReading::next() {
   return true;
 }
 
+namespace {
+
+bool names_years(std::string_view text) {
+  const ColumnMeaning meaning = meaning_of(text);
+  return meaning == ColumnMeaning::year || meaning == ColumnMeaning::year_bp;
+}
+
+}  // namespace
+
 std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool is_bp) {
   const auto year = whole_number_in(field.text);
   if (year && !is_bp) return year;
@@ -47,6 +56,15 @@ std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool 
       std::ranges::all_of(rows.fields(), [](const TableField& one) { return one.text.empty(); });
   if (is_empty) return std::nullopt;
   const std::int64_t numbers = found.numbers_among(rows.fields());
+  if (names_years(field.text)) {
+    FileFinding one = at_row(kind("second-table"), rows);
+    one.column = field.column;
+    one.words =
+        "a further row of names: what stands above it was not read by these names, or what follows is "
+        "another table";
+    found.tell_each(std::move(one));
+    return std::nullopt;
+  }
   FileFinding one = at_row(numbers > 0 ? kind("no-year", Effect::lost) : kind("no-year", Effect::none), rows);
   one.column = field.column;
   one.value = numbers;

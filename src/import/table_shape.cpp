@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <set>
 #include <string>
 
 #include "import/fields.h"
@@ -85,6 +86,7 @@ class SampleTests {
   void shift_header();
   bool is_long();
   bool is_wide();
+  bool has_a_row_a_year() const;
   bool is_wide_without_names();
   bool is_across();
   bool has_years(std::size_t column, bool named) const;
@@ -175,17 +177,18 @@ std::optional<std::size_t> SampleTests::first_of(ColumnMeaning meaning) const {
 }
 
 bool SampleTests::choose_year_column() {
-  if (const auto column = first_of(ColumnMeaning::year)) {
-    shape_.year = *column;
-    return true;
-  }
-  if (const auto column = first_of(ColumnMeaning::year_bp)) {
-    shape_.year = *column;
-    shape_.is_bp = true;
-    return true;
-  }
-  shape_.year = 0;
-  return false;
+  // A calendar year before an age, which may be that of the tree.
+  const auto is_calendar = [](const std::string& name) {
+    return meaning_of(name) == ColumnMeaning::year && !is_age(name);
+  };
+  const auto calendar = std::ranges::find_if(rows_[0], is_calendar);
+  const auto year = calendar != rows_[0].end()
+                        ? std::optional(static_cast<std::size_t>(calendar - rows_[0].begin()))
+                        : first_of(ColumnMeaning::year);
+  const auto year_bp = first_of(ColumnMeaning::year_bp);
+  shape_.is_bp = !year && year_bp;
+  shape_.year = year ? *year : year_bp.value_or(0);
+  return year || year_bp;
 }
 
 bool SampleTests::is_long() {
@@ -214,7 +217,21 @@ bool SampleTests::is_wide() {
   if (rows_.size() < 2) return false;
   const bool named = choose_year_column();
   if (!named && is_number(rows_[0][0])) return false;
-  return has_years(shape_.year, named && rows_.size() > 1) && widths_beside(shape_.year);
+  return has_years(shape_.year, named && rows_.size() > 1) && has_a_row_a_year() &&
+         widths_beside(shape_.year);
+}
+
+// Years that come again and again are those of many cores, one below the other.
+bool SampleTests::has_a_row_a_year() const {
+  std::set<std::string> years;
+  std::size_t rows = 0;
+  for (std::size_t k = below(); k < rows_.size(); ++k) {
+    const std::string& text = at(rows_[k], shape_.year);
+    rows += !text.empty();
+    years.insert(text);
+  }
+  constexpr std::size_t few = 6;  // of which one may well be a slip
+  return rows < few || 4 * years.size() >= 3 * rows;
 }
 
 bool SampleTests::is_wide_without_names() {
@@ -258,6 +275,7 @@ bool SampleTests::is_across() {
 
 std::optional<TableShape> SampleTests::shape() {
   if (rows_.empty() || rows_[0].size() < 2) return std::nullopt;
+  if (std::ranges::any_of(rows_[0], counts_backwards)) return std::nullopt;
   shift_header();
   const TableShape plain = shape_;
   const auto passes = [&](bool (SampleTests::*test)()) {

@@ -185,7 +185,9 @@ std::string TableImport::name_of_ring() const {
   std::string core(field(shape_.series).text);
   if (!shape_.tree) return core;
   const std::string tree(field(*shape_.tree).text);
-  return core.starts_with(tree) ? core : tree + "_" + core;
+  // Numbers of trees and cores may begin alike without saying the same.
+  const bool is_number = whole_number_in(tree).has_value();
+  return !is_number && core.starts_with(tree) ? core : tree + "_" + core;
 }
 
 void TableImport::read_ring() {

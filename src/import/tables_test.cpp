@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "import/width_unit.h"
 #include "support/imported_specimens.h"
 
 namespace vorn {
@@ -293,6 +294,76 @@ TEST(Tables, AreNotMadeOfWhatIsNone) {
         "name,height\n100,7\n180,8\n150,9\n", "core,tree,species\nA,1,QURO\nB,2,QURO\n"})
     EXPECT_FALSE(imported(none, {2026})) << none;
   EXPECT_FALSE(imported(std::string("Year,A\n\0\0\n", 10), {2026}));
+}
+
+// --- What is no table of widths, or not as it seems
+
+TEST(Tables, CoresBelowOneAnotherAreNoWideTable) {
+  EXPECT_FALSE(imported(
+      "year,core "
+      "name,thing\n1900,A,1.5\n1900,B,2.5\n1901,A,1.5\n1901,B,2.5\n1902,A,1\n1902,B,1\n1903,A,1\n1903,B,2\n",
+      {2026}));
+  const auto one = imported("year,series,rwl\n1900,A,1.5\n1900,B,2.5\n1901,A,1.25\n1901,B,2.75\n", {2026});
+  ASSERT_TRUE(one);
+  ASSERT_EQ(one->series.size(), 2u);
+  EXPECT_DOUBLE_EQ(one->series[1].widths[1], 2.75);
+}
+
+TEST(Tables, ACalendarYearGoesBeforeTheAgeOfTheTree) {
+  const auto one = imported("core_id,age,year,width\nA,1,1850,0.82\nA,2,1851,1.50\nA,3,1852,1.25\n", {2026});
+  ASSERT_TRUE(one);
+  ASSERT_EQ(one->series.size(), 1u);
+  EXPECT_EQ(one->series[0].first, 1850);
+}
+
+TEST(Tables, YearsThatCountBackwardsAreBeforeThePresentOrNone) {
+  const auto one = imported("age (yr BP),A\n150,0.82\n149,1.50\n148,1.25\n", {2026});
+  ASSERT_TRUE(one);
+  ASSERT_EQ(one->series.size(), 1u);
+  EXPECT_EQ(one->series[0].first, 1800);
+  EXPECT_DOUBLE_EQ(one->series[0].widths[0], 0.82);
+  for (const char* name : {"year BC", "Jahr v. Chr.", "age_b2k"})
+    EXPECT_FALSE(imported(std::string(name) + ",A\n150,0.82\n149,1.50\n148,1.25\n", {2026})) << name;
+}
+
+TEST(Tables, AFewMarksDoNotMoveTheUnit) {
+  std::string table = "year,A\n";
+  for (int year = 1850; year < 1900; ++year)
+    table += std::to_string(year) + (year == 1853 ? ",1250\n" : ",0.82\n");
+  const auto one = imported(table, {2026});
+  ASSERT_TRUE(one);
+  EXPECT_DOUBLE_EQ(one->series[0].widths[0], 0.82);
+  EXPECT_NE(doubts(*one).find("unit-unlikely"), std::string::npos);
+}
+
+TEST(Tables, MonthsAndMeansAreNoCores) {
+  EXPECT_FALSE(imported("year,Jan,Feb,Mar\n1900,1.5,2.5,3.5\n1901,2.5,3.5,4.5\n1902,1,2,3\n", {2026})
+                   .value_or(Imported())
+                   .tucson.size() > 0);
+  const auto one = imported("year,A,mean\n1900,1.5,2.5\n1901,2.5,3.5\n1902,1.5,2.5\n", {2026});
+  ASSERT_TRUE(one);
+  EXPECT_EQ(one->series.size(), 1u);
+}
+
+TEST(Tables, AFurtherRowOfNamesIsAnError) {
+  const auto one = imported("Site:,Nowhere\nyear,A\n1850,0.82\n1851,1.8\n1852,1.72\n", {2026});
+  ASSERT_TRUE(one);
+  EXPECT_NE(doubts(*one).find("second-table:2"), std::string::npos) << doubts(*one);
+}
+
+TEST(Tables, TreesAndCoresThatAreNumbersStayApart) {
+  const auto one =
+      imported("tree,core,year,width\n1,1,1850,0.82\n1,2,1850,1.5\n2,1,1850,1.25\n2,2,1850,1.75\n", {2026});
+  ASSERT_TRUE(one);
+  std::vector<std::string> names;
+  for (const ImportedSeries& series : one->series) names.push_back(series.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"1_1", "1_2", "2_1", "2_2"}));
+}
+
+TEST(Tables, AnAreaIsNoWidth) {
+  EXPECT_FALSE(unit_said("mm2"));
+  EXPECT_FALSE(unit_said("mm^2"));
+  EXPECT_EQ(unit_said("mm"), 1);
 }
 
 }  // namespace

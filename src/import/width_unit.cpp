@@ -47,12 +47,17 @@ bool is_letter(char c) {
   return c >= 'a' && c <= 'z';
 }
 
-// Whether `word` stands in the text with no letter beside it.
+// Of areas and volumes: mm2, mm^2.
+bool is_power(char c) {
+  return c == '2' || c == '3' || c == '^';
+}
+
+// Whether `word` stands in the text with no letter beside it, and not as an area.
 bool stands_alone(std::string_view text, std::string_view word) {
   for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
     const bool before = at > 0 && is_letter(text[at - 1]);
     const std::size_t end = at + word.size();
-    if (!before && (end == text.size() || !is_letter(text[end]))) return true;
+    if (!before && (end == text.size() || (!is_letter(text[end]) && !is_power(text[end])))) return true;
   }
   return false;
 }
@@ -89,8 +94,8 @@ std::string_view unit_words(double unit) {
 
 double unit_guessed(const ValuesSeen& values) {
   const bool points = values.has_decimals || values.has_points;
-  if (points && values.mean <= most_mean_of_mm) return 1;
-  return values.mean > least_mean_of_thousandths ? 1000 : 100;
+  if (points && values.middle <= most_mean_of_mm) return 1;
+  return values.middle > least_mean_of_thousandths ? 1000 : 100;
 }
 
 }  // namespace vorn

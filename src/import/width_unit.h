@@ -19,7 +19,7 @@ std::string_view unit_words(double unit);
 
 // What is known of the values of a file, whose unit is to be guessed.
 struct ValuesSeen {
-  double mean = 0;            // of those that are no zeros
+  double middle = 0;          // median of those that are no zeros
   bool has_decimals = false;  // at least one has digits other than 0 behind the point
   bool has_points = false;    // at least one has a point
 };

@@ -130,6 +130,7 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"year-outside", Effect::lost},
     FindingKind{"no-year", Effect::none},
     FindingKind{"no-year", Effect::lost},
+    FindingKind{"second-table", Effect::changed},
     FindingKind{"no-series", Effect::lost},
     FindingKind{"no-number", Effect::lost},
     FindingKind{"no-column", Effect::lost},
