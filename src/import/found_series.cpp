@@ -215,6 +215,21 @@ double median_of(std::vector<double>& values) {
   return *middle;
 }
 
+// A ring whose point seems to part thousands, "1.500" among "820" and "950".
+const FoundRing* thousands_among(std::span<const FoundSeries> all, double middle) {
+  constexpr double least_middle = 100, most = 20;
+  if (middle < least_middle) return nullptr;
+  for (const FoundSeries& series : all) {
+    if (series.unit || !series.has_points) continue;
+    for (const FoundRing& ring : series.rings) {
+      const double in_full = ring.value * 1000;
+      const bool is_small = ring.value > 0 && ring.value < middle / most;
+      if (is_small && in_full > middle / most && in_full < middle * most) return &ring;
+    }
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 // Those that do not say theirs are guessed together.
@@ -234,6 +249,14 @@ void FoundFile::find_units() {
   tell_units();
   if (!first) return;
   seen.middle = median_of(widths);
+  if (const FoundRing* ring = thousands_among(series_, seen.middle)) {
+    findings.add({.kind = kind("unit-unlikely"),
+                  .line = ring->line,
+                  .column = ring->column,
+                  .value = ring->value,
+                  .words = "a width of " + decimal(ring->value, 3) + " beside others of about " +
+                           decimal(seen.middle, 1) + ": its point may part thousands"});
+  }
   const double unit = wishes_.unit.value_or(unit_guessed(seen));
   for (FoundSeries& series : series_) {
     if (!series.unit) series.unit = unit;

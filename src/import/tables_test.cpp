@@ -360,6 +360,14 @@ TEST(Tables, TreesAndCoresThatAreNumbersStayApart) {
   EXPECT_EQ(names, (std::vector<std::string>{"1_1", "1_2", "2_1", "2_2"}));
 }
 
+TEST(Tables, APointThatPartsThousandsIsDoubted) {
+  const auto one = imported("Jahr;A\n1850;820\n1851;1.500\n1852;950\n1853;1.120\n1854;700\n", {2026});
+  ASSERT_TRUE(one);
+  EXPECT_NE(doubts(*one).find("unit-unlikely:3"), std::string::npos) << doubts(*one);
+  const auto plain = imported("Jahr;A\n1850;820\n1851;5\n1852;950\n1853;120\n1854;700\n", {2026});
+  EXPECT_EQ(doubts(plain.value()).find("unit-unlikely"), std::string::npos);
+}
+
 TEST(Tables, AnAreaIsNoWidth) {
   EXPECT_FALSE(unit_said("mm2"));
   EXPECT_FALSE(unit_said("mm^2"));
