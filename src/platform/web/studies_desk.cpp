@@ -114,6 +114,7 @@ void StudiesDesk::stand(const WebRequest& request) {
 
 void StudiesDesk::draw(PanelName name, const WebRequest& request) {
   Drawn& drawn = drawn_[static_cast<std::size_t>(name)];
+  before_[static_cast<std::size_t>(name)] = std::move(drawn);
   drawn = {desk_.panel(name, view_of(request)), request.place("ask")};
   port_.tell({{"is", "panel"},
               {"name", id_of(name)},
@@ -124,12 +125,25 @@ void StudiesDesk::draw(PanelName name, const WebRequest& request) {
              "marks", bytes_of(drawn.panel.page));
 }
 
-// A click is meant for what was seen: on a panel that was drawn anew since it is dropped.
+// A click is meant for what was seen: on a panel that was drawn anew meanwhile it is the spot that says the
+// same, and where none does the click is dropped.
+const Spot* StudiesDesk::spot_meant(PanelName name, std::size_t ask, std::size_t place) const {
+  const Drawn &latest = drawn_[static_cast<std::size_t>(name)],
+              &before = before_[static_cast<std::size_t>(name)];
+  const Drawn& seen = latest.ask == ask ? latest : before;
+  if (seen.ask != ask || place >= seen.panel.spots.size()) return nullptr;
+  const Spot& spot = seen.panel.spots[place];
+  if (&seen == &latest) return &spot;
+  const auto same = std::ranges::find_if(latest.panel.spots, [&spot](const Spot& one) {
+    return one.tip == spot.tip && one.change.kind == spot.change.kind && one.does() == spot.does();
+  });
+  return same == latest.panel.spots.end() ? nullptr : &*same;
+}
+
 void StudiesDesk::click(PanelName name, const WebRequest& request) {
-  const Drawn& drawn = drawn_[static_cast<std::size_t>(name)];
-  const std::size_t place = request.place("spot");
-  if (drawn.ask != request.place("ask") || place >= drawn.panel.spots.size()) return;
-  const Spot spot = drawn.panel.spots[place];
+  const Spot* meant = spot_meant(name, request.place("ask"), request.place("spot"));
+  if (!meant) return;
+  const Spot spot = *meant;
   if (files_ && spot.change.kind == PanelChange::Kind::copy_file)
     return files_->offer_copy(spot.change.file, spot.change.unit);
   std::string trouble;

@@ -37,6 +37,7 @@ class StudiesDesk {
   void stand(const WebRequest& request);
   void draw(PanelName name, const WebRequest& request);
   void click(PanelName name, const WebRequest& request);
+  const Spot* spot_meant(PanelName name, std::size_t ask, std::size_t place) const;
   void step_core(int direction);
   void play(const Play& play);
 
@@ -50,12 +51,12 @@ class StudiesDesk {
   SharedFindings findings_;
   std::string working_;
   Clock::time_point begun_, looked_, told_;
-  // What was drawn last, which a click is meant for.
+  // What was drawn last, and before that: which a click is meant for.
   struct Drawn {
     Panel panel;
     std::size_t ask = 0;
   };
-  std::array<Drawn, all_panels.size()> drawn_;
+  std::array<Drawn, all_panels.size()> drawn_, before_;
 };
 
 }  // namespace vorn

@@ -89,6 +89,23 @@ TEST_F(StudiesOfPage, AClickOnACorePutsItOnThePage) {
   EXPECT_TRUE(play_of(port.last("play").fields["play"]));
 }
 
+// News that redraw a panel come at any time: what was seen is still what is clicked on.
+TEST_F(StudiesOfPage, AClickOnAPanelThatWasDrawnAnewMeanwhileHitsWhatWasSeen) {
+  stand(agreeing());
+  run();
+  ask_panel("site", 1);
+  run();
+  const Fields panel = port.last("panel").fields;
+  std::size_t spot = 0;
+  while (spot < panel["spots"].size() && panel["spots"][spot]["plays"] != true) ++spot;
+  ASSERT_LT(spot, panel["spots"].size());
+  ask_panel("site", 2);
+  run();
+  port.ask({{"do", "panel_click"}, {"name", "site"}, {"ask", 1}, {"spot", spot}});
+  run();
+  EXPECT_FALSE(port.last("play").fields.empty());
+}
+
 TEST_F(StudiesOfPage, NothingIsHitBesideTheSpots) {
   stand(agreeing());
   run();
