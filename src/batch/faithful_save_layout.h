@@ -75,7 +75,7 @@ std::unique_ptr<FaithfulLayout> faithful_layout(const Collection& file, std::spa
 
 // Of each layout, see docs/formats/.
 std::unique_ptr<FaithfulLayout> faithful_tucson(const Collection& file, std::span<const FileLine> lines);
-std::unique_ptr<FaithfulLayout> faithful_heidelberg(const Collection& file, std::span<const FileLine> lines);
+std::unique_ptr<FaithfulLayout> faithful_heidelberg(const Collection& file, std::span<const FileLine> all);
 std::unique_ptr<FaithfulLayout> faithful_compact(const Collection& file, std::span<const FileLine> lines);
 
 }  // namespace vorn
