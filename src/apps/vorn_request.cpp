@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
 #include <map>
 #include <memory>
 #include <system_error>
@@ -12,6 +11,7 @@
 #include "apps/copies.h"
 #include "apps/options.h"
 #include "apps/output.h"
+#include "batch/folder_look.h"
 #include "batch/listed_files.h"
 #include "records/disk_files.h"
 
@@ -150,12 +150,6 @@ bool is_report(const Request& request) {
 }
 bool has_segments(const Request& request) {
   return request.verb->form.verb == "corr" || request.verb->form.verb == "site";
-}
-
-// By the clock of the machine: the one thing that is not the same on every day.
-int year_of_today() {
-  const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
-  return static_cast<int>(std::chrono::year_month_day(today).year());
 }
 
 // Years from one segment to the next: as typed, else those of the program, and half a segment where these

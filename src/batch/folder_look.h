@@ -61,7 +61,7 @@ class FolderLook {
 // One sentence, which names what is not read whole; empty where all is.
 std::string words_on_loss(const std::vector<FileReport>& reports);
 
-// The year by the clock of the machine.
+// The year by the clock of the machine: the one thing that is not the same on every day.
 int year_of_today();
 
 }  // namespace vorn
