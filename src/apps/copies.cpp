@@ -20,16 +20,6 @@ std::string with_ending(const std::string& path, const std::string& ending) {
   return ending.empty() ? path : std::filesystem::path(path).replace_extension(ending).string();
 }
 
-// Another file of that name than this copy.
-bool is_another(const std::string& path, const std::string& bytes) {
-  DiskFiles files;
-  FileKind kind{};
-  if (files.look_at(path, kind)) return true;
-  if (kind == FileKind::missing) return false;
-  std::string there;
-  return read_whole(files, path, there) || there != bytes;
-}
-
 }  // namespace
 
 bool Copies::take(const std::string& file, const Repair& repair) {
@@ -40,11 +30,11 @@ bool Copies::take(const std::string& file, const Repair& repair) {
     say(file + ": no copy: " + path + " is that of another file");
     return false;
   }
-  if (!repair.ending.empty() && is_another(path, repair.bytes)) {
+  DiskFiles files;
+  if (!repair.ending.empty() && !is_free_for(files, path, repair.bytes)) {
     say(file + ": no copy: there is another " + path);
     return false;
   }
-  DiskFiles files;
   if (const Status failed = write_whole(files, path, repair.bytes)) {
     say(path + ": " + std::generic_category().message(failed.number()));
     return false;

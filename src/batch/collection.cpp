@@ -103,6 +103,14 @@ Status read_whole(Files& files, const std::string& name, std::string& bytes) {
   }
 }
 
+bool is_free_for(Files& files, const std::string& name, const std::string& bytes) {
+  FileKind kind{};
+  if (files.look_at(name, kind)) return false;
+  if (kind == FileKind::missing) return true;
+  std::string there;
+  return kind == FileKind::regular && !read_whole(files, name, there) && there == bytes;
+}
+
 struct Collection::Page {
   NobodysScreen screen;
   Plot plot{screen};

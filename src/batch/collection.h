@@ -25,6 +25,9 @@ std::string words_of(const Trouble& trouble);
 // What the file holds, to its end.
 Status read_whole(Files& files, const std::string& name, std::string& bytes);
 
+// Whether a file of these bytes may be written under that name: there is none, or it holds the same.
+bool is_free_for(Files& files, const std::string& name, const std::string& bytes);
+
 // Whether the program knows the layout of a file, so that it reads it.
 bool is_recognised(Files& files, const std::string& path);
 

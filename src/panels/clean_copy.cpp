@@ -22,14 +22,6 @@ std::string named(const std::string& file, const std::string& what, const std::s
   return file.substr(0, at) + what + (ending.empty() ? file.substr(at) : ending);
 }
 
-bool is_free_for(Files& files, const std::string& name, const std::string& bytes) {
-  FileKind kind{};
-  if (files.look_at(name, kind)) return false;
-  if (kind == FileKind::missing) return true;
-  std::string there;
-  return kind == FileKind::regular && !read_whole(files, name, there) && there == bytes;
-}
-
 // One of another layout has another ending, and needs no word that it is a copy.
 std::string name_for(Files& files, const std::string& file, const Repair& made) {
   const std::string word = made.ending.empty() ? "-clean" : "";
