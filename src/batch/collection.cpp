@@ -1,7 +1,6 @@
 #include "batch/collection.h"
 
 #include <algorithm>
-#include <array>
 #include <ostream>
 #include <system_error>
 
@@ -37,18 +36,9 @@ std::string one_line(const Trouble& trouble) {
   return (trouble.line > 0 ? ":" + std::to_string(trouble.line) : "") + ": " + text;
 }
 
-// Records of a Heidelberg file whose values are a width and other numbers in turns.
-int records_of_pairs(std::string_view bytes) {
-  constexpr std::array<std::string_view, 4> kinds = {"double", "quadro", "chrono", "halfchrono"};
-  int count = 0;
-  for (const FileLine& line : lines_of(bytes)) {
-    std::string text(without_blanks(line.text));
-    std::ranges::transform(text, text.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; });
-    if (!text.starts_with("data:")) continue;
-    count += std::ranges::find(kinds, without_blanks(std::string_view(text).substr(5))) != kinds.end();
-  }
-  return count;
+// Records of a Heidelberg file that hold them.
+std::int64_t records_of_pairs(std::string_view bytes) {
+  return std::ranges::count_if(lines_of(bytes), [](const FileLine& line) { return says_pairs(line.text); });
 }
 
 // Findings of an imported file as words of the collection.
@@ -211,7 +201,7 @@ std::vector<std::string> Collection::words() const {
     all.push_back(path_ + ": no layout that is known");
   for (const std::string& lost : sentences_on(imported(), path_, Severity::error)) all.push_back(lost);
   if (recognition_.layout == Layout::heidelberg) {
-    if (const int pairs = records_of_pairs(bytes().value_or("")); pairs > 0)
+    if (const std::int64_t pairs = records_of_pairs(bytes().value_or("")); pairs > 0)
       all.push_back(path_ + ": " + std::to_string(pairs) +
                     (pairs == 1 ? " record of pairs of numbers is" : " records of pairs of numbers are") +
                     " read as if all were widths: vorn check --repair writes a copy of the widths");

@@ -52,6 +52,9 @@ inline constexpr std::size_t most_findings = 20'000;
 // All of them, in the order of the lines; those about no line come first. The bytes may be anything.
 std::vector<FileFinding> file_findings(const FileTaken& file);
 
+// Whether a line of a Heidelberg file says that in the values behind it a width and other numbers take turns.
+bool says_pairs(std::string_view line);
+
 // Whether nothing but blanks stands behind the last record of a Heidelberg file, so that nothing is lost
 // where the reader tells that the file ends in a header.
 bool ends_in_blank_lines(const FileTaken& file);

@@ -140,8 +140,7 @@ void RecordAudit::look() {
     return;
   }
   const std::string_view marked = own[data].text;
-  if (marked.find("Double") != std::string_view::npos || marked.find("Quadro") != std::string_view::npos ||
-      marked.find("Chrono") != std::string_view::npos)
+  if (says_pairs(marked))
     return tell(kind("pairs"), 0,
                 quoted(marked) + ": a width and other numbers take turns, and all are read as widths");
   look_at_values(lines_.subspan(data + 1));
@@ -250,6 +249,15 @@ void add_compact_findings(const FileTaken& file, std::span<const FileLine> lines
            .words = "none of its rings is read: the reading ended in line " + std::to_string(behind.first)});
     }
   }
+}
+
+bool says_pairs(std::string_view line) {
+  std::string small(line);
+  std::ranges::transform(small, small.begin(),
+                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return heidelberg::data_key.begins(line) &&
+         (small.find("double") != std::string::npos || small.find("quadro") != std::string::npos ||
+          small.find("chrono") != std::string::npos);
 }
 
 }  // namespace vorn
