@@ -71,6 +71,21 @@ void add_output(CLI::App& app, TypedOutput& output) {
   add_output_file(app, output.file);
 }
 
+void add_careful(CLI::App& app, std::string& names) {
+  const auto is_list = [](const std::string& list) -> std::string {
+    std::string wrong;
+    return careful_of(list, wrong) ? "" : "there is no mend \"" + wrong + "\"";
+  };
+  with_value(app.add_flag("--careful{all}", names, "mends what is unsafe in the usual way, or some of it"),
+             "[=NAME,...]")
+      ->check(CLI::Validator(is_list, ""));
+}
+
+Careful careful_named(const std::string& names) {
+  std::string wrong;
+  return careful_of(names, wrong).value_or(Careful());
+}
+
 void add_fail_on(CLI::App& app, std::string& grade, const char* does) {
   add_choice(app, "--fail-on", grade, {"warning", "error"}, does);
 }

@@ -7,6 +7,7 @@
 
 #include "batch/table.h"
 #include "batch/verbs.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 
@@ -34,6 +35,10 @@ void add_output_file(CLI::App& app, std::string& file);
 void refuse_to_overwrite(const std::vector<std::string>& read, const std::string& output);
 // --format, --json and -o.
 void add_output(CLI::App& app, TypedOutput& output);
+
+// --careful, of all mends where it has no value; empty where it is not given.
+void add_careful(CLI::App& app, std::string& names);
+Careful careful_named(const std::string& names);
 
 // --fail-on, empty where it is not given.
 void add_fail_on(CLI::App& app, std::string& grade, const char* does);

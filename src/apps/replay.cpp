@@ -18,7 +18,7 @@ namespace {
 constexpr int invalid_script = 2;
 constexpr int cannot_go_on = 4;
 
-int play(const Script& script, const std::string& name) {
+int play(const Script& script, const std::string& name, const Careful& careful) {
   const Workspace* w = nullptr;
   DiskFiles files;
   PictureModule pictures;
@@ -28,16 +28,19 @@ int play(const Script& script, const std::string& name) {
       [&](const Page& page, const std::string& file) { return write_page(page, file, files, pictures); },
       &panels);
   const WholeProgram program = whole_program([&w](const Workspace& begun) { w = &begun; });
-  const int status = Session(program, files, std::cerr, screen).run();
+  Session session(program, files, std::cerr, screen);
+  session.begin_carefully(screen.careful_at_start(careful));
+  const int status = session.run();
   if (const int line = screen.first_line_not_reached(); line != 0) {
     std::cerr << name << ':' << line << ": the program ended before this line was reached\n";
   }
   return status;
 }
 
-int play_or_tell(const Script& script, const std::string& name, const std::string& program) {
+int play_or_tell(const Script& script, const std::string& name, const std::string& program,
+                 const Careful& careful) {
   try {
-    return play(script, name);
+    return play(script, name, careful);
   } catch (const ScriptStop& stop) {
     std::cerr << stop.what() << '\n';
     return stop.exit_status();
@@ -49,7 +52,7 @@ int play_or_tell(const Script& script, const std::string& name, const std::strin
 
 }  // namespace
 
-int replay(const std::string& name, const std::string& program) {
+int replay(const std::string& name, const std::string& program, const Careful& careful) {
   std::ifstream file;
   if (name != "-") file.open(name);
   std::istream& in = name == "-" ? std::cin : file;
@@ -62,7 +65,7 @@ int replay(const std::string& name, const std::string& program) {
   for (const ScriptError& error : script.errors) {
     std::cerr << name << ':' << error.line << ": " << error.what << '\n';
   }
-  return script.errors.empty() ? play_or_tell(script, name, program) : invalid_script;
+  return script.errors.empty() ? play_or_tell(script, name, program, careful) : invalid_script;
 }
 
 }  // namespace vorn

@@ -24,7 +24,7 @@ constexpr int most_threads = 64;
 struct Typed {
   TypedOutput output;
   std::string grid = "report", fail_on, reference;
-  std::string unit;
+  std::string unit, careful;
   bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false, noaa = false;
   std::optional<int> step, overlap, farthest_lag, year;
 };
@@ -81,6 +81,7 @@ void add_settings(CLI::App& app, Request& request, Typed& typed) {
   add_number(app, "--ar", request.settings.jpr, 1, 11, "highest order of the AR model; at first 11");
   app.add_flag("--no-ar", typed.no_ar, "no prewhitening");
   app.add_flag("--no-log", typed.no_log, "no logarithms");
+  add_careful(app, typed.careful);
 }
 
 // `least` years make a segment.
@@ -203,6 +204,7 @@ std::string take(Request& request, const Typed& typed) {
   request.settings.splineon = !typed.no_spline;
   request.settings.aron = !typed.no_ar;
   request.settings.logon = !typed.no_log;
+  request.settings.careful = careful_named(typed.careful);
   request.switches.this_year = typed.year ? *typed.year : year_of_today();
   request.switches.narrow_years = !typed.no_narrow;
   request.switches.grid = typed.grid == "lags" ? CorrelationGrid::lags : CorrelationGrid::report;

@@ -11,6 +11,7 @@
 #include "records/disk_files.h"
 #include "sessions/help_files.h"
 #include "sessions/journal.h"
+#include "sessions/kept_careful.h"
 #include "sessions/session.h"
 
 namespace {
@@ -26,6 +27,7 @@ void run_program(vorn::WorkerPort& port) {
   vorn::Questions questions;
   vorn::Journal journal(folder, VORN_VERSION);
   vorn::Session session(vorn::run_whole_program, files, log, desk.mailbox(), &questions, &journal);
+  session.begin_carefully(vorn::kept_careful(folder));
   desk.greet();
   const int status = session.run();
   port.tell({{"is", "ended"}, {"status", status}, {"log", vorn::shown_lines(log.str())}});

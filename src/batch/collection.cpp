@@ -129,7 +129,7 @@ Collection::Collection(Files& files, const std::string& path, const Settings& se
 
 void Collection::read(Files& files, const LayoutRow& row, Troubles& troubles) {
   w_->rawok(1) = true;
-  const Reading reading{files, path_, w_->rfhead(1), troubles};
+  const Reading reading{files, path_, w_->rfhead(1), troubles, w_->careful};
   decided_ = row.read_cores ? row.read_cores(*w_, reading) : row.read_chronology(*w_, 1, reading);
   try {
     if (row.read_cores) data_man2(*w_);
@@ -218,7 +218,8 @@ std::vector<std::string> Collection::doubts() const {
 std::string recipe_of(const Settings& settings) {
   const std::string spline = settings.splineon ? "spline " + std::to_string(settings.ss) : "no spline";
   const std::string ar = settings.aron ? "ar " + std::to_string(settings.jpr) : "no ar";
-  return spline + ", " + ar + (settings.logon ? ", log" : ", no log");
+  return spline + ", " + ar + (settings.logon ? ", log" : ", no log") +
+         (settings.careful.any() ? ", careful " + names_of(settings.careful) : "");
 }
 
 }  // namespace vorn

@@ -1,6 +1,12 @@
 #include "desk/action_table.h"
 
 #include <algorithm>
+#include <deque>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "workspace/careful.h"
 
 namespace vorn {
 namespace {
@@ -118,34 +124,56 @@ constexpr Action table[] = {
      {button::segment_length, button::correlation_segment}},
     {{"segment_overlap", Menu::cores, "Segment Overlap…"},
      {button::segment_overlap, button::correlation_overlap}},
+};
 
+constexpr Action help_table[] = {
     {{"guide", Menu::help, "Guide", "Ctrl+H", window}},
     {{"help_here", Menu::help, "Help about What Is Pointed At", "F1", window}},
     {{"keys", Menu::help, "Keys", "Ctrl+Shift+H", window}},
     {{"about", Menu::help, "About Vorn", "", window, line}},
 };
 
-constexpr std::array<ActionRow, std::size(table)> rows_of_table() {
-  std::array<ActionRow, std::size(table)> all;
-  for (std::size_t k = 0; k < all.size(); ++k) all[k] = table[k].row;
-  return all;
-}
+// The mends come from their own list: in the menu each is its sentence.
+struct Rows {
+  std::deque<std::string> texts;
+  std::vector<Action> actions;
+  std::vector<ActionRow> rows;
 
-constexpr auto rows = rows_of_table();
+  Rows() {
+    actions.assign(std::begin(table), std::end(table));
+    add_mend(every_mend, "everything carefully", !line);
+    for (const MendRow& mend : mends()) add_mend(mend.name, mend.does, mend.mend == mends().front().mend);
+    actions.insert(actions.end(), std::begin(help_table), std::end(help_table));
+    std::ranges::transform(actions, std::back_inserter(rows), &Action::row);
+  }
+  void add_mend(std::string_view name, std::string_view does, bool drawn_above) {
+    texts.push_back(std::string(careful_ids) + std::string(name));
+    const std::string_view id = texts.back();
+    std::string& text = texts.emplace_back(does);
+    text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    actions.push_back({{id, Menu::careful, text, "", !window, drawn_above, on_off}});
+  }
+};
+
+const Rows& all_rows() {
+  static const Rows rows;
+  return rows;
+}
 
 }  // namespace
 
 std::span<const Action> action_table() {
-  return table;
+  return all_rows().actions;
 }
 
 std::span<const ActionRow> action_rows() {
-  return rows;
+  return all_rows().rows;
 }
 
 const Action* action_named(std::string_view id) {
-  const auto found = std::ranges::find_if(table, [id](const Action& action) { return action.row.id == id; });
-  return found == std::end(table) ? nullptr : found;
+  const auto all = action_table();
+  const auto found = std::ranges::find_if(all, [id](const Action& action) { return action.row.id == id; });
+  return found == all.end() ? nullptr : &*found;
 }
 
 }  // namespace vorn

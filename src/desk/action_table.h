@@ -3,6 +3,7 @@
 
 #include <array>
 #include <span>
+#include <string_view>
 
 #include "desk/actions.h"
 #include "toolkit/buttons.h"
@@ -14,6 +15,9 @@ struct Action {
   // What it presses: the one of these that is shown. None where it is done otherwise.
   std::array<ButtonNumber, 4> buttons = {};
 };
+
+// What the ids of the mends begin with, their names or "all" behind it: "careful-blank-line".
+inline constexpr std::string_view careful_ids = "careful-";
 
 std::span<const Action> action_table();
 

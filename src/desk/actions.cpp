@@ -129,6 +129,13 @@ bool is_chosen(ButtonNumber n, const Situation& now) {
 
 // --- Those that press no button.
 
+// Of an id in the menu Careful: what it switches to.
+CarefulSwitch switch_of(std::string_view id, const Careful& now) {
+  const MendRow* const row = mend_named(id.substr(careful_ids.size()));
+  if (!row) return {.on = now != Careful::everything()};
+  return {.mend = row->mend, .on = !now.has(row->mend)};
+}
+
 ActionState done_if(bool can_be_done, std::string_view why_not) {
   return {.can_be_done = can_be_done, .why_not = can_be_done ? "" : std::string(why_not)};
 }
@@ -173,6 +180,12 @@ ActionState state_of_window_action(std::string_view id, const Standing& standing
   return {.can_be_done = true};
 }
 
+ActionState state_of_mend(std::string_view id, const Situation& now) {
+  ActionState state = done_if(now.wait == Wait::menu || now.wait == Wait::year, what_comes_first(now));
+  state.is_chosen = !switch_of(id, now.settings.careful).on;
+  return state;
+}
+
 std::string what_it_does(const ActionRow& row) {
   constexpr std::string_view asks = "…";
   return std::string(row.text.ends_with(asks) ? row.text.substr(0, row.text.size() - asks.size()) : row.text);
@@ -193,6 +206,7 @@ ActionState state_of(std::string_view id, const Standing& standing) {
     return done_if(!standing.to_take_up.empty(), "when an earlier session left work behind");
   if (!standing.situation) return done_if(false, "when the program is ready");
   const Situation& now = *standing.situation;
+  if (action->row.menu == Menu::careful) return state_of_mend(id, now);
   ActionState state = done_if(shown_of(*action, now) != nullptr, why_not(*action, now));
   state.is_chosen = action->row.switches && is_chosen(action->buttons.front(), now);
   return state;
@@ -204,6 +218,7 @@ std::optional<Deed> deed_of(std::string_view id, const Standing& standing) {
   if (id == "undo") return Undo{};
   if (id == "redo") return Redo{};
   if (id == "take_up") return TakeUp{standing.to_take_up};
+  if (action->row.menu == Menu::careful) return switch_of(id, standing.situation->settings.careful);
   const ShownButton* button = standing.situation ? shown_of(*action, *standing.situation) : nullptr;
   if (!button) return Close{};  // "quit", where its button is not shown
   return Play{{{.kind = PlayStep::Kind::press, .button = button->number}}, what_it_does(action->row)};

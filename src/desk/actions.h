@@ -13,7 +13,7 @@
 
 namespace vorn {
 
-enum class Menu : std::uint8_t { file, edit, view, cores, help };
+enum class Menu : std::uint8_t { file, edit, view, cores, careful, help };
 
 // One row of the table of actions. Those that the window does by itself (saving a picture, the guide) have no
 // deed: they are in the table so that the page of keys and the menus are complete.

@@ -19,6 +19,8 @@ std::string_view heading(Menu menu) {
       return "View";
     case Menu::cores:
       return "Cores";
+    case Menu::careful:
+      return "Careful";
     case Menu::help:
       break;
   }

@@ -129,6 +129,13 @@ std::string changes_text(const Situation& now) {
          " not written: " + named(now.unwritten);
 }
 
+std::string careful_text(const Careful& careful) {
+  if (!careful.any()) return {};
+  if (careful == Careful::everything()) return "careful";
+  const auto on = std::ranges::count_if(mends(), [&](const MendRow& row) { return careful.has(row.mend); });
+  return "careful in " + std::to_string(on) + " of " + std::to_string(mends().size()) + " places";
+}
+
 std::string_view what_ends(Place place) {
   switch (place) {
     case Place::start:
@@ -168,6 +175,7 @@ StatusLine status_line(const Standing& standing, std::optional<PointAt> mouse) {
   line.waits_for = standing.question ? "an answer to the question" : waits_for(now);
   line.changes = changes_text(now);
   line.warning = warning_text(now);
+  line.careful = careful_text(now.settings.careful);
   if (!shows_graph(now.place)) return line;
   const auto year = mouse ? year_at(now, *mouse) : std::nullopt, bar = year_of_bar(now);
   line.year = year_text(now, year, bar);

@@ -17,6 +17,7 @@ struct StatusLine {
   std::string changes;    // "T004 not saved; 3 cores not written: T001, T002 and T003"
   std::string written;    // "wrote Stats.prn, 25 cores"
   std::string warning;    // a pass limit ahead: "after 99 clicks more the chooser ends by itself"
+  std::string careful;    // "careful", "careful in 3 of 21 places"; empty where all is done as usual
 };
 
 // A position of the mouse in page units.

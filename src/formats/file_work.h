@@ -6,6 +6,7 @@
 
 #include "records/text_file.h"
 #include "records/troubles.h"
+#include "workspace/careful.h"
 #include "workspace/names.h"
 
 namespace vorn {
@@ -16,6 +17,7 @@ struct Reading {
   std::string_view file;  // its name
   int header_lines;       // before its first line of data (Tucson layouts)
   Troubles& troubles;
+  Careful careful = {};  // what is not read in the usual way
 };
 
 // A file that is being written.
@@ -24,6 +26,7 @@ struct Writing {
   TextOutput& out;
   Troubles& troubles;
   bool names_to_the_left = false;  // Heidelberg: so that a name is read back whole
+  Careful careful = {};            // what is not written in the usual way
 };
 
 // Each tells `status` under `label` unless it is ok, and answers it, as told() of records/troubles.h does.

@@ -162,7 +162,7 @@ void init_raw(Workspace& w, Layout layout) {
   if (!row) return;
   PageTroubles troubles(w);
   const FileName name = w.cnam(w.cf);
-  const Reading reading{w.files, name.view(), w.rfhead(w.cf), troubles};
+  const Reading reading{w.files, name.view(), w.rfhead(w.cf), troubles, w.careful};
   if (row->read_cores) w.cores_of = w.cf;
   const ReadDecisions decided =
       row->read_cores ? row->read_cores(w, reading) : row->read_chronology(w, w.cf, reading);

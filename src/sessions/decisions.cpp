@@ -183,6 +183,10 @@ std::string setting_words(const Settings& a, const Settings& b) {
   if (a.jpr != b.jpr) say("AR order " + number(b.jpr) + ", not " + number(a.jpr));
   if (a.seg != b.seg) say("Segments of " + number(b.seg) + " years, not " + number(a.seg));
   if (a.olap != b.olap) say("Overlap " + number(b.olap) + " years, not " + number(a.olap));
+  for (const MendRow& row : mends()) {
+    if (a.careful.has(row.mend) != b.careful.has(row.mend))
+      say("Careful: " + std::string(row.name) + ' ' + yes(b.careful.has(row.mend)));
+  }
   if (a.raw_output != b.raw_output || a.crn_output != b.crn_output) say("Another output layout");
   return text;
 }

@@ -8,6 +8,7 @@
 
 #include "plot/screen.h"
 #include "toolkit/buttons.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 
@@ -61,6 +62,7 @@ struct Choose {
   std::size_t answer = 0;
 };
 
-using Deed = std::variant<Event, Play, Undo, Redo, GoTo, TakeNote, TakeUp, Close, Choose>;
+// With CarefulSwitch something is done carefully from now on, or as usual.
+using Deed = std::variant<Event, Play, Undo, Redo, GoTo, TakeNote, TakeUp, Close, Choose, CarefulSwitch>;
 
 }  // namespace vorn

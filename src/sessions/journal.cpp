@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "records/plain_file.h"
+#include "sessions/kept_careful.h"
 #include "sessions/script.h"
 #include "workspace/fingerprint.h"
 
@@ -177,6 +178,9 @@ class Reader {
         return happened({statement.x, statement.y, Event::help});
       case Statement::Kind::key:
         return happened({0, 0, statement.number});
+      case Statement::Kind::careful:
+        return timeline().switched(careful_switch(statement.text).value_or(CarefulSwitch()),
+                                   journal_.answers.size());
       case Statement::Kind::undo:
         if (!timeline().to_undo()) throw Damaged("nothing to take back");
         timeline().undo(journal_.answers);
@@ -526,6 +530,16 @@ Contents Journal::kept(const std::string& name) const {
 void Journal::happened(const Event& event) {
   begin();
   write(line_of(event) + '\n');
+}
+
+// Before the first event it waits with what else stands ahead of it.
+void Journal::switched(const CarefulSwitch& careful) {
+  write("careful " + careful.text() + '\n');
+}
+
+void Journal::careful(const Careful& now) {
+  if (now == kept_careful(folder_) || !lock()) return;
+  if (const std::string wrong = keep_careful(folder_, now); !wrong.empty()) fail(wrong, {});
 }
 
 // The second time what is told is the end of a file that was made.

@@ -51,6 +51,8 @@ class Journal : public Keeper {
   Journal(std::string folder, std::string version, std::size_t most_kept = usual_most_kept);
 
   void happened(const Event& event) override;
+  void switched(const CarefulSwitch& careful) override;
+  void careful(const Careful& now) override;
   void answered(std::size_t place, const FileAnswer& answer) override;
   void decided(const Timeline::Entry& entry) override;
   void went_on(const Timeline::Entry& entry) override;

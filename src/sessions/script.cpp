@@ -9,6 +9,7 @@
 
 #include "plot/screen.h"
 #include "sessions/page_file.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 namespace {
@@ -110,6 +111,14 @@ void read_panel(Statement& statement, std::string_view rest) {
   read(statement, rest.substr(std::min(end + 1, rest.size())));
 }
 
+void read_careful(Statement& statement, std::string_view rest) {
+  const auto said = words(rest, 2, "the name of a mend, or all, and on or off");
+  statement.text = said[0] + ' ' + said[1];
+  if (careful_switch(statement.text)) return;
+  const bool is_known = said[0] == every_mend || mend_named(said[0]);
+  throw Wrong(is_known ? "expected on or off" : "there is no mend \"" + said[0] + "\"");
+}
+
 void read_nothing(Statement&, std::string_view rest) {
   words(rest, 0, "nothing more on the line");
 }
@@ -119,7 +128,7 @@ struct Form {
   Statement::Kind kind;
   void (*read)(Statement& statement, std::string_view rest);  // the rest of the line, behind one blank
 };
-constexpr std::array<Form, 13> forms = {{
+constexpr std::array<Form, 14> forms = {{
     {"click", Statement::Kind::click, read_position},
     {"help", Statement::Kind::help, read_position},
     {"press", Statement::Kind::press, read_button},
@@ -133,6 +142,7 @@ constexpr std::array<Form, 13> forms = {{
     {"redo", Statement::Kind::redo, read_nothing},
     {"panel", Statement::Kind::panel, read_panel<read_file_name>},
     {"pick", Statement::Kind::pick, read_panel<read_text>},
+    {"careful", Statement::Kind::careful, read_careful},
 }};
 
 // The statement on a line; nothing when it holds none.

@@ -11,13 +11,28 @@ namespace vorn {
 
 // One statement of a script.
 struct Statement {
-  enum class Kind { click, help, press, key, type, enter, page, expect, refuse, undo, redo, panel, pick };
+  enum class Kind {
+    click,
+    help,
+    press,
+    key,
+    type,
+    enter,
+    page,
+    expect,
+    refuse,
+    undo,
+    redo,
+    panel,
+    pick,
+    careful
+  };
   Kind kind = Kind::enter;
   int line = 0;      // of the script, counted from 1
   int x = 0, y = 0;  // click, help: page units
   int number = 0;    // press: of the button; key: its code
-  // type, expect, refuse, pick: the text; page, panel: the file's name; press: the button's name, empty where
-  // it has its number
+  // type, expect, refuse, pick, careful: the text; page, panel: the file's name; press: the button's name,
+  // empty where it has its number
   std::string text = {};
   std::string panel = {};  // panel, pick: its name
 };
@@ -52,6 +67,8 @@ using IsPanel = std::function<bool(std::string_view name)>;
 //   undo           takes back the last decision
 //   redo           takes it again
 //   panel NAME FILE  writes a panel, as page does
+//   careful NAME on  mends one place, or all, from here on; off: works as usual. Ahead of all other
+//                    statements it holds before the program starts
 //   pick NAME TEXT   clicks the first spot of that panel whose text or tip contains TEXT
 // "#" at the start of a line or after a blank starts a comment; blanks before it are no part of the
 // statement. Empty lines count as comments. Lines end at LF or CR LF. All lines are looked at, so that all

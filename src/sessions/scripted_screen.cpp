@@ -28,6 +28,13 @@ ScriptedScreen::ScriptedScreen(std::vector<Statement> statements, std::string sc
       write_page_(std::move(write_page)),
       panels_(panels) {}
 
+Careful ScriptedScreen::careful_at_start(Careful careful) {
+  for (; next_ < statements_.size() && statements_[next_].kind == Statement::Kind::careful; ++next_) {
+    if (const auto on = careful_switch(statements_[next_].text)) on->apply(careful);
+  }
+  return careful;
+}
+
 void ScriptedScreen::stand(const SharedStanding& standing) {
   standing_ = standing;
   if (panels_) panels_->stand(standing);
@@ -88,6 +95,9 @@ void ScriptedScreen::act(const Statement& statement) {
       return write_panel(statement);
     case Statement::Kind::pick:
       return pick(statement);
+    case Statement::Kind::careful:
+      if (const auto on = careful_switch(statement.text)) pending_.emplace_back(*on);
+      return;
   }
 }
 

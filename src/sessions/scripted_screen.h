@@ -69,6 +69,10 @@ class ScriptedScreen : public Inbox {
   ScriptedScreen(std::vector<Statement> statements, std::string script_name, ButtonPlaces buttons,
                  PageWriter write_page, ScriptPanels* panels = nullptr);
 
+  // What is careful with what the script switches before all else; to be asked for once, before the program
+  // starts.
+  Careful careful_at_start(Careful careful = {});
+
   void show(const Page& page) override { page_ = page; }
   Event next_event() override;  // passes over undo and redo, for which a session is needed
   Deed next_deed() override;

@@ -48,6 +48,18 @@ Session::Session(WholeProgram program, Files& files, std::ostream& log, Inbox& i
   files_.kept = [this](std::size_t place) { keeper_->answered(place, files_.answers()[place]); };
 }
 
+void Session::begin_carefully(const Careful& careful) {
+  timeline_ = {};
+  const auto begin = [this](const CarefulSwitch& on) {
+    timeline_.switched(on, 0);
+    keeper_->switched(on);
+  };
+  if (careful == Careful::everything()) return begin({});
+  for (const MendRow& row : mends()) {
+    if (careful.has(row.mend)) begin({.mend = row.mend});
+  }
+}
+
 void Session::begin_with(Keeper::TakenUp taken_up, Files* replayed) {
   timeline_ = std::move(taken_up.timeline);
   kept_answers_ = std::move(taken_up.answers);
@@ -101,16 +113,22 @@ int Session::run_once() {
   message_waits_ = false;
   page_ = nullptr;
   program_log_.rdbuf(is_replaying_ ? nullptr : log_.rdbuf());
-  const int status = program_(*this, files_, program_log_, [this](const Workspace& w) { start(w); });
+  const int status = program_(*this, files_, program_log_, [this](Workspace& w) { start(w); });
   w_ = nullptr;
   observer_.reset();
   if (!is_replaying_) keeper_->ended(!waits_, situation_ && situation_->unsaved());
   return status;
 }
 
-void Session::start(const Workspace& w) {
+void Session::start(Workspace& w) {
   w_ = &w;
   observer_ = std::make_unique<Observer>(w);
+  replay_switches();
+}
+
+void Session::replay_switches() {
+  for (const auto& steps = timeline_.steps(); replays() && steps[replayed_steps_].careful; ++replayed_steps_)
+    steps[replayed_steps_].careful->apply(w_->careful);
 }
 
 // --- The screen of the program.
@@ -145,6 +163,7 @@ Event Session::next_event() {
     leave_off_last("the files were not asked for as before");
     throw GoBack();
   }
+  replay_switches();
   look();
   const bool message = std::exchange(message_waits_, false);
   if (replays()) return replay_next();
@@ -183,6 +202,7 @@ void Session::land() {
   replayed_ = nullptr;
   files_.go_live();
   if (std::exchange(takes_up_, false)) keeper_->landed();
+  keeper_->careful(w_->careful);
   inbox_.subject(subject_);
   auto seen = std::make_shared<Situation>(*situation_);
   look_at_disk(*seen);
@@ -355,6 +375,7 @@ std::optional<Event> Session::do_deed(Deed deed, bool asked) {
   if (std::holds_alternative<Redo>(deed)) return redo(), std::nullopt;
   if (const auto* to = std::get_if<GoTo>(&deed)) return go_to(to->decisions), std::nullopt;
   if (const auto* up = std::get_if<TakeUp>(&deed)) return take_up(up->journal), std::nullopt;
+  if (const auto* to = std::get_if<CarefulSwitch>(&deed)) return switch_careful(*to), std::nullopt;
   if (!asked && is_asked(deed)) return {};
   if (std::holds_alternative<Close>(deed)) throw ProgramEnd(EndReason::closed);
   return std::get<Event>(deed);
@@ -604,6 +625,26 @@ void Session::take_up(const std::string& journal) {
   begin_with(std::move(taken_up));
   takes_up_ = true;
   go_back();
+}
+
+// Where nothing was done yet the program begins anew, so that the files are read as is now wanted.
+void Session::switch_careful(const CarefulSwitch& to) {
+  Careful careful = w_->careful;
+  to.apply(careful);
+  if (!may_go_back() || careful == w_->careful) return;
+  drop_awaited();
+  keeper_->careful(careful);
+  if (timeline_.is_untouched()) {
+    keeper_->begun_anew();
+    begin_carefully(careful);
+    kept_answers_.clear();
+    throw GoBack();
+  }
+  timeline_.switched(to, files_.answers().size());
+  replayed_steps_ = timeline_.steps().size();
+  keeper_->switched(to);
+  w_->careful = careful;
+  look();
 }
 
 void Session::go_back() {

@@ -19,6 +19,7 @@
 #include "sessions/inbox.h"
 #include "sessions/timeline.h"
 #include "situation/observer.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 
@@ -27,8 +28,8 @@ struct Workspace;
 // The whole program, from its start to its end: shows itself on the screen, works on the files, logs its
 // messages, hands out its state when it has one, and returns the exit status. It lets through what a wait
 // throws, but ProgramEnd.
-using WholeProgram = std::function<int(Screen&, Files&, std::ostream& log,
-                                       const std::function<void(const Workspace&)>& started)>;
+using WholeProgram =
+    std::function<int(Screen&, Files&, std::ostream& log, const std::function<void(Workspace&)>& started)>;
 
 // Who asks before work is lost (see desk/questions.h).
 class Gate {
@@ -45,6 +46,10 @@ class Keeper {
  public:
   virtual ~Keeper() = default;
   virtual void happened(const Event& /*event*/) {}
+  // Something is done carefully from now on, or no longer; before the first event: from the start on.
+  virtual void switched(const CarefulSwitch& /*careful*/) {}
+  // What is done carefully now, whatever led there: to be kept for the folder.
+  virtual void careful(const Careful& /*now*/) {}
   virtual void answered(std::size_t /*place*/, const FileAnswer& /*answer*/) {}
   virtual void decided(const Timeline::Entry& /*entry*/) {}
   virtual void went_on(const Timeline::Entry& /*entry*/) {}
@@ -81,6 +86,8 @@ class Session : public Screen {
 
   // Runs the program until it ends and returns its exit status.
   int run();
+  // Does this carefully from the start on. To be called before run(), if at all.
+  void begin_carefully(const Careful& careful);
   // Goes through what was taken up first, instead of beginning anew.
   void begin_with(Keeper::TakenUp taken_up, Files* replayed = nullptr);
 
@@ -106,9 +113,10 @@ class Session : public Screen {
 
   int run_once();
   void leave_off_last(const std::string& why);
-  void start(const Workspace& w);
+  void start(Workspace& w);
   bool replays() const { return replayed_steps_ < timeline_.steps().size(); }
   Event replay_next();
+  void replay_switches();
   void land();
 
   // What is seen at a wait.
@@ -143,6 +151,7 @@ class Session : public Screen {
   bool is_one_way() const;
   [[noreturn]] void cut_to_rest();
   [[noreturn]] void go_back();
+  void switch_careful(const CarefulSwitch& careful);
   void note(const TakeNote& note);
   Event hand_in(const Event& event);
   std::string what_stays() const;
@@ -168,7 +177,7 @@ class Session : public Screen {
   std::string replay_name_;
   bool takes_up_ = false;
 
-  const Workspace* w_ = nullptr;
+  Workspace* w_ = nullptr;
   std::unique_ptr<Observer> observer_;
   SharedSituation situation_;
   std::optional<Decided> rest_;        // how things stood at the last rest

@@ -24,6 +24,11 @@ void move_to_back(std::vector<T>& from, std::size_t count, std::vector<T>& to) {
 
 }  // namespace
 
+bool Timeline::is_untouched() const {
+  return entries_.empty() &&
+         std::ranges::all_of(steps_, [](const TimelineStep& step) { return step.careful.has_value(); });
+}
+
 void Timeline::decided(const Decision& decision, std::size_t from, bool only_wrote) {
   VORN_ASSERT(from <= steps_.size());
   entries_.resize(taken_);

@@ -10,13 +10,15 @@
 #include "plot/screen.h"
 #include "sessions/file_answers.h"
 #include "sessions/standing.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 
-// One event that was handed to the program.
+// One event that was handed to the program, or something that was switched in between.
 struct TimelineStep {
   Event event;
-  std::size_t answers = 0;  // how many answers of files had been given before it
+  std::size_t answers = 0;                    // how many answers of files had been given before it
+  std::optional<CarefulSwitch> careful = {};  // then there is no event
 };
 
 // The steps that hold, each with the answers of files that it led to; what was taken back follows them until
@@ -36,6 +38,11 @@ class Timeline {
   std::size_t taken() const { return taken_; }  // how many of the entries hold
 
   void happened(const Event& event, std::size_t answers) { steps_.push_back({event, answers}); }
+  void switched(const CarefulSwitch& careful, std::size_t answers) {
+    steps_.push_back({{}, answers, careful});
+  }
+  // Whether nothing but switches was done, which then hold from the start on.
+  bool is_untouched() const;
   // A decision came of the steps from place `from` on. What was taken back can no longer be done again.
   void decided(const Decision& decision, std::size_t from, bool only_wrote = false);
   // The last entry goes on: the steps since belong to it too, and this is what it says now.

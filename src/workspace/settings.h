@@ -1,8 +1,9 @@
-// The analysis settings, set by init_start.
+// The analysis settings, set by init_start, and what is done carefully.
 #pragma once
 
 #include <cstdint>
 
+#include "workspace/careful.h"
 #include "workspace/layout.h"
 
 namespace vorn {
@@ -22,6 +23,8 @@ struct Settings {
   // What is written, as the start menu's buttons show.
   Layout raw_output = Layout::tucson_raw;                 // "Save Raw"
   ChronologyOutput crn_output = ChronologyOutput::index;  // "Save Crn"
+
+  Careful careful;  // which stays as it is set before the start
 };
 
 }  // namespace vorn

@@ -10,10 +10,11 @@
 namespace vorn {
 namespace {
 
-constexpr std::array<std::pair<Menu, const char*>, 5> titles{{{Menu::file, "&File"},
+constexpr std::array<std::pair<Menu, const char*>, 6> titles{{{Menu::file, "&File"},
                                                               {Menu::edit, "&Edit"},
                                                               {Menu::view, "&View"},
                                                               {Menu::cores, "&Cores"},
+                                                              {Menu::careful, "C&areful"},
                                                               {Menu::help, "&Help"}}};
 
 QString text_of(std::string_view text) {

@@ -37,7 +37,7 @@ TEST_F(Windowed, TheMenusHoldEveryActionInTheOrderOfTheTable) {
     }
   }
   QStringList by_menu;
-  for (const Menu menu : {Menu::file, Menu::edit, Menu::view, Menu::cores, Menu::help}) {
+  for (const Menu menu : {Menu::file, Menu::edit, Menu::view, Menu::cores, Menu::careful, Menu::help}) {
     for (const ActionRow& row : action_rows()) {
       if (row.menu == menu) by_menu << QString::fromStdString(std::string(row.id));
     }

@@ -10,12 +10,14 @@ StatusFields::StatusFields()
       values_(field("values", "Values of that year", 4)),
       written_(field("written", "What was written last", 4)),
       changes_(field("changes", "Changes not written", 4)),
+      careful_(field("careful", "What is done carefully", 3)),
       warning_(field("warning", "Warning", 4)) {
   setAccessibleName("Status");
   QFont bold = warning_->font();
   bold.setBold(true);
   warning_->setFont(bold);  // said by words and weight: a colour would not be read on every desktop
   warning_->hide();
+  careful_->hide();
 }
 
 ElidedLabel* StatusFields::field(const QString& name, const QString& what, int stretch) {
@@ -32,6 +34,8 @@ void StatusFields::show_line(const StatusLine& line, const QString& journal_trou
   say(values_, line.values);
   say(written_, line.written);
   say(changes_, line.changes);
+  say(careful_, line.careful);
+  careful_->setVisible(!line.careful.empty());
   QStringList warnings{shown_characters(line.warning), journal_trouble};
   warnings.removeAll("");
   warning_->say(warnings.isEmpty() ? "" : QString::fromUtf8("\u26A0 ") + warnings.join("; "));

@@ -18,7 +18,7 @@ class StatusFields : public QStatusBar {
  private:
   ElidedLabel* field(const QString& name, const QString& what, int stretch);
 
-  ElidedLabel *waits_for_, *year_, *values_, *written_, *changes_, *warning_;
+  ElidedLabel *waits_for_, *year_, *values_, *written_, *changes_, *careful_, *warning_;
 };
 
 }  // namespace vorn

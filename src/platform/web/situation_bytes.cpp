@@ -146,6 +146,9 @@ void describe_settings(Archive& archive, SettingsOf& settings) {
   archive(settings.olap);
   archive(settings.raw_output);
   archive(settings.crn_output);
+  std::uint32_t careful = settings.careful.bits();
+  archive(careful);
+  if constexpr (!std::is_const_v<SettingsOf>) settings.careful = Careful::of_bits(careful);
 }
 
 template <class Archive, class Buttons>

@@ -14,7 +14,7 @@ namespace {
 
 using Fields = nlohmann::ordered_json;
 
-constexpr std::array menu_names = {"file", "edit", "view", "cores", "help"};
+constexpr std::array menu_names = {"file", "edit", "view", "cores", "careful", "help"};
 constexpr std::array wait_names = {"menu", "year", "number", "name", "message"};
 constexpr std::array place_names = {"none",      "start",       "chronologies", "crossdating", "pick_year",
                                     "keep_edit", "correlation", "chooser",      "editor"};
@@ -134,9 +134,13 @@ Fields standing_fields(const Standing& standing) {
 }
 
 Fields status_fields(const StatusLine& line) {
-  return {{"waits_for", shown_text(line.waits_for)}, {"year", shown_text(line.year)},
-          {"values", shown_text(line.values)},       {"changes", shown_text(line.changes)},
-          {"written", shown_text(line.written)},     {"warning", shown_text(line.warning)}};
+  return {{"waits_for", shown_text(line.waits_for)},
+          {"year", shown_text(line.year)},
+          {"values", shown_text(line.values)},
+          {"changes", shown_text(line.changes)},
+          {"written", shown_text(line.written)},
+          {"warning", shown_text(line.warning)},
+          {"careful", line.careful}};
 }
 
 Fields fields_of(const Play& play) {

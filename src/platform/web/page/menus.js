@@ -2,7 +2,7 @@
 import {isMac, make} from './dom.js';
 import {shownKey} from './shortcuts.js';
 
-const titles = [['file', 'File'], ['edit', 'Edit'], ['view', 'View'], ['cores', 'Cores'], ['help', 'Help']];
+const titles = [['file', 'File'], ['edit', 'Edit'], ['view', 'View'], ['cores', 'Cores'], ['careful', 'Careful'], ['help', 'Help']];
 const typedTogether = 700;  // ms between letters of one word
 
 function withoutDots(text) {

@@ -18,17 +18,19 @@ export class StatusLine {
     this.element = make('footer', {className: 'status', aria: {label: 'Status'}},
         field('waits_for', 'What the program waits for'), field('year', 'Year under the mouse and of the bar'),
         field('values', 'Values of that year'), field('written', 'What was written last'),
-        field('changes', 'Changes not written'), field('warning', 'Warning'), this.#mention);
+        field('changes', 'Changes not written'), field('careful', 'What is done carefully'), field('warning', 'Warning'), this.#mention);
   }
 
   show(status, journalTrouble) {
-    const {waits_for = '', year = '', values = '', written = '', changes = '', warning = ''} = status ?? {};
+    const {waits_for = '', year = '', values = '', written = '', changes = '', warning = '', careful = ''} = status ?? {};
     const warnings = [warning, journalTrouble && `no journal: ${journalTrouble}`].filter(Boolean);
     this.#say('waits_for', waits_for && `Waits for ${waits_for}`);
     this.#say('year', year);
     this.#say('values', values);
     this.#say('written', written);
     this.#say('changes', changes);
+    this.#say('careful', careful);
+    this.#fields.careful.hidden = careful === '';
     this.#say('warning', warnings.length === 0 ? '' : `⚠ ${warnings.join('; ')}`);
     this.#fields.warning.hidden = warnings.length === 0;
   }
