@@ -177,7 +177,7 @@ void lag_rows(Collection& collection, const OtherChronology* other, int farthest
   w.tr2 = w.nc + (other ? 2 : 1);
   for (int core = 1; core <= w.nc; ++core) {
     w.tr1 = core;
-    remove_tree(w, w, w);
+    remove_tree(w, w, w, w.careful);
     core_rows(collection.path(), w, core, farthest, add);
   }
 }

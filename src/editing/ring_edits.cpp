@@ -4,6 +4,7 @@
 
 #include "chronology/index_pipeline.h"
 #include "toolkit/messages.h"
+#include "workspace/last_core.h"
 
 namespace vorn {
 namespace {
@@ -37,13 +38,13 @@ void change_length(Workspace& w, int e, int by) {
 }
 
 // A slot of a core is computed anew and marked. Deliberate: [last-core-unmarked] strictly below nc: the last
-// core's slot is neither.
+// core's slot is neither, but carefully.
 void recompute_slot(Workspace& w, int e) {
-  if (e == w.nd + 1 && w.tr1 < w.nc) {
+  if (e == w.nd + 1 && is_treated_as_core(w.tr1, w, w.careful)) {
     data_man(w, w, w, e);
     w.tr1ok = true;
   }
-  if (e == w.nd + 2 && w.tr2 < w.nc) {
+  if (e == w.nd + 2 && is_treated_as_core(w.tr2, w, w.careful)) {
     data_man(w, w, w, e);
     w.tr2ok = true;
   }

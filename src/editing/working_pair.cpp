@@ -60,17 +60,18 @@ void set_chs(Workspace& w) {
   w.chc(2) = w.tr2;
   w.chs = 2;
   w.tr1ok = w.tr2ok = false;
-  remove_tree(w, w, w);
+  remove_tree(w, w, w, w.careful);
   const bool editable = w.tr1 <= w.nc || w.tr2 <= w.nc;
   w.b(button::insert_ring).on = editable;
   w.b(button::delete_ring).on = editable;
 }
 
-void remove_tree(SeriesStore& w, const FileTable& files, const Comparison& pair) {
+void remove_tree(SeriesStore& w, const FileTable& files, const Comparison& pair, const Careful& careful) {
   const int sample = w.nd + 1, reference = w.nd + 2;
   // Deliberate: [slot-overlaps] the slot starts on the last value of entry nd, not behind it; files depend on
   // it. Deliberate: [reference-end] so a copy of entry nd as the reference ends on the sample's first value.
-  fill_slot(w, sample, pair.tr1, w.ad(w.nd) + w.yr(w.nd) - 1);
+  const int overlap = careful.has(Mend::reference_end) ? 0 : 1;
+  fill_slot(w, sample, pair.tr1, w.ad(w.nd) + w.yr(w.nd) - overlap);
   fill_slot(w, reference, pair.tr2, w.ad(sample) + w.yr(sample));
   w.ad(reference + 1) = w.ad(reference) + w.yr(reference);
   const int own_chronology = w.nc + files.cf;

@@ -1,8 +1,8 @@
 // The working pair: copies of the sample and the reference behind the store, on which cross-dating works.
 //
 // Entry nd + 1 is the sample's slot, nd + 2 the reference's. The sample's slot starts on the last pool place
-// of entry nd and so overwrites one value of it; the reference's slot follows directly. The screens edit the
-// slots alone; save_tree writes one back.
+// of entry nd and so overwrites one value of it, carefully behind it; the reference's slot follows directly.
+// The screens edit the slots alone; save_tree writes one back.
 #pragma once
 
 #include "workspace/vorndata.h"
@@ -20,7 +20,7 @@ void set_chs(Workspace& w);
 // chronology, the core is taken out of the chronology's slot year by year: (depth x value - core) / (depth -
 // 1), so that it is not compared with itself (leave-one-out; Cook and Kairiukstis 1990, Holmes 1983). A year
 // that had the core alone becomes 1.0 and missing. Years of the core outside the chronology are passed over.
-void remove_tree(SeriesStore& w, const FileTable& files, const Comparison& pair);
+void remove_tree(SeriesStore& w, const FileTable& files, const Comparison& pair, const Careful& careful);
 
 // Whether saving slot `k` would leave cores that span more years than a chronology has, which would end the
 // program when that is made the next time.

@@ -10,6 +10,7 @@
 #include "plot/plot.h"
 #include "toolkit/buttons.h"
 #include "toolkit/drawing.h"
+#include "workspace/last_core.h"
 
 namespace vorn {
 namespace {
@@ -122,8 +123,9 @@ void plotlin(Workspace& w, int k) {
   const int last = std::min(w.ls, w.ly(k));
   const Years m = Years{last} - first + 1;
   if (m < fewest_drawn) return;
-  // Deliberate: [last-core-indices] ring widths are drawn of a core alone, and of the last core neither.
-  const bool widths = !w.indon && w.chc(k - w.nd) < w.nc;
+  // Deliberate: [last-core-indices] ring widths are drawn of a core alone, and of the last core only
+  // carefully.
+  const bool widths = !w.indon && is_treated_as_core(w.chc(k - w.nd), w, w.careful);
   const Pool<double>& source = widths ? w.x : w.ax;
   const Range visible{Years{first} - w.fy(k) + 1, Years{last} - w.fy(k) + 1};
   const Scale scale = scale_of(w, source, k, statistics_range(w, k, visible));

@@ -46,8 +46,8 @@ class CrossMenu {
  private:
   void act(ButtonNumber n) {
     if (button::scroll_row.contains(n)) return scr(w, w, w, -scroll_years(button::scroll_row, n));
-    if (button::sample_row.contains(n)) return topbot(w, w, w, 1, scroll_years(button::sample_row, n));
-    if (button::reference_row.contains(n)) return topbot(w, w, w, 2, scroll_years(button::reference_row, n));
+    if (button::sample_row.contains(n)) return topbot(w, 1, scroll_years(button::sample_row, n));
+    if (button::reference_row.contains(n)) return topbot(w, 2, scroll_years(button::reference_row, n));
     switch (n) {
       case button::insert_ring:
       case button::delete_ring:
@@ -178,8 +178,17 @@ class CrossMenu {
     if (w.ad(w.nd) + w.yr(w.nd) - 1 + growth > max_pool) return out_err(w, "Would be too many rings");
     if (would_be_too_long(w, w, k)) return out_err(w, "Chronology too long");
     save_tree(w, w, k);
+    if (w.careful.has(Mend::shift_lasts)) keep_shift(entry);
     w.derived_stale = true;
     w.b(k == 1 ? button::save_sample : button::save_reference).on = false;
+  }
+
+  // Of a chronology, in the file table, from which its entry is made anew. That of the cores at work follows
+  // them.
+  void keep_shift(int entry) {
+    if (entry <= w.nc) return;
+    w.cfy(entry - w.nc) = w.fy(entry);
+    w.cly(entry - w.nc) = w.ly(entry);
   }
 
   Workspace& w;

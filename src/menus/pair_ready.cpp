@@ -15,7 +15,8 @@ void refresh_derived(Workspace& w) {
   } else {
     data_man2(w);
   }
-  // Deliberate: [shift-does-not-last] the chronologies take their years from the file table again.
+  // Deliberate: [shift-does-not-last] the chronologies take their years from the file table again,
+  // where a shift is kept only carefully.
   refresh_crns(w);
 }
 

@@ -4,12 +4,18 @@
 #include <array>
 
 #include "toolkit/buttons.h"
-#include "workspace/vorndata.h"
+#include "workspace/last_core.h"
 
 namespace vorn {
 namespace {
 
 using Years = std::int64_t;  // in which sums of years are formed
+
+// Deliberate: [last-tree-unmarked] the last tree, nc, does only carefully.
+bool keeps_its_shift(const Workspace& w, int entry) {
+  if (entry > w.nc) return w.careful.has(Mend::shift_lasts);
+  return is_treated_as_core(entry, w, w.careful);
+}
 
 }  // namespace
 
@@ -29,22 +35,20 @@ void scr(View& view, const SeriesStore& store, const Comparison& pair, std::int3
   view.show_from(start);
 }
 
-void topbot(SeriesStore& store, Comparison& pair, Controls& controls, int k, std::int32_t step) {
-  const int t = store.nd + k;
-  Years earliest = store.fy(1), latest = store.ly(1);
-  for (int i = 2; i <= store.nd + 2; ++i) {
-    earliest = std::min<Years>(earliest, store.fy(i));
-    latest = std::max<Years>(latest, store.ly(i));
+void topbot(Workspace& w, int k, std::int32_t step) {
+  const int t = w.nd + k;
+  Years earliest = w.fy(1), latest = w.ly(1);
+  for (int i = 2; i <= w.nd + 2; ++i) {
+    earliest = std::min<Years>(earliest, w.fy(i));
+    latest = std::max<Years>(latest, w.ly(i));
   }
-  Years first = std::max(Years{store.fy(t)} + step, latest - (max_years - 1));
+  Years first = std::max(Years{w.fy(t)} + step, latest - (max_years - 1));
   // Deliberate: [upper-limit-wins] applied last, so that this limit holds where both contradict each other.
   first = std::min(first, earliest + (max_years - 1));
-  store.ly(t) = held_year(Years{store.ly(t)} - store.fy(t) + first);
-  store.fy(t) = held_year(first);
-  controls.b(k == 1 ? button::save_sample : button::save_reference).on = true;
-  // Deliberate: [last-tree-unmarked] the last tree, nc, is not.
-  if (k == 1 && pair.tr1 < store.nc) pair.tr1ok = true;
-  if (k == 2 && pair.tr2 < store.nc) pair.tr2ok = true;
+  w.ly(t) = held_year(Years{w.ly(t)} - w.fy(t) + first);
+  w.fy(t) = held_year(first);
+  w.b(k == 1 ? button::save_sample : button::save_reference).on = true;
+  if (keeps_its_shift(w, k == 1 ? w.tr1 : w.tr2)) (k == 1 ? w.tr1ok : w.tr2ok) = true;
 }
 
 }  // namespace vorn

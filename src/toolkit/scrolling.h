@@ -4,9 +4,9 @@
 #include <cstdint>
 
 #include "workspace/comparison.h"
-#include "workspace/controls.h"
 #include "workspace/series_store.h"
 #include "workspace/view.h"
+#include "workspace/vorndata.h"
 
 namespace vorn {
 
@@ -20,7 +20,7 @@ void scr(View& view, const SeriesStore& store, const Comparison& pair, std::int3
 
 // Moves the working entry `k` (1 the sample, 2 the reference) by `step` years, no farther than that all
 // entries, the working ones included, span 12,000 years. Offers to save the change, and marks it when the
-// series is a stored tree other than the last one.
-void topbot(SeriesStore& store, Comparison& pair, Controls& controls, int k, std::int32_t step);
+// series is a stored tree other than the last one; carefully of any series whose shift can be saved.
+void topbot(Workspace& w, int k, std::int32_t step);
 
 }  // namespace vorn

@@ -111,7 +111,7 @@ TEST_F(Scrolling, YearsOfAnyFileAreScrolledWithoutOverflow) {
 }
 
 TEST_F(Scrolling, TheSampleIsMovedAndKeepsItsLength) {
-  for (int k = 1; k <= 6; ++k) topbot(w, w, w, sample, 10);
+  for (int k = 1; k <= 6; ++k) topbot(w, sample, 10);
   EXPECT_EQ(w.fy(6), 1860);
   EXPECT_EQ(w.ly(6), 2010);
   EXPECT_EQ(w.fy(7), 1850);
@@ -122,7 +122,7 @@ TEST_F(Scrolling, TheSampleIsMovedAndKeepsItsLength) {
 }
 
 TEST_F(Scrolling, TheReferenceIsMovedToo) {
-  for (int k = 1; k <= 6; ++k) topbot(w, w, w, reference, -10);
+  for (int k = 1; k <= 6; ++k) topbot(w, reference, -10);
   EXPECT_EQ(w.fy(7), 1790);
   EXPECT_EQ(w.ly(7), 1940);
   EXPECT_EQ(w.fy(6), 1800);
@@ -133,7 +133,7 @@ TEST_F(Scrolling, TheReferenceIsMovedToo) {
 }
 
 TEST_F(Scrolling, OnlyTheWorkingCopyIsMoved) {
-  topbot(w, w, w, sample, 10);
+  topbot(w, sample, 10);
   EXPECT_EQ(w.fy(1), 1800);
   EXPECT_EQ(w.ly(1), 1950);
 }
@@ -141,8 +141,8 @@ TEST_F(Scrolling, OnlyTheWorkingCopyIsMoved) {
 TEST_F(Scrolling, TheLastTreeAndChronologiesAreNotMarkedAsChanged) {
   w.tr1 = 4;  // the last of nc = 4: meant
   w.tr2 = 5;
-  topbot(w, w, w, sample, 10);
-  topbot(w, w, w, reference, 10);
+  topbot(w, sample, 10);
+  topbot(w, reference, 10);
   EXPECT_FALSE(w.tr1ok);
   EXPECT_FALSE(w.tr2ok);
   EXPECT_TRUE(w.b(button::save_sample).on);
@@ -152,8 +152,8 @@ TEST_F(Scrolling, TheLastTreeAndChronologiesAreNotMarkedAsChanged) {
 TEST_F(Scrolling, TheLastTreeAsReferenceIsNotMarkedEither) {
   w.tr1 = 1;
   w.tr2 = 4;
-  topbot(w, w, w, sample, 10);
-  topbot(w, w, w, reference, 10);
+  topbot(w, sample, 10);
+  topbot(w, reference, 10);
   EXPECT_TRUE(w.tr1ok);
   EXPECT_FALSE(w.tr2ok);
 }
@@ -161,19 +161,19 @@ TEST_F(Scrolling, TheLastTreeAsReferenceIsNotMarkedEither) {
 // Both slots are among the entries that must span 12,000 years at most: here the other one was moved away
 // first.
 TEST_F(Scrolling, TheOtherSlotLimitsAMoveToo) {
-  for (int k = 0; k < 60; ++k) topbot(w, w, w, reference, -50);
+  for (int k = 0; k < 60; ++k) topbot(w, reference, -50);
   EXPECT_EQ(w.fy(7), 1850 - 3000);
-  for (int k = 0; k < 300; ++k) topbot(w, w, w, sample, 50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, 50);
   EXPECT_EQ(w.fy(6), 1850 - 3000 + 11'999);
   span(6, 1800, 1950);
   span(7, 1850, 2000);
-  for (int k = 0; k < 60; ++k) topbot(w, w, w, reference, 50);
-  for (int k = 0; k < 300; ++k) topbot(w, w, w, sample, -50);
+  for (int k = 0; k < 60; ++k) topbot(w, reference, 50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, -50);
   EXPECT_EQ(w.fy(6), 2000 + 3000 - 11'999);
   span(6, 1800, 1950);
   span(7, 1850, 2000);
-  for (int k = 0; k < 60; ++k) topbot(w, w, w, sample, -50);
-  for (int k = 0; k < 300; ++k) topbot(w, w, w, reference, 50);
+  for (int k = 0; k < 60; ++k) topbot(w, sample, -50);
+  for (int k = 0; k < 300; ++k) topbot(w, reference, 50);
   EXPECT_EQ(w.fy(7), 1800 - 3000 + 11'999);
 }
 
@@ -186,14 +186,14 @@ TEST_F(Scrolling, TheButtonsOfARowScrollFromFiftyYearsBackToFiftyOn) {
 }
 
 TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsForward) {
-  for (int k = 0; k < 300; ++k) topbot(w, w, w, sample, 50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, 50);
   // The earliest first year is 1800, of core 1.
   EXPECT_EQ(w.fy(6), 1800 + 11'999);
   EXPECT_EQ(w.ly(6), w.fy(6) + 150);
 }
 
 TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsBack) {
-  for (int k = 0; k < 300; ++k) topbot(w, w, w, sample, -50);
+  for (int k = 0; k < 300; ++k) topbot(w, sample, -50);
   // The latest last year is 2000, of core 2.
   EXPECT_EQ(w.fy(6), 2000 - 11'999);
   EXPECT_EQ(w.ly(6), w.fy(6) + 150);
@@ -201,7 +201,7 @@ TEST_F(Scrolling, NoSeriesIsMovedSoFarThatAllSpanMoreThan12000YearsBack) {
 
 TEST_F(Scrolling, WhereBothLimitsContradictTheUpperOneWins) {
   span(3, -20'000, -19'900);
-  topbot(w, w, w, sample, 1);
+  topbot(w, sample, 1);
   EXPECT_EQ(w.fy(6), -20'000 + 11'999);
 }
 
@@ -209,7 +209,7 @@ TEST_F(Scrolling, YearsOfAnyFileAreMovedWithoutOverflow) {
   using Limits = std::numeric_limits<std::int32_t>;
   span(1, Limits::min(), Limits::min());
   span(2, Limits::max(), Limits::max());
-  topbot(w, w, w, sample, 50);
+  topbot(w, sample, 50);
   EXPECT_EQ(w.fy(6), Limits::min() + 11'999);
 }
 
