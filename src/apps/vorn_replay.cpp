@@ -8,8 +8,9 @@
 namespace {
 
 constexpr const char* usage =
-    "usage: vorn_replay [--careful[=NAME,...]] SCRIPT    (- for standard input; statements: click help press "
-    "key type enter page expect refuse undo redo panel pick careful)";
+    "usage: vorn_replay SCRIPT    (- for standard input; statements: click help press key type enter page "
+    "expect refuse undo redo panel pick careful)\n"
+    "       vorn_replay --careful[=NAME,...] SCRIPT    mends what is unsafe in the usual way, or some of it";
 constexpr int invalid_script = 2;
 
 }  // namespace

@@ -76,6 +76,13 @@ std::string transformation(const Settings& settings) {
                         : "not transformed by logarithms";
 }
 
+// "blank-line, last-core".
+std::string spaced(const std::string& names) {
+  std::string text;
+  for (const char c : names) text += c == ',' ? std::string(", ") : std::string(1, c);
+  return text == every_mend ? "in all places" : text;
+}
+
 std::string recipe(const Situation& now, std::string_view version) {
   const Settings& settings = now.settings;
   std::string text = "Series were cross-dated with Vorn " + std::string(version) + ". The ring widths";
@@ -86,6 +93,7 @@ std::string recipe(const Situation& now, std::string_view version) {
           "Correlations (Pearson 1896) were computed over segments of " +
           counted(settings.seg, "year") + "; in the report of correlations one begins every " +
           counted(settings.olap, "year") + " (Holmes 1983).";
+  if (settings.careful.any()) text += " Vorn worked carefully (" + spaced(names_of(settings.careful)) + ").";
   return in_lines(text, 0);
 }
 

@@ -4,6 +4,7 @@
 
 #include "desk/words.h"
 #include "toolkit/lists.h"
+#include "workspace/capacity.h"
 
 namespace vorn {
 namespace {
@@ -17,6 +18,10 @@ PlayStep press(ButtonNumber n) {
 }
 PlayStep key(int code) {
   return {.kind = PlayStep::Kind::key, .code = code};
+}
+
+PlayStep careful(Mend mend) {
+  return {.kind = PlayStep::Kind::careful, .number = static_cast<int>(mend)};
 }
 
 void add(Steps& steps, const Steps& more) {
@@ -104,8 +109,8 @@ Effect effect_of(const Event& event, const Situation& now) {
       effect.drops_cores = loads_cores(event, *button, now);
       break;
     case button::read_two_column:
-      effect.drops_cores = true;
-      effect.ends = now.two_column_list_missing;
+      effect.ends = now.two_column_list_missing && !now.settings.careful.has(Mend::read_trw);
+      effect.drops_cores = effect.ends || !now.two_column_list_missing;
       break;
     default:
       break;
@@ -157,6 +162,26 @@ Steps save_copies(const Situation& now) {
   return steps;
 }
 
+// The last core can be saved carefully alone. Sliding it there and back has its change offered; where it
+// could be stopped on the way it would be saved in another year.
+bool is_unsaved_last_core(const PairMember& copy, const Situation& now) {
+  return copy.is_core && copy.changed && !copy.can_be_saved && can_reach_saves(now) &&
+         copy.entry == static_cast<int>(now.cores.size()) && !now.settings.careful.has(Mend::last_core);
+}
+
+bool has_room_to_slide(const Situation& now) {
+  constexpr int room = 10;
+  int first = std::min(now.sample.first_year, now.reference.first_year);
+  int last = std::max(now.sample.last_year, now.reference.last_year);
+  const auto take = [&](int from, std::size_t years) {
+    first = std::min(first, from);
+    last = std::max(last, from + static_cast<int>(years));
+  };
+  for (const SharedSeries& core : now.cores) take(core->first_year, core->widths.size());
+  for (const SharedChronology& one : now.references) take(one->values.first_year, one->values.values.size());
+  return last - first + room < max_years;
+}
+
 Copies lost_all_the_same(const Copies& copies, const Situation& now) {
   Copies lost = copies;
   std::erase_if(lost, [&now](const PairMember& copy) { return can_save(copy, now); });
@@ -166,6 +191,20 @@ Copies lost_all_the_same(const Copies& copies, const Situation& now) {
 // "Save Raw First", or with what is lost all the same where the user is not asked again for that.
 std::string saving(std::string_view what, const Copies& lost) {
   return std::string(what) + (lost.empty() ? " First" : ", Drop the Change of " + named(names_of(lost)));
+}
+
+// Beside what can be saved as things are.
+void offer_being_careful(Question& question, const Copies& copies, const Situation& now) {
+  const bool is_in_reach =
+      now.wait == Wait::menu && now.place == Place::crossdating && has_room_to_slide(now);
+  if (copies.size() != 1 || !is_unsaved_last_core(copies.front(), now) || !is_in_reach) return;
+  const bool sample = copies.front().entry == now.sample.entry;
+  question.text += " The last core cannot be saved as things are: be careful?";
+  Steps steps = {careful(Mend::last_core)};
+  steps.push_back(press(sample ? button::sample_plus_1 : button::reference_plus_1));
+  steps.push_back(press(sample ? button::sample_minus_1 : button::reference_minus_1));
+  steps.push_back(press(sample ? button::save_sample : button::save_reference));
+  question.answers.push_back({"Be Careful and Save Change First", true, steps});
 }
 
 // What cannot be saved is asked for again when the deed comes behind the saving.
@@ -236,6 +275,7 @@ Question about_work(const Questions::Work& work, const Situation& now, const Eff
   } else {
     offer_saving_copies(question, work.copies, now, effect);
   }
+  offer_being_careful(question, work.copies, now);
   const char* drop = work.copies.size() == 1 ? "Drop the Change" : "Drop the Changes";
   question.answers.push_back({cores ? "Go on Without" : drop, true});
   question.answers.push_back({stay, false});
@@ -248,7 +288,9 @@ std::optional<Question> to_confirm(const Effect& effect, const Situation& now) {
   if (effect.ends) {
     return Question{"TRW.fil is missing.",
                     "Read TRW has nothing to read without it, and the program would end.",
-                    {{"End the Program", true}, {stay, false}}};
+                    {{"Be Careful and Go on", true, {careful(Mend::read_trw)}},
+                     {"End the Program", true},
+                     {stay, false}}};
   }
   if (effect.button == button::save_raw && now.replaces_other_file) {
     return Question{now.raw_output + " is there already, and was not written in this session.",
@@ -271,12 +313,17 @@ std::optional<Question> to_confirm(const Effect& effect, const Situation& now) {
   return {};
 }
 
+// What is asked for as it is.
+const Question::Answer& going_on(const Question& confirmed) {
+  return *std::ranges::find_if(confirmed.answers, [](const auto& answer) { return answer.first.empty(); });
+}
+
 // Both at once: the work is told, then what is to be confirmed, and who goes on agrees to both.
 Question joined(Question work, const Question& confirmed) {
   work.text += " " + work.more + " " + confirmed.text;
   work.more = confirmed.more;
   for (Question::Answer& answer : work.answers) {
-    if (answer.does_it && answer.first.empty()) answer.text = confirmed.answers.front().text;
+    if (answer.does_it && answer.first.empty()) answer.text = going_on(confirmed).text;
   }
   return work;
 }

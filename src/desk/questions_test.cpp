@@ -61,6 +61,8 @@ Texts steps(const Question::Answer& answer) {
     if (step.kind == PlayStep::Kind::key) texts.push_back("key " + std::to_string(step.code));
     if (step.kind == PlayStep::Kind::to_menu) texts.emplace_back("menu");
     if (step.kind == PlayStep::Kind::to_start_menu) texts.emplace_back("start");
+    if (step.kind == PlayStep::Kind::careful)
+      texts.push_back("careful " + std::string(mends()[static_cast<std::size_t>(step.number)].name));
   }
   return texts;
 }
@@ -429,7 +431,10 @@ TEST(Questions, ReadTrwWithoutItsListSaysThatTheProgramWouldEnd) {
   const auto question = asked(now, button::read_two_column);
   EXPECT_EQ(question->text, "TRW.fil is missing.");
   EXPECT_EQ(question->more, "Read TRW has nothing to read without it, and the program would end.");
-  EXPECT_EQ(answers(*question), (Texts{"End the Program", "Stay"}));
+  EXPECT_EQ(answers(*question), (Texts{"Be Careful and Go on", "End the Program", "Stay"}));
+  EXPECT_EQ(steps(question->answers[0]), Texts{"careful read-trw"});
+  now.settings.careful.set(Mend::read_trw, true);
+  EXPECT_FALSE(asked(now, button::read_two_column));
 }
 
 TEST(Questions, WithCoresNotWrittenThatIsSaidToo) {
@@ -440,6 +445,40 @@ TEST(Questions, WithCoresNotWrittenThatIsSaidToo) {
             "T001 and T002 changed and are not written. If you go on what is not written is lost. TRW.fil is "
             "missing.");
   EXPECT_EQ(answers(*question), (Texts{"Save Raw First", "End the Program", "Stay"}));
+}
+
+// --- Being careful.
+
+Situation with_change_of_the_last_core() {
+  Situation now = with_change(Place::crossdating, false);
+  now.sample.is_core = true;
+  now.sample.entry = static_cast<int>(now.cores.size());
+  return now;
+}
+
+TEST(Questions, OfTheLastCoreOffersToBeCareful) {
+  const auto question = asked(with_change_of_the_last_core(), button::exit_crossdating);
+  ASSERT_TRUE(question);
+  EXPECT_EQ(question->text,
+            "T001 was changed and the change is not saved. The last core cannot be saved as things are: be "
+            "careful?");
+  EXPECT_EQ(answers(*question), (Texts{"Be Careful and Save Change First", "Drop the Change", "Stay"}));
+  EXPECT_EQ(steps(question->answers[0]), (Texts{"careful last-core", press(button::sample_plus_1),
+                                                press(button::sample_minus_1), press(button::save_sample)}));
+  EXPECT_TRUE(question->answers[0].does_it);
+}
+
+TEST(Questions, ToBeCarefulIsNotOfferedWhereItIsOrCannotHelp) {
+  Situation now = with_change_of_the_last_core();
+  now.settings.careful.set(Mend::last_core, true);
+  EXPECT_EQ(answers(*asked(now, button::exit_crossdating)), (Texts{"Drop the Change", "Stay"}));
+  now = with_change_of_the_last_core();
+  now.sample.entry = 1;
+  EXPECT_EQ(answers(*asked(now, button::exit_crossdating)), (Texts{"Drop the Change", "Stay"}));
+  // Where a slide could be stopped at the limit of the years it would not come back to where it was.
+  now = with_change_of_the_last_core();
+  now.reference.first_year = now.sample.last_year - max_years + 5;
+  EXPECT_EQ(answers(*asked(now, button::exit_crossdating)), (Texts{"Drop the Change", "Stay"}));
 }
 
 }  // namespace

@@ -152,7 +152,17 @@ std::string_view what_ends(Place place) {
   }
 }
 
+bool is_last_core_unsaved(const Situation& now) {
+  if (!shows_graph(now.place) || now.settings.careful.has(Mend::last_core)) return false;
+  const auto is_it = [&now](const PairMember& copy) {
+    return copy.is_core && copy.changed && !copy.can_be_saved &&
+           copy.entry == static_cast<int>(now.cores.size());
+  };
+  return now.place != Place::keep_edit && (is_it(now.sample) || is_it(now.reference));
+}
+
 std::string warning_text(const Situation& now) {
+  if (is_last_core_unsaved(now)) return "the last core cannot be saved as things are: see the menu Careful";
   if (now.passes_left < 1 || now.passes_left > warned_ahead) return {};
   return "after " + counted(now.passes_left, "click") + " more " + std::string(what_ends(now.place)) +
          " ends by itself";

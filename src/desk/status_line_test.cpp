@@ -168,5 +168,26 @@ TEST(StatusLine, AQuestionIsAnsweredFirst) {
   EXPECT_EQ(status_line(standing, {}).waits_for, "an answer to the question");
 }
 
+TEST(StatusLine, SaysThatTheLastCoreCannotBeSaved) {
+  Situation now = situation_at(Place::crossdating);
+  now.sample.is_core = now.sample.changed = true;
+  now.sample.can_be_saved = false;
+  now.sample.entry = static_cast<int>(now.cores.size());
+  EXPECT_EQ(status_line(standing_at(now), {}).warning,
+            "the last core cannot be saved as things are: see the menu Careful");
+  now.sample.can_be_saved = true;
+  EXPECT_EQ(status_line(standing_at(now), {}).warning, "");
+}
+
+TEST(StatusLine, SaysWhatIsDoneCarefully) {
+  Situation now = situation_at(Place::start);
+  const auto said = [&now] { return status_line(standing_at(now), {}).careful; };
+  EXPECT_EQ(said(), "");
+  now.settings.careful.set(Mend::help, true);
+  EXPECT_EQ(said(), "careful in 1 of " + std::to_string(mends().size()) + " places");
+  now.settings.careful = Careful::everything();
+  EXPECT_EQ(said(), "careful");
+}
+
 }  // namespace
 }  // namespace vorn

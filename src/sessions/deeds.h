@@ -25,11 +25,12 @@ struct PlayStep {
     click,          // a click at that page position, at any menu
     to_menu,        // away from a page that no click leads back from, as if it had not been opened
     to_start_menu,  // whatever leads there, keeping what the editor changed; may be many clicks
+    careful,        // mend `number` of the list is switched on, at any menu
   };
   Kind kind = Kind::press;
   ButtonNumber button = ButtonNumber::none;
   int year = 0;      // of *_year
-  int number = 0;    // of series
+  int number = 0;    // of series, careful
   int code = 0;      // of a key
   int x = 0, y = 0;  // of a click
 };

@@ -173,7 +173,7 @@ INSTANTIATE_TEST_SUITE_P(NoStatement, DamagedLine,
 INSTANTIATE_TEST_SUITE_P(NotAllowed, DamagedLine,
                          ::testing::Values("page shot.png", "page ../shot.txt", "expect OAK1", "refuse OAK1",
                                            "type text", "enter", "press 102", "press quit",
-                                           "panel errors a.txt", "careful all on"));
+                                           "panel errors a.txt", "careful hepl on"));
 INSTANTIATE_TEST_SUITE_P(NoRecord, DamagedLine,
                          ::testing::Values("#: ", "#: nothing", "#: Look a 0 0  0 0", "#: looks a 0 0  0 0"));
 INSTANTIATE_TEST_SUITE_P(File, DamagedLine,

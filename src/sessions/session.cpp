@@ -1,9 +1,11 @@
 #include "sessions/session.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 #include <vector>
 
+#include "sessions/careful_neighbour.h"
 #include "situation/graph_axis.h"
 #include "situation/name_lists.h"
 #include "workspace/vorndata.h"
@@ -248,9 +250,15 @@ void Session::keep_new_files() {
     if (!answer.is_committed || answer.commit_status != status::ok || answer.name == exchange_file) continue;
     session_files_.insert(answer.name);
     new_files_.push_back(answer.name);
+    if (!is_replaying_) say_how_written(answer.name);
     const bool saves = std::ranges::find(pressed_, button::save_raw) != pressed_.end();
     if (saves && situation_ && answer.name == situation_->raw_output) observer_->cores_written();
   }
+}
+
+void Session::say_how_written(const std::string& file) {
+  if (const Status failed = write_careful_neighbour(disk_, file, w_->careful))
+    inbox_.notice(file + ".careful cannot be written: " + std::generic_category().message(failed.number()));
 }
 
 Decided Session::decided_now() const {
@@ -455,6 +463,10 @@ std::optional<Event> Session::next_queued() {
     if (is_one_way()) cut_to_rest();
     return {};
   }
+  if (next.step->kind == PlayStep::Kind::careful) {
+    switch_careful({.mend = mends()[static_cast<std::size_t>(next.step->number)].mend});
+    return {};
+  }
   if (next.step->kind == PlayStep::Kind::to_start_menu) {
     const auto event = way_to_start();
     if (event) queue_.push_front(std::move(next));
@@ -520,6 +532,7 @@ std::optional<Event> Session::event_of(const PlayStep& step) {
     case PlayStep::Kind::series:
     case PlayStep::Kind::to_menu:
     case PlayStep::Kind::to_start_menu:
+    case PlayStep::Kind::careful:
       break;
   }
   return {};

@@ -127,6 +127,7 @@ class Session : public Screen {
   void notice_decision();
   void keep(const Decision& decision, bool only_wrote);
   void keep_new_files();
+  void say_how_written(const std::string& file);
   bool rests() const;
   void note_press(const Event& event);
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "desk/questions.h"
 #include "journal/session_bench.h"
 #include "sessions/kept_careful.h"
 
@@ -135,6 +136,61 @@ TEST_F(SwitchesToCareful, IsThereAgainWhenWorkIsTakenUp) {
   expect_decisions({"Insert 1930 in OAK1", "Careful: blank-line on"});
   EXPECT_EQ(run(nullptr, &keeper), 0);
   EXPECT_EQ(names_of(kept_careful("")), "blank-line,help");
+}
+
+TEST_F(SwitchesToCareful, BesideWhatIsWrittenStandsHow) {
+  press(button::stats_report);
+  look([](const Standing&) { EXPECT_FALSE(std::filesystem::exists("Stats.prn.careful")); });
+  deed(help_on);
+  press(button::stats_report);
+  look([this](const Standing&) {
+    EXPECT_EQ(folder.read("Stats.prn.careful"),
+              "Stats.prn was written carefully. What differs from the usual way:\nhelp: " +
+                  std::string(row_of(Mend::help).does) + "\n");
+  });
+  deed(help_off);
+  press(button::stats_report);
+  look([this](const Standing&) {
+    EXPECT_EQ(folder.read("Stats.prn.careful"), "Stats.prn was written in the usual way.\n");
+  });
+  EXPECT_EQ(run(), 0);
+}
+
+TEST_F(SwitchesToCareful, TheLastCoreIsSavedAsTheQuestionOffers) {
+  Questions questions;
+  class Asking : public Gate {
+   public:
+    explicit Asking(Questions& questions) : questions_(questions) {}
+    std::optional<Question> before(const Deed& deed, const Situation& now) override {
+      return questions_.before(deed, now);
+    }
+    void given_up(const Situation& now) override { questions_.given_up(now); }
+
+   private:
+    Questions& questions_;
+  } gate(questions);
+  press(button::crossdate);
+  press(button::choose_cores);
+  const auto series = [](int entry) { return PlayStep{.kind = PlayStep::Kind::series, .number = entry}; };
+  play({series(1), series(2), series(4), series(2)});  // the two that are marked at first are unmarked
+  press(button::chooser_do_it);
+  look([](const Standing& standing) { EXPECT_EQ(standing.situation->sample.name, "OAK4"); });
+  insert_ring_at(1930);
+  press(button::exit_crossdating);
+  screen.then([](const Standing& standing) -> std::optional<Deed> {
+    EXPECT_TRUE(standing.question);
+    EXPECT_EQ(standing.question->answers[0].text, "Be Careful and Save Change First");
+    return Choose{0};
+  });
+  look([](const Standing& standing) {
+    const Situation& now = *standing.situation;
+    EXPECT_EQ(now.place, Place::start);
+    EXPECT_EQ(now.unwritten, std::vector<std::string>{"OAK4"});
+    EXPECT_EQ(now.cores[3]->first_year, 1900);
+    EXPECT_EQ(now.cores[3]->widths.size(), 61u);
+    EXPECT_TRUE(now.settings.careful.has(Mend::last_core));
+  });
+  EXPECT_EQ(run(&gate), 0);
 }
 
 TEST_F(SwitchesToCareful, ScriptsSwitchFromTheStartAndOnTheWay) {

@@ -162,7 +162,7 @@ std::optional<Play> play_of(const Fields& fields) {
       if (!member.is_number_integer()) return {};
     }
     const int kind = step[0].get<int>();
-    if (kind < 0 || kind > static_cast<int>(PlayStep::Kind::to_start_menu)) return {};
+    if (kind < 0 || kind > static_cast<int>(PlayStep::Kind::careful)) return {};
     play.steps.push_back({.kind = static_cast<PlayStep::Kind>(kind),
                           .button = static_cast<ButtonNumber>(step[1].get<int>()),
                           .year = step[2].get<int>(),
