@@ -150,7 +150,7 @@ struct Rows {
     texts.push_back(std::string(careful_ids) + std::string(name));
     const std::string_view id = texts.back();
     std::string& text = texts.emplace_back(does);
-    text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    if (text.front() >= 'a') text.front() = static_cast<char>(text.front() - 'a' + 'A');
     actions.push_back({{id, Menu::careful, text, "", !window, drawn_above, on_off}});
   }
 };

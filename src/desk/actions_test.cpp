@@ -42,6 +42,33 @@ TEST(ActionTable, NoIdAndNoTextStandsTwice) {
   EXPECT_GT(ids.size(), 60u);
 }
 
+TEST(ActionTable, EveryTextBeginsWithACapital) {
+  for (const ActionRow& row : action_rows()) {
+    EXPECT_GE(row.text.front(), 'A') << row.text;
+    EXPECT_LE(row.text.front(), 'Z') << row.text;
+  }
+}
+
+TEST(ActionTable, EveryMendCanBeSwitchedOnAndOff) {
+  Situation now = situation_at(Place::start);
+  for (const MendRow& mend : mends()) {
+    const std::string id = "careful-" + std::string(mend.name);
+    now.settings.careful = {};
+    EXPECT_FALSE(state_of(id, standing_at(now)).is_chosen) << id;
+    const auto on = deed_of(id, standing_at(now));
+    ASSERT_TRUE(on && std::holds_alternative<CarefulSwitch>(*on)) << id;
+    std::get<CarefulSwitch>(*on).apply(now.settings.careful);
+    EXPECT_EQ(names_of(now.settings.careful), mend.name);
+    EXPECT_TRUE(state_of(id, standing_at(now)).is_chosen) << id;
+    EXPECT_FALSE(std::get<CarefulSwitch>(*deed_of(id, standing_at(now))).on) << id;
+  }
+  EXPECT_FALSE(state_of("careful-all", standing_at(now)).is_chosen);
+  now.settings.careful = Careful::everything();
+  EXPECT_TRUE(state_of("careful-all", standing_at(now)).is_chosen);
+  now.wait = Wait::number;
+  EXPECT_FALSE(deed_of("careful-all", standing_at(now)));
+}
+
 TEST(ActionTable, MenusFollowEachOther) {
   for (std::size_t k = 1; k < action_rows().size(); ++k) {
     EXPECT_LE(action_rows()[k - 1].menu, action_rows()[k].menu) << action_rows()[k].id;
