@@ -62,9 +62,11 @@ void offer_copies(FileReport& report, const Collection& collection, const std::s
   if (report.copies.empty()) report.no_copy = plain.refused;
 }
 
-FileReport report_on(Files& files, const std::string& name, int this_year) {
+FileReport report_on(Files& files, const std::string& name, int this_year, const Careful& careful) {
   FileReport report{.file = name};
-  const Collection collection(files, name, untreated());
+  Settings settings = untreated();
+  settings.careful = careful;
+  const Collection collection(files, name, settings);
   const Imported* imported = collection.imported();
   report.layout = imported ? imported->layout_name : std::string(name_of(collection.recognition().layout));
   check_findings(collection, this_year,
@@ -85,7 +87,8 @@ std::size_t FileReport::count(Severity severity) const {
   }));
 }
 
-FolderLook::FolderLook(Files& files, int this_year) : files_(files), this_year_(this_year) {
+FolderLook::FolderLook(Files& files, int this_year, const Careful& careful)
+    : files_(files), this_year_(this_year), careful_(careful) {
   std::vector<FileReport> begun;
   std::string bytes;
   if (!read_whole(files, list_name, bytes)) {
@@ -111,7 +114,7 @@ void FolderLook::look() {
   const std::string& name = names_[next_++];
   auto reports = *reports_;
   try {
-    reports.push_back(report_on(files_, name, this_year_));
+    reports.push_back(report_on(files_, name, this_year_, careful_));
   } catch (const std::exception& failure) {
     FileReport failed{.file = name};
     failed.findings.push_back({.kind = kind("read"), .words = failure.what()});

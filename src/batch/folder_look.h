@@ -11,6 +11,7 @@
 #include "batch/table.h"
 #include "records/files.h"
 #include "study/file_findings.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 
@@ -39,8 +40,8 @@ using SharedReports = std::shared_ptr<const std::vector<FileReport>>;
 // start. File by file, so that others can be served meanwhile.
 class FolderLook {
  public:
-  // `files` must live as long; `this_year` as in FileTaken.
-  FolderLook(Files& files, int this_year);
+  // `files` must live as long; `this_year` as in FileTaken; they are read as carefully as the program does.
+  FolderLook(Files& files, int this_year, const Careful& careful = {});
 
   bool is_done() const { return next_ >= names_.size(); }
   // "file 3 of 24: site.rwl".
@@ -53,6 +54,7 @@ class FolderLook {
  private:
   Files& files_;
   int this_year_;
+  Careful careful_;
   std::vector<std::string> names_;
   std::size_t next_ = 0;
   SharedReports reports_;

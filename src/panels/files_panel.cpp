@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "desk/words.h"
@@ -17,6 +18,12 @@ constexpr double line_height = small * line_step;
 constexpr int title_line = 32;  // from the name to what stands below it
 constexpr int narrow = 900;     // panels of less have it so
 constexpr std::size_t most_when_closed = 3, most_when_open = 400;
+
+// Findings that do not come up where the mend is on.
+constexpr std::array<std::pair<std::string_view, Mend>, 3> mended_by_reading{
+    {{"behind-end", Mend::blank_line},
+     {"no-end-mark", Mend::end_mark},
+     {"statistics-line", Mend::statistics_line}}};
 
 bool is_list(const FileReport& report) {
   return report.layout.empty();
@@ -132,7 +139,8 @@ class FilesPanel {
   void file(const FileReport& report) {
     const std::vector<Line> lines = lines_of(report);
     const double text_height = title_height() + line_height * static_cast<double>(lines.size());
-    const double height = text_height + (report.copies.empty() ? 0 : key_height) + gap;
+    const bool has_keys = !report.copies.empty() || !mends_of(report).empty();
+    const double height = text_height + (has_keys ? key_height : 0) + gap;
     if (is_seen(height)) {
       title(report, static_cast<int>(text_height));
       double y = y_ + title_height();
@@ -140,10 +148,22 @@ class FilesPanel {
         if (at(y) > head - line_height && at(y) < view_.height) finding(line, at(y));
         y += line_height;
       }
-      if (!report.copies.empty()) keys(report, static_cast<int>(at(y)) + 4);
+      if (has_keys) keys(report, static_cast<int>(at(y)) + 4);
       pen_.line(margin, at(y_ + height), view_.width - margin, at(y_ + height), colour::hairline);
     }
     y_ += height;
+  }
+
+  // What would read the file better from here on.
+  std::vector<Mend> mends_of(const FileReport& report) const {
+    if (!in_.standing || !in_.standing->situation) return {};
+    const Careful& careful = in_.standing->situation->settings.careful;
+    std::vector<Mend> missing;
+    for (const auto& [id, mend] : mended_by_reading) {
+      const auto is_it = [id = id](const FileFinding& finding) { return finding.kind->id == id; };
+      if (!careful.has(mend) && std::ranges::any_of(report.findings, is_it)) missing.push_back(mend);
+    }
+    return missing;
   }
 
   // Name, content and state; where it is narrow the name stands above them.
@@ -211,6 +231,19 @@ class FilesPanel {
            .change = {.kind = PanelChange::Kind::copy_file, .file = report.file, .unit = copy.choices.unit}});
       x += width + 16;
     }
+    if (const auto mends = mends_of(report); !mends.empty()) careful_key(mends, x, y);
+  }
+
+  void careful_key(const std::vector<Mend>& mends, int x, int y) {
+    const std::string words = "Read carefully";
+    Play play{.what = words};
+    std::string tip;
+    for (const Mend mend : mends) {
+      play.steps.push_back({.kind = PlayStep::Kind::careful, .number = static_cast<int>(mend)});
+      tip += (tip.empty() ? "" : ", ") + std::string(row_of(mend).does);
+    }
+    pen_.key({x, y, x + static_cast<int>(width_of(words, small)) + 40, y + 36}, words,
+             {.tip = "From the next reading on, in this folder: " + tip + " (menu Careful)", .play = play});
   }
 
   const PanelInputs& in_;

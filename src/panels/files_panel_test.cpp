@@ -66,6 +66,30 @@ TEST_F(FilesPanelShown, CountsWhatIsReadWhole) {
   EXPECT_TRUE(writes(panel(), "Tuscon Raw, 2 cores, 1900 to 1990"));
 }
 
+TEST_F(FilesPanelShown, WhatIsReadBetterCarefullyIsOffered) {
+  FileReport report = whole("a.rwl");
+  report.findings.push_back(finding(kind("behind-end"), 7, "lines behind a blank one"));
+  look({report});
+  EXPECT_FALSE(writes(panel(), "Read carefully")) << "nothing is known of how the program reads";
+  auto now = std::make_shared<Situation>();
+  const auto stand = [&] {
+    auto standing = std::make_shared<Standing>();
+    standing->situation = std::make_shared<const Situation>(*now);
+    desk.stand(standing);
+  };
+  stand();
+  const Panel offered = panel();
+  EXPECT_TRUE(writes(offered, "Read carefully"));
+  const auto spot = std::ranges::find_if(offered.spots, [](const Spot& one) { return one.play.has_value(); });
+  ASSERT_NE(spot, offered.spots.end());
+  ASSERT_EQ(spot->play->steps.size(), 1u);
+  EXPECT_EQ(spot->play->steps[0].kind, PlayStep::Kind::careful);
+  EXPECT_EQ(spot->play->steps[0].number, static_cast<int>(Mend::blank_line));
+  now->settings.careful.set(Mend::blank_line, true);
+  stand();
+  EXPECT_FALSE(writes(panel(), "Read carefully"));
+}
+
 TEST_F(FilesPanelShown, AFileShowsItsGravestUntilItIsOpened) {
   look({broken("b.rwl")});
   EXPECT_TRUE(writes(panel(), "Line 30: loss 3"));

@@ -33,10 +33,11 @@ void PanelsOfScript::stand(const SharedStanding& standing) {
     wanted_ = standing->situation;
 }
 
-// Once, as the program reads them at its start.
+// As the program reads them at its start, once for each way of reading.
 void PanelsOfScript::look_at_files() {
-  if (std::exchange(has_looked_, true)) return;
-  FolderLook look(files_, year_of_today());
+  const Careful careful = wanted_ ? reading_of(wanted_->settings.careful) : Careful();
+  if (std::exchange(looked_, careful) == careful) return;
+  FolderLook look(files_, year_of_today(), careful);
   while (!look.is_done()) look.look();
   desk_.looked(look.reports(), "");
 }

@@ -1,6 +1,7 @@
 // The panels of a session without a window: everything is computed when it is asked for.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,7 +28,7 @@ class PanelsOfScript : public ScriptPanels {
   std::string copy_file(const PanelChange& wanted);
 
   Files& files_;
-  bool has_looked_ = false;
+  std::optional<Careful> looked_;  // the ways of reading by which the files were looked at
   PanelDesk desk_;
   Studies studies_;
   SharedSituation studied_, wanted_;

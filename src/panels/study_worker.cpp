@@ -24,12 +24,15 @@ void StudyWorker::study(const SharedSituation& situation) {
   came_.notify_all();
 }
 
-void StudyWorker::look_at(std::shared_ptr<Files> files, int this_year) {
+void StudyWorker::look_at(std::shared_ptr<Files> files, int this_year, const Careful& careful) {
   {
     const std::lock_guard lock(mutex_);
-    if (files_) return;
-    files_ = std::move(files);
+    if (files_ && careful_ == reading_of(careful)) return;
+    if (!files_) files_ = std::move(files);
     this_year_ = this_year;
+    careful_ = reading_of(careful);
+    has_looked_ = false;
+    looks_anew_ = true;
   }
   came_.notify_all();
 }
@@ -91,9 +94,16 @@ void StudyWorker::study_now(const SharedSituation& situation) {
 
 // The list, or one file: a situation that comes meanwhile waits no longer than for that.
 void StudyWorker::look_now() {
-  look_ ? look_->look() : void(look_ = std::make_unique<FolderLook>(*files_, this_year_));
+  Careful careful;
   {
     const std::lock_guard lock(mutex_);
+    if (std::exchange(looks_anew_, false)) look_.reset();
+    careful = careful_;
+  }
+  look_ ? look_->look() : void(look_ = std::make_unique<FolderLook>(*files_, this_year_, careful));
+  {
+    const std::lock_guard lock(mutex_);
+    if (looks_anew_) return;
     has_looked_ = look_->is_done();
     state_.files = look_->reports();
     state_.files_working = look_->working();

@@ -22,8 +22,9 @@ class StudyWorker {
 
   // From now on this situation is studied; what is at work for an older one is given up.
   void study(const SharedSituation& situation);
-  // From now on the files of the list are looked at, whenever no situation is to be studied: once.
-  void look_at(std::shared_ptr<Files> files, int this_year);
+  // From now on the files of the list are looked at, whenever no situation is to be studied: once for each
+  // way of reading.
+  void look_at(std::shared_ptr<Files> files, int this_year, const Careful& careful);
   // The newest findings, null before there are any, and what is being worked on: "core 120 of 9000"; empty
   // where nothing is, or not for long.
   struct State {
@@ -49,7 +50,8 @@ class StudyWorker {
   SharedSituation wanted_;
   std::shared_ptr<Files> files_;
   int this_year_ = 0;
-  bool has_looked_ = false;
+  Careful careful_;
+  bool has_looked_ = false, looks_anew_ = false;
   std::unique_ptr<FolderLook> look_;  // used by the worker's thread alone
   bool is_new_ = false, stops_ = false;
   State state_;

@@ -78,7 +78,7 @@ TEST(StudyWorker, LooksAtTheFilesBesideItsStudies) {
         "OAK1    1990   101   102   103   104   105   106   107   108   109   110\nOAK1    2000   999\n");
   StudyWorker worker([] {});
   worker.study(site_of(5, 1900));
-  worker.look_at(files, 2026);
+  worker.look_at(files, 2026, {});
   const auto looked = [&] {
     const StudyWorker::State now = worker.state();
     return now.files && now.files_working.empty();
@@ -87,7 +87,7 @@ TEST(StudyWorker, LooksAtTheFilesBesideItsStudies) {
   EXPECT_EQ(worker.state().files->size(), 2u);
   EXPECT_TRUE(comes([&] { return worker.state().findings && worker.state().findings->site; }));
   const SharedReports once = worker.state().files;
-  worker.look_at(files, 2026);
+  worker.look_at(files, 2026, {});
   worker.study(site_of(4, 1900));
   EXPECT_TRUE(comes(
       [&] { return worker.state().findings->site && worker.state().findings->site->cores.size() == 4; }));

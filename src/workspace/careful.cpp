@@ -69,6 +69,12 @@ Careful Careful::everything() {
   return all;
 }
 
+Careful reading_of(const Careful& careful) {
+  Careful reading;
+  for (const MendRow& row : table) reading.set(row.mend, row.reads && careful.has(row.mend));
+  return reading;
+}
+
 Careful both(const Careful& a, const Careful& b) {
   return Careful::of_bits(a.bits() | b.bits());
 }

@@ -68,6 +68,9 @@ class Careful {
   std::uint32_t bits_ = 0;
 };
 
+// Those that change how files are read.
+Careful reading_of(const Careful& careful);
+
 // What one or the other has.
 Careful both(const Careful& a, const Careful& b);
 

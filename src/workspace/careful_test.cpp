@@ -53,6 +53,11 @@ TEST(Careful, BitsOfNoMendAreDropped) {
   EXPECT_EQ(Careful::of_bits(Careful::everything().bits()), Careful::everything());
 }
 
+TEST(Careful, OfReadingLeavesOutTheRest) {
+  EXPECT_EQ(names_of(reading_of(Careful::everything())), "blank-line,end-mark,statistics-line");
+  EXPECT_EQ(reading_of(Careful()), Careful());
+}
+
 TEST(CarefulSwitch, TextComesBack) {
   for (const char* text : {"blank-line on", "blank-line off", "all on", "all off", "thin-labels on"}) {
     const auto read = careful_switch(text);

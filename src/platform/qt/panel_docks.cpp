@@ -109,7 +109,8 @@ StudyWorker& PanelDocks::worker() {
 // Whether or not the panel is seen: what is lost is told.
 void PanelDocks::look_at_files() {
   if (!standing_) return;
-  worker().look_at(std::make_shared<DiskFiles>(QFile::encodeName(folder_).toStdString()), year_of_today());
+  worker().look_at(std::make_shared<DiskFiles>(QFile::encodeName(folder_).toStdString()), year_of_today(),
+                   to_study_ ? to_study_->settings.careful : Careful());
 }
 
 void PanelDocks::tell_what_is_lost(const StudyWorker::State& now) {

@@ -45,8 +45,14 @@ Told answer(const char* is, const std::optional<std::string>& failure) {
 
 // --- Looking.
 
+void FilesDesk::read_as(const Careful& careful) {
+  if (careful_ == reading_of(careful)) return;
+  careful_ = reading_of(careful);
+  look_.reset();
+}
+
 void FilesDesk::look() {
-  look_ ? look_->look() : void(look_.emplace(files_, this_year_));
+  look_ ? look_->look() : void(look_.emplace(files_, this_year_, careful_));
   if (!is_done()) return;
   if (const std::string words = words_on_loss(*reports()); !words.empty())
     port_.tell(Told("notice").text("text", words).fields());

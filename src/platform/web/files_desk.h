@@ -22,6 +22,8 @@ class FilesDesk {
 
   // The list, or the next file of it, is looked at. What is lost is told when all were.
   void look();
+  // The files are looked at as they are read so.
+  void read_as(const Careful& careful);
   bool is_done() const { return look_ && look_->is_done(); }
   SharedReports reports() const { return look_ ? look_->reports() : nullptr; }
   std::string working() const { return look_ ? look_->working() : std::string(); }
@@ -42,6 +44,7 @@ class FilesDesk {
   WebPort& port_;
   Files& files_;
   int this_year_;
+  Careful careful_;
   std::optional<FolderLook> look_;
   // What was offered last, by its number: an answer is meant for what was seen.
   std::size_t number_ = 0;

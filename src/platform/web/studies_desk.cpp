@@ -109,6 +109,7 @@ void StudiesDesk::serve(const WebRequest& request) {
 void StudiesDesk::stand(const WebRequest& request) {
   standing_ = reader_.read(request.bytes);
   if (standing_->situation->wait == Wait::menu) to_study_ = standing_->situation;
+  if (files_ && to_study_) files_->read_as(to_study_->settings.careful);
   desk_.stand(standing_);
 }
 
