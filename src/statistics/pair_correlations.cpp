@@ -5,6 +5,7 @@
 #include <iterator>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 #include "base/parallel_for.h"
@@ -137,6 +138,9 @@ bool prints_alike_in_full(double mean, double error) {
   return rounds_alike(size / unit, error / unit);
 }
 
+// For so few series nothing is laid out in rows first.
+constexpr std::size_t few_unsure = 8;
+
 // Puts the plain definition in the place of means that might be printed otherwise.
 class Settler {
  public:
@@ -179,17 +183,28 @@ class Settler {
   }
 
   void settle(PairSums& sums, const std::vector<std::size_t>& unsure, std::size_t threads) const {
-    const PairRows rows(series_, long_enough(series_, fewest_years_), fewest_years_);
-    parallel_for(unsure.size(), threads,
-                 [&](std::size_t k) { sums.sum_of[unsure[k]] = plain_sum(rows, unsure[k]); });
+    std::optional<PairRows> rows;
+    if (unsure.size() > few_unsure) rows.emplace(series_, long_enough(series_, fewest_years_), fewest_years_);
+    parallel_for(unsure.size(), threads, [&](std::size_t k) {
+      sums.sum_of[unsure[k]] = rows ? sum_in_rows(*rows, unsure[k]) : plain_sum(unsure[k]);
+    });
   }
 
-  double plain_sum(const PairRows& rows, std::size_t i) const {
+  double sum_in_rows(const PairRows& rows, std::size_t i) const {
     std::vector<double> row(series_.size());
     rows.row(i, -1, row);
+    return sum_over_partners(i, [&row](std::size_t j) { return row[j]; });
+  }
+
+  double plain_sum(std::size_t i) const {
+    return sum_over_partners(i, [&](std::size_t j) { return plain_correlation(series_[i], series_[j]); });
+  }
+
+  template <class Correlation>
+  double sum_over_partners(std::size_t i, const Correlation& correlation) const {
     double sum = 0.0;
     for (std::size_t j = 0; j < series_.size(); ++j) {
-      if (j != i && common_years(series_[i], series_[j]) >= fewest_years_) sum += row[j];
+      if (j != i && common_years(series_[i], series_[j]) >= fewest_years_) sum += correlation(j);
     }
     return sum;
   }

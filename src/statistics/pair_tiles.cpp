@@ -313,12 +313,6 @@ void correlate_tiles(const Tile& a, TileSums& of_a, const Tile& b, TileSums& of_
   HWY_DYNAMIC_DISPATCH(correlate)(a, of_a, b, of_b, fewest_years, doubtful);
 }
 
-double quick_mean(std::span<const double> values) {
-  std::array<double, 4> sums{};
-  for (std::size_t k = 0; k < values.size(); ++k) sums[k % 4] += values[k];
-  return ((sums[0] + sums[1]) + (sums[2] + sums[3])) / static_cast<double>(values.size());
-}
-
 double least_share(double years) {
   return std::min(0.05, 8 / years);
 }
@@ -343,13 +337,17 @@ void put_column(Tile& tile, std::size_t column, const SeriesView& one) {
 }
 
 void sum_up(Tile& tile) {
-  const auto end = tile.values.size();
+  const std::size_t end = tile.values.size();
+  const double* const values = tile.values.data();
+  double *const sums = tile.sums.data(), *const squares = tile.squares.data();
+  std::fill_n(sums, tile_width, 0.0);
+  std::fill_n(squares, tile_width, 0.0);
   for (std::size_t at = 0; at < end; ++at) {
-    tile.sums[at + tile_width] = tile.sums[at] + tile.values[at];
-    tile.squares[at + tile_width] = tile.squares[at] + tile.values[at] * tile.values[at];
+    sums[at + tile_width] = sums[at] + values[at];
+    squares[at + tile_width] = squares[at] + values[at] * values[at];
   }
   for (std::size_t column = 0; column < tile_width; ++column)
-    tile.least_squares[column] *= tile.squares[end + column];
+    tile.least_squares[column] *= squares[end + column];
 }
 
 }  // namespace
@@ -358,8 +356,8 @@ Tile::Tile(std::span<const SeriesView> series, const TilePlan& plan)
     : members(plan.members), first(plan.years.first), last(plan.years.last) {
   const auto years = static_cast<std::size_t>(plan.years.count());
   values.assign(years * tile_width, 0.0);
-  sums.assign((years + 1) * tile_width, 0.0);
-  squares.assign((years + 1) * tile_width, 0.0);
+  sums.resize((years + 1) * tile_width);
+  squares.resize((years + 1) * tile_width);
   first_year.fill(1e15);
   last_year.fill(-1e15);
   group_years.fill(

@@ -1,7 +1,6 @@
 #include "statistics/tile_plans.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <tuple>
 #include <utility>
@@ -23,12 +22,8 @@ constexpr double pair_year = 8, pair_met = 2;
 bool suits_tiles(const SeriesView& series) {
   const auto count = static_cast<double>(series.values.size());
   const double mean = quick_mean(series.values);
-  std::array<double, 4> sums{};
-  for (std::size_t k = 0; k < series.values.size(); ++k) {
-    const double distance = series.values[k] - mean;
-    sums[k % 4] += distance * distance;
-  }
-  const double squares = (sums[0] + sums[1]) + (sums[2] + sums[3]);
+  const double squares =
+      quick_sum(series.values, [mean](double value) { return (value - mean) * (value - mean); });
   return squares >= least_squares && squares <= most_squares &&
          squares >= least_variation * least_variation * mean * mean * count;
 }
