@@ -65,7 +65,7 @@ class PairsOfSome {
         fewest_years_(fewest_years),
         rows_of_some_(series, some_, fewest_years),
         rows_of_others_(series, others, fewest_years) {
-    std::ranges::merge(some_, others, std::back_inserter(all_));
+    std::merge(some_.begin(), some_.end(), others.begin(), others.end(), std::back_inserter(all_));
   }
 
   void add(PairSums& sums, std::size_t threads, const ShareDone& told) const {
@@ -80,7 +80,7 @@ class PairsOfSome {
   }
 
  private:
-  bool is_of_some(std::size_t i) const { return std::ranges::binary_search(some_, i); }
+  bool is_of_some(std::size_t i) const { return std::binary_search(some_.begin(), some_.end(), i); }
 
   void correlate(std::size_t i, std::span<double> row) const {
     rows_of_some_.row(i, static_cast<std::ptrdiff_t>(i), row);
@@ -89,7 +89,7 @@ class PairsOfSome {
 
   void add_row(PairSums& sums, std::size_t i, std::span<const double> row) const {
     const auto& partners = is_of_some(i) ? all_ : some_;
-    for (auto j = std::ranges::upper_bound(partners, i); j != partners.end(); ++j) {
+    for (auto j = std::upper_bound(partners.begin(), partners.end(), i); j != partners.end(); ++j) {
       if (common_years(series_[i], series_[*j]) >= fewest_years_) add_pair(sums, i, *j, row[*j]);
     }
   }
