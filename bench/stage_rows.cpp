@@ -236,6 +236,7 @@ void show_graph(Desk& desk) {
 
 std::vector<Stage> kernel_stages() {
   const auto on = [](void (*work)(Workspace&)) { return [work](Desk& desk) { work(*desk.w); }; };
+  const auto indices = [](Desk& desk) { data_man_cores(*desk.w); };
   return {
       {"recognise (a)", 'a', on(recognise_all), &Floors::recognising},
       {"recognise (d)", 'd', on(recognise_all), &Floors::recognising},
@@ -250,10 +251,10 @@ std::vector<Stage> kernel_stages() {
        &Floors::estimates},
       {"spline (a)", 'a', on(splines), &Floors::spline},
       {"autoregressive model (a)", 'a', on(models), &Floors::model},
-      growing(linear, {"spline and model, into the store (a)", 'a', on(data_man_cores),
+      growing(linear, {"spline and model, into the store (a)", 'a', indices,
                        [](const Floors& floors) { return floors.spline() + floors.model(); }, 0.150, 0,
                        [](Desk& desk) { switch_to(*desk.w, true, true, false); }, usual_state}),
-      {"spline and model, into the store (f)", 'f', on(data_man_cores),
+      {"spline and model, into the store (f)", 'f', indices,
        [](const Floors& floors) { return floors.spline() + floors.model(); }, 0, 0,
        [](Desk& desk) { switch_to(*desk.w, true, true, false); }, usual_state},
       growing(linear, {"logarithm and chronology (a)", 'a', on(data_man2), &Floors::logarithm, 0, 0,
@@ -283,7 +284,7 @@ std::vector<Stage> statistics_stages() {
   return {
       {"`rbar` (a)", 'a', rbar_of, &Floors::pairs},
       {"`rbar` (f)", 'f', rbar_of, &Floors::pairs},
-      {"`rbar` (b)", 'b', rbar_of, &Floors::pairs, 0, 3},
+      {"`rbar` (b)", 'b', rbar_of, &Floors::pairs, 0, 1.5},
       {"`rbar` (c)", 'c', rbar_of, &Floors::pairs},
       growing(linear, {"`cbar` (a)", 'a', cbar_of, &Floors::with_rest}),
       {"`cbar` (f)", 'f', cbar_of, &Floors::with_rest},

@@ -102,6 +102,7 @@ void register_stages(const std::filesystem::path& top, const MachineRates& rates
     benchmark::RegisterBenchmark(
         stage.name.c_str(),
         [laboratory, stage](benchmark::State& state) { laboratory->measure(state, stage); })
+        ->MeasureProcessCPUTime()  // of all threads
         ->MinTime(shortest_measurement)
         ->Repetitions(repetitions);
   }

@@ -6,8 +6,9 @@
 // that are not finite (5), noise about a level that is far larger (6).
 //
 // What must hold: the same pairs are counted; the mean of each series' correlations, and that of all, are the
-// same to within 1e-8, or both are no numbers.
+// same to within 1e-8, or both are no numbers. In rows they are the same to the last bit.
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -85,6 +86,13 @@ Series next_series(Bytes& bytes, const Series& before) {
   return series;
 }
 
+// In rows to the last bit; what is no number need not be the same one.
+void must_be_same(double rows, double plain) {
+  must_hold(std::bit_cast<std::uint64_t>(rows) == std::bit_cast<std::uint64_t>(plain) ||
+                (std::isnan(rows) && std::isnan(plain)),
+            "rows have the sums of the plain definition");
+}
+
 // The means of sums over so many pairs, as the reports print them.
 void must_agree(double fast, double plain, double pairs, const char* what) {
   if (!std::isfinite(plain) || !std::isfinite(fast)) {
@@ -117,5 +125,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     must_hold(fast.pairs_of[i] == plain.pairs_of[i], "as many pairs of a series are counted");
     must_agree(fast.sum_of[i], plain.sum_of[i], plain.pairs_of[i], "the mean of a series is the same");
   }
+
+  const PairSums rows = pair_correlations_in_rows(dated, fewest_years, {{}, 1});
+  must_hold(rows.pairs_of == plain.pairs_of, "as many pairs are counted in rows");
+  must_be_same(rows.sum, plain.sum);
+  for (std::size_t i = 0; i < series.size(); ++i) must_be_same(rows.sum_of[i], plain.sum_of[i]);
   return 0;
 }

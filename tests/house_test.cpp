@@ -180,15 +180,19 @@ bool writes_json(const std::string& file) {
   return without_ending(file) == "batch/table" || file.starts_with("platform/web/");
 }
 
+bool uses_vectors(const std::string& file) {
+  return without_ending(file) == "statistics/pair_tiles" || without_ending(file) == "statistics/pair_rows";
+}
+
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
-// is for the edge, for tests, and for the files that speak to the file system and ask for memory. One kernel
-// uses vector instructions, through a library or a browser's compiler, tables and the browser's messages are
+// is for the edge, for tests, and for the files that speak to the file system and ask for memory. Two kernels
+// use vector instructions, through a library or a browser's compiler, tables and the browser's messages are
 // written as JSON through another, and one file speaks to the browser.
 bool may_use_system_header(const std::string& file, const std::string& header) {
   if (header.find_first_of("./") == std::string::npos) return true;
   return is_test(file) || file.starts_with("platform/qt/") || file.starts_with("apps/") ||
          without_ending(file) == "records/os_file" || without_ending(file) == "base/zero_memory" ||
-         (without_ending(file) == "statistics/pair_tiles" && header.starts_with("hwy/")) ||
+         (uses_vectors(file) && header.starts_with("hwy/")) ||
          (without_ending(file) == "statistics/wasm_lanes" && header == "wasm_simd128.h") ||
          (writes_json(file) && header.starts_with("nlohmann/")) ||
          (without_ending(file) == "platform/web/worker_port" && header == "emscripten.h");

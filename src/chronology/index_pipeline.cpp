@@ -1,8 +1,12 @@
 #include "chronology/index_pipeline.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
+#include "base/parallel_for.h"
 #include "chronology/compared_series.h"
 #include "chronology/spline.h"
 #include "chronology/standard_chronology.h"
@@ -11,7 +15,11 @@
 namespace vorn {
 namespace {
 
-constexpr int cores_between_reports = 64;
+// What one thread takes at a time, and what is told of.
+constexpr int cores_a_piece = 64;
+
+// Fewer rings are done before a thread has begun.
+constexpr int rings_for_threads = 20'000;
 
 // The bridge to the kernels. It copies, because a working entry may begin before the pool does.
 std::vector<double> values_of(const SeriesStore& w, const Pool<double>& pool, int i) {
@@ -43,6 +51,24 @@ void derive(SeriesStore& w, const Settings& settings, WorkVectors& work, int i, 
   put_values(w, w.ax, i, values);
 }
 
+// Whether no place of the pool belongs to two cores, as tables would have it whose lengths and places
+// contradict each other.
+bool lie_apart(const SeriesStore& w) {
+  std::int64_t end = std::numeric_limits<std::int64_t>::min();
+  for (int i = 1; i <= w.nc; ++i) {
+    if (w.yr(i) < 1) continue;
+    if (w.ad(i) < end) return false;
+    end = std::int64_t{w.ad(i)} + w.yr(i);
+  }
+  return true;
+}
+
+bool are_worth_threads(const SeriesStore& w) {
+  std::int64_t rings = 0;
+  for (int i = 1; i <= w.nc; ++i) rings += w.yr(i);
+  return rings >= rings_for_threads;
+}
+
 }  // namespace
 
 Treatment treatment_of(const Settings& settings) {
@@ -54,13 +80,22 @@ void data_man(SeriesStore& w, const Settings& settings, WorkVectors& work, int i
   derive(w, settings, work, i, factor);
 }
 
-void data_man_cores(Workspace& w) {
+// A core is read and written between its own bounds alone, and its coefficients in a column of its own. What
+// is made for many cores, the factor of the spline, each piece makes for itself: it has the same bits.
+void data_man_cores(Workspace& w, std::size_t threads) {
   LongWork work(w.plot, "Indices");
-  SplineFactor factor(w.ss);
-  for (int i = 1; i <= w.nc; ++i) {
-    derive(w, w, w, i, factor);
-    if (i % cores_between_reports == 0) work.at(static_cast<double>(i) / w.nc);
-  }
+  const auto derive_piece = [&w](std::size_t piece) {
+    SplineFactor factor(w.ss);
+    const int before = static_cast<int>(piece) * cores_a_piece;
+    for (int i = before + 1; i <= std::min(before + cores_a_piece, w.nc); ++i) derive(w, w, w, i, factor);
+  };
+  const auto tell = [&](std::size_t pieces) {
+    const int cores = static_cast<int>(pieces) * cores_a_piece;
+    if (cores <= w.nc) work.at(static_cast<double>(cores) / w.nc);
+  };
+  const int pieces = (std::max(w.nc, 0) + cores_a_piece - 1) / cores_a_piece;
+  if (threads == 0) threads = are_worth_threads(w) ? threads_here() : 1;
+  parallel_for(static_cast<std::size_t>(pieces), lie_apart(w) ? threads : 1, derive_piece, tell);
 }
 
 void data_man2(Workspace& w) {

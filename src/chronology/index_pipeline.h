@@ -1,6 +1,8 @@
 // From ring widths to indices: detrending, prewhitening and the logarithm.
 #pragma once
 
+#include <cstddef>
+
 #include "chronology/compared_series.h"
 #include "workspace/vorndata.h"
 
@@ -17,8 +19,9 @@ Treatment treatment_of(const Settings& settings);
 // entry of no years is left alone. Bad values propagate, nothing is reported.
 void data_man(SeriesStore& w, const Settings& settings, WorkVectors& work, int i);
 
-// data_man of all cores, 1 to nc.
-void data_man_cores(Workspace& w);
+// data_man of all cores, 1 to nc, on so many threads; 0: as many as are worth it here. The indices have the
+// same bits for any number.
+void data_man_cores(Workspace& w, std::size_t threads = 0);
 
 // Computes the indices of all cores and then the standard chronology of the current file (std_crn).
 void data_man2(Workspace& w);

@@ -1,7 +1,10 @@
 #include "chronology/index_pipeline.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
+#include <vector>
 
 #include "chronology/burg_model.h"
 #include "chronology/spline.h"
@@ -239,6 +242,56 @@ TEST_F(IndexPipeline, OfManyCoresTellsHowManyAreDone) {
   for (int i = 1; i <= 128; ++i) add_core(1900, {1, 2});
   data_man_cores(w);
   EXPECT_EQ(screen.told, (std::vector<std::pair<std::string, double>>{{"Indices", 0.5}, {"Indices", 1}}));
+}
+
+// 400 cores of 0 to 79 years, some with missing rings; the spline's factor grows from core to core.
+TEST_F(IndexPipeline, OfManyCoresHaveTheSameBitsForAnyNumberOfThreads) {
+  switches(true, true, true);
+  for (std::size_t i = 0; i < 400; ++i) {
+    Values widths = grown(i * 37 % 80);
+    if (i % 5 == 1 && widths.size() > 10) widths[7] = -0.3;
+    add_core(1900, widths);
+  }
+  const int end = w.ad(400) + w.yr(400) - 1, places = w.ar_coefficients.rows();
+  const auto bytes = [&](std::size_t threads) {
+    w.tx.fill(0);
+    w.ax.fill(0);
+    w.ar_coefficients.fill(0);
+    data_man_cores(w, threads);
+    const auto tx = w.tx.range(1, end), ax = w.ax.range(1, end);
+    std::string all(reinterpret_cast<const char*>(tx.data()), tx.size_bytes());
+    all.append(reinterpret_cast<const char*>(ax.data()), ax.size_bytes());
+    for (int i = 1; i <= 400; ++i) {
+      const auto column = w.ar_coefficients.column(i, places);
+      all.append(reinterpret_cast<const char*>(column.data()), column.size_bytes());
+    }
+    return all;
+  };
+  const std::string expected = bytes(1);
+  for (const std::size_t threads : {0u, 2u, 3u, 4u, 7u}) EXPECT_TRUE(bytes(threads) == expected) << threads;
+}
+
+// Two cores share places of the pool: the later one has them.
+TEST_F(IndexPipeline, OfCoresThatShareTheirPlacesAreHadInTheirOrder) {
+  switches(true, false, false);
+  for (int i = 0; i < 200; ++i) add_core(1900, grown(30));
+  for (int i = 2; i <= 200; ++i) w.ad(i) = 1 + (i * 7) % 40;
+  w.tx.fill(0);
+  data_man_cores(w, 1);
+  const auto pool = w.tx.range(1, 100);
+  const Values expected(pool.begin(), pool.end());
+  for (int time = 0; time < 5; ++time) {
+    w.tx.fill(0);
+    data_man_cores(w, 4);
+    EXPECT_TRUE(std::ranges::equal(pool, expected));
+  }
+}
+
+TEST_F(IndexPipeline, OfManyCoresTellsOnSeveralThreadsToo) {
+  for (int i = 1; i <= 640; ++i) add_core(1900, grown(40));
+  data_man_cores(w, 2);
+  EXPECT_TRUE(std::ranges::is_sorted(screen.told));
+  for (const auto& [what, share] : screen.told) EXPECT_EQ(what, "Indices");
 }
 
 TEST_F(IndexPipeline, OfAllCoresEndsWithTheChronology) {

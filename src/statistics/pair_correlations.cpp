@@ -1,35 +1,29 @@
 #include "statistics/pair_correlations.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
+#include <iterator>
+#include <limits>
 #include <numeric>
+#include <optional>
 #include <utility>
 
+#include "base/parallel_for.h"
 #include "statistics/correlation.h"
+#include "statistics/pair_rows.h"
 #include "statistics/pair_tiles.h"
+#include "statistics/tile_plans.h"
+#include "statistics/tiled_pairs.h"
 
 namespace vorn {
 namespace {
 
-// The running sums of as many tiles are held at once; those behind them are made anew for each such group.
-constexpr std::size_t group_bytes = std::size_t{24} << 20;
+// Rows of the table of correlations that are held at once.
+constexpr std::size_t rows_at_once = 64;
 
-// The series of a tile start within so many years.
-constexpr std::int64_t widest_start = 4'000;
-
-// A correlation may be taken from differences of sums when they keep this share of what was summed.
-constexpr double least_share = 1e-3;
-
-// A mean of tiled correlations is nearer than this to that of the plain ones, whatever the series: of 12,000
-// years, the longest, that keep the least share, the differences of sums may lose so much at worst.
+// The mean of all is nearer than this to that of the plain definition, beside the error of a correlation: of
+// 50 million of them, added in another order.
 constexpr double most_error = 1e-8;
-
-// The mean is taken from a series that goes into a tile: where the series varies by less than this share of
-// it, the digits that are left are too few, and not those that cov keeps.
-constexpr double least_variation = 1e-4;
-// Between these lie the sums of squares of which four can be multiplied.
-constexpr double least_squares = 1e-70, most_squares = 1e70;
 
 double plain_correlation(const SeriesView& a, const SeriesView& b) {
   const YearSpan both = common(a.years(), b.years());
@@ -40,174 +34,308 @@ std::int64_t common_years(const SeriesView& a, const SeriesView& b) {
   return common(a.years(), b.years()).count();
 }
 
-// Whether a series can go into a tile: its values are finite, vary enough, and are of a size to calculate
-// with.
-bool suits_tiles(const SeriesView& series) {
-  const auto count = static_cast<double>(series.values.size());
-  const double mean = std::accumulate(series.values.begin(), series.values.end(), 0.0) / count;
-  double squares = 0.0;
-  for (const double value : series.values) squares += (value - mean) * (value - mean);
-  return squares >= least_squares && squares <= most_squares &&
-         squares >= least_variation * least_variation * mean * mean * count;
+PairSums nothing_yet(std::size_t series) {
+  PairSums sums;
+  sums.sum_of.assign(series, 0.0);
+  sums.pairs_of.assign(series, 0);
+  return sums;
 }
 
-class PairAdder {
+void add_pair(PairSums& sums, std::size_t i, std::size_t j, double r) {
+  sums.sum_of[i] += r;
+  sums.sum_of[j] += r;
+  ++sums.pairs_of[i];
+  ++sums.pairs_of[j];
+  sums.sum += r;
+}
+
+void count_pairs(PairSums& sums) {
+  sums.pairs = std::accumulate(sums.pairs_of.begin(), sums.pairs_of.end(), 0.0) / 2;
+}
+
+// --- Pairs in rows.
+
+// Adds the pairs of some series with all others, in the order of the plain definition.
+class PairsOfSome {
  public:
-  PairAdder(std::span<const SeriesView> series, std::int64_t fewest_years)
-      : series_(series), fewest_years_(fewest_years) {
-    sums_.sum_of.assign(series.size(), 0.0);
-    sums_.pairs_of.assign(series.size(), 0);
+  PairsOfSome(std::span<const SeriesView> series, std::vector<std::size_t> some,
+              const std::vector<std::size_t>& others, std::int64_t fewest_years)
+      : series_(series),
+        some_(std::move(some)),
+        fewest_years_(fewest_years),
+        rows_of_some_(series, some_, fewest_years),
+        rows_of_others_(series, others, fewest_years) {
+    std::merge(some_.begin(), some_.end(), others.begin(), others.end(), std::back_inserter(all_));
   }
 
-  PairSums take() {
-    sums_.pairs = std::accumulate(sums_.pairs_of.begin(), sums_.pairs_of.end(), 0.0) / 2;
-    return std::move(sums_);
-  }
-
-  void add_plain(std::size_t i, std::size_t j) {
-    if (common_years(series_[i], series_[j]) < fewest_years_) return;
-    const double r = plain_correlation(series_[i], series_[j]);
-    sums_.sum_of[i] += r;
-    sums_.sum_of[j] += r;
-    ++sums_.pairs_of[i];
-    ++sums_.pairs_of[j];
-    sums_.sum += r;
-  }
-
-  // Adds the pairs of two tiles; of a tile with itself each pair once.
-  void add_tiles(Tile& a, Tile& b) {
-    doubtful_.clear();
-    correlate_tiles(a, b, static_cast<double>(fewest_years_), least_share, doubtful_);
-    for (const auto& [i, j] : doubtful_) add_plain(a.members[i], b.members[j]);
-  }
-
-  // Takes over what a tile's columns have added up.
-  void add_columns(const Tile& tile) {
-    for (std::size_t c = 0; c < tile.members.size(); ++c) {
-      sums_.sum_of[tile.members[c]] += tile.sum_of[c];
-      sums_.pairs_of[tile.members[c]] += static_cast<std::int32_t>(tile.pairs_of[c]);
-      sums_.sum += tile.sum_of[c] / 2;  // each correlation stands in two columns
+  void add(PairSums& sums, std::size_t threads, const ShareDone& told) const {
+    std::vector<std::vector<double>> rows(std::min(rows_at_once, all_.size()),
+                                          std::vector<double>(series_.size()));
+    for (std::size_t from = 0; from < all_.size(); from += rows.size()) {
+      const std::size_t count = std::min(rows.size(), all_.size() - from);
+      parallel_for(count, threads, [&](std::size_t k) { correlate(all_[from + k], rows[k]); });
+      for (std::size_t k = 0; k < count; ++k) add_row(sums, all_[from + k], rows[k]);
+      if (told) told(static_cast<double>(from + count) / static_cast<double>(all_.size()));
     }
   }
 
  private:
+  bool is_of_some(std::size_t i) const { return std::binary_search(some_.begin(), some_.end(), i); }
+
+  void correlate(std::size_t i, std::span<double> row) const {
+    rows_of_some_.row(i, static_cast<std::ptrdiff_t>(i), row);
+    if (is_of_some(i)) rows_of_others_.row(i, static_cast<std::ptrdiff_t>(i), row);
+  }
+
+  void add_row(PairSums& sums, std::size_t i, std::span<const double> row) const {
+    const auto& partners = is_of_some(i) ? all_ : some_;
+    for (auto j = std::upper_bound(partners.begin(), partners.end(), i); j != partners.end(); ++j) {
+      if (common_years(series_[i], series_[*j]) >= fewest_years_) add_pair(sums, i, *j, row[*j]);
+    }
+  }
+
   std::span<const SeriesView> series_;
+  std::vector<std::size_t> some_, all_;  // ascending
   std::int64_t fewest_years_;
-  PairSums sums_;
-  std::vector<std::pair<std::size_t, std::size_t>> doubtful_;
+  PairRows rows_of_some_, rows_of_others_;
 };
 
-// The numbers of the series in tiles: those of like length, then of like age, stand together, so that a tile
-// spans few more years than its series do.
-std::vector<std::vector<std::size_t>> tiled(std::span<const SeriesView> series,
-                                            std::vector<std::size_t> numbers) {
-  const auto key = [&](std::size_t i) {
-    return std::pair(std::bit_width(series[i].values.size()), series[i].first);
-  };
-  std::stable_sort(numbers.begin(), numbers.end(),
-                   [&](std::size_t i, std::size_t j) { return key(i) < key(j); });
-  std::vector<std::vector<std::size_t>> tiles;
-  for (const std::size_t i : numbers) {
-    const bool fits = !tiles.empty() && tiles.back().size() < tile_width &&
-                      series[i].first - series[tiles.back().front()].first <= widest_start &&
-                      series[i].first >= series[tiles.back().front()].first;
-    if (!fits) tiles.emplace_back();
-    tiles.back().push_back(i);
-  }
-  return tiles;
-}
-
-// Builds tiles `from` on, as many as group_bytes hold, at least one.
-std::vector<Tile> build_group(std::span<const SeriesView> series,
-                              const std::vector<std::vector<std::size_t>>& tiles, std::size_t from) {
-  std::vector<Tile> group;
-  std::size_t bytes = 0;
-  for (std::size_t t = from; t < tiles.size() && (t == from || bytes < group_bytes); ++t) {
-    bytes += Tile::bytes(group.emplace_back(series, tiles[t]).years());
-  }
-  return group;
-}
-
-// Whether all values as near as most_error print alike with two decimals: no rounding tie lies between them,
-// nor zero, since a negative nought is printed with its sign.
-bool prints_alike(double mean) {
-  const double hundredths = std::abs(mean) * 100, error = most_error * 100;
-  return hundredths > error && std::abs(hundredths - std::floor(hundredths) - 0.5) > error;
-}
-
-// What the plain definition adds up for series i.
-double plain_sum_of(std::span<const SeriesView> series, std::size_t i, std::int64_t fewest_years) {
-  double sum = 0.0;
-  for (std::size_t j = 0; j < series.size(); ++j) {
-    if (j == i || common_years(series[i], series[j]) < fewest_years) continue;
-    sum += plain_correlation(series[std::min(i, j)], series[std::max(i, j)]);
-  }
-  return sum;
-}
-
-// The sums with those taken from the plain definition whose means might be printed otherwise.
-PairSums settled(PairSums sums, std::span<const SeriesView> series, std::int64_t fewest_years) {
-  std::vector<std::size_t> unsure;
+std::vector<std::size_t> long_enough(std::span<const SeriesView> series, std::int64_t fewest_years) {
+  std::vector<std::size_t> numbers;
   for (std::size_t i = 0; i < series.size(); ++i) {
-    if (sums.pairs_of[i] > 0 && !prints_alike(sums.sum_of[i] / sums.pairs_of[i])) unsure.push_back(i);
+    if (static_cast<std::int64_t>(series[i].values.size()) >= fewest_years) numbers.push_back(i);
   }
-  const bool all_unsure = sums.pairs > 0 && !prints_alike(sums.sum / sums.pairs);
-  if (all_unsure || unsure.size() > series.size() / 4) return pair_correlations_plain(series, fewest_years);
-  for (const std::size_t i : unsure) sums.sum_of[i] = plain_sum_of(series, i, fewest_years);
+  return numbers;
+}
+
+// --- What is printed.
+
+// How far a correlation of a series may lie from that of cov, at most; of a pair it is what both give
+// together. Sums of n numbers are off by n roundings, differences of running sums by those of the whole
+// series; all measured against the least that the series keeps of its squares.
+double error_of(const SeriesView& series, std::int64_t fewest_years) {
+  constexpr double rounding = std::numeric_limits<double>::epsilon() / 2;
+  const auto years = static_cast<double>(series.values.size()), fewest = static_cast<double>(fewest_years);
+  return (4 + 8 * std::sqrt(years / std::max(fewest, 1.0))) * years * rounding / least_share(years);
+}
+
+bool rounds_alike(double units, double error) {
+  return std::abs(units - std::floor(units) - 0.5) > error;
+}
+
+// Whether all values as near as `error` print alike with two decimals: no rounding tie lies between them, nor
+// zero, since a negative nought is printed with its sign.
+bool prints_alike(double mean, double error) {
+  const double size = std::abs(mean);
+  return size > error && rounds_alike(size * 100, error * 100);
+}
+
+// The same with six significant digits.
+bool prints_alike_in_full(double mean, double error) {
+  const double size = std::abs(mean);
+  if (!(size > error)) return false;
+  const double unit = std::pow(10.0, std::floor(std::log10(size)) - 5);
+  return rounds_alike(size / unit, error / unit);
+}
+
+// For so few series nothing is laid out in rows first.
+constexpr std::size_t few_unsure = 8;
+
+// Puts the plain definition in the place of means that might be printed otherwise.
+class Settler {
+ public:
+  Settler(std::span<const SeriesView> series, std::int64_t fewest_years,
+          const std::vector<std::size_t>& tiled)
+      : series_(series), fewest_years_(fewest_years), tiled_(tiled), errors_(series.size(), 0.0) {
+    for (const std::size_t i : tiled_) errors_[i] = error_of(series_[i], fewest_years);
+    all_errors_ = std::accumulate(errors_.begin(), errors_.end(), 0.0);
+    for (const double error : errors_) largest_error_ = std::max(largest_error_, error);
+  }
+
+  PairSums settled(PairSums sums, const PairWork& work) const {
+    const std::vector<std::size_t> unsure = unsure_ones(sums);
+    const bool all_unsure = sums.pairs > 0 && !prints_alike(sums.sum / sums.pairs, error_of_all(sums));
+    if (all_unsure || unsure.size() > series_.size() / 2) {
+      return pair_correlations_in_rows(series_, fewest_years_, {{}, work.threads});
+    }
+    if (!unsure.empty()) settle(sums, unsure, work.threads);
+    return sums;
+  }
+
+ private:
+  std::vector<std::size_t> unsure_ones(const PairSums& sums) const {
+    std::vector<std::size_t> unsure;
+    for (const std::size_t i : tiled_) {
+      if (sums.pairs_of[i] == 0) continue;
+      const double pairs = sums.pairs_of[i], mean = sums.sum_of[i] / pairs;
+      const double error = errors_[i] + std::min(all_errors_ / pairs, largest_error_) +
+                           pairs * std::numeric_limits<double>::epsilon();
+      if (!prints_alike(mean, error) || !prints_alike_in_full(mean, error)) unsure.push_back(i);
+    }
+    return unsure;
+  }
+
+  // Each correlation is off by what both of its series give.
+  double error_of_all(const PairSums& sums) const {
+    double error = 0;
+    for (const std::size_t i : tiled_) error += errors_[i] * sums.pairs_of[i];
+    return error / sums.pairs + most_error;
+  }
+
+  void settle(PairSums& sums, const std::vector<std::size_t>& unsure, std::size_t threads) const {
+    std::optional<PairRows> rows;
+    if (unsure.size() > few_unsure) rows.emplace(series_, long_enough(series_, fewest_years_), fewest_years_);
+    parallel_for(unsure.size(), threads, [&](std::size_t k) {
+      sums.sum_of[unsure[k]] = rows ? sum_in_rows(*rows, unsure[k]) : plain_sum(unsure[k]);
+    });
+  }
+
+  double sum_in_rows(const PairRows& rows, std::size_t i) const {
+    std::vector<double> row(series_.size());
+    rows.row(i, -1, row);
+    return sum_over_partners(i, [&row](std::size_t j) { return row[j]; });
+  }
+
+  double plain_sum(std::size_t i) const {
+    return sum_over_partners(i, [&](std::size_t j) { return plain_correlation(series_[i], series_[j]); });
+  }
+
+  template <class Correlation>
+  double sum_over_partners(std::size_t i, const Correlation& correlation) const {
+    double sum = 0.0;
+    for (std::size_t j = 0; j < series_.size(); ++j) {
+      if (j != i && common_years(series_[i], series_[j]) >= fewest_years_) sum += correlation(j);
+    }
+    return sum;
+  }
+
+  std::span<const SeriesView> series_;
+  std::int64_t fewest_years_;
+  const std::vector<std::size_t>& tiled_;  // their pairs stand in tiles
+  std::vector<double> errors_;             // by series, of a correlation
+  double all_errors_ = 0, largest_error_ = 0;
+};
+
+// --- Which way.
+
+// Less is not worth a thread.
+constexpr double little_work = 2e6;
+// As measured: rows take half the time of the plain definition, and a sixth where all series have the same
+// years.
+constexpr double speed_of_rows = 2;
+// Tiles are taken when they save as much of the plain definition.
+constexpr double worth_tiles = 0.25;
+// Where a pair takes fewer cycles than these on the average, most have no years in common.
+constexpr double busy_pair = 15;
+// How far apart the ties are that six significant digits of a usual mean may lie at.
+constexpr double usual_unit = 1e-7;
+
+// The work of each way is estimated, in cycles.
+class Ways {
+ public:
+  Ways(std::span<const SeriesView> series, std::int64_t fewest_years)
+      : sorted(series, fewest_years), tiles(plan_tiles(series, sorted.good)) {
+    const auto count = static_cast<double>(sorted.good.size() + sorted.bad.size());
+    pairs_ = count * count / 2;
+    good_plain_ = work_of_pairs(series, sorted.good);
+    plain_ = sorted.bad.empty() ? good_plain_ : work_of_pairs(series, long_enough(series, fewest_years));
+    // Hardly more than one series a tile: there is nothing to be counted.
+    if (tiles.size() > few_series && tiles.size() > sorted.good.size() / 2) return;
+    double means = 0;  // that will have to be settled
+    for (const std::size_t i : sorted.good)
+      means += std::min(1.0, 4 * error_of(series[i], fewest_years) / usual_unit);
+    tiled_ = work_of_tiles(tiles, fewest_years) + (plain_ - good_plain_) / speed_of_rows +
+             2 * means / count * plain_ / speed_of_rows;
+  }
+
+  // Of series that hardly vary the means are often nought: they would be had in rows behind the tiles, too.
+  PairWay best() const {
+    if (sorted.bad.size() <= sorted.good.size() && tiled_ < (1 - worth_tiles) * plain_)
+      return PairWay::in_tiles;
+    return plain_ < busy_pair * pairs_ ? PairWay::plainly : PairWay::in_rows;
+  }
+
+  // How many threads are worth it, where nobody says.
+  PairWork with_threads(const PairWork& work) const {
+    if (work.threads > 0) return work;
+    return {work.told, std::min(plain_, tiled_) > little_work ? threads_here() : 1};
+  }
+
+  SortedSeries sorted;
+  std::vector<TilePlan> tiles;
+
+ private:
+  double pairs_ = 0, plain_ = 0, good_plain_ = 0, tiled_ = std::numeric_limits<double>::infinity();
+};
+
+PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years, const Ways& ways,
+                  const PairWork& work) {
+  PairSums sums = nothing_yet(series.size());
+  const auto good = static_cast<double>(ways.sorted.good.size()),
+             bad = static_cast<double>(ways.sorted.bad.size());
+  const double share_of_rows = bad > 0 ? 8 * bad / (8 * bad + good) : 0;
+  const auto told = [&](double from, double to) {
+    if (!work.told) return ShareDone();
+    return ShareDone([&work, from, to](double share) { work.told(from + (to - from) * share); });
+  };
+  if (bad > 0) {
+    PairsOfSome(series, ways.sorted.bad, ways.sorted.good, fewest_years)
+        .add(sums, work.threads, told(0, share_of_rows));
+  }
+  add_tiled_pairs(series, ways.tiles, fewest_years, work.threads, told(share_of_rows, 1), sums);
+  sums.sum = std::accumulate(sums.sum_of.begin(), sums.sum_of.end(), 0.0) / 2;
+  count_pairs(sums);
+  if (work.told) work.told(1);
   return sums;
 }
 
 }  // namespace
 
 PairSums pair_correlations_plain(std::span<const SeriesView> series, std::int64_t fewest_years) {
-  PairAdder adder(series, fewest_years);
+  PairSums sums = nothing_yet(series.size());
   for (std::size_t i = 0; i < series.size(); ++i) {
-    for (std::size_t j = i + 1; j < series.size(); ++j) adder.add_plain(i, j);
+    for (std::size_t j = i + 1; j < series.size(); ++j) {
+      if (common_years(series[i], series[j]) < fewest_years) continue;
+      add_pair(sums, i, j, plain_correlation(series[i], series[j]));
+    }
   }
-  return adder.take();
+  count_pairs(sums);
+  return sums;
+}
+
+PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int64_t fewest_years,
+                                   const PairWork& work) {
+  PairSums sums = nothing_yet(series.size());
+  PairsOfSome(series, long_enough(series, fewest_years), {}, fewest_years)
+      .add(sums, work.threads > 0 ? work.threads : threads_here(), work.told);
+  count_pairs(sums);
+  return sums;
 }
 
 PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
-                                 const ShareDone& told) {
-  PairAdder adder(series, fewest_years);
-  std::vector<std::size_t> good, bad;
-  for (std::size_t i = 0; i < series.size(); ++i) {
-    if (static_cast<std::int64_t>(series[i].values.size()) < fewest_years) continue;
-    (suits_tiles(series[i]) ? good : bad).push_back(i);
-  }
-  for (std::size_t b = 0; b < bad.size(); ++b) {
-    for (const std::size_t j : good) adder.add_plain(bad[b], j);
-    for (std::size_t c = b + 1; c < bad.size(); ++c) adder.add_plain(bad[b], bad[c]);
-  }
-  const auto tiles = tiled(series, good);
-  const double all_pairs = 0.5 * static_cast<double>(tiles.size()) * static_cast<double>(tiles.size() + 1);
-  std::size_t pairs = 0;  // of tiles, done
-  const auto tell = [&](std::size_t more) {
-    pairs += more;
-    if (told) told(static_cast<double>(pairs) / all_pairs);
-  };
-  for (std::size_t from = 0; from < tiles.size();) {
-    std::vector<Tile> group = build_group(series, tiles, from);
-    for (std::size_t i = 0; i < group.size(); ++i) {
-      for (std::size_t j = i; j < group.size(); ++j) adder.add_tiles(group[i], group[j]);
-      tell(group.size() - i);
-    }
-    from += group.size();
-    for (std::size_t t = from; t < tiles.size(); ++t) {
-      Tile other(series, tiles[t]);
-      for (Tile& tile : group) adder.add_tiles(tile, other);
-      adder.add_columns(other);
-      tell(group.size());
-    }
-    for (const Tile& tile : group) adder.add_columns(tile);
-  }
-  return adder.take();
+                                 const PairWork& work) {
+  const Ways ways(series, fewest_years);
+  return in_tiles(series, fewest_years, ways, ways.with_threads(work));
 }
 
 PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
-                           const ShareDone& told) {
+                           const PairWork& work) {
   if (series.size() <= few_series) return pair_correlations_plain(series, fewest_years);
-  return settled(pair_correlations_tiled(series, fewest_years, told), series, fewest_years);
+  const Ways ways(series, fewest_years);
+  const PairWork shared = ways.with_threads(work);
+  switch (ways.best()) {
+    case PairWay::plainly:
+      return pair_correlations_plain(series, fewest_years);
+    case PairWay::in_rows:
+      return pair_correlations_in_rows(series, fewest_years, shared);
+    default:
+      return Settler(series, fewest_years, ways.sorted.good)
+          .settled(in_tiles(series, fewest_years, ways, shared), shared);
+  }
+}
+
+PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years) {
+  return series.size() <= few_series ? PairWay::plainly : Ways(series, fewest_years).best();
 }
 
 }  // namespace vorn

@@ -26,29 +26,49 @@ struct PairSums {
 // Source: K. Pearson (1896), Phil. Trans. R. Soc. A 187, 253-318.
 PairSums pair_correlations_plain(std::span<const SeriesView> series, std::int64_t fewest_years);
 
-// Is told now and then which share of the work is done, 0 to 1.
+// Is told now and then, by the thread that asked for the work, which share of it is done, 0 to 1.
 using ShareDone = std::function<void(double)>;
 
-// The same to within rounding (1e-12 a correlation), some twenty times as fast.
+// How the work is done; what comes out does not depend on it.
+struct PairWork {
+  ShareDone told = {};
+  std::size_t threads = 0;  // 0: as many as are worth it here
+};
+
+// The same to within rounding, some thirty times as fast on one thread.
 //
 // Series of like length and age are put together in tiles, year by year and filled up with zeroes, so that
 // the sums of products of all pairs of two tiles are one product of matrices; sums and sums of squares over
-// common years are differences of running sums. Pairs for which those differences would lose digits, pairs
-// with a value that is not finite and pairs with a series that hardly varies, or whose squares are too large
-// or small a number, are correlated by cov. Vector instructions are chosen when the program runs; the result
-// is the same to the last bit with all of them.
+// common years are differences of running sums. Pairs for which those differences would lose digits are
+// correlated by cov. So is every pair of a series that holds a value that is not finite, that hardly varies,
+// or whose squares are too large or small a number (pair_rows.h): its sum is that of the plain definition.
+//
+// Vector instructions are chosen when the program runs. The result is the same to the last bit for any number
+// of threads, for all kinds of instructions with a fused multiply-add, and for all without.
 PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
-                                 const ShareDone& told = {});
+                                 const PairWork& work = {});
+
+// All pairs as pair_correlations_plain has them, to the last bit, but many at a time.
+PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int64_t fewest_years,
+                                   const PairWork& work = {});
 
 // So few series are correlated by the plain definition: a site's figures then come from it to the last bit.
 inline constexpr std::size_t few_series = 150;
 
-// One or the other, by the number of series.
+// How they are had.
+enum class PairWay { plainly, in_rows, in_tiles };
+
+// That which is estimated to be the least work: the plain definition for few series, and where few of the
+// pairs have years in common; rows where long series have, or most hardly vary; else tiles. It depends on
+// nothing but the series.
+PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years);
+
+// All pairs, in that way.
 //
-// Means are printed with two decimals. Where a mean of the tiled ones, of a series or of all, lies so near to
-// where its printed figures change that the plain one might lie beyond, that one takes its place: what is
-// printed is always what the plain definition gives.
+// Means are printed with two decimals, those of series with six significant digits as well. Where a mean of
+// the tiled ones, of a series or of all, lies so near to where its printed figures change that the plain one
+// might lie beyond, that one takes its place: what is printed is always what the plain definition gives.
 PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
-                           const ShareDone& told = {});
+                           const PairWork& work = {});
 
 }  // namespace vorn

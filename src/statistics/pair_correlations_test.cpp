@@ -2,10 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
+#include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "support/test_store.h"
@@ -36,9 +41,159 @@ struct PairCorrelations : ::testing::Test {
     EXPECT_NEAR(tiled.sum, plain.sum, 1e-12 * std::max(1.0, plain.pairs));
   }
 
+  static void expect_grow_to_all(const std::vector<double>& shares) {
+    EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+    EXPECT_GT(shares.front(), 0);
+    EXPECT_DOUBLE_EQ(shares.back(), 1);
+  }
+  static std::string printed(double mean) { return printed("%.2f", mean); }
+  static std::string printed_in_full(double mean) { return printed("%.6g", mean); }
+  static std::string printed(const char* format, double mean) {
+    char text[40];
+    std::snprintf(text, sizeof text, format, mean);
+    return text;
+  }
+  void clear() { kept.clear(), years.clear(); }
+
   std::vector<std::vector<double>> kept;
   std::vector<std::int64_t> years;
 };
+
+// Collections of all kinds, by number: series of like or unlike years, far apart, short and long; some
+// constant, constant for a time, hardly varying, far from zero, not finite; all of these kinds mixed.
+struct AllKindsOfPairs : PairCorrelations, ::testing::WithParamInterface<unsigned> {
+  static constexpr unsigned kinds = 24;
+
+  AllKindsOfPairs() {
+    const unsigned kind = GetParam();
+    Chance chance(kind + 1);
+    const int count = chance.below(2) == 0 ? 160 + chance.below(60) : 300 + chance.below(200);
+    const int shortest = 30 + chance.below(60), spread = kind % 3 == 0 ? 1 : 1 + chance.below(200);
+    const int all_years = kind % 4 == 0 ? 3 : kind % 4 == 1 ? 300 : 3'000;
+    const int odd = kind % 5 == 0 ? 0 : kind % 5 == 1 ? 2 : 10;  // one in so many, 0 for none
+    for (int i = 0; i < count; ++i) {
+      auto values = noise(shortest + chance.below(spread), 1'000 * kind + static_cast<unsigned>(i));
+      if (odd > 0 && chance.below(odd) == 0) make_odd(values, chance);
+      add(chance.below(all_years), std::move(values));
+    }
+  }
+
+  // Numbers at random.
+  class Chance {
+   public:
+    explicit Chance(unsigned seed) : state_(seed * 2654435761u) {}
+    int below(int end) {
+      state_ = state_ * 1664525u + 1013904223u;
+      return static_cast<int>((state_ >> 8) % static_cast<unsigned>(end));
+    }
+
+   private:
+    unsigned state_;
+  };
+
+  static void make_odd(std::vector<double>& values, Chance& chance) {
+    switch (chance.below(6)) {
+      case 0:
+      case 1:
+        return std::fill(values.begin(), values.end(), 0.1 * (1 + chance.below(9)));
+      case 2:
+        std::fill_n(values.begin(), values.size() / 2, 0.3);
+        return;
+      case 3:
+        for (double& value : values) value = 11 + 1e-13 * value;
+        return;
+      case 4:
+        for (double& value : values) value += 1e4;
+        return;
+      default:
+        values[values.size() / 2] = std::numeric_limits<double>::infinity();
+    }
+  }
+
+  static void expect_same_bits(const PairSums& found, const PairSums& expected) {
+    EXPECT_EQ(bits(found.sum), bits(expected.sum));
+    EXPECT_EQ(found.pairs, expected.pairs);
+    EXPECT_EQ(found.pairs_of, expected.pairs_of);
+    for (std::size_t i = 0; i < expected.sum_of.size(); ++i)
+      EXPECT_EQ(bits(found.sum_of[i]), bits(expected.sum_of[i])) << i;
+  }
+  static std::uint64_t bits(double value) { return std::bit_cast<std::uint64_t>(value); }
+};
+
+TEST_P(AllKindsOfPairs, HaveTheSameBitsForAnyNumberOfThreads) {
+  const PairSums tiled = pair_correlations_tiled(series(), 40, {{}, 1}),
+                 in_rows = pair_correlations_in_rows(series(), 40, {{}, 1}),
+                 chosen = pair_correlations(series(), 40, {{}, 1});
+  for (const std::size_t threads : {2u, 3u, 4u, 7u}) {
+    expect_same_bits(pair_correlations_tiled(series(), 40, {{}, threads}), tiled);
+    expect_same_bits(pair_correlations_in_rows(series(), 40, {{}, threads}), in_rows);
+    expect_same_bits(pair_correlations(series(), 40, {{}, threads}), chosen);
+  }
+}
+
+TEST_P(AllKindsOfPairs, InRowsHaveTheBitsOfThePlainDefinition) {
+  expect_same_bits(pair_correlations_in_rows(series(), 40), pair_correlations_plain(series(), 40));
+}
+
+TEST_P(AllKindsOfPairs, ArePrintedAsThePlainDefinitionGivesThem) {
+  const PairSums plain = pair_correlations_plain(series(), 40), chosen = pair_correlations(series(), 40);
+  EXPECT_EQ(chosen.pairs_of, plain.pairs_of);
+  EXPECT_EQ(printed(chosen.sum / chosen.pairs), printed(plain.sum / plain.pairs));
+  for (std::size_t i = 0; i < kept.size(); ++i) {
+    const double found = chosen.sum_of[i] / chosen.pairs_of[i],
+                 expected = plain.sum_of[i] / plain.pairs_of[i];
+    EXPECT_EQ(printed(found), printed(expected)) << i;
+    EXPECT_EQ(printed_in_full(found), printed_in_full(expected)) << i;
+  }
+}
+
+TEST_P(AllKindsOfPairs, InTilesAgreeWithThePlainOnes) {
+  expect_both_alike(40);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfNumber, AllKindsOfPairs, ::testing::Range(0u, AllKindsOfPairs::kinds));
+
+// Series that fit no tile have the sums of the plain definition, to the last bit.
+TEST_F(PairCorrelations, OfConstantSeriesAmongOthersAreThePlainOnes) {
+  for (unsigned i = 0; i < 200; ++i) {
+    auto values = noise(118, i + 1);
+    if (i % 5 == 0) std::ranges::fill(values, 0.1 * (1 + i % 7));
+    add(1900 + i % 3, std::move(values));
+  }
+  const PairSums plain = pair_correlations_plain(series(), 40), tiled = pair_correlations_tiled(series(), 40);
+  for (std::size_t i = 0; i < kept.size(); i += 5) EXPECT_EQ(tiled.sum_of[i], plain.sum_of[i]) << i;
+}
+
+// --- Which way is taken.
+
+TEST_F(PairCorrelations, OfFewSeriesAreHadPlainly) {
+  for (unsigned i = 0; i < few_series; ++i) add(1900, noise(118, i + 1));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+  add(1900, noise(118, 1'000));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_tiles);
+}
+
+TEST_F(PairCorrelations, OfSeriesThatHardlyMeetAreHadPlainly) {
+  for (unsigned i = 0; i < 400; ++i) add(60 * static_cast<int>(i * 7 % 400), noise(118, i + 1));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+}
+
+TEST_F(PairCorrelations, OfLongSeriesFarApartAreHadInRows) {
+  for (unsigned i = 0; i < 300; ++i)
+    add(16 * static_cast<int>(i * 7 % 300), noise(150 + static_cast<int>(i * 37 % 300), i + 1));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_rows);
+}
+
+TEST_F(PairCorrelations, OfConstantSeriesAreHadInRows) {
+  for (unsigned i = 0; i < 300; ++i)
+    add(1900, i % 3 == 0 ? noise(118, i + 1) : std::vector<double>(118, 0.7));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_rows);
+}
+
+TEST_F(PairCorrelations, OfSomeConstantSeriesAmongManyAreHadInTiles) {
+  for (unsigned i = 0; i < 300; ++i) add(1900, i % 3 > 0 ? noise(118, i + 1) : std::vector<double>(118, 0.7));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_tiles);
+}
 
 TEST_F(PairCorrelations, OfThreeSeriesAreThoseOfTheThreePairs) {
   add(1900, noise(60, 1));
@@ -72,7 +227,7 @@ TEST_F(PairCorrelations, InTilesAgreeWithThePlainOnesWhereTheirTilesAreTooManyTo
   for (int i = 0; i < 450; ++i) add(80 * i, noise(250, static_cast<unsigned>(i) + 1));
   expect_both_alike(10);
   std::vector<double> shares;
-  pair_correlations_tiled(series(), 10, [&](double share) { shares.push_back(share); });
+  pair_correlations_tiled(series(), 10, {[&](double share) { shares.push_back(share); }, 1});
   EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
   EXPECT_DOUBLE_EQ(shares.back(), 1);
   EXPECT_EQ(pair_correlations_tiled(series(), 10).pairs, 449 + 448 + 447);
@@ -161,12 +316,6 @@ struct TiedMeans : PairCorrelations {
     }
     return values;
   }
-  static std::string printed(double mean) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.2f", mean);
-    return text;
-  }
-  void clear() { kept.clear(), years.clear(); }
 };
 
 TEST_F(TiedMeans, OfATreeArePrintedAsThePlainDefinitionGivesThem) {
@@ -223,14 +372,54 @@ TEST_F(TiedMeans, OfNoughtKeepTheSignOfThePlainDefinition) {
   EXPECT_GT(otherwise_by_tiles, 0);
 }
 
+// A tree with 256 others: unlike any but one, with which it correlates at 1/4. A mean of 1/1024, which is
+// 0.0009765625, is a tie when it is rounded to six significant digits.
+TEST_F(TiedMeans, ArePrintedWithSixDigitsAsThePlainDefinitionGivesThem) {
+  int otherwise_by_tiles = 0;
+  for (int k = 0; k < 40; ++k) {
+    clear();
+    add(1900, tree(k, 64));
+    add(1900, tree(k + 1, 40));
+    for (int i = 2; i <= 256; ++i) add(1900, tree(k + i, 32));
+    const double plain = pair_correlations_plain(series(), 40).sum_of[0] / 256;
+    ASSERT_NEAR(plain, 1.0 / 1024, 1e-14);
+    const double tiled = pair_correlations_tiled(series(), 40).sum_of[0] / 256;
+    otherwise_by_tiles += printed_in_full(tiled) != printed_in_full(plain) ? 1 : 0;
+    EXPECT_EQ(pair_correlations(series(), 40).sum_of[0] / 256, plain);
+  }
+  EXPECT_GT(otherwise_by_tiles, 0);
+}
+
 TEST_F(PairCorrelations, TellHowFarTheyAre) {
   for (unsigned i = 0; i < 200; ++i) add(static_cast<int>(i), noise(60, i + 1));
   std::vector<double> shares;
-  pair_correlations_tiled(series(), 40, [&](double share) { shares.push_back(share); });
+  pair_correlations_tiled(series(), 40, {[&](double share) { shares.push_back(share); }, 1});
   EXPECT_GE(shares.size(), 4u);
-  EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
-  EXPECT_GT(shares.front(), 0);
-  EXPECT_DOUBLE_EQ(shares.back(), 1);
+  expect_grow_to_all(shares);
+}
+
+TEST_F(PairCorrelations, OnSeveralThreadsTellTheCallingOneHowFarTheyAre) {
+  for (unsigned i = 0; i < 400; ++i)
+    add(static_cast<int>(i), i % 3 == 0 ? std::vector<double>(60, 1.5) : noise(60, i + 1));
+  std::vector<double> shares;
+  const auto caller = std::this_thread::get_id();
+  pair_correlations_tiled(series(), 40,
+                          {[&](double share) {
+                             EXPECT_EQ(std::this_thread::get_id(), caller);
+                             shares.push_back(share);
+                           },
+                           3});
+  expect_grow_to_all(shares);
+}
+
+// Whoever closes the window is told of the end by an exception.
+TEST_F(PairCorrelations, EndWhereWhoeverIsToldThrows) {
+  for (unsigned i = 0; i < 400; ++i) add(static_cast<int>(i), noise(60, i + 1));
+  for (const std::size_t threads : {1u, 2u}) {
+    const ShareDone closed = [](double) { throw std::runtime_error("closed"); };
+    EXPECT_THROW(pair_correlations_tiled(series(), 40, {closed, threads}), std::runtime_error);
+    EXPECT_THROW(pair_correlations_in_rows(series(), 40, {closed, threads}), std::runtime_error);
+  }
 }
 
 TEST_F(PairCorrelations, OfNoSeriesOrOfShortOnesAreNone) {

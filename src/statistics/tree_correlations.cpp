@@ -74,7 +74,7 @@ Fingerprint fingerprint_of(const std::vector<SeriesView>& trees) {
 void correlate(const std::vector<SeriesView>& trees, Plot& plot, RbarKept& kept) {
   LongWork work(plot, "RBar");
   const PairSums sums =
-      pair_correlations(trees, fewest_common_years, [&work](double share) { work.at(share); });
+      pair_correlations(trees, fewest_common_years, {[&work](double share) { work.at(share); }});
   for (std::size_t i = 0; i < trees.size(); ++i) {
     const int t = static_cast<int>(i) + 1;
     kept.pairs_of_tree(t) = sums.pairs_of[i];

@@ -1,5 +1,5 @@
 // Vectors of two numbers in a browser, in the place of Highway, which has none of doubles there: as much of
-// it as pair_tiles.cpp uses, by the same names and with the same meaning.
+// it as pair_tiles.cpp and pair_rows.cpp use, by the same names and with the same meaning.
 #pragma once
 
 #include <wasm_simd128.h>
@@ -45,6 +45,13 @@ inline Lanes2 Sub(Lanes2 a, Lanes2 b) {
 }
 inline Lanes2 Mul(Lanes2 a, Lanes2 b) {
   return {wasm_f64x2_mul(a.raw, b.raw)};
+}
+// Nothing is fused: browsers have no such instruction.
+inline Lanes2 MulAdd(Lanes2 a, Lanes2 b, Lanes2 more) {
+  return Add(Mul(a, b), more);
+}
+inline Lanes2 NegMulAdd(Lanes2 a, Lanes2 b, Lanes2 more) {
+  return Sub(more, Mul(a, b));
 }
 inline Lanes2 Div(Lanes2 a, Lanes2 b) {
   return {wasm_f64x2_div(a.raw, b.raw)};

@@ -1,0 +1,134 @@
+#include "statistics/tile_plans.h"
+
+#include <algorithm>
+#include <bit>
+#include <tuple>
+#include <utility>
+
+namespace vorn {
+namespace {
+
+// The mean is taken from a series that goes into a tile: where the series varies by less than this share of
+// it, the digits that are left are too few, and not those that cov keeps.
+constexpr double least_variation = 1e-4;
+// Between these lie the sums of squares of which four can be multiplied.
+constexpr double least_squares = 1e-70, most_squares = 1e70;
+
+// As measured: a year of two tiles, a year of a tile that is made, the pairs of two tiles behind their sums
+// of products, two tiles that are looked at; a year of a pair, a pair that is looked at.
+constexpr double tile_pair_year = 300, tile_year = 1'000, tile_pair = 15'000, tiles_met = 5;
+constexpr double pair_year = 8, pair_met = 2;
+
+bool suits_tiles(const SeriesView& series) {
+  const auto count = static_cast<double>(series.values.size());
+  const double mean = quick_mean(series.values);
+  const double squares =
+      quick_sum(series.values, [mean](double value) { return (value - mean) * (value - mean); });
+  return squares >= least_squares && squares <= most_squares &&
+         squares >= least_variation * least_variation * mean * mean * count;
+}
+
+auto order_in_tiles(const SeriesView& one) {
+  return std::tuple(std::bit_width(one.values.size()), one.first, one.years().last);
+}
+
+class Planner {
+ public:
+  Planner(std::span<const SeriesView> series, std::vector<std::size_t> numbers)
+      : series_(series), numbers_(std::move(numbers)) {
+    std::stable_sort(numbers_.begin(), numbers_.end(), [&](std::size_t i, std::size_t j) {
+      return order_in_tiles(series_[i]) < order_in_tiles(series_[j]);
+    });
+  }
+
+  std::vector<TilePlan> plan() {
+    for (std::size_t from = 0; from < numbers_.size();) {
+      const std::size_t end = end_of_alike(from);
+      const bool own_tiles = end - from >= tile_width;
+      if (own_tiles) open_ = false;
+      for (; from < end; ++from) put(numbers_[from]);
+      if (own_tiles) open_ = false;
+    }
+    return std::move(tiles_);
+  }
+
+ private:
+  // Where those end that have the same years as the one at `from`.
+  std::size_t end_of_alike(std::size_t from) const {
+    std::size_t end = from + 1;
+    while (end < numbers_.size() && series_[numbers_[end]].years() == series_[numbers_[from]].years()) ++end;
+    return end;
+  }
+
+  bool fits(const SeriesView& one) const {
+    if (!open_ || tiles_.back().members.size() == tile_width) return false;
+    const SeriesView& first = series_[tiles_.back().members.front()];
+    return std::bit_width(first.values.size()) == std::bit_width(one.values.size()) &&
+           one.first - first.first <= 2 * static_cast<std::int64_t>(first.values.size());
+  }
+
+  void put(std::size_t number) {
+    const SeriesView& one = series_[number];
+    if (!fits(one)) tiles_.push_back({{}, one.years()});
+    open_ = true;
+    TilePlan& tile = tiles_.back();
+    tile.members.push_back(number);
+    tile.years = {std::min(tile.years.first, one.first), std::max(tile.years.last, one.years().last)};
+  }
+
+  std::span<const SeriesView> series_;
+  std::vector<std::size_t> numbers_;
+  std::vector<TilePlan> tiles_;
+  bool open_ = false;  // whether the last tile may take more
+};
+
+}  // namespace
+
+SortedSeries::SortedSeries(std::span<const SeriesView> series, std::int64_t fewest_years) {
+  for (std::size_t i = 0; i < series.size(); ++i) {
+    if (static_cast<std::int64_t>(series[i].values.size()) < fewest_years) continue;
+    (suits_tiles(series[i]) ? good : bad).push_back(i);
+  }
+}
+
+std::vector<TilePlan> plan_tiles(std::span<const SeriesView> series, std::vector<std::size_t> numbers) {
+  return Planner(series, std::move(numbers)).plan();
+}
+
+double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_years) {
+  double work = 0;
+  for (std::size_t a = 0; a < tiles.size(); ++a) {
+    work += tile_year * static_cast<double>(tiles[a].years.count());
+    for (std::size_t b = a; b < tiles.size(); ++b) {
+      const std::int64_t years = common(tiles[a].years, tiles[b].years).count();
+      work += tiles_met;
+      if (years >= fewest_years) work += tile_pair + tile_pair_year * static_cast<double>(years);
+    }
+  }
+  return work;
+}
+
+// From year to year as many pairs go on as there are pairs of the series that have both years.
+double work_of_pairs(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers) {
+  std::vector<std::int64_t> starts, ends;
+  for (const std::size_t i : numbers) {
+    starts.push_back(series[i].first);
+    ends.push_back(series[i].years().last + 1);
+  }
+  std::ranges::sort(starts);
+  std::ranges::sort(ends);
+  double years = 0, running = 0;
+  std::int64_t now = 0;
+  for (std::size_t s = 0, e = 0; e < ends.size();) {
+    const bool starts_next = s < starts.size() && starts[s] < ends[e];
+    const std::int64_t next = starts_next ? starts[s] : ends[e];
+    years += 0.5 * running * (running - 1) * static_cast<double>(next - now);
+    now = next;
+    running += starts_next ? 1 : -1;
+    ++(starts_next ? s : e);
+  }
+  const auto count = static_cast<double>(numbers.size());
+  return pair_year * years + pair_met * 0.5 * count * count;
+}
+
+}  // namespace vorn
