@@ -202,7 +202,7 @@ void act(Workspace& w, ButtonNumber n) {
   if (button::editor_row.contains(n)) return edit_scr(w, scroll_years(button::editor_row, n));
 }
 
-// Deliberate: [empty-exchange] out of the exchange file, which is empty, and carefully by what was put aside.
+// By the exchange file, which is empty, and carefully by what was put aside.
 void undo_edits(Workspace& w, const BeforeEdits& before) {
   if (w.careful.has(Mend::editor)) {
     before.restore(w);
