@@ -11,7 +11,7 @@ namespace {
 
 constexpr int fewest_compared = 5;
 constexpr double usual_narrowness = 0.5,
-                 step = 0.2;  // standard deviations: without a bar; a unit of its length
+                 step = 0.15;  // standard deviations: without a bar; a unit of its length
 constexpr int longest = 10;
 constexpr double wide_from = 2;  // standard deviations
 
@@ -30,8 +30,10 @@ std::optional<double> departure(std::span<const double> values, std::span<const 
   for (std::size_t j = first; j < end; ++j) {
     if (present[j]) squares += (values[j] - mean) * (values[j] - mean);
   }
-  const double z = (values[k] - mean) / std::sqrt(squares / (n - 1));
-  return std::isfinite(z) ? std::optional(z) : std::nullopt;
+  const double deviation = std::sqrt(squares / (n - 1)), z = (values[k] - mean) / deviation;
+  // Of values that are all the same nothing but rounding may be left.
+  if (!std::isfinite(z) || deviation < 1e-9 * std::abs(mean)) return {};
+  return z;
 }
 
 SkeletonMark mark_at(double z) {

@@ -28,7 +28,7 @@ inline constexpr int skeleton_neighbours = 5;
 //
 // Each present ring is standardised within the window of the five years before it, itself and the five behind
 // it, as far as the series has them: z = (value - mean) / deviation (divisor n - 1) of the present rings
-// there. A ring has a bar of round((-z - 0.5) / 0.2), from 1, at z about -0.6, to 10 at most, at -2.4 and
+// there. A ring has a bar of round((-z - 0.5) / 0.15), from 1, at z about -0.6, to 10 at most, at -1.9 and
 // below; from z = 2 on it is wide. None is marked where fewer than five rings of its window are present or
 // all are the same or one is not finite.
 //

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "graphs/series_graph.h"
@@ -18,9 +19,14 @@ using Years = std::int64_t;
 
 constexpr Rectangle graph = {200, 450, 2700, 1300};
 constexpr int middle = (graph.y1 + graph.y2) / 2;
-constexpr int letter_height = 20;       // page units
-constexpr double bar_width = 0.3;       // years
-constexpr double least_for_width = 12;  // page units a year; with less bars are lines
+constexpr int letter_height = 20;  // page units
+constexpr double bar_width = 0.3;  // years
+// Page units a year; with less bars are lines, and letters would stand under their bars, unread.
+constexpr double least_for_width = 12, least_for_letters = 4;
+
+bool has_letters(const Workspace& w) {
+  return w.scx >= least_for_letters;
+}
 
 // A series from its first year that can be seen on, with its neighbours on both sides.
 struct Stretch {
@@ -85,7 +91,7 @@ void plot_skeleton(Workspace& w, int k) {
     const SkeletonMark mark = marks[static_cast<std::size_t>(year - part.from)];
     if (mark.kind == SkeletonMark::Kind::narrow) {
       draw_bar(w, static_cast<double>(year), up ? mark.length : -mark.length);
-    } else if (mark.kind != SkeletonMark::Kind::none) {
+    } else if (mark.kind != SkeletonMark::Kind::none && has_letters(w)) {
       letters.draw(mark.kind == SkeletonMark::Kind::wide ? "b" : "m", year);
     }
   }
@@ -93,7 +99,8 @@ void plot_skeleton(Workspace& w, int k) {
 
 void explain_skeleton(const Workspace& w) {
   w.plot.setclr(colour::light_grey);
-  w.plot.messag("Bars: narrow rings, 10 the narrowest; b: wide, m: missing", graph.x1, graph.y1 - 34);
+  const std::string letters = has_letters(w) ? "; b: wide, m: missing" : "";
+  w.plot.messag("Bars: narrow rings, 10 the narrowest" + letters, graph.x1, graph.y1 - 34);
 }
 
 }  // namespace vorn

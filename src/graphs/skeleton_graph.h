@@ -10,7 +10,7 @@ inline constexpr double skeleton_top = 12;
 
 // Draws the skeleton plot of entry `k` (nd + 1 up, nd + 2 down) of the visible years in the current colour
 // and axis system: of narrow rings bars, of wide ones a "b", of missing ones an "m". A letter that would lie
-// on the one before is left out. Of a series it needs no more than the years shown and their neighbours.
+// on the one before is left out, and so are all where more than 625 years are shown.
 void plot_skeleton(Workspace& w, int k);
 
 // Says above the graph what stands for what.

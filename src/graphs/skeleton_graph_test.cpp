@@ -57,9 +57,14 @@ TEST_F(SkeletonGraph, TheAxisIsOfLengths) {
 }
 
 TEST_F(SkeletonGraph, LettersThatWouldLieOnOthersAreLeftOut) {
-  bench.view(1900, 1'000);
+  bench.view(1900, 625);
   draw(std::string(60, '-'));
-  EXPECT_EQ(letters("9").size(), 8u);  // 60 years are 150 page units, a letter takes 18
+  EXPECT_EQ(letters("9").size(), 12u);  // 60 years are 240 page units, a letter takes 18: every fifth year
+  EXPECT_TRUE(Desk::reads(bench.page(), "m: missing"));
+  bench.view(1900, 626);
+  draw(std::string(60, '-'));
+  EXPECT_TRUE(letters("9").empty());
+  EXPECT_FALSE(Desk::reads(bench.page(), "m: missing"));
 }
 
 TEST_F(SkeletonGraph, AWideDisplayHasLinesForBars) {

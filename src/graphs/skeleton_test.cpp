@@ -28,9 +28,9 @@ TEST(Skeleton, ANarrowRingHasTheLongestBar) {
 }
 
 // All of 0 to 10: mean 5, deviation sqrt(11) = 3.3166. The sixth is 2: z = -3 / 3.3166 = -0.9045, and
-// (0.9045 - 0.5) / 0.2 = 2.02.
-TEST(Skeleton, LengthsCountFifthsOfADeviationBehindTheFirstHalf) {
-  EXPECT_EQ(marks_of({0, 10, 1, 9, 3, 2, 4, 8, 6, 7, 5})[5], (SkeletonMark{Kind::narrow, 2}));
+// (0.9045 - 0.5) / 0.15 = 2.70.
+TEST(Skeleton, LengthsCountDeviationsBehindTheFirstHalf) {
+  EXPECT_EQ(marks_of({0, 10, 1, 9, 3, 2, 4, 8, 6, 7, 5})[5], (SkeletonMark{Kind::narrow, 3}));
 }
 
 TEST(Skeleton, WideAndMissingRingsAreToldAndMissingOnesDoNotCount) {
@@ -47,6 +47,7 @@ TEST(Skeleton, HasNoMarkWhereNothingCanBeCompared) {
   const double none = std::numeric_limits<double>::quiet_NaN();
   EXPECT_TRUE(marks_of({}).empty());
   for (const auto& values : {std::vector<double>(9, 1.0),
+                             std::vector<double>(11, 0.1),
                              {1, 2, 1, 0},
                              {1, none, 2, 1, 0, 3, 1, 2},
                              {1, 2, 1, 0, std::numeric_limits<double>::infinity(), 2}}) {

@@ -97,7 +97,7 @@ std::vector<CarefulWalk> careful_walks() {
     walks.push_back({files.name, files, usual_seed, Careful::everything()});
   for (std::uint32_t seed = 1; seed <= 8; ++seed) {
     walks.push_back({"some" + std::to_string(seed), all_walk_files().front(), seed,
-                     Careful::of_bits(std::uint32_t{std::mt19937(seed)()})});
+                     Careful::of_bits(static_cast<std::uint32_t>(std::mt19937(seed)()))});
   }
   return walks;
 }
