@@ -74,7 +74,8 @@ void skip_lines(Workspace& w, TextInput& file, int count) {
   }
 }
 
-// Reads on to the record that is about `subject`. At the end of the file the last record is what is left.
+// Reads on to the record that is about `subject`. At the end of the file the last record is what is left, but
+// carefully.
 Record find_record(Workspace& w, TextInput& file, const Subject& subject) {
   const EditFormat layout("(I2,3I4,A80)");
   Record record;
@@ -84,6 +85,7 @@ Record find_record(Workspace& w, TextInput& file, const Subject& subject) {
     if (w.ios == status::end_of_file || record.is_about(subject)) break;
     skip_lines(w, file, record.lines);
   }
+  if (w.careful.has(Mend::help) && !record.is_about(subject)) return {.title = "There is no help on this."};
   return record;
 }
 

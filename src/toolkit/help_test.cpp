@@ -353,6 +353,13 @@ TEST_F(CarefulHelp, LongTextsAreBrokenAndTheBoxGrowsWithThem) {
   EXPECT_LE(box.points[2].y, Page::height);
 }
 
+TEST_F(CarefulHelp, TextThatIsAboutSomethingElseIsNotShown) {
+  desk_.screen.key(' ');  // "Read": the file ends without an end marker
+  ask(900, 560, record(1, 105, 999, 0, "crossdating"));
+  EXPECT_FALSE(desk_.reads("crossdating"));
+  EXPECT_TRUE(desk_.reads("There is no help on this."));
+}
+
 // The page beneath is not drawn anew between two requests.
 TEST_F(CarefulHelp, ABoxCoversTheOneBefore) {
   std::string records = record(1, 94, 999, 12, "long");
