@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "editing/before_edits.h"
 #include "editing/raw_editor.h"
 #include "formats/tucson_raw_layout.h"
 #include "records/text_file.h"
@@ -98,22 +99,10 @@ int ExchangeReader::length_before_mark(int last) const {
   return 0;
 }
 
-// Makes room for `length` rings of entry e: all entries behind it move.
-void resize(Workspace& w, int e, int length) {
-  const int growth = length - w.yr(e);
-  const int first = w.ad(e + 1), last = w.ad(w.nd) + w.yr(w.nd) - 1;
-  w.x.move(first, last, growth);
-  w.xok.move(first, last, growth);
-  w.tx.move(first, last, growth);
-  w.ax.move(first, last, growth);
-  w.yr(e) = length;
-  pack_starts(w, e);
-}
-
 // Puts a series read back in the place of entry e. Deliberate: [stays-negative] a missing ring keeps its
 // negative width.
 void store(Workspace& w, const ExchangeReader& reader, const ExchangedSeries& series, int e) {
-  resize(w, e, series.length);
+  resize_entry(w, e, series.length);
   w.fy(e) = series.first_year;
   w.ly(e) = w.fy(e) + w.yr(e) - 1;
   for (int k = 1; k <= series.length; ++k) {
@@ -141,7 +130,7 @@ bool acceptable(Workspace& w, const ExchangedSeries& series, int e) {
 }  // namespace
 
 // Deliberate: [empty-exchange] the file is left empty, so that reading it back, as "Quit" and "Reset" do,
-// undoes nothing.
+// undoes nothing. Carefully they do not read it.
 void edit_write(Workspace& w) {
   TextOutput file;
   told_or_end(w, file.create(w.files, exchange_name), "Open", exchange_name);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/loud_failure.h"
+#include "editing/before_edits.h"
 #include "editing/ring_edits.h"
 #include "plot/plot.h"
 #include "records/edit_format.h"
@@ -11,6 +12,7 @@
 #include "toolkit/clicks.h"
 #include "toolkit/drawing.h"
 #include "toolkit/messages.h"
+#include "toolkit/passes.h"
 #include "toolkit/prompts.h"
 #include "toolkit/scrolling.h"
 
@@ -88,14 +90,24 @@ void note_change(Workspace& w, int length_before) {
   if (w.yr(w.edtree) != length_before) w.derived_stale = true;
 }
 
+// Dates entry e one year earlier.
+void date_earlier(SeriesStore& w, int e) {
+  --w.fy(e);
+  --w.ly(e);
+}
+
 // Deliberate: [place-before-the-first] the year before the first is the last place of the entry before. The
-// new ring takes it, and the ring that was there comes first in this entry.
+// new ring takes it, and the ring that was there comes first in this entry. Carefully the new ring comes
+// first, in that year, and the others keep theirs.
 void insert_ring(Workspace& w) {
   const int length = w.yr(w.edtree);
   if (w.ad(w.nd) + w.yr(w.nd) > max_pool) return out_err(w, "Would be too many rings");
   // Deliberate: [packed-first] before an edit, too, and not behind it alone: see pack_starts.
   pack_starts(w, w.edtree);
+  const bool in_front = w.careful.has(Mend::editor) && w.insdel < w.fy(w.edtree);
+  if (in_front) ++w.insdel;
   ins_year(w, w.edtree, false);
+  if (in_front && w.yr(w.edtree) != length) date_earlier(w, w.edtree);
   pack_starts(w, w.edtree);
   note_change(w, length);
 }
@@ -108,28 +120,46 @@ void delete_ring(Workspace& w) {
   note_change(w, length);
 }
 
-// Asks for the width of the clicked row's ring. Deliberate: [stored-as-typed] the number is stored as it is
-// typed, in millimetres, and a missing ring stays missing.
+// Stores the width typed for the year w.insdel. Deliberate: [stored-as-typed] the number is stored as it is
+// typed, in millimetres, and a missing ring stays missing. Carefully it is thousandths, and a ring of a width
+// is there.
+void store_width(Workspace& w, std::int32_t typed) {
+  const int place = w.ad(w.edtree) + w.insdel - w.fy(w.edtree);
+  const bool thousandths = w.careful.has(Mend::editor);
+  w.x.put(place, thousandths ? typed / 1000.0 : typed);
+  if (thousandths && typed > 0) w.xok.put(place, true);
+  w.derived_stale = true;
+}
+
+// Page units.
+double height_of_rows(const Workspace& w) {
+  return w.careful.has(Mend::editor) ? row_height : -w.scy;
+}
+
+// Asks for the width of the clicked row's ring.
 void type_width(Workspace& w, int row) {
   Button& field = table_button(w);
-  field.y1 = table_top - static_cast<int>(std::lround(row * w.scy));
-  field.y2 = field.y1 - static_cast<int>(std::lround(w.scy));
+  field.y1 = table_top + static_cast<int>(std::lround(row * height_of_rows(w)));
+  field.y2 = field.y1 + static_cast<int>(std::lround(height_of_rows(w)));
   std::int32_t typed = -1;  // an abandoned entry stores nothing
-  // Deliberate: [return-is-0] Return alone is a number, 0.
-  get_int(w, button::editor_table, typed);
-  if (typed >= 0 && typed <= largest_width) {
-    w.x.put(w.ad(w.edtree) + w.insdel - w.fy(w.edtree), typed);
-    w.derived_stale = true;
-  }
+  // Deliberate: [return-is-0] Return alone is a number, 0, but carefully.
+  const Entry entry = get_int(w, button::editor_table, typed);
+  const bool nothing = entry == Entry::empty && w.careful.has(Mend::editor);
+  if (!nothing && typed >= 0 && typed <= largest_width) store_width(w, typed);
   field.y1 = table_top;
   field.y2 = table_bottom;
 }
 
+// The row under the cursor. Deliberate: [thirtieths] a little higher than the rows that are drawn. Carefully
+// it is the one drawn, the last one also below it.
+int row_clicked(const Workspace& w) {
+  const int down = w.msy - table_top;
+  if (w.careful.has(Mend::editor)) return std::min(down / row_height, years_shown - 1);
+  return static_cast<int>(years_shown * -down / static_cast<double>(table_top - table_bottom));
+}
+
 void click_table(Workspace& w) {
-  const Button& table = table_button(w);
-  // Deliberate: [thirtieths] a little higher than the rows that are drawn.
-  const int row =
-      static_cast<int>(years_shown * (table.y1 - w.msy) / static_cast<double>(table.y1 - table.y2));
+  const int row = row_clicked(w);
   w.insdel = w.edfs + row;
   const int e = w.edtree;
   if (w.b(button::editor_insert).lit && takes_ring_at(w, e, w.insdel)) {
@@ -170,7 +200,15 @@ void act(Workspace& w, ButtonNumber n) {
   if (n == button::editor_insert || n == button::editor_delete) return switch_mode(w, n);
   if (button::editor_columns.contains(n)) return select_column(w, n);
   if (button::editor_row.contains(n)) return edit_scr(w, scroll_years(button::editor_row, n));
-  if (n == button::editor_reset) return edit_read(w);
+}
+
+// By the exchange file, which is empty, and carefully by what was put aside.
+void undo_edits(Workspace& w, const BeforeEdits& before) {
+  if (w.careful.has(Mend::editor)) {
+    before.restore(w);
+  } else {
+    edit_read(w);
+  }
 }
 
 }  // namespace
@@ -183,13 +221,14 @@ void pack_starts(SeriesStore& w, int e) {
 
 void edit_menu(Workspace& w) {
   edit_write(w);
+  const BeforeEdits before(w);
   edit_setup(w);
-  for (int pass = 0; pass < pass_limit; ++pass) {
-    w.passes_left = pass_limit - pass;
+  for (Passes passes(w, pass_limit); passes.next();) {
     draw_screen(w);
     const ButtonNumber hit = mouse_click(w, button::editor);
     if (hit == button::editor_exit) return;
-    if (hit == button::editor_quit) return edit_read(w);
+    if (hit == button::editor_quit || hit == button::editor_reset) undo_edits(w, before);
+    if (hit == button::editor_quit) return;
     act(w, hit);
   }
 }

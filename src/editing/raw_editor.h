@@ -9,6 +9,9 @@ namespace vorn {
 
 // Runs the editor on the cores chc(1 … chs), one to six, until the user leaves it, or 10,000 clicks. Creates
 // Edit.raw, empty, at the start. There are six columns: beside six series there is none for "All Trees".
+//
+// Carefully "Quit" and "Reset" bring the cores back as they were at the start, widths are typed in
+// thousandths of a millimetre, and no number of clicks ends it.
 void edit_menu(Workspace& w);
 
 // Selects the first series, shows and labels the column buttons and sets the first year shown.

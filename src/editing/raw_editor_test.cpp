@@ -869,5 +869,129 @@ TEST_F(RawEditor, NoClickChangesASeriesThatIsNotShown) {
   }
 }
 
+// --- Carefully.
+
+struct CarefulEditor : RawEditor {
+  CarefulEditor() {
+    w.careful.set(Mend::editor, true);
+    desk.screen.shown.clear();
+  }
+  // A click into row r as it is drawn, `down` units below its upper edge.
+  void click_drawn(int r, int down = 23, int column = 1) {
+    desk.screen.click(200 + 250 * column + 60, 240 + 46 * r + down);
+  }
+  void leave_by(ButtonNumber n) {
+    press(n);
+    edit_menu(w);
+    EXPECT_EQ(desk.screen.events_left(), 0u);
+  }
+};
+
+// Ring 3 of core 2, 1908, is missing.
+TEST_F(CarefulEditor, AWidthIsTypedInThousandthsAndMakesItsRingPresent) {
+  ASSERT_FALSE(xok(2, 1908));
+  click_drawn(3);
+  enter("250");
+  run();
+  EXPECT_EQ(x(2, 1908), 0.25);
+  EXPECT_TRUE(xok(2, 1908));
+  EXPECT_TRUE(w.derived_stale);
+}
+
+TEST_F(CarefulEditor, AWidthOf0LeavesARingAsPresentAsItWas) {
+  click_drawn(3);
+  enter("0");
+  click_drawn(4);
+  enter("0");
+  run();
+  EXPECT_FALSE(xok(2, 1908));
+  EXPECT_TRUE(xok(2, 1909));
+  EXPECT_EQ(x(2, 1909), 0);
+}
+
+TEST_F(CarefulEditor, ReturnAloneChangesNothing) {
+  const auto before = all_entries();
+  click_drawn(1);
+  enter("");
+  click_drawn(1);
+  enter("-");
+  run();
+  EXPECT_EQ(all_entries(), before);
+  EXPECT_FALSE(w.derived_stale);
+}
+
+// The upper edge of the last row drawn lies in the row of the year before as it is read else.
+TEST_F(CarefulEditor, TheRowThatIsDrawnIsClicked) {
+  for (const int row : {0, 15, 29}) {
+    for (const int down : {1, 45}) {
+      click_drawn(row, down);
+      enter("777");
+      run();
+      EXPECT_EQ(x(2, 1905 + row), 0.777) << row << " " << down;
+      w.x(w.ad(2) + row) = 1;
+    }
+  }
+  EXPECT_TRUE(shows(1, "fill 14 " + area(450, 240, 700, 286)));
+}
+
+TEST_F(CarefulEditor, QuitUndoesEverything) {
+  const auto before = all_entries();
+  press(button::editor_insert);
+  click_drawn(4);
+  press(button::editor_delete);
+  click_drawn(9);
+  click_drawn(9);
+  press(button::editor_delete);
+  click_drawn(2);
+  enter("5");
+  press(button::editor_plus_10);
+  leave_by(button::editor_quit);
+  EXPECT_EQ(w.fy(2), 1905);
+  EXPECT_EQ(w.ly(2), 1964);
+  for (int k = 0; k < 60; ++k) {
+    EXPECT_EQ(x(2, 1905 + k), 2 + k / 100.0) << k;
+    EXPECT_EQ(xok(2, 1905 + k), k % 7 != 3) << k;
+  }
+  expect_only_changed({2}, before);  // the indices of core 2, which are made anew
+  EXPECT_TRUE(w.derived_stale);
+  EXPECT_EQ(told(), "");
+}
+
+TEST_F(CarefulEditor, ResetUndoesWhatIsBehindItAndGoesOn) {
+  click_drawn(2);
+  enter("5");
+  press(button::editor_reset);
+  click_drawn(3);
+  enter("6");
+  run();
+  EXPECT_EQ(x(2, 1907), 2.02);
+  EXPECT_EQ(x(2, 1908), 0.006);
+  EXPECT_EQ(told(), "");
+}
+
+TEST_F(CarefulEditor, QuitWithNothingEditedTouchesNothing) {
+  const auto before = all_entries();
+  leave_by(button::editor_quit);
+  EXPECT_EQ(all_entries(), before);
+  EXPECT_FALSE(w.derived_stale);
+}
+
+TEST_F(CarefulEditor, ARingBeforeTheFirstComesFirstAndTheOthersKeepTheirYears) {
+  choose({1, 2});
+  const auto before = all_entries();
+  press(button::editor_column_2);
+  press(button::editor_insert);
+  click_drawn(4, 23, 2);
+  press(button::editor_insert);
+  run();
+  EXPECT_EQ(w.fy(2), 1904);
+  EXPECT_EQ(w.ly(2), 1964);
+  EXPECT_EQ(w.yr(2), 61);
+  EXPECT_FALSE(xok(2, 1904));
+  EXPECT_EQ(x(2, 1905), 2.00);
+  EXPECT_EQ(x(2, 1964), 2.59);
+  expect_only_changed({2}, before);
+}
+
 }  // namespace
 }  // namespace vorn

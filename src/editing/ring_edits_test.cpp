@@ -212,5 +212,16 @@ TEST_F(RingEdits, TheLastCoresSlotIsNeitherComputedNorMarked) {
   EXPECT_EQ(w.ax(w.ad(reference) + 9), 0.5);
 }
 
+TEST_F(RingEdits, CarefullyTheLastCoresSlotIsComputedAnewAndMarked) {
+  w.careful.set(Mend::last_core, true);
+  w.tr2 = 3;
+  w.ax(w.ad(reference) + 10) = 0.5;
+  w.x(w.ad(reference) + 10) = 7.25;
+  w.insdel = 1905;
+  del_year(w, reference);
+  EXPECT_TRUE(w.tr2ok);
+  EXPECT_EQ(w.ax(w.ad(reference) + 9), 7.25);
+}
+
 }  // namespace
 }  // namespace vorn

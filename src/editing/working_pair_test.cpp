@@ -100,6 +100,19 @@ TEST_F(WorkingPair, LastEntryAsReferenceEndsOnTheSamplesFirstValue) {
   EXPECT_EQ(ax(6, 1915), last_but_one);
 }
 
+TEST_F(WorkingPair, CarefullyTheSlotsBeginBehindTheLastEntryWhichKeepsItsLastValue) {
+  w.careful.set(Mend::reference_end, true);
+  w.tr1 = 1;
+  w.tr2 = 4;
+  w.cf = 2;
+  const double last = ax(4, 1916);
+  set_chs(w);
+  EXPECT_EQ(w.ad(5), w.ad(4) + w.yr(4));
+  EXPECT_EQ(w.ad(6), w.ad(5) + w.yr(5));
+  EXPECT_EQ(ax(4, 1916), last);
+  EXPECT_EQ(ax(6, 1916), last);
+}
+
 // 1905 has three cores: (3 a - x) / 2 is the mean of the other two.
 TEST_F(WorkingPair, CoreIsLeftOutOfItsOwnChronology) {
   const double expected = (ax(2, 1905) + ax(3, 1905)) / 2;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "plot/font_metrics.h"
 #include "plot/plot.h"
 #include "records/edit_format.h"
 #include "statistics/correlation.h"
@@ -16,7 +17,7 @@ namespace vorn {
 namespace {
 
 constexpr int strip_top = 1400, bar_height = 180;
-constexpr int text_y = 1470, text_step = 36;
+constexpr int text_y = 1470, text_step = 36, text_height = 25;
 constexpr int left_text = -200, right_text = 40;  // from the bar's left edge
 constexpr int longest_lag = 2;
 constexpr int shortest_stretch = 11;  // years
@@ -41,6 +42,14 @@ std::string correlation_text(const SeriesStore& store, YearSpan years, int lag) 
   return c.valid ? edit(correlation_edit, c.r) : " None";
 }
 
+// Below the bar, where nothing else stands.
+void write_year(const Workspace& w, std::int64_t year, int middle) {
+  const std::string text = std::to_string(year);
+  const auto half = static_cast<int>(std::lround(text_width(text, text_height, Font::arial) / 2));
+  w.plot.winfnt("Arial");
+  w.plot.messag(text, middle - half, strip_top + bar_height + 12);
+}
+
 void captions(const Workspace& w) {
   w.plot.winfnt("Arial");
   w.plot.simplx();
@@ -62,7 +71,9 @@ void cor_graph(const Workspace& w) {
   const YearSpan right{bar, std::min({both.last, std::int64_t{w.ly(sample)} - longest_lag, bar + w.seg - 1})};
   w.plot.setclr(colour::ink);
   const int x = static_cast<int>(std::lround(200 + static_cast<double>(bar - w.fs) * w.scx));
-  w.plot.rectangle(x, strip_top, x + static_cast<int>(std::lround(w.scx)), strip_top + bar_height);
+  const int width = static_cast<int>(std::lround(w.scx));
+  w.plot.rectangle(x, strip_top, x + width, strip_top + bar_height);
+  if (w.careful.has(Mend::bar_year)) write_year(w, bar, x + width / 2);
   w.plot.winfnt("Times New Roman");
   for (const Lag& lag : lags) {
     const int y = text_y + text_step * lag.years;

@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "plot/font_metrics.h"
 #include "support/graph_page.h"
 
 namespace vorn {
@@ -281,6 +282,32 @@ TEST_F(CorrelationStrip, ValuesThatAreNotFiniteAreWrittenAsTheyComeOut) {
     EXPECT_EQ(left().size(), 5u);
     EXPECT_EQ(right().size(), 5u);
   }
+}
+
+// Its middle is at 1437.5; four digits of height 25 are 72 units wide.
+TEST_F(CorrelationStrip, CarefullyTheBarSaysItsYearBelowIt) {
+  w.careful.set(Mend::bar_year, true);
+  draw(first_year, noise(years, 1), first_year, noise(years, 2));
+  EXPECT_EQ(bench.page().marks().size(), 16u);
+  const Mark& year = bench.page().marks()[1];
+  EXPECT_EQ(year.writing, "1949");
+  EXPECT_EQ(year.font, Font::arial);
+  const Box extent = text_extent(year);
+  EXPECT_NEAR((extent.left + extent.right) / 2, 1437, 2);
+  for (const Mark& mark : bench.page().marks()) {
+    if (&mark == &year || mark.kind != Mark::Kind::text) continue;
+    const Box other = text_extent(mark);
+    EXPECT_TRUE(other.right < extent.left || other.left > extent.right || other.bottom < extent.top)
+        << mark.writing;
+  }
+  EXPECT_GT(extent.top, 1580);  // below the bar
+  EXPECT_EQ(bench.page().marks()[2].font, Font::times);
+}
+
+TEST_F(CorrelationStrip, CarefullyNoYearIsSaidWhereThereIsNoBar) {
+  w.careful.set(Mend::bar_year, true);
+  draw(1000, noise(years, 1), 1000, noise(years, 2));
+  EXPECT_TRUE(nothing_drawn());
 }
 
 }  // namespace

@@ -8,8 +8,12 @@
 namespace vorn {
 
 // Draws the whole screen: control panel, correlation strip, axes, the year picked for an edit, the
-// alternating marks by which years are counted while one is picked, and both curves.
+// alternating marks by which years are counted while one is picked, and both curves. Carefully, where
+// "Skeleton" is chosen, both skeleton plots in their place.
 void plot_graph(Workspace& w);
+
+// What is drawn of entry `k` (nd + 1 or nd + 2): its ring widths, or the values that are correlated.
+const Pool<double>& drawn_values(const Workspace& w, int k);
 
 // Draws entry `k` (nd + 1 or nd + 2) in the current colour and axis system: its values of the visible years,
 // standardised by mean and standard deviation (divisor n - 1) of its present values over those years.

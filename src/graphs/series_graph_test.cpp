@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "plot/font_metrics.h"
 #include "support/graph_page.h"
 #include "toolkit/buttons.h"
 
@@ -455,6 +456,46 @@ TEST_F(SeriesGraph, AnyChoiceOfEntriesIsTaken) {
     draw_sample(1900, in_turn(100));
     EXPECT_EQ(points_of(whole_curve()), 100u);
   }
+}
+
+// --- Carefully.
+
+TEST_F(SeriesGraph, CarefullyLabelsDoNotOverlap) {
+  w.careful.set(Mend::thin_labels, true);
+  for (const int years : {21, 60, 100, 400, 3'000, 12'000}) {
+    w.plot.erase();
+    bench.view(-6'000, years);
+    draw_sample(-6'000, in_turn(100));
+    double free_from = 0;
+    for (const Mark& mark : w.plot.page().marks()) {
+      if (mark.kind != Mark::Kind::label || mark.align != Align::centre || mark.angle != 0) continue;
+      if (mark.writing == "Years") continue;
+      const double half = text_width(mark.writing, mark.height, mark.font) / 2;
+      EXPECT_GT(mark.points[0].x - half, free_from) << years << ": " << mark.writing;
+      free_from = mark.points[0].x + half;
+    }
+    EXPECT_GT(free_from, 2'000) << years;
+  }
+}
+
+TEST_F(SeriesGraph, CarefullyARoundFirstYearIsLabelled) {
+  w.careful.set(Mend::thin_labels, true);
+  draw_sample(1900, in_turn(100));
+  EXPECT_EQ(bench.marks("label 7 20 c 0").front(), "label 7 20 c 0 212.5 1320 \"1900\"");
+  w.plot.erase();
+  bench.view(-1605, 100);
+  draw_sample(-1605, in_turn(100));
+  EXPECT_EQ(bench.marks("label 7 20 c 0").front(), "label 7 20 c 0 337.5 1320 \"-1600\"");
+}
+
+TEST_F(SeriesGraphSource, CarefullyOfTheLastTreeIsTheWidthsToo) {
+  w.careful.set(Mend::last_core, true);
+  w.indon = false;
+  w.chc(1) = 3;  // = nc
+  w.chc(2) = 4;
+  plot_graph(w);
+  EXPECT_TRUE(draws_widths(9));
+  EXPECT_FALSE(draws_widths(12));  // a chronology has none
 }
 
 }  // namespace

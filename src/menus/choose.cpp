@@ -16,6 +16,7 @@
 #include "toolkit/drawing.h"
 #include "toolkit/lists.h"
 #include "toolkit/messages.h"
+#include "toolkit/passes.h"
 #include "toolkit/prompts.h"
 
 namespace vorn {
@@ -33,8 +34,7 @@ class Chooser {
 
   bool run() {
     enter();
-    for (int pass = 0; pass < pass_limit; ++pass) {
-      w.passes_left = pass_limit - pass;
+    for (Passes passes(w, pass_limit); passes.next();) {
       draw();
       const ButtonNumber hit = mouse_click(w, button::chooser);
       if (hit == button::chooser_exit) break;
@@ -271,7 +271,10 @@ class Chooser {
         w.b(button::mean_name).on = true;
         return propose_mean_name();
       default:
-        return;  // Deliberate: [marked-for-deletion] the pair that was marked stays so
+        // Deliberate: [marked-for-deletion] the pair that was marked stays so, but carefully. It stays the
+        // pair.
+        if (w.careful.has(Mend::delete_unmarked)) w.chs = 0;
+        return;
     }
   }
 

@@ -619,5 +619,42 @@ TEST_F(Chooser, LeavesAfterAThousandPasses) {
   EXPECT_EQ(screen.events_left(), 0u);
 }
 
+// --- Carefully.
+
+TEST_F(Chooser, CarefullyDeleteBeginsWithNothingMarkedAndThePairStays) {
+  three_files(9);
+  w.careful.set(Mend::delete_unmarked, true);
+  w.tr1 = 3;
+  w.tr2 = 5;
+  press(button::delete_core);
+  play();
+  EXPECT_EQ(chosen(), Picked{});
+  for (int k = 1; k <= 9; ++k) EXPECT_EQ(cell_colour(k), -1) << k;
+  press(button::delete_core);
+  EXPECT_TRUE(play_and_exit());
+  EXPECT_EQ(w.tr1, 3);
+  EXPECT_EQ(w.tr2, 5);
+  EXPECT_EQ(w.nc, 9);
+}
+
+TEST_F(Chooser, CarefullyOnlyWhatIsMarkedInDeleteModeIsDeleted) {
+  three_files(9);
+  w.careful.set(Mend::delete_unmarked, true);
+  press(button::delete_core);
+  press(button::chooser_do_it);  // nothing is marked
+  pick(7);
+  press(button::chooser_do_it);
+  play();
+  EXPECT_EQ(names(), "C1 C2 C3 C4 C5 C6 C8 C9 oak pine ref ");
+}
+
+TEST_F(Chooser, CarefullyItGoesOnBehindItsLastPass) {
+  three_files(9);
+  w.careful.set(Mend::pass_limits, true);
+  for (int pass = 0; pass < 1'005; ++pass) screen.click(2900, 2000);
+  play();
+  EXPECT_EQ(w.passes_left, 0);
+}
+
 }  // namespace
 }  // namespace vorn

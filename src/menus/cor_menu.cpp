@@ -9,6 +9,7 @@
 #include "statistics/lag_table.h"
 #include "toolkit/buttons.h"
 #include "toolkit/clicks.h"
+#include "toolkit/passes.h"
 #include "toolkit/prompts.h"
 
 namespace vorn {
@@ -69,8 +70,7 @@ void act(Workspace& w, ButtonNumber n, std::int32_t& start_year) {
 
 bool cor_menu(Workspace& w) {
   std::int32_t start_year = later_first_year(w);
-  for (int pass = 0; pass < pass_limit; ++pass) {
-    w.passes_left = pass_limit - pass;
+  for (Passes passes(w, pass_limit); passes.next();) {
     draw(w, start_year);
     const ButtonNumber n = mouse_click(w, button::correlation);
     if (n == button::correlation_exit) return true;

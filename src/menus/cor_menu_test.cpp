@@ -233,5 +233,23 @@ TEST_F(CorMenu, ASampleShorterThanASegmentCanBeTriedWithShorterOnes) {
   run();
 }
 
+TEST_F(CorMenu, CarefullyGoesOnBehindItsLastPass) {
+  w->careful.set(Mend::pass_limits, true);
+  for (int pass = 0; pass < 1'005; ++pass) redraw();
+  look([this] { EXPECT_EQ(w->passes_left, 0); });
+  run();
+}
+
+// Switched off again it ends as many clicks later as were left.
+TEST_F(CorMenu, PassesThatAreNotCountedAreNotUsedUp) {
+  for (int pass = 0; pass < 10; ++pass) redraw();
+  look([this] { w->careful.set(Mend::pass_limits, true); });
+  for (int pass = 0; pass < 100; ++pass) redraw();
+  look([this] { w->careful.set(Mend::pass_limits, false); });
+  redraw();
+  look([this] { EXPECT_EQ(w->passes_left, 1'000 - 11); });
+  run();
+}
+
 }  // namespace
 }  // namespace vorn

@@ -9,6 +9,7 @@
 #include "toolkit/buttons.h"
 #include "toolkit/clicks.h"
 #include "toolkit/messages.h"
+#include "toolkit/passes.h"
 #include "toolkit/prompts.h"
 #include "toolkit/scrolling.h"
 
@@ -32,8 +33,7 @@ class CrossMenu {
     set_chs(w);
     show_saves();
     w.b(button::upper_plot).on = w.b(button::lower_plot).on = false;
-    for (int pass = 0; pass < pass_limit; ++pass) {
-      w.passes_left = pass_limit - pass;
+    for (Passes passes(w, pass_limit); passes.next();) {
       plot_graph(w);
       const ButtonNumber n = mouse_click(w, button::crossdating, way_out());
       if (n == button::exit_crossdating) return;
@@ -66,7 +66,7 @@ class CrossMenu {
       case button::display_width:
         return enter_width();
       case button::line_plot:
-        // Deliberate: [skeleton] the label changes, no curve does.
+        // Deliberate: [skeleton] the label changes, no curve does, but carefully.
         return flip(w.lineon, n, "Line Plot", "Skeleton");
       case button::indices:
         return flip(w.indon, n, "Indices", "Raw Data");
@@ -124,10 +124,11 @@ class CrossMenu {
   }
 
   // What the Escape key stands for. Where a year is to be picked and none that can be is shown, no click
-  // leads out; nobody shall have to end the program for that.
+  // leads out; nobody shall have to end the program for that. Carefully it leads out of every pick.
   ButtonNumber way_out() const {
     const bool picking = w.b(button::upper_plot).on || w.b(button::lower_plot).on;
-    return picking && !year_in_sight() ? button::leave_pick : button::none;
+    const bool leaves = picking && (w.careful.has(Mend::escape) || !year_in_sight());
+    return leaves ? button::leave_pick : button::none;
   }
 
   // The edit is applied at once and shown; the buttons then ask whether to keep it.

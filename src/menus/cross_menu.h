@@ -9,7 +9,8 @@ namespace vorn {
 // entries.
 //
 // Three states: browsing; a year is to be picked (after "Insert" or "Delete", only the plots of cores can be
-// clicked); an edit, already applied, is to be kept or undone.
+// clicked); an edit, already applied, is to be kept or undone. Carefully Escape leads from the second back to
+// the first, and no number of passes ends it.
 void cross_menu(Workspace& w);
 
 }  // namespace vorn

@@ -811,5 +811,83 @@ TEST_F(CrossMenu, ClosingTheWindowEndsTheProgramWhereverItWaits) {
   }
 }
 
+// --- Carefully.
+
+TEST_F(CrossMenu, CarefullyEscapeLeavesEveryPickAndNoEdit) {
+  w->careful.set(Mend::escape, true);
+  press(button::insert_ring);
+  expect_on("25-26");
+  key(Event::escape);
+  look([this] {
+    EXPECT_EQ(on(button::crossdating), browsing);
+    EXPECT_EQ(w->yr(sample), 100);
+  });
+  key(Event::escape);  // nothing to leave
+  expect_on(browsing);
+  press(button::delete_ring);
+  click_year(true, 1930);
+  key(Event::escape);
+  expect_on("23-24");  // the ring deleted is still to be answered for
+  press(button::deletion_ok);
+  look([this] { EXPECT_EQ(w->yr(sample), 99); });
+  run();
+}
+
+TEST_F(CrossMenu, CarefullyGoesOnBehindItsLastPass) {
+  w->careful.set(Mend::pass_limits, true);
+  w->sl = 21;
+  for (int pass = 0; pass < 20'005; ++pass) redraw();
+  look([this] { EXPECT_EQ(w->passes_left, 0); });
+  run();
+}
+
+TEST_F(CrossMenu, CarefullyAnEditOfTheLastCoreIsOfferedAndSaved) {
+  w->careful.set(Mend::last_core, true);
+  pair(5, 1);
+  press(button::insert_ring);
+  click_year(true, 1930);
+  press(button::insertion_ok);
+  look([this] {
+    EXPECT_TRUE(w->tr1ok);
+    EXPECT_EQ(on(button::crossdating), "1-20 28-34");
+  });
+  press(button::save_sample);
+  look([this] { EXPECT_EQ(w->yr(5), 101); });
+  run();
+}
+
+// The reference is the last entry of all: its copy has its own last value, and saving it brings that back.
+TEST_F(CrossMenu, CarefullyTheLastEntryAsReferenceIsSavedWhole) {
+  w->careful.set(Mend::reference_end, true);
+  double last = 0;
+  look([&] { last = w->ax(w->ad(7) + w->yr(7) - 1); });
+  pair(1, 7);
+  look([&] { EXPECT_EQ(w->ax(w->ad(reference) + w->yr(reference) - 1), last); });
+  press(button::reference_plus_1);
+  press(button::save_reference);
+  look([&] { EXPECT_EQ(w->ax(w->ad(7) + w->yr(7) - 1), last); });
+  run();
+}
+
+TEST_F(CrossMenu, CarefullyTheSkeletonTakesThePlaceOfTheCurves) {
+  const auto curves = [this] {
+    const auto& marks = plot.page().marks();
+    return std::ranges::count_if(marks, [](const Mark& mark) {
+      return mark.kind == Mark::Kind::line &&
+             (mark.colour == colour::light_blue || mark.colour == colour::light_red);
+    });
+  };
+  w->careful.set(Mend::skeleton, true);
+  look([&] { EXPECT_EQ(curves(), 2); });
+  press(button::line_plot);
+  look([&] {
+    EXPECT_EQ(curves(), 0);
+    EXPECT_TRUE(reads("Bars: narrow rings"));
+  });
+  press(button::line_plot);
+  look([&] { EXPECT_EQ(curves(), 2); });
+  run();
+}
+
 }  // namespace
 }  // namespace vorn

@@ -429,5 +429,20 @@ TEST_F(PairNotReady, WhatWasReadSinceIsCounted) {
   run();
 }
 
+TEST_F(PairReady, CarefullyASavedShiftOfAChronologyLasts) {
+  w->careful.set(Mend::shift_lasts, true);
+  press(button::crossdate);
+  press(button::choose_cores);
+  press(button::bottom_of_pair);
+  choose_names({6});
+  press(button::chooser_do_it);
+  press(button::reference_plus_50);
+  press(button::save_reference);
+  press(button::choose_cores);
+  leave_chooser_and_expect_up_to_date();
+  look([this] { EXPECT_EQ(w->fy(6), 1930); });
+  run();
+}
+
 }  // namespace
 }  // namespace vorn

@@ -19,6 +19,7 @@
 #include "toolkit/lists.h"
 #include "toolkit/messages.h"
 #include "toolkit/page_troubles.h"
+#include "toolkit/passes.h"
 #include "toolkit/prompts.h"
 
 namespace vorn {
@@ -42,15 +43,15 @@ class StartMenu {
   explicit StartMenu(Workspace& workspace) : w(workspace) {}
 
   void run() {
-    for (int pass = 0; pass < pass_limit; ++pass) {
-      w.passes_left = pass_limit - pass;
+    for (Passes passes(w, pass_limit); passes.next();) {
       draw();
-      act(mouse_click(w, button::start));
+      act(mouse_click(w, button::start, way_out()));
     }
   }
 
  private:
   void draw() {
+    if (w.careful.has(Mend::settings_shown)) show_settings();
     w.plot.subject(w.nfil > 0 ? w.cnam(w.cf).trimmed() : std::string_view());
     w.plot.erase();
     for (const ButtonNumber n : button::start) {
@@ -104,7 +105,7 @@ class StartMenu {
       case button::segment_overlap:
         return enter(n, 1, w.seg - 1, w.olap);
       case button::current_chronology:
-        return open_list();
+        return list_is_open() ? close_list() : open_list();
       case button::quit:
         throw ProgramEnd(EndReason::quit);
       case button::chronology_list:
@@ -142,9 +143,17 @@ class StartMenu {
 
   void enter(ButtonNumber n, std::int32_t lowest, std::int32_t highest, std::int32_t& setting) {
     std::int32_t value = offered_by_abandoned_entry;
-    get_int(w, n, value);
-    if (lowest <= value && value <= highest) setting = value;
-    w.b(n).label = edit(EditFormat("(I5)"), setting);
+    const bool offered = get_int(w, n, value) != Entry::left;
+    if (offered && lowest <= value && value <= highest) setting = value;
+    show(n, setting);
+  }
+
+  void show(ButtonNumber n, std::int32_t setting) { w.b(n).label = edit(EditFormat("(I5)"), setting); }
+
+  // Segment and overlap can be changed on the correlation screen too.
+  void show_settings() {
+    show(button::segment_length, w.seg);
+    show(button::segment_overlap, w.olap);
   }
 
   // The same for a setting on which the indices depend.
@@ -154,7 +163,16 @@ class StartMenu {
     if (setting != before) w.derived_stale = true;
   }
 
-  // --- The list of chronologies. Deliberate: [no-cancel] there is no way back but a pick, or "Quit".
+  // --- The list of chronologies. Deliberate: [no-cancel] there is no way back but a pick, or "Quit", and
+  // carefully Escape.
+
+  bool list_is_open() const { return w.b(button::chronology_list).on; }
+
+  // What the Escape key stands for: the button by which the list was opened, which is not shown then.
+  ButtonNumber way_out() const {
+    const bool leaves = list_is_open() && w.careful.has(Mend::escape);
+    return leaves ? button::current_chronology : ButtonNumber::none;
+  }
 
   void open_list() {
     for (const ButtonNumber n : button::start) {

@@ -11,7 +11,8 @@ namespace vorn {
 //
 // Accepted are a spline period of 3 to 999 years, an autoregressive order of 1 to 11, segments of 4 to 12,000
 // years and an overlap of 1 to one less than the segment; other numbers change nothing. An entry abandoned by
-// a key other than Return offers the value 116 instead of none.
+// a key other than Return offers the value 116 instead of none. Carefully it offers none, Escape leaves the
+// list of chronologies, and no number of passes ends the menu.
 void start_menu(Workspace& w);
 
 }  // namespace vorn

@@ -709,5 +709,66 @@ TEST(MainProgram, SetsUpTablesAndPageByItself) {
   EXPECT_NE(desk.marks().find("line 15 200 1300 224 1300\n"), std::string::npos);
 }
 
+// --- Carefully.
+
+TEST_F(StartMenu, CarefullyAnAbandonedEntryOffersNothing) {
+  w->careful.set(Mend::prompts, true);
+  EXPECT_EQ(after(button::spline_years, "40 ", w->ss), 32);
+  EXPECT_EQ(after(button::segment_length, "123456", w->seg), 50);
+  EXPECT_EQ(after(button::segment_length, "\x1B", w->seg), 50);
+  EXPECT_EQ(after(button::spline_years, "41\b0\r", w->ss), 40);
+}
+
+TEST_F(StartMenu, EscapeOffersNothingWhereItIsMended) {
+  w->careful.set(Mend::escape, true);
+  EXPECT_EQ(after(button::spline_years, "40\x1B", w->ss), 32);
+  EXPECT_EQ(after(button::spline_years, "40x", w->ss), 116);
+}
+
+TEST_F(StartMenu, EscapeLeavesTheListWhereItIsMendedWithNothingChosen) {
+  w->careful.set(Mend::escape, true);
+  const int loads = (run_and_quit(), w->loads);
+  press(button::current_chronology);
+  screen_.key(Event::escape);
+  press(button::log_on);  // of the menu, which is there again
+  run_and_quit();
+  EXPECT_FALSE(w->b(button::chronology_list).on);
+  EXPECT_FALSE(w->logon);
+  EXPECT_EQ(w->loads, 2 * loads);  // of its own start alone
+  EXPECT_EQ(w->cf, 1);
+}
+
+TEST_F(StartMenu, UsuallyEscapeDoesNotLeaveTheList) {
+  press(button::current_chronology);
+  screen_.key(Event::escape);
+  run_and_quit();
+  EXPECT_TRUE(w->b(button::chronology_list).on);
+}
+
+// As the correlation screen sets them.
+TEST_F(StartMenu, CarefullySettingsChangedElsewhereAreShown) {
+  int waits = 0;
+  screen_.meddle = [this, &waits] {
+    if (++waits == 1) w->seg = 80, w->olap = 40;
+  };
+  screen_.click(2900, 2000);
+  run_and_quit();
+  EXPECT_TRUE(reads("   50"));
+  EXPECT_FALSE(reads("   80"));
+  waits = 0;
+  w->careful.set(Mend::settings_shown, true);
+  screen_.click(2900, 2000);
+  run_and_quit();
+  EXPECT_TRUE(reads("   80"));
+  EXPECT_TRUE(reads("   40"));
+}
+
+TEST_F(StartMenu, CarefullyItGoesOnBehindItsLastPassAndCountsNone) {
+  w->careful.set(Mend::pass_limits, true);
+  screen_.meddle = [this] { EXPECT_EQ(w->passes_left, 0); };
+  for (int pass = 0; pass < 10'005; ++pass) screen_.click(2900, 2000);
+  run_and_quit();
+}
+
 }  // namespace
 }  // namespace vorn

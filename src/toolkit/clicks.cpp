@@ -22,18 +22,25 @@ ButtonNumber noted(Workspace& w, ButtonNumber hit) {
   return hit;
 }
 
+// Carefully Escape leaves the help: the menu draws its page anew.
+bool leaves_help(const Workspace& w, const Event& event, const HelpShown& help) {
+  return event.code == Event::escape && help.lines > 0 && w.careful.has(Mend::escape);
+}
+
 }  // namespace
 
 ButtonNumber mouse_click(Workspace& w, ButtonRange buttons, ButtonNumber escape) {
   Event event;
+  HelpShown help;
   do {
-    if (event.code == Event::help) vorn_help(w);
+    if (event.code == Event::help) help = vorn_help(w, buttons, help);
     w.passing_over_messages = false;
     w.offered = buttons;
     event = w.plot.csrpos();
     w.offered = {};
     w.msx = event.x;
     w.msy = event.y;
+    if (leaves_help(w, event, help)) return noted(w, ButtonNumber::none);
     if (event.code == Event::escape && escape != ButtonNumber::none) return noted(w, escape);
   } while (event.code != Event::click);
   return noted(w, under_cursor(w, buttons));

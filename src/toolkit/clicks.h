@@ -15,7 +15,8 @@ namespace vorn {
 //      w.msx, w.msy   where the click was
 //      w.offered      `buttons`, as long as it waits
 //
-// Where `escape` is a button, the Escape key counts as a click on it, shown or not.
+// Where `escape` is a button, the Escape key counts as a click on it, shown or not. Carefully the key takes
+// the help away first, where it is shown: no button is hit then, and the menu draws its page anew.
 ButtonNumber mouse_click(Workspace& w, ButtonRange buttons, ButtonNumber escape = ButtonNumber::none);
 
 }  // namespace vorn

@@ -141,5 +141,26 @@ TEST_F(Clicks, ClicksFarOutsideThePageHitNothing) {
   }
 }
 
+TEST_F(Clicks, EscapeLeavesTheHelpWhereItIsMended) {
+  const ScratchFolder folder;
+  folder.write("Help.prn", "1\n2\n 0   0   0   0anything\n");
+  w.careful.set(Mend::escape, true);
+  desk_.screen.key(Event::escape);  // shows no help: a key like others
+  desk_.screen.key(Event::help);
+  desk_.screen.key(Event::escape);
+  EXPECT_EQ(mouse_click(w, questions, button::leave_pick), button::leave_pick);
+  EXPECT_EQ(mouse_click(w, questions, button::leave_pick), button::none);  // and only then that
+  EXPECT_EQ(w.mous, 0);
+  EXPECT_EQ(desk_.screen.events_left(), 0u);
+}
+
+TEST_F(Clicks, UsuallyEscapeLeavesTheHelpWhereItIs) {
+  const ScratchFolder folder;
+  folder.write("Help.prn", "1\n2\n 0   0   0   0anything\n");
+  desk_.screen.key(Event::help);
+  desk_.screen.key(Event::escape);
+  EXPECT_EQ(hit(2300, 50), button::quit);
+}
+
 }  // namespace
 }  // namespace vorn

@@ -1,8 +1,13 @@
 #include "toolkit/help.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "plot/plot.h"
 #include "records/text_file.h"
 #include "toolkit/buttons.h"
+#include "toolkit/help_box.h"
 #include "toolkit/messages.h"
 
 namespace vorn {
@@ -12,8 +17,7 @@ constexpr std::string_view help_file = "Help.prn";
 constexpr int header_lines = 2;
 constexpr int most_records = 500;
 
-constexpr Rectangle box = {80, 1400, 1640, 1700};
-constexpr int text_x = 88, title_y = 1422;
+constexpr int most_text_lines = 200;  // carefully; more are in no box
 // Deliberate: [help-lines] only the first text line falls inside the box.
 constexpr int line_y = 1602, line_step = 180;
 constexpr int usual_height = 25, line_height = 20;
@@ -37,15 +41,20 @@ struct Record {
 };
 
 // Deliberate: [upside-down-test] upper and lower edge are exchanged, so that a rectangle of the tables never
-// lies under the cursor.
+// lies under the cursor, but carefully.
 bool is_under_cursor(const Workspace& w, const Rectangle& r) {
-  return r.x1 <= w.msx && w.msx <= r.x2 && r.y2 <= w.msy && w.msy <= r.y1;
+  const bool in_height =
+      w.careful.has(Mend::help) ? r.y1 <= w.msy && w.msy <= r.y2 : r.y2 <= w.msy && w.msy <= r.y1;
+  return r.x1 <= w.msx && w.msx <= r.x2 && in_height;
 }
 
-Subject subject_under_cursor(const Workspace& w) {
-  for (const ButtonNumber n : button::start) {
+// Carefully only what the page shows is looked at.
+Subject subject_under_cursor(const Workspace& w, ButtonRange shown) {
+  const ButtonRange buttons = w.careful.has(Mend::help) ? shown : button::start;
+  for (const ButtonNumber n : buttons) {
     if (w.b(n).on && is_under_cursor(w, w.b(n))) return {true, plain(n)};
   }
+  if (buttons.first != button::start.first) return {};
   for (const MessageNumber i : message::with_help) {
     if (is_under_cursor(w, w.madd(i))) return {false, plain(i)};
   }
@@ -65,7 +74,8 @@ void skip_lines(Workspace& w, TextInput& file, int count) {
   }
 }
 
-// Reads on to the record that is about `subject`. At the end of the file the last record is what is left.
+// Reads on to the record that is about `subject`. At the end of the file the last record is what is left, but
+// carefully.
 Record find_record(Workspace& w, TextInput& file, const Subject& subject) {
   const EditFormat layout("(I2,3I4,A80)");
   Record record;
@@ -75,17 +85,8 @@ Record find_record(Workspace& w, TextInput& file, const Subject& subject) {
     if (w.ios == status::end_of_file || record.is_about(subject)) break;
     skip_lines(w, file, record.lines);
   }
+  if (w.careful.has(Mend::help) && !record.is_about(subject)) return {.title = "There is no help on this."};
   return record;
-}
-
-void draw_box(Workspace& w) {
-  w.plot.setclr(colour::light_grey);
-  w.plot.rectangle(box.x1, box.y1, box.x2, box.y2);
-  w.plot.setclr(colour::light_red);
-  w.plot.shdpat(0);
-  w.plot.rectangle(box.x1, box.y1, box.x2, box.y2);
-  w.plot.shdpat(16);
-  w.plot.setclr(colour::ink);
 }
 
 void draw_text_lines(Workspace& w, TextInput& file, int count) {
@@ -95,14 +96,34 @@ void draw_text_lines(Workspace& w, TextInput& file, int count) {
     w.ios = file.read(layout, line);
     tell_failure(w);
     if (w.ios != status::ok) return;
-    w.plot.messag(line.view(), text_x, line_y + k * line_step);
+    w.plot.messag(line.view(), help_box::text_x, line_y + k * line_step);
   }
+}
+
+void draw(Workspace& w, TextInput& file, const Record& record) {
+  help_box::draw_frame(w.plot, help_box::usual);
+  w.plot.messag(record.title.view(), help_box::text_x, help_box::title_y);
+  w.plot.height(line_height);
+  draw_text_lines(w, file, record.lines);
+  w.plot.height(usual_height);
+}
+
+std::vector<std::string> text_lines(Workspace& w, TextInput& file, int count) {
+  std::vector<std::string> lines;
+  Line line;
+  for (int k = 0; k < std::min(count, most_text_lines); ++k) {
+    w.ios = file.read(EditFormat("(A80)"), line);
+    tell_failure(w);
+    if (w.ios != status::ok) break;
+    lines.emplace_back(line.trimmed());
+  }
+  return lines;
 }
 
 }  // namespace
 
-void vorn_help(Workspace& w) {
-  const Subject subject = subject_under_cursor(w);
+HelpShown vorn_help(Workspace& w, ButtonRange shown, HelpShown before) {
+  const Subject subject = subject_under_cursor(w, shown);
   w.mous = subject.number;
   TextInput file;
   w.ios = file.open(w.files, help_file);
@@ -110,13 +131,16 @@ void vorn_help(Workspace& w) {
   skip_lines(w, file, header_lines);
   const Record record = find_record(w, file, subject);
 
-  draw_box(w);
-  w.plot.messag(record.title.view(), text_x, title_y);
-  w.plot.height(line_height);
-  draw_text_lines(w, file, record.lines);
-  w.plot.height(usual_height);
+  HelpShown help{1};
+  if (w.careful.has(Mend::help)) {
+    help.lines =
+        help_box::draw(w.plot, record.title.trimmed(), text_lines(w, file, record.lines), before.lines);
+  } else {
+    draw(w, file, record);
+  }
   w.ios = file.close();
   io_err(w, "Close", help_file);
+  return help;
 }
 
 }  // namespace vorn

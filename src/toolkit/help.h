@@ -1,9 +1,15 @@
 // The help screen: a framed text out of the file "Help.prn".
 #pragma once
 
+#include "toolkit/buttons.h"
 #include "workspace/vorndata.h"
 
 namespace vorn {
+
+// What of the help stands on the page: the lines that its box has room for, 0 where there is none.
+struct HelpShown {
+  int lines = 0;
+};
 
 // Shows the help for what lies under the cursor (w.msx, w.msy): button 94 to 115 that is on, else message
 // line 20 to 37, left in w.mous. The box stays until the menu redraws its page.
@@ -18,6 +24,10 @@ namespace vorn {
 //
 // Failures to open and to read a record are told as "Open" and "Read"; the box is drawn all the same. Behind
 // the end of the file one "Read" is told, and the title of the last record is what is left to draw.
-void vorn_help(Workspace& w);
+//
+// Carefully what lies under the cursor is found, among the buttons `shown` and, on the start menu, the
+// message lines; and the text is broken to the width of the box, which is as high as it, at least as high as
+// the one shown `before` on the same page.
+HelpShown vorn_help(Workspace& w, ButtonRange shown = button::start, HelpShown before = {});
 
 }  // namespace vorn

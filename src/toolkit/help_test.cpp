@@ -281,5 +281,98 @@ TEST_F(SampleHelp, EveryRecordCanBeReachedByItsNumber) {
   EXPECT_EQ(desk_.log.str(), "");
 }
 
+// --- Carefully.
+
+class CarefulHelp : public Help {
+ protected:
+  CarefulHelp() { w.careful.set(Mend::help, true); }
+  void ask_in(ButtonNumber n, ButtonRange shown, const std::string& records) {
+    folder_.write("Help.prn", "header\nheader\n" + records);
+    w.plot.erase();
+    w.msx = w.b(n).x1;
+    w.msy = w.b(n).y2;
+    vorn_help(w, shown);
+  }
+};
+
+TEST_F(CarefulHelp, BelongsToTheButtonUnderTheCursor) {
+  const std::string records = record(1, 94, 0, 0, "spline") + record(1, 105, 999, 0, "crossdating") +
+                              record(0, 0, 0, 0, "the fall-back");
+  ask(900, 560, records);
+  EXPECT_EQ(w.mous, plain(button::spline_on));
+  EXPECT_TRUE(desk_.reads("spline"));
+  ask(2240, 195, records);
+  EXPECT_TRUE(desk_.reads("crossdating"));
+  ask(10, 2000, records);
+  EXPECT_TRUE(desk_.reads("spline"));  // the first that has message number 0
+}
+
+TEST_F(CarefulHelp, BelongsToTheMessageUnderTheCursor) {
+  ask(330, 560, record(1, 94, 999, 0, "the button") + record(2, 999, 22, 0, "the caption"));
+  EXPECT_EQ(w.mous, 22);
+  EXPECT_TRUE(desk_.reads("the caption"));
+}
+
+// On other pages the start menu's buttons are on too, unseen.
+TEST_F(CarefulHelp, BelongsToWhatThePageShows) {
+  const std::string records = record(1, 101, 999, 0, "the start menu's") +
+                              record(1, 28, 999, 0, "the chooser's") + record(0, 0, 0, 0, "the fall-back");
+  ask_in(button::choose_cores, button::crossdating, records);
+  EXPECT_TRUE(desk_.reads("the chooser's"));
+  ask_in(button::current_chronology, button::crossdating, records);
+  EXPECT_TRUE(desk_.reads("the fall-back"));
+  EXPECT_EQ(w.mous, 0);
+}
+
+TEST_F(CarefulHelp, AllLinesStandInTheBoxAndNoneOnAnother) {
+  ask(10, 2000, record(0, 0, 0, 4, "title") + "one\ntwo\nthree\nfour\n");
+  EXPECT_EQ(desk_.marks(), box_marks + std::string("text 15 25 88 1422 \"title\"\n"
+                                                   "text 15 20 88 1480 \"one\"\n"
+                                                   "text 15 20 88 1516 \"two\"\n"
+                                                   "text 15 20 88 1552 \"three\"\n"
+                                                   "text 15 20 88 1588 \"four\"\n"));
+}
+
+// Eighty of the widest letters are too wide for the box; forty lines are too many for the usual one.
+TEST_F(CarefulHelp, LongTextsAreBrokenAndTheBoxGrowsWithThem) {
+  std::string lines;
+  for (int k = 0; k < 40; ++k) lines += std::string(80, 'W') + "\n";
+  ask(10, 2000, record(0, 0, 0, 40, std::string(80, 'M')) + lines);
+  const auto& marks = w.plot.page().marks();
+  const Mark& box = marks.front();
+  for (const Mark& mark : marks) {
+    if (mark.kind != Mark::Kind::text) continue;
+    const Box extent = text_extent(mark);
+    EXPECT_GE(extent.left, box.points[0].x);
+    EXPECT_LE(extent.right, box.points[1].x) << mark.writing;
+    EXPECT_GE(extent.top, box.points[0].y);
+    EXPECT_LE(extent.bottom, box.points[2].y) << mark.writing;
+  }
+  EXPECT_EQ(marks.back().writing, "...");
+  EXPECT_GE(box.points[0].y, 0);
+  EXPECT_LE(box.points[2].y, Page::height);
+}
+
+TEST_F(CarefulHelp, TextThatIsAboutSomethingElseIsNotShown) {
+  desk_.screen.key(' ');  // "Read": the file ends without an end marker
+  ask(900, 560, record(1, 105, 999, 0, "crossdating"));
+  EXPECT_FALSE(desk_.reads("crossdating"));
+  EXPECT_TRUE(desk_.reads("There is no help on this."));
+}
+
+// The page beneath is not drawn anew between two requests.
+TEST_F(CarefulHelp, ABoxCoversTheOneBefore) {
+  std::string records = record(1, 94, 999, 12, "long");
+  for (int k = 0; k < 12; ++k) records += "line\n";
+  folder_.write("Help.prn", "header\nheader\n" + records + record(0, 0, 0, 1, "short") + "line\n");
+  w.msx = 900;
+  w.msy = 560;
+  const HelpShown first = vorn_help(w);
+  EXPECT_EQ(first.lines, 12);
+  w.msx = 10;
+  EXPECT_EQ(vorn_help(w, button::start, first).lines, 12);
+  EXPECT_EQ(vorn_help(w).lines, 6);
+}
+
 }  // namespace
 }  // namespace vorn

@@ -154,5 +154,90 @@ TEST_F(Prompts, ANameIsDrawnFromTheVeryEdgeOfItsButton) {
             "text 15 25 2240 102 \"AB\\x0D\"\n");
 }
 
+// --- Carefully.
+
+class CarefulPrompts : public Prompts {
+ protected:
+  CarefulPrompts() { w.careful.set(Mend::prompts, true); }
+};
+
+TEST_F(CarefulPrompts, BackspaceRubsOutTheLastDigit) {
+  EXPECT_EQ(number_after("13\b2\r"), 12);
+  EXPECT_EQ(number_after("-5\b\b7\r"), 7);
+  EXPECT_EQ(number_after("123456\b"), 7777);  // the sixth digit has ended it
+  EXPECT_EQ(number_after("\b\b12345\b6\r"), 12346);
+}
+
+TEST_F(CarefulPrompts, WhatIsRubbedOutIsGoneFromThePage) {
+  number_after("13\b2\r");
+  EXPECT_EQ(desk_.screen.shown.size(), 5u);
+  const Page& behind_the_backspace = desk_.screen.shown[3];
+  EXPECT_EQ(marks_of(behind_the_backspace).substr(marks_of(behind_the_backspace).rfind("fill")),
+            "fill 14 840 600 1000 600 1000 645 840 645\n"
+            "outline 12 840 600 1000 600 1000 645 840 645\n"
+            "text 15 30 848 612 \"1\"\n");
+}
+
+TEST_F(CarefulPrompts, AbandonedNumbersAndReturnAloneChangeNothingAndSaySo) {
+  std::int32_t v = 7777;
+  for (const char* keys : {"\r", "-\r", "4x", "123456", "12\x1B"}) {
+    desk_.screen.type(keys);
+    EXPECT_EQ(get_int(w, button::spline_years, v), Entry::left) << keys;
+    EXPECT_EQ(v, 7777) << keys;
+  }
+  desk_.screen.type("4\r");
+  EXPECT_EQ(get_int(w, button::spline_years, v), Entry::taken);
+}
+
+TEST_F(Prompts, UsuallyOnlyReturnTakesANumberAndAnythingElseAbandonsIt) {
+  std::int32_t v = 7777;
+  for (const auto& [keys, ended] : {std::pair{"4\r", Entry::taken},
+                                    {"\r", Entry::empty},
+                                    {"-\r", Entry::empty},
+                                    {"4x", Entry::abandoned},
+                                    {"4\b", Entry::abandoned},
+                                    {"4\x1B", Entry::abandoned},
+                                    {"123456", Entry::abandoned}}) {
+    desk_.screen.type(keys);
+    EXPECT_EQ(get_int(w, button::spline_years, v), ended) << keys;
+  }
+}
+
+TEST_F(CarefulPrompts, BackspaceRubsOutTheLastCharacterOfAName) {
+  EXPECT_EQ(name_after("AB\bC\r"), "AC");
+  EXPECT_EQ(name_after("A\b\b\bBC\r"), "BC");
+  EXPECT_EQ(name_after("AB\b\r"), "BC");  // one letter is no name: the old one stays
+}
+
+TEST_F(CarefulPrompts, AClickAndARequestForHelpAreNoCharactersOfAName) {
+  desk_.screen.type("A");
+  desk_.screen.click(10, 20);
+  desk_.screen.key(Event::help);
+  desk_.screen.type("B\r");
+  get_str(w, name_button);
+  EXPECT_EQ(w.b(name_button).label.trimmed(), "AB");
+}
+
+TEST_F(CarefulPrompts, EscapeBringsTheOldNameBack) {
+  EXPECT_EQ(name_after("ABC\x1B"), "OLDNAME");
+}
+
+// The mend of Escape does it alone too, and nothing else.
+TEST_F(Prompts, EscapeLeavesWhereItIsMended) {
+  w.careful.set(Mend::escape, true);
+  EXPECT_EQ(name_after("ABC\x1B"), "OLDNAME");
+  EXPECT_EQ(name_after("AB\bC\r"), "AB\bC");
+  std::int32_t v = 7777;
+  desk_.screen.type("12\x1B");
+  EXPECT_EQ(get_int(w, button::spline_years, v), Entry::left);
+  desk_.screen.type("12x");
+  EXPECT_EQ(get_int(w, button::spline_years, v), Entry::abandoned);
+  EXPECT_EQ(v, 7777);
+}
+
+TEST_F(Prompts, UsuallyEscapeIsACharacterOfAName) {
+  EXPECT_EQ(name_after("AB\x1B\r"), "AB\x1B");
+}
+
 }  // namespace
 }  // namespace vorn

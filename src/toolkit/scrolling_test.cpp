@@ -149,6 +149,27 @@ TEST_F(Scrolling, TheLastTreeAndChronologiesAreNotMarkedAsChanged) {
   EXPECT_TRUE(w.b(button::save_reference).on);
 }
 
+// Each by its own mend: that of the last core marks no chronology, and the other way round.
+TEST_F(Scrolling, CarefullyTheLastTreeIsMarked) {
+  w.careful.set(Mend::last_core, true);
+  w.tr1 = 4;
+  w.tr2 = 5;
+  topbot(w, sample, 10);
+  topbot(w, reference, 10);
+  EXPECT_TRUE(w.tr1ok);
+  EXPECT_FALSE(w.tr2ok);
+}
+
+TEST_F(Scrolling, CarefullyAChronologyIsMarked) {
+  w.careful.set(Mend::shift_lasts, true);
+  w.tr1 = 4;
+  w.tr2 = 5;
+  topbot(w, sample, 10);
+  topbot(w, reference, 10);
+  EXPECT_FALSE(w.tr1ok);
+  EXPECT_TRUE(w.tr2ok);
+}
+
 TEST_F(Scrolling, TheLastTreeAsReferenceIsNotMarkedEither) {
   w.tr1 = 1;
   w.tr2 = 4;

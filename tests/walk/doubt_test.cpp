@@ -9,6 +9,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apps/whole_program.h"
@@ -32,7 +33,8 @@ constexpr std::uint32_t usual_seed = 1;
 
 class Doubter : public Inbox {
  public:
-  Doubter(Walker& walker, std::uint32_t seed) : walker_(walker), random_(seed) {}
+  Doubter(Walker& walker, std::uint32_t seed, bool careful)
+      : walker_(walker), random_(seed), switches_(careful) {}
 
   void begin(const Workspace& w) {
     w_ = &w;
@@ -47,6 +49,7 @@ class Doubter : public Inbox {
   void notice(std::string_view text) override { said.emplace_back(text); }
 
   Deed next_deed() override {
+    if (std::exchange(switches_, false)) return CarefulSwitch{};
     look();
     const auto one_in = [this](unsigned many) { return random_() % many == 0; };
     if (standing_->can_undo && one_in(12)) return ++undone, went_back_ = true, Undo{};
@@ -96,6 +99,7 @@ class Doubter : public Inbox {
 
   Walker& walker_;
   std::mt19937 random_;
+  bool switches_;  // to careful, before anything is done
   const Workspace* w_ = nullptr;
   const Page* page_ = nullptr;
   SharedStanding standing_;
@@ -131,10 +135,19 @@ class Onlooker : public Inbox {
   bool asked_ = false;
 };
 
-class Doubt : public ::testing::TestWithParam<WalkFiles> {};
+struct DoubtedWalk {
+  WalkFiles files;
+  bool careful = false;
+};
+
+std::ostream& operator<<(std::ostream& out, const DoubtedWalk& walk) {
+  return out << walk.files;
+}
+
+class Doubt : public ::testing::TestWithParam<DoubtedWalk> {};
 
 TEST_P(Doubt, IsServedAndNothingIsLostOfWhatWasDone) {
-  const WalkFiles& files = GetParam();
+  const WalkFiles& files = GetParam().files;
   const std::string missing = files.first_missing();
   if (!missing.empty()) GTEST_SKIP() << "no " << missing << " here";
   const std::uint32_t seed = number_from("VORN_WALK_SEED", usual_seed);
@@ -149,7 +162,7 @@ TEST_P(Doubt, IsServedAndNothingIsLostOfWhatWasDone) {
     files.lay_out();
     std::ostringstream log;
     DiskFiles disk;
-    Doubter doubter(walker, seed + starts);
+    Doubter doubter(walker, seed + starts, GetParam().careful);
     {
       Journal journal("", "0");
       Session session(whole_program([&](const Workspace& w) { doubter.begin(w); }), disk, log, doubter,
@@ -184,8 +197,18 @@ TEST_P(Doubt, IsServedAndNothingIsLostOfWhatWasDone) {
   EXPECT_GT(compared, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, Doubt, ::testing::ValuesIn(all_walk_files()),
-                         [](const ::testing::TestParamInfo<WalkFiles>& walk) { return walk.param.name; });
+std::vector<DoubtedWalk> doubted_walks() {
+  std::vector<DoubtedWalk> walks;
+  for (const WalkFiles& files : all_walk_files()) walks.push_back({files});
+  // And the first three carefully.
+  for (std::size_t k = 0; k < 3; ++k) walks.push_back({all_walk_files()[k], true});
+  return walks;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Doubt, ::testing::ValuesIn(doubted_walks()),
+                         [](const ::testing::TestParamInfo<DoubtedWalk>& walk) {
+                           return walk.param.files.name + (walk.param.careful ? "Carefully" : "");
+                         });
 
 }  // namespace
 }  // namespace vorn

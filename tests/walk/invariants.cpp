@@ -76,13 +76,12 @@ std::string widths(const Workspace& w, const WalkState& state) {
   return "";
 }
 
-// The slots lie behind the store, the sample's on its last value.
+// The slots lie behind the store, the sample's on its last value, but carefully.
 std::string slots(const Workspace& w, const WalkState& state) {
   if (!state.pair_set) return "";
   const int sample = w.nd + 1, reference = w.nd + 2;
-  if (w.ad(sample) != w.ad(w.nd) + w.yr(w.nd) - 1) {
-    return differs("ad", sample, w.ad(sample), w.ad(w.nd) + w.yr(w.nd) - 1);
-  }
+  const int begin = w.ad(w.nd) + w.yr(w.nd) - (w.careful.has(Mend::reference_end) ? 0 : 1);
+  if (w.ad(sample) != begin) return differs("ad", sample, w.ad(sample), begin);
   if (w.ad(reference) != w.ad(sample) + w.yr(sample)) {
     return differs("ad", reference, w.ad(reference), w.ad(sample) + w.yr(sample));
   }

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -23,7 +24,7 @@
 namespace vorn {
 namespace {
 
-constexpr int usual_steps = 2'000;
+constexpr int usual_steps = 2'000, usual_careful_steps = 400;
 constexpr std::uint32_t usual_seed = 1;
 
 std::uint32_t number_from(const char* variable, std::uint32_t usual) {
@@ -31,18 +32,8 @@ std::uint32_t number_from(const char* variable, std::uint32_t usual) {
   return value == nullptr ? usual : static_cast<std::uint32_t>(std::strtoul(value, nullptr, 10));
 }
 
-class Walk : public ::testing::TestWithParam<WalkFiles> {};
-
-// The program is started as often as it ends, each time on files as they were.
-TEST_P(Walk, EndsWhereverItIsStoppedWithEverythingInOrder) {
-  const WalkFiles& files = GetParam();
-  const std::string missing = files.first_missing();
-  if (!missing.empty()) GTEST_SKIP() << "no " << missing << " here";
-  const std::uint32_t seed = number_from("VORN_WALK_SEED", usual_seed);
-  const int steps = static_cast<int>(number_from("VORN_WALK_STEPS", usual_steps));
-  std::cout << "walk " << files.name << ", seed " << seed << ", " << steps << " steps" << std::endl;
-
-  Walker walker(seed, steps, files.undated_records);
+// The program is started as often as it ends, each time on files as they were. Returns how often.
+int walk_over(const WalkFiles& files, Walker& walker, int steps, const Careful& careful) {
   int starts = 0;
   for (; !walker.done(); ++starts) {
     const ScratchFolder folder;
@@ -52,13 +43,30 @@ TEST_P(Walk, EndsWhereverItIsStoppedWithEverythingInOrder) {
     const auto w = std::make_unique<Workspace>(plot, disk);
     std::ostringstream log;
     w->log = &log;
+    w->careful = careful;
     walker.begin(*w);
     try {
       run_program(*w);
     } catch (const ProgramEnd&) {  // of whatever kind: it is started again
     }
-    ASSERT_LT(starts, steps);
+    if (starts >= steps) ADD_FAILURE() << "ends at every start";
+    if (starts >= steps) break;
   }
+  return starts;
+}
+
+class Walk : public ::testing::TestWithParam<WalkFiles> {};
+
+TEST_P(Walk, EndsWhereverItIsStoppedWithEverythingInOrder) {
+  const WalkFiles& files = GetParam();
+  const std::string missing = files.first_missing();
+  if (!missing.empty()) GTEST_SKIP() << "no " << missing << " here";
+  const std::uint32_t seed = number_from("VORN_WALK_SEED", usual_seed);
+  const int steps = static_cast<int>(number_from("VORN_WALK_STEPS", usual_steps));
+  std::cout << "walk " << files.name << ", seed " << seed << ", " << steps << " steps" << std::endl;
+
+  Walker walker(seed, steps, files.undated_records);
+  const int starts = walk_over(files, walker, steps, {});
   EXPECT_EQ(walker.complaint(), "");
   std::cout << walker.hits().size() << " buttons, " << starts << " starts" << std::endl;
   // The walk came through all the screens.
@@ -69,6 +77,46 @@ TEST_P(Walk, EndsWhereverItIsStoppedWithEverythingInOrder) {
 
 INSTANTIATE_TEST_SUITE_P(Files, Walk, ::testing::ValuesIn(all_walk_files()),
                          [](const ::testing::TestParamInfo<WalkFiles>& walk) { return walk.param.name; });
+
+// --- Carefully: on all files with all mends, and on the first with some at random.
+
+struct CarefulWalk {
+  std::string name;
+  WalkFiles files;
+  std::uint32_t seed = usual_seed;
+  Careful careful;
+};
+
+std::ostream& operator<<(std::ostream& out, const CarefulWalk& walk) {
+  return out << walk.name;
+}
+
+std::vector<CarefulWalk> careful_walks() {
+  std::vector<CarefulWalk> walks;
+  for (const WalkFiles& files : all_walk_files())
+    walks.push_back({files.name, files, usual_seed, Careful::everything()});
+  for (std::uint32_t seed = 1; seed <= 8; ++seed) {
+    walks.push_back({"some" + std::to_string(seed), all_walk_files().front(), seed,
+                     Careful::of_bits(static_cast<std::uint32_t>(std::mt19937(seed)()))});
+  }
+  return walks;
+}
+
+class Carefully : public ::testing::TestWithParam<CarefulWalk> {};
+
+TEST_P(Carefully, AWalkEndsWithEverythingInOrder) {
+  const CarefulWalk& walk = GetParam();
+  const std::string missing = walk.files.first_missing();
+  if (!missing.empty()) GTEST_SKIP() << "no " << missing << " here";
+  const std::uint32_t seed = number_from("VORN_WALK_SEED", walk.seed);
+  const int steps = static_cast<int>(number_from("VORN_WALK_STEPS", usual_careful_steps));
+  Walker walker(seed, steps, walk.files.undated_records);
+  walk_over(walk.files, walker, steps, walk.careful);
+  EXPECT_EQ(walker.complaint(), "") << names_of(walk.careful);
+}
+
+INSTANTIATE_TEST_SUITE_P(Walks, Carefully, ::testing::ValuesIn(careful_walks()),
+                         [](const ::testing::TestParamInfo<CarefulWalk>& walk) { return walk.param.name; });
 
 }  // namespace
 }  // namespace vorn

@@ -129,7 +129,8 @@ Event Walker::choose() {
   if (way < 6) return {up_to(Page::width), up_to(Page::height), Event::help};
   // Escape passes over messages, and is the way out where a year is to be picked and none is in sight.
   const bool picking = shown(button::upper_plot) || shown(button::lower_plot);
-  if (way < 9) return {0, 0, message_shown_ || picking ? Event::escape : 32 + up_to(94)};
+  const bool escapes = message_shown_ || picking || (w_->careful.any() && in(50));
+  if (way < 9) return {0, 0, escapes ? Event::escape : 32 + up_to(94)};
   if (way < 10) return {0, 0, 7 + up_to(248)};
   if (shown_.empty()) return {up_to(Page::width), up_to(Page::height), Event::click};
   return click_on(pick_button());
