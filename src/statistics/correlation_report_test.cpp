@@ -507,5 +507,16 @@ TEST(CorrReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
   EXPECT_EQ(store.messages.str(), "CloseCorr.prn fail err =    28\n");
 }
 
+// It has a line as ever, of nothing but 0, which is no part of the means.
+TEST(CorrReport, CarefullyAConstantTreeIsNoPartOfTheMeans) {
+  TwoTrees two, store;
+  store.add_tree("FLAT", 1900, repeated(10, 1.5));
+  store.w.careful.set(Mend::constant_series, true);
+  const std::string with = report(store.w), without = report(two.w);
+  EXPECT_EQ(line(with, 7), "FLAT       .00  .00  .00  .00   .00");
+  for (const int n : {1, 3, 4, 5, 6}) EXPECT_EQ(line(with, n), line(without, n));
+  EXPECT_EQ(line(with, 9), line(without, 8));
+}
+
 }  // namespace
 }  // namespace vorn
