@@ -65,9 +65,10 @@ void compare_with_all(Workspace& w, int i) {
 
 // For the chronology of another file: the current one as it stands.
 // Deliberate: [left-behind] as many values as the other one has, not as the current one has; behind them
-// stays what the entry before left, in this report or the one before.
+// stays what the entry before left, in this report or the one before. Carefully it is refreshed as a whole.
 void compare_with_chronology(Workspace& w, int i) {
-  for (int p = 1; p <= std::min(w.yr(i), max_years); ++p) w.corr_tables.comparison(p) = w.crn(p, w.cf);
+  const int years = w.careful.has(Mend::constant_series) ? chronology_years(w) : w.yr(i);
+  for (int p = 1; p <= std::min(years, max_years); ++p) w.corr_tables.comparison(p) = w.crn(p, w.cf);
 }
 
 // What `counts` is part of the means over all trees.

@@ -20,6 +20,10 @@ std::string blanks(int n) {
   return std::string(static_cast<std::size_t>(n), ' ');
 }
 
+std::vector<double> part(const std::vector<double>& values, int from, int count) {
+  return {values.begin() + from, values.begin() + from + count};
+}
+
 // The report as a file, written in a folder of its own.
 std::string report(Workspace& w) {
   const ScratchFolder folder;
@@ -415,6 +419,11 @@ TEST(CorrReport, ComparesOtherChronologiesWithWhatTheEntryBeforeLeftBehindTheirL
   for (std::size_t k = 10; k < 30; ++k) compared.push_back(k < 20 ? c[k] : 2 * c[k] - tree[k]);
   ASSERT_TRUE(store.w.corr_tables.valid(3, 2));
   EXPECT_EQ(store.w.corr_tables.correlation(3, 2), cov(other, compared));
+  // Carefully it is compared with the current chronology alone.
+  store.w.careful.set(Mend::constant_series, true);
+  report(store.w);
+  EXPECT_EQ(store.w.corr_tables.correlation(3, 2), cov(other, part(c, 10, 20)));
+  store.w.careful = {};
   // What the last entry left is still there in the next report, where the tree has gone.
   for (int p = 21; p <= 40; ++p) store.w.corr_tables.comparison(p) = 1.0;
   store.w.yr(1) = 0;

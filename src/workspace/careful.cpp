@@ -18,7 +18,7 @@ constexpr std::array table = {
     MendRow{Mend::compact_widths, "compact-widths", "compact files keep widths of 10 mm and more"},
     MendRow{Mend::read_trw, "read-trw", "Read TRW goes on without its list and writes all it read"},
     MendRow{Mend::constant_series, "constant-series",
-            "a constant series leaves the figures of the others alone"},
+            "constant series and what a report left spoil no other figure"},
     MendRow{Mend::last_core, "last-core", "the last core can be saved like any other"},
     MendRow{Mend::reference_end, "reference-end", "the last entry as reference keeps its last value"},
     MendRow{Mend::shift_lasts, "shift-lasts", "a saved shift of a chronology lasts"},
