@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "plot/plot.h"
 #include "records/edit_format.h"
+#include "statistics/correlation.h"
 #include "toolkit/buttons.h"
 #include "toolkit/drawing.h"
 
@@ -43,13 +45,20 @@ int segments_computed(const Workspace& w) {
   return years / 2;
 }
 
-// The first one among equals. Deliberate: [wins-its-row] a cell of too few pairs, which holds 2.0.
-int best_column(const Workspace& w, int segment) {
-  int best = 1;
-  for (int lag = 2; lag <= lags; ++lag) {
-    if (w.ctab(lag, segment) > w.ctab(best, segment)) best = lag;
+// Whether a cell is passed over for its too few pairs: carefully.
+bool is_empty(const Workspace& w, int lag, int segment) {
+  return w.careful.has(Mend::short_samples) && w.ctab(lag, segment) == not_correlated;
+}
+
+// The first one among equals; none where all are empty. Deliberate: [wins-its-row] a cell of too few pairs,
+// which holds 2.0.
+std::optional<int> best_column(const Workspace& w, int segment) {
+  int best = 0;
+  for (int lag = 1; lag <= lags; ++lag) {
+    if (is_empty(w, lag, segment)) continue;
+    if (best == 0 || w.ctab(lag, segment) > w.ctab(best, segment)) best = lag;
   }
-  return best - 1;
+  return best > 0 ? std::optional(best - 1) : std::nullopt;
 }
 
 void shade(const Workspace& w, int segments) {
@@ -57,7 +66,9 @@ void shade(const Workspace& w, int segments) {
   w.plot.rectangle(column_left(max_lag), top, column_left(max_lag + 1), row_top(segments));
   w.plot.setclr(colour::light_red);
   for (int row = 0; row < segments; ++row) {
-    const int x = column_left(best_column(w, row + 1));
+    const auto best = best_column(w, row + 1);
+    if (!best) continue;
+    const int x = column_left(*best);
     w.plot.rectangle(x, row_top(row), x + column_width, row_top(row + 1));
   }
 }
@@ -104,6 +115,7 @@ void draw_row(const Workspace& w, int segment) {
   w.plot.setclr(colour::ink);
   const Columns shown = reachable(w, first, last);
   for (int column = shown.first; column <= shown.last; ++column) {
+    if (is_empty(w, column + 1, segment)) continue;
     w.plot.messag(correlation_text(w.ctab(column + 1, segment)), column_left(column) + 17, text_y);
   }
 }
