@@ -45,16 +45,33 @@ int segments_computed(const Workspace& w) {
   return years / 2;
 }
 
+struct Columns {
+  int first, last;
+};
+
+// The lags that the chosen series can reach. Deliberate: [reach-as-stored] by its years as stored, wherever
+// the screen has shifted it to, and never less than lag 0.
+Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last_year) {
+  const int chosen = w.chc(1) >= 1 && w.chc(1) <= w.nd ? w.chc(1) : w.nd + 1;
+  const auto column = [](std::int64_t lag, int lowest, int highest) {
+    return static_cast<int>(std::clamp<std::int64_t>(lag + max_lag, lowest, highest));
+  };
+  return {column(w.fy(chosen) - first_year, 0, max_lag), column(w.ly(chosen) - last_year, max_lag, lags - 1)};
+}
+
 // Whether a cell is passed over for its too few pairs: carefully.
 bool is_empty(const Workspace& w, int lag, int segment) {
   return w.careful.has(Mend::short_samples) && w.ctab(lag, segment) == not_correlated;
 }
 
-// The first one among equals; none where all are empty. Deliberate: [wins-its-row] a cell of too few pairs,
-// which holds 2.0.
+// The first one among equals, carefully of those that are shown; none where all are empty. Deliberate:
+// [wins-its-row] a cell of too few pairs, which holds 2.0.
 std::optional<int> best_column(const Workspace& w, int segment) {
+  const bool of_shown = w.careful.has(Mend::short_samples);
+  const Columns among =
+      of_shown ? reachable(w, w.cyrs(1, segment), w.cyrs(2, segment)) : Columns{0, lags - 1};
   int best = 0;
-  for (int lag = 1; lag <= lags; ++lag) {
+  for (int lag = among.first + 1; lag <= among.last + 1; ++lag) {
     if (is_empty(w, lag, segment)) continue;
     if (best == 0 || w.ctab(lag, segment) > w.ctab(best, segment)) best = lag;
   }
@@ -83,20 +100,6 @@ void draw_columns(const Workspace& w, int segments) {
     w.plot.setclr(colour::light_red);
     w.plot.messag(lag_labels[static_cast<std::size_t>(column)], column_left(column) + 10, lag_label_y);
   }
-}
-
-struct Columns {
-  int first, last;
-};
-
-// The lags that the chosen series can reach. Deliberate: [reach-as-stored] by its years as stored, wherever
-// the screen has shifted it to, and never less than lag 0.
-Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last_year) {
-  const int chosen = w.chc(1) >= 1 && w.chc(1) <= w.nd ? w.chc(1) : w.nd + 1;
-  const auto column = [](std::int64_t lag, int lowest, int highest) {
-    return static_cast<int>(std::clamp<std::int64_t>(lag + max_lag, lowest, highest));
-  };
-  return {column(w.fy(chosen) - first_year, 0, max_lag), column(w.ly(chosen) - last_year, max_lag, lags - 1)};
 }
 
 // A correlation without the digit before its point.

@@ -76,11 +76,14 @@ void fill_table(const SeriesStore& store, const Settings& settings, LagTable& ta
   table.ctab.fill(0.0);
   const YearSpan both =
       common({store.fy(sample), store.ly(sample)}, {store.fy(reference), store.ly(reference)});
-  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - settings.seg + 1;
+  const bool own_years_alone = settings.careful.has(Mend::short_samples);
+  const std::int64_t length =
+      own_years_alone ? std::min<std::int64_t>(settings.seg, both.count()) : settings.seg;
+  if (own_years_alone && length < 1) return;
+  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - length + 1;
   int k = 0;
   for (const std::int64_t start : segment_starts(first, last, std::int64_t{settings.seg} - settings.olap)) {
-    fill_segment(store, table, ++k, {start, start + settings.seg - 1},
-                 settings.careful.has(Mend::short_samples), measure);
+    fill_segment(store, table, ++k, {start, start + length - 1}, own_years_alone, measure);
   }
 }
 
