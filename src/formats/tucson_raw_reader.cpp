@@ -199,8 +199,8 @@ int RawReader::behind_what_is_there() const {
   return std::min(first + before_.filled, last + 1);
 }
 
-// Where the end mark stands in the line before the one read last; 0 if there is none. Deliberate:
-// [ring-of-999] a ring of 999 in the last line of a series without a mark is taken for it.
+// Where the end mark stands in the line before the one read last; 0 if there is none.
+// Deliberate: [ring-of-999] a ring of 999 in the last line of a series without a mark is taken for it.
 int RawReader::find_end_mark() const {
   const int last = last_before(), behind = behind_what_is_there();
   bool is_ring = false;  // widths stand behind it

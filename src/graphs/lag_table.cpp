@@ -64,8 +64,8 @@ bool is_empty(const Workspace& w, int lag, int segment) {
   return w.careful.has(Mend::short_samples) && w.ctab(lag, segment) == not_correlated;
 }
 
-// The first one among equals, carefully of those that are shown; none where all are empty. Deliberate:
-// [wins-its-row] a cell of too few pairs, which holds 2.0.
+// The first one among equals, carefully of those that are shown; none where all are empty.
+// Deliberate: [wins-its-row] a cell of too few pairs, which holds 2.0.
 std::optional<int> best_column(const Workspace& w, int segment) {
   const bool of_shown = w.careful.has(Mend::short_samples);
   const Columns among =
