@@ -36,11 +36,13 @@ class NoTroubles : public Troubles {
   void tell(const Trouble& trouble) override { VORN_ASSERT(trouble.status == status::ok); }
 };
 
-void write_cores(const SeriesStore& w, Layout layout, MemoryFiles& files) {
+void write_cores(const Workspace& w, Layout layout, MemoryFiles& files) {
   NoTroubles none;
   TextOutput out;
   told(none, in_memory, out.create(files, in_memory), "Open");
-  const Writing writing{in_memory, out, none, true};
+  Careful careful = w.careful;
+  careful.set(Mend::heidelberg_names, true);
+  const Writing writing{in_memory, out, none, careful};
   const LayoutRow* row = row_of(layout);
   VORN_ASSERT(row && row->write_core);
   for (int i = 1; i <= w.nc; ++i) row->write_core(w, writing, i);
@@ -105,10 +107,10 @@ Sentences not_read_back(const Collection& collection, const TargetLayout& target
 }
 
 Sentences too_wide(const Collection& collection) {
-  const SeriesStore& w = collection.state();
+  const Workspace& w = collection.state();
   Sentences all;
   for (int i = 1; i <= w.nc; ++i) {
-    if (!fits_compact(w, i))
+    if (!fits_compact(w, w.careful, i))
       all.push_back(collection.path() + ": " + plain_name(w, i) + ": widths of 10 mm or more do not fit");
   }
   return all;
@@ -130,6 +132,10 @@ Lines lines_by(NotTaken why) {
       return {" with keywords that the program does not know"};
     case NotTaken::no_end_mark:
       return {" of series without an end mark", true};
+    case NotTaken::no_name:
+      return {" without a name", true};
+    case NotTaken::no_decade:
+      return {" of statistics"};
     case NotTaken::cut_header:
       return {" of a header without data", true};
     case NotTaken::behind_end:

@@ -10,6 +10,7 @@
 #include "plot/screen.h"
 #include "records/edit_format.h"
 #include "toolkit/messages.h"
+#include "workspace/constant_core.h"
 
 namespace vorn {
 namespace {
@@ -94,7 +95,9 @@ void std_crn(Workspace& w) {
   clear_column(w);
   set_span(w);
   if (w.cyr(w.cf) > max_years) refuse_length(w);
-  for (int i = 1; i <= w.nc; ++i) add_present_rings(w, i);
+  for (int i = 1; i <= w.nc; ++i) {
+    if (!is_left_out(w, w.careful, i)) add_present_rings(w, i);
+  }
   scale_cores(w, grand_mean(w));
   take_means(w);
 }

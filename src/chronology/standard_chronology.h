@@ -9,6 +9,8 @@ namespace vorn {
 // cf) is the mean over the rings present in calendar year cfy(cf) + k - 1, num(k, cf) their number; a year
 // without any has 1.0 and 0. Years behind the last one hold 0 and 0. Sets cfy, cly and cyr of the file.
 //
+// Carefully a constant core (workspace/constant_core.h) counts for the years alone.
+//
 // Then divides `ax` of every core by the mean of all present values. The chronology keeps the scale from
 // before.
 //

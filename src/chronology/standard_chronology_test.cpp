@@ -183,5 +183,27 @@ TEST_F(StandardChronology, WithoutCoresIsLeftAsItIs) {
   EXPECT_EQ(w.crn(1, 1), 7);
 }
 
+// The years of the constant core count, its values do not.
+TEST_F(StandardChronology, CarefullyLeavesConstantCoresOut) {
+  add_core(1900, {1, 2, 3});
+  add_core(1901, {4, 4, 4});
+  add_core(1900, {2, 4, 6});
+  w.ax(w.ad(3) + 1) = -std::numeric_limits<double>::infinity();
+  w.careful.set(Mend::constant_series, true);
+  std_crn(w);
+  EXPECT_EQ(w.cly(1), 1903);
+  EXPECT_EQ(column(4), (Values{1, 2, 3, 1}));
+  EXPECT_EQ(depth(4), (std::vector<int>{1, 1, 1, 0}));
+  EXPECT_EQ(values(w.ax, 1), (Values{0.5, 1, 1.5}));
+}
+
+TEST_F(StandardChronology, CarefullyKeepsACoreOfOneRing) {
+  add_core(1900, {1, 2, 3});
+  add_core(1901, {4});
+  w.careful.set(Mend::constant_series, true);
+  std_crn(w);
+  EXPECT_EQ(depth(3), (std::vector<int>{1, 2, 1}));
+}
+
 }  // namespace
 }  // namespace vorn

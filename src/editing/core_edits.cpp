@@ -58,7 +58,7 @@ bool append_cores(Workspace& w, const FileName& name, Layout layout, int count) 
   // Deliberate: [index-destination] to an index file nothing is written, and the core is gone all the same.
   const LayoutRow* row = row_of(layout);
   for (int m = 1; m <= count; ++m) {
-    if (row && row->write_core) row->write_core(w, {name.view(), file, troubles}, w.chc(m));
+    if (row && row->write_core) row->write_core(w, {name.view(), file, troubles, w.careful}, w.chc(m));
   }
   const bool written = file.is_open();
   const Status closed = file.close();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "toolkit/buttons.h"
+#include "workspace/constant_core.h"
 
 namespace vorn {
 namespace {
@@ -75,9 +76,10 @@ void remove_tree(SeriesStore& w, const FileTable& files, const Comparison& pair,
   fill_slot(w, reference, pair.tr2, w.ad(sample) + w.yr(sample));
   w.ad(reference + 1) = w.ad(reference) + w.yr(reference);
   const int own_chronology = w.nc + files.cf;
-  if (pair.tr1 <= w.nc && pair.tr2 == own_chronology) {
+  const auto is_part = [&](int entry) { return entry <= w.nc && !is_left_out(w, careful, entry); };
+  if (is_part(pair.tr1) && pair.tr2 == own_chronology) {
     leave_core_out(w, files, sample, reference);
-  } else if (pair.tr2 <= w.nc && pair.tr1 == own_chronology) {
+  } else if (is_part(pair.tr2) && pair.tr1 == own_chronology) {
     leave_core_out(w, files, reference, sample);
   }
 }

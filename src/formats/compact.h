@@ -22,13 +22,14 @@ bool is_compact(const FirstLine& line);
 ReadDecisions read_compact(SeriesStore& w, const Reading& reading);
 
 // Writes entry i, in thousandths of a millimetre, four columns a value, missing rings
-// as -999; a width of 10 mm or more comes out as asterisks. A failure is told as "writeH" or "writeD" with
+// as -999; a width of 10 mm or more comes out as asterisks. Carefully the values of a series with such widths
+// have ten columns, which its header says. A failure is told as "writeH" or "writeD" with
 // the name of the series.
 //
 // Returns: every line was written.
 bool write_crec(const SeriesStore& w, const Writing& writing, int i);
 
-// Whether every ring of entry i is narrow enough to be written so.
-bool fits_compact(const SeriesStore& w, int i);
+// Whether every ring of entry i can be written so.
+bool fits_compact(const SeriesStore& w, const Careful& careful, int i);
 
 }  // namespace vorn

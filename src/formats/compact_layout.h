@@ -24,8 +24,13 @@ inline const EditFormat header_edit("(1X,I7,2X,I8,3X,A8,39X,I3,A8)");
 
 // As written.
 inline const EditFormat header_line("(I8,\"=N\",I8,\"=I \",A8,42X,A8)");
-inline constexpr std::string_view values_format = "(19F4.0)";             // named by the header
-inline const EditFormat values_line("(19I4)");                            // and what it is written with
+inline constexpr std::string_view values_format = "(19F4.0)";  // named by the header
+inline const EditFormat values_line("(19I4)");                 // and what it is written with
+// Of a series with wider rings, carefully: its exponent says that they are thousandths.
+inline const EditFormat wide_header_line("(I8,\"=N\",I8,\"=I \",A8,39X,I3,A8)");
+inline constexpr std::int32_t wide_exponent = -3;
+inline constexpr std::string_view wide_values_format = "(8F10.0)";
+inline const EditFormat wide_values_line("(8I10)");
 inline constexpr std::int32_t least_value = -999, largest_value = 9'999;  // that its columns can show
 inline constexpr std::int32_t missing_ring = -999;  // as written; every negative value is read as missing
 

@@ -236,9 +236,9 @@ TEST_F(Compact, WidthsFitUpToWhatIsRoundedTo9999Thousandths) {
   add_core(1953, {1, 9.9995});
   add_core(1953, {std::numeric_limits<double>::quiet_NaN()});
   w.xok(w.ad(3)) = true;
-  EXPECT_TRUE(fits_compact(w, 1));
-  EXPECT_FALSE(fits_compact(w, 2));
-  EXPECT_FALSE(fits_compact(w, 3));
+  EXPECT_TRUE(fits_compact(w, {}, 1));
+  EXPECT_FALSE(fits_compact(w, {}, 2));
+  EXPECT_FALSE(fits_compact(w, {}, 3));
 }
 
 TEST_F(Compact, SeriesWithoutYearsIsWrittenWithOneEmptyLine) {
@@ -266,6 +266,60 @@ TEST_F(Compact, FailureOfTheHeaderIsToldOnceAsWriteH) {
     ASSERT_EQ(out.write(EditFormat("(A99)"), std::string(99, 'x')), status::ok);
   EXPECT_FALSE(write_crec(w, writing(out), 1));
   EXPECT_EQ(messages(), Messages{"writeHCORE01 fail err =    28"});
+}
+
+// --- Written carefully.
+
+TEST_F(Compact, CarefullyASeriesWithWidthsOf10mmHasTenColumnsForAll) {
+  w.careful.set(Mend::compact_widths, true);
+  add_core(-5, {9.9995, 12.5, 0.001, 123.456, -1, 1'000'000, 0, 1, 2});
+  w.nam(1) = "CORE01";
+  w.xok(5) = false;
+  EXPECT_EQ(
+      written(1),
+      header(9, -5, "CORE01", " -3", "(8F10.0)") +
+          "     10000     12500         1    123456      -9991000000000         0      1000\n      2000\n");
+}
+
+TEST_F(Compact, CarefullyWideSeriesComeBackAmongOthers) {
+  w.careful.set(Mend::compact_widths, true);
+  const std::vector<double> wide{9.999, 10, 12.345, 0.001, 2'000'000};
+  add_core(1953, {0.5, 0.25});
+  add_core(1900, wide);
+  add_core(1953, {9.999, 0.25});
+  for (int i = 1; i <= 3; ++i) w.nam(i) = "CORE0" + std::to_string(i);
+  const std::string file = written(1) + written(2) + written(3);
+  w.careful = {};
+  read(file);
+  ASSERT_EQ(w.nc, 3);
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{0.5, 0.25}));
+  EXPECT_EQ(values(w.x, 2), wide);
+  EXPECT_EQ(w.fy(2), 1900);
+  EXPECT_EQ(values(w.x, 3), (std::vector<double>{9.999, 0.25}));
+  EXPECT_EQ(messages(), Messages{});
+}
+
+TEST_F(Compact, CarefullyAFileThatBeginsWithAWideSeriesIsRecognised) {
+  w.careful.set(Mend::compact_widths, true);
+  add_core(1900, {12, 13});
+  current_file("wide.rwm", written(1));
+  EXPECT_EQ(find_rftyp(w).layout, Layout::compact);
+}
+
+TEST_F(Compact, CarefullyAllWidthsFitThatAreNumbers) {
+  w.careful.set(Mend::compact_widths, true);
+  add_core(1953, {1, 9.9995});
+  add_core(1953, {std::numeric_limits<double>::quiet_NaN()});
+  w.xok(w.ad(2)) = true;
+  EXPECT_TRUE(fits_compact(w, w.careful, 1));
+  EXPECT_FALSE(fits_compact(w, w.careful, 2));
+}
+
+TEST_F(Compact, CarefullyNarrowSeriesAreWrittenAsEver) {
+  add_core(1953, {9.999, 0.001});
+  const std::string usual = written(1);
+  w.careful = Careful::everything();
+  EXPECT_EQ(written(1), usual);
 }
 
 }  // namespace

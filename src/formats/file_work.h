@@ -25,8 +25,7 @@ struct Writing {
   std::string_view file;  // its name
   TextOutput& out;
   Troubles& troubles;
-  bool names_to_the_left = false;  // Heidelberg: so that a name is read back whole
-  Careful careful = {};            // what is not written in the usual way
+  Careful careful = {};  // what is not written in the usual way
 };
 
 // Each tells `status` under `label` unless it is ok, and answers it, as told() of records/troubles.h does.
@@ -37,6 +36,9 @@ Status told_read(const Reading& reading, const TextInput& input, Status status, 
                  const Name& series = {});
 // Of a line written, under the name of its series.
 Status told_write(const Writing& writing, Status status, std::string_view label, const Name& series);
+
+// Whether nothing but blanks, tabs and Ctrl-Z stands on a line.
+bool is_blank_line(std::string_view line);
 
 // Tells plain words; `line` is where the reader is.
 void tell_words(const Reading& reading, std::string_view words, std::int64_t line = 0);

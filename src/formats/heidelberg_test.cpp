@@ -25,11 +25,11 @@ class Heidelberg : public FormatBench {
     return lines;
   }
 
-  std::string written(int i, bool names_to_the_left = false) {
+  std::string written(int i, Careful careful = {}) {
     TextOutput out;
     EXPECT_EQ(out.create(disk, "out.fh"), status::ok);
     Writing target = writing(out);
-    target.names_to_the_left = names_to_the_left;
+    target.careful = careful;
     EXPECT_TRUE(write_hrec(w, target, i));
     EXPECT_EQ(out.close(), status::ok);
     return ScratchFolder::read("out.fh");
@@ -350,13 +350,23 @@ TEST_F(Heidelberg, NameReadBackIsFourBlanksAndItsFirstFourCharacters) {
 TEST_F(Heidelberg, NameWrittenToTheLeftIsReadBackWhole) {
   add_core(1950, {1.5, 0.25});
   w.nam(1) = "CORE0123";
-  const std::string file = written(1, true);
+  const std::string file = written(1, Careful::everything());
   EXPECT_NE(file.find("\nKeyCode=CORE0123    \n"), std::string::npos) << file;
   read(file);
   ASSERT_EQ(w.nc, 1);
   EXPECT_EQ(w.nam(1).view(), "CORE0123");
   EXPECT_EQ(values(w.x, 1), (std::vector<double>{1.5, 0.25}));
   EXPECT_EQ(messages(), Messages{});
+}
+
+TEST_F(Heidelberg, NameIsWrittenToTheLeftWithThatMendAlone) {
+  add_core(1950, {1.5});
+  w.nam(1) = "CORE0123";
+  Careful others = Careful::everything(), alone;
+  others.set(Mend::heidelberg_names, false);
+  alone.set(Mend::heidelberg_names, true);
+  EXPECT_NE(written(1, others).find("\nKeyCode=    CORE0123\n"), std::string::npos);
+  EXPECT_NE(written(1, alone).find("\nKeyCode=CORE0123    \n"), std::string::npos);
 }
 
 TEST_F(Heidelberg, SeriesWithoutYearsIsWrittenWithOneEmptyLineAndReadsBack) {

@@ -21,7 +21,7 @@ std::string to_the_left(std::int32_t number) {
 
 Status write_name(const Name& name, const Writing& writing) {
   // Deliberate: [name-to-the-right] the name stands in twelve columns, so that a reader meets four blanks.
-  if (!writing.names_to_the_left) return writing.out.write(name_line, name);
+  if (!writing.careful.has(Mend::heidelberg_names)) return writing.out.write(name_line, name);
   return writing.out.write(name_line, Text<12>(name.view()));
 }
 

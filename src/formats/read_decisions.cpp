@@ -36,6 +36,9 @@ std::vector<std::string> limits_passed(const ReadDecisions& decided, std::string
   }
   if (decided.left_out(NotTaken::long_header))
     add("a header of more than 200 lines leaves its values unread");
+  if (const auto unnamed = std::ranges::find(decided.not_taken, NotTaken::no_name, &LinesNotTaken::why);
+      unnamed != decided.not_taken.end())
+    add("lines without a name were not read, the first of them line " + std::to_string(unnamed->first));
   if (decided.left_out(NotTaken::series_limit))
     add("series behind " + the_nth(decided.series.size()) + " were not read");
   if (decided.left_out(NotTaken::year_limit)) add("years behind " + the_nth(max_years) + " were not read");

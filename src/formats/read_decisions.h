@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "records/status.h"
+#include "workspace/careful.h"
 #include "workspace/layout.h"
 #include "workspace/names.h"
 
@@ -43,6 +44,8 @@ enum class NotTaken {
   long_header,   // no data within as many lines as a header may have
   cut_header,    // the file ends in a header
   behind_end,    // a line without a name ends the file
+  no_name,       // a line without a name that goes on with no series: passed over
+  no_decade,     // Tucson index: a line of statistics, passed over
   no_room,       // the store has no room for more rings
   series_limit,  // as many series as a file may hold were read before
   year_limit     // as many years as a chronology may have were read before
@@ -63,6 +66,7 @@ struct ReadDecisions {
   std::size_t more_not_taken = 0;             // entries for which there was no place
   std::int32_t missing_rings = 0;
   Status status = status::ok;  // of the last operation on the file
+  Careful careful = {};        // as the file was read
 
   void leave_out(std::int64_t first, std::int64_t last, NotTaken why);
   bool left_out(NotTaken why) const;

@@ -25,11 +25,11 @@ FileName output_name(const FileName& file) {
   return FileName(std::string(name.substr(0, kept)) + std::string(extension));
 }
 
-Status write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
-                 const std::function<void(double)>& progress) {
+Status write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout,
+                 const Careful& careful, Troubles& troubles, const std::function<void(double)>& progress) {
   TextOutput out;
   told(troubles, name.view(), out.create(files, name.view()), "Open");
-  const Writing writing{name.view(), out, troubles};
+  const Writing writing{name.view(), out, troubles, careful};
   // Deliberate: [no-layout] with none chosen the file stays empty.
   const LayoutRow* row = row_of(layout);
   for (int i = 1; i <= w.nc; ++i) {

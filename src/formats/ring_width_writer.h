@@ -6,6 +6,7 @@
 
 #include "records/files.h"
 #include "records/troubles.h"
+#include "workspace/careful.h"
 #include "workspace/layout.h"
 #include "workspace/names.h"
 #include "workspace/series_store.h"
@@ -18,11 +19,11 @@ namespace vorn {
 FileName output_name(const FileName& file);
 
 // Writes cores 1 to nc in a layout to the file `name`. With none chosen (Layout::none) the file is created
-// empty. Failures are told as "Open", "Close" and by the record writers. `progress` is told now and then what
-// share is done, 0 to 1.
+// empty. Layouts are written as `careful` says. Failures are told as "Open", "Close" and by the record
+// writers. `progress` is told now and then what share is done, 0 to 1.
 //
 // Returns the status of the closing.
-Status write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout, Troubles& troubles,
-                 const std::function<void(double)>& progress);
+Status write_raw(const SeriesStore& w, Files& files, const FileName& name, Layout layout,
+                 const Careful& careful, Troubles& troubles, const std::function<void(double)>& progress);
 
 }  // namespace vorn

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "formats/tucson_index.h"
 #include "formats/tucson_index_layout.h"
@@ -17,6 +18,7 @@ constexpr int longest_walk_back = 11;
 constexpr std::size_t shortest_line = 80;  // of one that is recognised
 
 const EditFormat header_edit("(A140)");
+const EditFormat label_edit("(A6,I4)");
 const EditFormat recognition_edit("(6X,I4,10(I4,I3),A5)");
 
 // The ten years of a line: index, depth, index, …
@@ -30,6 +32,20 @@ int decade_start(std::int32_t first_year) {
   return (first_year / 10 - 1) * 10 - first_year;
 }
 
+// The label of the line behind the one so labelled.
+std::int64_t label_behind(std::int64_t label) {
+  const std::int64_t rest = label % years_a_line;
+  return label - rest + (rest < 0 ? 0 : years_a_line);
+}
+
+// The year that a line is labelled with; none where it is no number.
+std::optional<std::int64_t> label_of(std::string_view line) {
+  Text<6> site;
+  std::int32_t label = 0;
+  if (edit_read(line, label_edit, site, label) != status::ok) return std::nullopt;
+  return site(6) == '-' ? -label : label;
+}
+
 class IndexReader {
  public:
   IndexReader(FileTable& files, int f, TextInput& file, const Reading& reading, ReadDecisions& decided)
@@ -41,6 +57,7 @@ class IndexReader {
   int last_year_with_data(int filled) const;
 
  private:
+  Status read_decade(IndexLines& lines);
   int store_decade(int position);
   void keep_decisions(int position);
 
@@ -89,16 +106,31 @@ int IndexReader::last_year_with_data(int filled) const {
   return last;
 }
 
+// Reads the next line that is a decade.
+Status IndexReader::read_decade(IndexLines& lines) {
+  for (;;) {
+    const Decade before = decade_;
+    // Deliberate: [later-labels] their years are not looked at.
+    const Status answer = file_.read(line_edit, std::span(decade_));
+    if (answer == status::end_of_file || status::of_system(answer)) return answer;
+    const IndexLines::Kind kind = lines.kind_of(file_.record());
+    if (kind == IndexLines::Kind::decade) return answer;
+    decade_ = before;
+    if (kind == IndexLines::Kind::statistics)
+      decided_.leave_out(file_.line(), file_.line(), NotTaken::no_decade);
+  }
+}
+
 int IndexReader::read_decades() {
   Text<6> site;
   w.cfy(f_) = 0;
   told_read(reading_, file_, file_.read(first_line_edit, site, w.cfy(f_), std::span(decade_)), "Read2");
   if (site(6) == '-') w.cfy(f_) = -w.cfy(f_);
+  IndexLines lines(reading_.careful, w.cfy(f_));
   const int start = decade_start(w.cfy(f_)) + 1;
   int filled = store_decade(start);
   for (int position = start + years_a_line; position <= last_position_read; position += years_a_line) {
-    // Deliberate: [later-labels] their years are not looked at.
-    const Status answer = file_.read(line_edit, std::span(decade_));
+    const Status answer = read_decade(lines);
     if (answer == status::end_of_file) break;
     // Deliberate: [statistics-line] a line that is no decade is told and gives ten years.
     told_read(reading_, file_, answer, "Read3");
@@ -108,6 +140,20 @@ int IndexReader::read_decades() {
 }
 
 }  // namespace
+
+IndexLines::IndexLines(const Careful& careful, std::int64_t first_label)
+    : careful_(careful), next_label_(label_behind(first_label)) {}
+
+IndexLines::Kind IndexLines::kind_of(std::string_view line) {
+  if (careful_.has(Mend::blank_line) && is_blank_line(line)) return Kind::blank;
+  const auto label = label_of(line);
+  Decade decade{};
+  if (careful_.has(Mend::statistics_line) && label != next_label_ &&
+      edit_read(line, line_edit, std::span(decade)) != status::ok)
+    return Kind::statistics;
+  next_label_ = label_behind(label.value_or(next_label_));
+  return Kind::decade;
+}
 
 bool is_index_decade(const FirstLine& line) {
   if (line.trimmed().size() < shortest_line) return false;
@@ -119,6 +165,7 @@ bool is_index_decade(const FirstLine& line) {
 
 ReadDecisions read_ind(FileTable& w, int f, const Reading& reading) {
   ReadDecisions decided{Layout::tucson_index, reading.header_lines};
+  decided.careful = reading.careful;
   TextInput file;
   told(reading.troubles, reading.file, file.open(reading.files, reading.file), "Open");
   IndexReader reader(w, f, file, reading, decided);

@@ -235,5 +235,59 @@ TEST_F(TucsonIndex, MissingFileIsToldAsOpen) {
   EXPECT_EQ(w.cyr(1), 0);
 }
 
+// --- Read carefully.
+
+const std::string statistics = "SITE498 .7494   .2927   .1606   1.0000  498.0000540.5796\n";
+
+TEST_F(TucsonIndex, CarefullyALineOfStatisticsIsNoDecade) {
+  const std::string file = decade("SITE", 1950, ten(100)) + decade("SITE", 1960, ten(200));
+  for (const bool careful : {false, true}) {
+    w.careful.set(Mend::statistics_line, careful);
+    current_file("site.crn", file + statistics);
+    const ReadDecisions decided = read_ind(w);
+    EXPECT_EQ(w.cyr(1), careful ? 20 : 30);
+    EXPECT_EQ(messages().empty(), careful);
+    EXPECT_EQ(decided.left_out(NotTaken::no_decade), careful);
+  }
+}
+
+// The lines behind it keep their years.
+TEST_F(TucsonIndex, CarefullyALineOfStatisticsInTheMiddleMovesNothing) {
+  w.careful.set(Mend::statistics_line, true);
+  read(decade("SITE", 1950, ten(100)) + statistics + decade("SITE", 1960, ten(200)));
+  EXPECT_EQ(w.cyr(1), 20);
+  EXPECT_EQ(w.crn(11, 1), 200.0);
+}
+
+// Its label says that it is the next decade.
+TEST_F(TucsonIndex, CarefullyADecadeWithABadFieldStaysOne) {
+  for (const int first : {1953, -15, -10}) {
+    w.careful = {};
+    const int second = first < 0 ? first / 10 * 10 + (first == -10 ? 10 : 0) : 1960;
+    const std::string file = decade("SITE", first, ten(100)) + "SITE  " +
+                             std::string(second < 0    ? " "
+                                         : second == 0 ? "   "
+                                                       : "") +
+                             std::to_string(second) + " 200  5 2x0  5 202  5\n" +
+                             decade("SITE", second + 10, ten(300));
+    read(file);
+    const int years = w.cyr(1);
+    w.careful = Careful::everything();
+    messages();
+    read(file);
+    EXPECT_EQ(w.cyr(1), years) << first;
+    EXPECT_EQ(messages().size(), 1u) << first;
+  }
+}
+
+TEST_F(TucsonIndex, CarefullyABlankLineIsNoDecade) {
+  for (const bool careful : {false, true}) {
+    w.careful.set(Mend::blank_line, careful);
+    read(decade("SITE", 1953, ten(100)) + "\n" + decade("SITE", 1960, ten(200)) + "  \t\n\n");
+    EXPECT_EQ(w.cyr(1), careful ? 17 : 47);
+    EXPECT_EQ(w.crn(8, 1), careful ? 200.0 : 0.0);
+  }
+}
+
 }  // namespace
 }  // namespace vorn

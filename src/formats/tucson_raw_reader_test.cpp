@@ -297,5 +297,141 @@ TEST_F(TucsonRawReader, SeriesThatWouldPassThePoolsEndIsRefusedAndThoseBeforeItK
   EXPECT_EQ(w.x(299 * 4001), 1.23);
 }
 
+// --- Read carefully.
+
+class TucsonRawCarefully : public TucsonRawReader {
+ protected:
+  ReadDecisions read_with(Mend mend, const std::string& contents) {
+    w.careful = {};
+    w.careful.set(mend, true);
+    current_file("site.rwl", contents);
+    return read_raw(w);
+  }
+  using Widths = std::vector<double>;
+};
+
+TEST_F(TucsonRawCarefully, BlankLinesAreNotThere) {
+  for (const char* blank : {"\n", "        \n", "\t \n", "   \x1a\n", "\n\n\n"}) {
+    const ReadDecisions decided =
+        read_with(Mend::blank_line, raw_line("CORE01", 1955, {1, 2, 3, 4, 5}) + blank +
+                                        raw_line("CORE01", 1960, {6, 999}) + blank +
+                                        raw_line("CORE02", 1950, {7, 8, -9999}) + blank);
+    ASSERT_EQ(w.nc, 2);
+    EXPECT_EQ(values(w.x, 1), (Widths{0.01, 0.02, 0.03, 0.04, 0.05, 0.06}));
+    EXPECT_EQ(values(w.x, 2), (Widths{0.007, 0.008}));
+    EXPECT_TRUE(decided.not_taken.empty());
+    EXPECT_EQ(messages(), Messages{});
+  }
+}
+
+TEST_F(TucsonRawCarefully, LinesOfASeriesAreCountedWithTheBlankOnesBetween) {
+  const ReadDecisions decided = read_with(Mend::blank_line, raw_line("CORE01", 1955, {1, 2, 3, 4, 5}) + "\n" +
+                                                                raw_line("CORE01", 1960, {6, 999}) + "\n\n" +
+                                                                raw_line("CORE02", 1950, {7, -9999}) + "\n");
+  ASSERT_EQ(decided.series.size(), 2u);
+  EXPECT_EQ(decided.series[0].first_line, 1);
+  EXPECT_EQ(decided.series[0].last_line, 3);
+  EXPECT_EQ(decided.series[1].first_line, 6);
+  EXPECT_EQ(decided.series[1].last_line, 6);
+}
+
+TEST_F(TucsonRawCarefully, LineWithoutANameThatFollowsIsOneOfItsSeries) {
+  const ReadDecisions decided = read_with(Mend::blank_line, raw_line("CORE01", 1955, {1, 2, 3, 4, 5}) +
+                                                                raw_line("        ", 1960, {6, 7, -9999}) +
+                                                                raw_line("CORE02", 1955, {1, 999}));
+  ASSERT_EQ(w.nc, 2);
+  EXPECT_EQ(w.yr(1), 7);
+  EXPECT_EQ(w.ly(1), 1961);
+  EXPECT_TRUE(decided.not_taken.empty());
+}
+
+TEST_F(TucsonRawCarefully, LineWithoutANameThatFollowsNothingIsPassedOverAndNotInSilence) {
+  for (const std::string& unnamed :
+       {raw_line("        ", 1990, {6, 7, -9999}), raw_line("        ", 1957, {6, 7, -9999}),
+        std::string("        written by hand\n"), std::string("        195x     1     2\n")}) {
+    const ReadDecisions decided =
+        read_with(Mend::blank_line,
+                  raw_line("CORE01", 1955, {1, 2, 999}) + unnamed + raw_line("CORE02", 1955, {1, 999}));
+    ASSERT_EQ(w.nc, 2);
+    EXPECT_EQ(w.yr(1), 2);
+    EXPECT_EQ(w.yr(2), 1);
+    ASSERT_EQ(decided.not_taken.size(), 1u);
+    EXPECT_EQ(decided.not_taken[0].why, NotTaken::no_name);
+    EXPECT_EQ(decided.not_taken[0].first, 2);
+    EXPECT_EQ(limits_passed(decided, "site.rwl"),
+              Messages{"site.rwl: lines without a name were not read, the first of them line 2"});
+  }
+}
+
+TEST_F(TucsonRawCarefully, SeriesWithoutAMarkKeepsAllItsRings) {
+  const ReadDecisions decided =
+      read_with(Mend::end_mark, raw_line("CORE01", 1955, {1, 2, 3, 4, 5}) +
+                                    raw_line("CORE01", 1960, {6, 7, 8}) + raw_line("CORE02", 1958, {9}) +
+                                    raw_line("CORE03", 1950, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  ASSERT_EQ(w.nc, 3);
+  EXPECT_EQ(values(w.x, 1), (Widths{0.01, 0.02, 0.03, 0.04, 0.05, 0.06, 0.07, 0.08}));
+  EXPECT_EQ(w.ly(1), 1962);
+  EXPECT_EQ(values(w.x, 2), (Widths{0.09}));
+  EXPECT_EQ(w.yr(3), 10);
+  EXPECT_TRUE(decided.not_taken.empty());
+  EXPECT_FALSE(decided.series[0].end_mark);
+  EXPECT_EQ(decided.series[0].unit_by, UnitBy::no_mark);
+}
+
+// Left empty inside, it is a ring of width 0 as ever; behind the last one there is none.
+TEST_F(TucsonRawCarefully, EmptyFieldsAtTheEndOfASeriesAreNoRings) {
+  read_with(Mend::end_mark,
+            "CORE01  1955     1           3            \nCORE02  1955\nCORE03  1950 12,13,,15,\n");
+  ASSERT_EQ(w.nc, 3);
+  EXPECT_EQ(values(w.x, 1), (Widths{0.01, 0, 0.03}));
+  EXPECT_EQ(w.yr(2), 0);
+  EXPECT_EQ(values(w.x, 3), (Widths{0.12, 0.13, 0, 0.15}));
+}
+
+TEST_F(TucsonRawCarefully, BadFieldInTheLastLineEndsWhatIsKeptOfIt) {
+  read_with(Mend::end_mark, raw_line("CORE01", 1950, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) +
+                                "CORE01  1960    11    12   1x3    14\n");
+  EXPECT_EQ(w.yr(1), 12);
+  EXPECT_EQ(messages().size(), 1u);
+}
+
+TEST_F(TucsonRawCarefully, RingOf999BeforeOthersIsARing) {
+  read_with(Mend::end_mark,
+            raw_line("CORE01", 1950, {1, 2, 999, 4, 5}) + raw_line("CORE02", 1950, {1, 2, 999, 0}) +
+                raw_line("CORE03", 1950, {1, 999, 999}) + raw_line("CORE04", 1950, {1, -9999, 7}));
+  ASSERT_EQ(w.nc, 4);
+  EXPECT_EQ(values(w.x, 1), (Widths{0.01, 0.02, 9.99, 0.04, 0.05}));
+  EXPECT_EQ(w.yr(2), 2);
+  EXPECT_EQ(values(w.x, 3), (Widths{0.01, 9.99}));
+  EXPECT_EQ(values(w.x, 4), (Widths{0.001}));
+}
+
+// As above: of the part before the 1,003rd further line nothing is lost.
+TEST_F(TucsonRawCarefully, PartsOfASplitSeriesLoseNothing) {
+  std::string file = raw_line("CORE01", -999, std::vector<int>(9, 5));
+  for (int decade = -990; decade <= 9030; decade += 10)
+    file += raw_line("CORE01", decade, std::vector<int>(10, 5));
+  read_with(Mend::end_mark, file + raw_line("CORE01", 9040, {6, 999}));
+  ASSERT_EQ(w.nc, 2);
+  EXPECT_EQ(w.ly(1), 9029);
+  EXPECT_EQ(w.fy(2), 9030);
+  EXPECT_EQ(w.yr(2), 11);
+}
+
+// No mend is read into what is well.
+TEST_F(TucsonRawCarefully, FilesWithoutFlawsAreReadAsEver) {
+  const std::string file = core_1953_to_1990(999) + core_1953_to_1990(-9999);
+  const ReadDecisions usual = read_with(Mend::prompts, file);
+  const auto widths = values(w.x, 2);
+  w.careful = Careful::everything();
+  const ReadDecisions carefully = read_raw(w);
+  EXPECT_EQ(values(w.x, 2), widths);
+  ASSERT_EQ(carefully.series.size(), usual.series.size());
+  for (std::size_t k = 0; k < usual.series.size(); ++k) {
+    EXPECT_EQ(carefully.series[k].last_line, usual.series[k].last_line);
+    EXPECT_EQ(carefully.series[k].unit, usual.series[k].unit);
+  }
+}
+
 }  // namespace
 }  // namespace vorn

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "plot/plot.h"
 #include "records/edit_format.h"
+#include "statistics/correlation.h"
 #include "toolkit/buttons.h"
 #include "toolkit/drawing.h"
 
@@ -43,13 +45,37 @@ int segments_computed(const Workspace& w) {
   return years / 2;
 }
 
-// The first one among equals. Deliberate: [wins-its-row] a cell of too few pairs, which holds 2.0.
-int best_column(const Workspace& w, int segment) {
-  int best = 1;
-  for (int lag = 2; lag <= lags; ++lag) {
-    if (w.ctab(lag, segment) > w.ctab(best, segment)) best = lag;
+struct Columns {
+  int first, last;
+};
+
+// The lags that the chosen series can reach. Deliberate: [reach-as-stored] by its years as stored, wherever
+// the screen has shifted it to, and never less than lag 0.
+Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last_year) {
+  const int chosen = w.chc(1) >= 1 && w.chc(1) <= w.nd ? w.chc(1) : w.nd + 1;
+  const auto column = [](std::int64_t lag, int lowest, int highest) {
+    return static_cast<int>(std::clamp<std::int64_t>(lag + max_lag, lowest, highest));
+  };
+  return {column(w.fy(chosen) - first_year, 0, max_lag), column(w.ly(chosen) - last_year, max_lag, lags - 1)};
+}
+
+// Whether a cell is passed over for its too few pairs: carefully.
+bool is_empty(const Workspace& w, int lag, int segment) {
+  return w.careful.has(Mend::short_samples) && w.ctab(lag, segment) == not_correlated;
+}
+
+// The first one among equals, carefully of those that are shown; none where all are empty.
+// Deliberate: [wins-its-row] a cell of too few pairs, which holds 2.0.
+std::optional<int> best_column(const Workspace& w, int segment) {
+  const bool of_shown = w.careful.has(Mend::short_samples);
+  const Columns among =
+      of_shown ? reachable(w, w.cyrs(1, segment), w.cyrs(2, segment)) : Columns{0, lags - 1};
+  int best = 0;
+  for (int lag = among.first + 1; lag <= among.last + 1; ++lag) {
+    if (is_empty(w, lag, segment)) continue;
+    if (best == 0 || w.ctab(lag, segment) > w.ctab(best, segment)) best = lag;
   }
-  return best - 1;
+  return best > 0 ? std::optional(best - 1) : std::nullopt;
 }
 
 void shade(const Workspace& w, int segments) {
@@ -57,7 +83,9 @@ void shade(const Workspace& w, int segments) {
   w.plot.rectangle(column_left(max_lag), top, column_left(max_lag + 1), row_top(segments));
   w.plot.setclr(colour::light_red);
   for (int row = 0; row < segments; ++row) {
-    const int x = column_left(best_column(w, row + 1));
+    const auto best = best_column(w, row + 1);
+    if (!best) continue;
+    const int x = column_left(*best);
     w.plot.rectangle(x, row_top(row), x + column_width, row_top(row + 1));
   }
 }
@@ -72,20 +100,6 @@ void draw_columns(const Workspace& w, int segments) {
     w.plot.setclr(colour::light_red);
     w.plot.messag(lag_labels[static_cast<std::size_t>(column)], column_left(column) + 10, lag_label_y);
   }
-}
-
-struct Columns {
-  int first, last;
-};
-
-// The lags that the chosen series can reach. Deliberate: [reach-as-stored] by its years as stored, wherever
-// the screen has shifted it to, and never less than lag 0.
-Columns reachable(const Workspace& w, std::int64_t first_year, std::int64_t last_year) {
-  const int chosen = w.chc(1) >= 1 && w.chc(1) <= w.nd ? w.chc(1) : w.nd + 1;
-  const auto column = [](std::int64_t lag, int lowest, int highest) {
-    return static_cast<int>(std::clamp<std::int64_t>(lag + max_lag, lowest, highest));
-  };
-  return {column(w.fy(chosen) - first_year, 0, max_lag), column(w.ly(chosen) - last_year, max_lag, lags - 1)};
 }
 
 // A correlation without the digit before its point.
@@ -104,6 +118,7 @@ void draw_row(const Workspace& w, int segment) {
   w.plot.setclr(colour::ink);
   const Columns shown = reachable(w, first, last);
   for (int column = shown.first; column <= shown.last; ++column) {
+    if (is_empty(w, column + 1, segment)) continue;
     w.plot.messag(correlation_text(w.ctab(column + 1, segment)), column_left(column) + 17, text_y);
   }
 }

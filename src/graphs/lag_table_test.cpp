@@ -129,6 +129,19 @@ TEST_F(LagTableDisplay, ACellOfTooFewPairsWinsAndIsShownAsNought) {
   EXPECT_EQ(values(1)[15], "+.00");
 }
 
+TEST_F(LagTableDisplay, CarefullyCellsWithTooFewPairsAreEmptyAndWinNothing) {
+  w.careful.set(Mend::short_samples, true);
+  row(1, 1850, 1899, 0.1);
+  cell(1, -3, 0.45);
+  cell(1, 2, 2.0);
+  row(2, 1850, 1899, 2.0);
+  draw();
+  EXPECT_EQ(shaded_lag(1), -3);
+  EXPECT_EQ(values(1).size(), 20u);
+  EXPECT_EQ(values(2), Lines{});
+  EXPECT_EQ(bench.marks("fill 12").size(), 1u);
+}
+
 TEST_F(LagTableDisplay, ShowsValuesAsTheirSignAndTheirLastThreeCharacters) {
   row(1, 1850, 1899, 0.0);
   for (const auto& [lag, value] : {std::pair{-10, 0.45},

@@ -11,7 +11,7 @@ namespace {
 
 void write_summary(Workspace& w) {
   // The correlations by tree are of no use here; a work vector takes them.
-  const double mean_cbar = cbar(w, w, w, w.wk1.range(1, max_series));
+  const double mean_cbar = cbar(w, w, w, w.wk1.range(1, max_series), w.careful);
   const double mean_rbar = rbar(w, w.wk1.range(1, max_series));
   w.mtext(message::summary_years) = edit(EditFormat("(\"Years \",I5,\" to \",I5)"), w.cfy(w.cf), w.cly(w.cf));
   w.mtext(message::summary_cores) = edit(EditFormat("(\"Number of cores  \",I5)"), w.nc);

@@ -37,7 +37,7 @@ void say_what_is_too_wide(Workspace& w, const FileName& name) {
   std::string cores;
   int count = 0;
   for (int i = 1; i <= w.nc; ++i) {
-    if (fits_compact(w, i)) continue;
+    if (fits_compact(w, w.careful, i)) continue;
     if (++count <= most_named) cores += " " + std::string(w.nam(i).trimmed());
   }
   if (count == 0) return;
@@ -72,7 +72,8 @@ void write_raw(Workspace& w) {
   if (w.raw_output == Layout::compact) say_what_is_too_wide(w, name);
   LongWork work(w.plot, name.trimmed());
   PageTroubles troubles(w);
-  w.ios = write_raw(w, w.files, name, w.raw_output, troubles, [&work](double share) { work.at(share); });
+  w.ios = write_raw(w, w.files, name, w.raw_output, w.careful, troubles,
+                    [&work](double share) { work.at(share); });
 }
 
 void write_ind(Workspace& w) {

@@ -142,5 +142,24 @@ TEST_F(Saving, WithNoOutputOfTheChronologyNothingIsShownOrWritten) {
   EXPECT_FALSE(ScratchFolder::exists("Index.prn"));
 }
 
+TEST_F(Saving, CarefullyNoCoreIsTooWideForTheCompactLayout) {
+  two_cores();
+  add_core(1953, {12.5, 0.001});
+  w.raw_output = Layout::compact;
+  w.careful.set(Mend::compact_widths, true);
+  write_raw(w);
+  EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(ScratchFolder::read("site.RWW").find('*'), std::string::npos);
+}
+
+TEST_F(Saving, CarefullyNamesStandToTheLeftInHeidelbergFiles) {
+  two_cores();
+  w.nam(1) = "CORE0123";
+  w.raw_output = Layout::heidelberg;
+  w.careful.set(Mend::heidelberg_names, true);
+  write_raw(w);
+  EXPECT_NE(ScratchFolder::read("site.RWW").find("\nKeyCode=CORE0123    \n"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace vorn

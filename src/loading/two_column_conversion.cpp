@@ -143,13 +143,14 @@ void Conversion::read_inputs() {
   const int count = static_cast<int>(inputs_.size());
   for (int i = 1; i <= count; ++i) {
     work.at((i - 1.0) / count);
-    if (!read_listed(i, inputs_[static_cast<std::size_t>(i - 1)])) return;
+    // Deliberate: [missing-input] an input that does not exist uses up its number all the same.
+    const int entry = w.careful.has(Mend::read_trw) ? w.nc + 1 : i;
+    if (!read_listed(entry, inputs_[static_cast<std::size_t>(i - 1)])) return;
   }
   work.at(1);
 }
 
 bool Conversion::read_listed(int i, const InputName& input) {
-  // Deliberate: [missing-input] an input that does not exist uses up its number all the same.
   start_entry(w, i, input);
   w.fileok = file_exists(w.files, input.view());
   if (w.fileok) return read_input(i, input);
@@ -202,13 +203,14 @@ void Conversion::write_cores() {
     return out_err(w, std::string(name.trimmed()) + " is kept");
   TextOutput out;
   told_or_end(w, out.create(w.files, name.view()), "OpenW", name.view());
-  for (int i = 1; i <= w.nc; ++i) write_rrec(w, {name.view(), out, troubles_}, i);
+  for (int i = 1; i <= w.nc; ++i) write_rrec(w, {name.view(), out, troubles_, w.careful}, i);
   told_or_end(w, out.close(), "Close", name.view());
 }
 
 }  // namespace
 
 void read_trw(Workspace& w) {
+  if (w.careful.has(Mend::read_trw) && !list_exists(w, list_name)) return;
   TextInput list = open_list_file(w, list_name);
   Conversion conversion(w);
   if (!conversion.read_list(list)) return;

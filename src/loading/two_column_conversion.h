@@ -16,12 +16,13 @@ namespace vorn {
 // The cores replace those of the store (their indices are not computed: derived_stale is set); cnam(1)
 // becomes the name of the output. An input that does not exist is told and uses up its number, which stays an
 // entry without years. The first nc entries are written, nc being the number of inputs that exist: behind a
-// missing one the last are not. Where no input exists at all, that is told and nothing is changed.
+// missing one the last are not. Carefully it uses up none, and all
+// that was read is written. Where no input exists at all, that is told and nothing is changed.
 //
-// Without TRW.fil: throws ProgramEnd(EndReason::cannot_go_on) after a message. Told, and gone on after:
-// "Open", "Read2" and, for the output, "OpenW", "Write" and "Close"; when there is no first line, "Read1",
-// nothing is changed. "Would be too many rings" ends the reading before the core that the pool has no room
-// for.
+// Without TRW.fil: throws ProgramEnd(EndReason::cannot_go_on) after a message; carefully the message is all.
+// Told, and gone on after: "Open", "Read2" and, for the output, "OpenW", "Write" and "Close"; when there is
+// no first line, "Read1", nothing is changed. "Would be too many rings" ends the reading before the core that
+// the pool has no room for.
 void read_trw(Workspace& w);
 
 }  // namespace vorn

@@ -231,5 +231,30 @@ TEST_F(TwoColumnConversion, WithAnOutputAndNoInputListedNothingIsChanged) {
   EXPECT_EQ(ScratchFolder::read("out.rwl"), "older");
 }
 
+// --- Carefully.
+
+TEST_F(TwoColumnConversion, CarefullyWithoutTRWFilTheMessageIsAll) {
+  add_core(1950, {1, 2});
+  w.cnam(1) = "site.rwl";
+  w.careful.set(Mend::read_trw, true);
+  read_trw(w);
+  EXPECT_EQ(messages(), Messages{"TRW.fil does not exist"});
+  EXPECT_EQ(w.nc, 1);
+  EXPECT_EQ(w.cnam(1).trimmed(), "site.rwl");
+  EXPECT_EQ(values(w.x, 1), (std::vector<double>{1, 2}));
+}
+
+TEST_F(TwoColumnConversion, CarefullyAMissingInputUsesUpNoNumberAndAllCoresAreWritten) {
+  ScratchFolder::write("TRW.fil", "out.rwl\ngone.trw\na.trw\nlost.trw\nb.trw\n");
+  ScratchFolder::write("a.trw", ring(1950, "1.000"));
+  ScratchFolder::write("b.trw", ring(1960, "2.000"));
+  w.careful.set(Mend::read_trw, true);
+  read_trw(w);
+  EXPECT_EQ(messages(), (Messages{"gone.trw does not exist", "lost.trw does not exist"}));
+  EXPECT_EQ(w.nc, 2);
+  EXPECT_EQ(ScratchFolder::read("out.rwl"),
+            raw_line("a", 1950, {1000, -9999}) + raw_line("b", 1960, {2000, -9999}));
+}
+
 }  // namespace
 }  // namespace vorn

@@ -389,7 +389,7 @@ class Chooser {
   // Whether a core would be asterisks where it is moved to, and so be lost.
   bool is_too_wide_for(Layout layout, const Selection& cores) const {
     return layout == Layout::compact &&
-           !std::ranges::all_of(cores, [this](int i) { return fits_compact(w, i); });
+           !std::ranges::all_of(cores, [this](int i) { return fits_compact(w, w.careful, i); });
   }
 
   Workspace& w;

@@ -34,6 +34,7 @@ RecordReader::RecordReader(std::unique_ptr<ByteSource> source)
 Status RecordReader::next(std::string_view& record) {
   const Status answer = find_next(record);
   if (answer == status::ok) ++records_;
+  record_ = answer == status::ok ? record : std::string_view();
   return answer;
 }
 

@@ -23,6 +23,8 @@ class RecordReader : public RecordSource {
 
   // How many records it has given.
   std::int64_t records() const { return records_; }
+  // The one it gave last, until the next call; empty before the first and behind the last.
+  std::string_view record() const { return record_; }
 
   Status close() { return source_->close(); }
 
@@ -45,6 +47,7 @@ class RecordReader : public RecordSource {
   std::uint64_t empty_records_ = 0;  // that come next, from a run of lone CRs
   Status failure_;                   // still to be answered
   std::int64_t records_ = 0;         // given so far
+  std::string_view record_;          // the last of them
   bool ended_ = false;               // by the file's end or by a failure
 };
 

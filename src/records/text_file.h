@@ -46,6 +46,8 @@ class TextInput {
 
   // The number, from 1, of the record that was read last; 0 before the first and while no file is open.
   std::int64_t line() const;
+  // That record as it stands in the file, without its end, until the next call; empty where there is none.
+  std::string_view record() const;
   // The column, from 1, in which the field begins that the last read could not take; 0 when there was none.
   int bad_column() const;
 

@@ -36,6 +36,10 @@ std::int64_t TextInput::line() const {
   return state_ ? state_->records.records() : 0;
 }
 
+std::string_view TextInput::record() const {
+  return state_ ? state_->records.record() : std::string_view();
+}
+
 int TextInput::bad_column() const {
   return state_ ? state_->bad_column : 0;
 }

@@ -234,7 +234,8 @@ void Session::look_at_disk(Situation& seen) const {
   const bool stands = !seen.raw_output.empty() && disk_.look_at(seen.raw_output, kind) == status::ok &&
                       kind != FileKind::missing;
   seen.replaces_other_file = stands && !session_files_.contains(seen.raw_output);
-  seen.two_column_list_missing = disk_.look_at("TRW.fil", kind) == status::ok && kind == FileKind::missing;
+  seen.two_column_list_missing = !w_->careful.has(Mend::read_trw) &&
+                                 disk_.look_at("TRW.fil", kind) == status::ok && kind == FileKind::missing;
 }
 
 bool Session::rests() const {

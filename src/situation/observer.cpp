@@ -77,7 +77,7 @@ Situation Observer::look(bool message) {
 // Whether the file holds core i as it stands, in the layout that it was written in.
 bool Observer::is_held(std::size_t i) const {
   if (w.raw_output == Layout::none) return false;  // the file is empty
-  return w.raw_output != Layout::compact || fits_compact(w, static_cast<int>(i));
+  return w.raw_output != Layout::compact || fits_compact(w, w.careful, static_cast<int>(i));
 }
 
 void Observer::cores_written() {

@@ -63,22 +63,46 @@ MatchedStretch match(const SeriesView& sample, const SeriesView& reference) {
   return stretch;
 }
 
+// Stretches of `length` years from `first` on.
+// Deliberate: [shared-year] each begins with the last year of the one before; their number disregards that.
+std::vector<YearSpan> stretches_of(YearSpan sample, std::int64_t length) {
+  std::vector<YearSpan> all;
+  for (std::int64_t k = 0; k < sample.count() / length; ++k) {
+    const std::int64_t first = sample.first + k * (length - 1);
+    all.push_back({first, first + length - 1});
+  }
+  return all;
+}
+
+// As few stretches as hold all years of the sample, one of all where it is shorter, at even distances.
+std::vector<YearSpan> stretches_of_all(YearSpan sample, std::int64_t length) {
+  const std::int64_t years = sample.count();
+  if (years < fewest_pairs) return {};
+  length = std::min(length, years);
+  const std::int64_t count = (years + length - 1) / length;
+  std::vector<YearSpan> all;
+  for (std::int64_t k = 0; k < count; ++k) {
+    const std::int64_t first = sample.first + (count > 1 ? k * (years - length) / (count - 1) : 0);
+    all.push_back({first, first + length - 1});
+  }
+  return all;
+}
+
 }  // namespace
 
 std::vector<MatchedStretch> best_matches(const Workspace& w) {
   const DatedEntry sample_entry(w, w.nd + 1), reference_entry(w, w.nd + 2);
   const SeriesView sample = sample_entry.view(), reference = reference_entry.view();
   const int length = std::max({w.seg, w.yr(w.nd + 1) / 8, 1});
+  const bool all_years = w.careful.has(Mend::short_samples);
+  const auto places =
+      all_years ? stretches_of_all(sample.years(), length) : stretches_of(sample.years(), length);
   std::vector<MatchedStretch> stretches;
-  if (sample.years().count() < length) return stretches;
-  const std::int64_t count = sample.years().count() / length;
+  if (places.empty()) return stretches;
   LongWork work(w.plot, "Best match");
-  for (std::int64_t k = 0; k < count; ++k) {
-    work.at(static_cast<double>(k) / static_cast<double>(count));
-    // Deliberate: [shared-year] each stretch begins with the last year of the one before; their number
-    // disregards that.
-    const std::int64_t first = sample.first + k * (length - 1);
-    stretches.push_back(match(sample.over({first, first + length - 1}), reference));
+  for (const YearSpan& place : places) {
+    work.at(static_cast<double>(stretches.size()) / static_cast<double>(places.size()));
+    stretches.push_back(match(sample.over(place), reference));
   }
   return stretches;
 }

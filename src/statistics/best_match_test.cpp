@@ -184,5 +184,42 @@ TEST(BestMatch, TakesStretchesOfOneYear) {
   EXPECT_EQ(stretches[0].matches[3].r, -1.0);
 }
 
+// --- Carefully.
+
+TEST(BestMatch, CarefullyASampleShorterThanASegmentIsOneStretch) {
+  TestStore store;
+  store.w.careful.set(Mend::short_samples, true);
+  const auto b = noise(300, 2);
+  store.set_pair(1907, std::vector<double>(b.begin() + 100, b.begin() + 130), 1800, b);
+  const auto stretches = best_matches(store.w);
+  ASSERT_EQ(stretches.size(), 1u);
+  EXPECT_EQ(stretches[0].first, 1907);
+  EXPECT_EQ(stretches[0].last, 1936);
+  EXPECT_NEAR(stretches[0].matches[0].r, 1.0, 1e-12);
+  EXPECT_EQ(stretches[0].matches[0].offset, 7);
+}
+
+TEST(BestMatch, CarefullyTheLastStretchEndsWithTheSample) {
+  TestStore store;
+  store.w.careful.set(Mend::short_samples, true);
+  store.set_pair(1900, noise(120, 1), 1800, noise(300, 2));
+  const auto stretches = best_matches(store.w);
+  EXPECT_EQ(first_years(stretches), (std::vector<int>{1900, 1935, 1970}));
+  EXPECT_EQ(stretches[2].last, 2019);
+  store.w.seg = 40;
+  EXPECT_EQ(first_years(best_matches(store.w)), (std::vector<int>{1900, 1940, 1980}));
+}
+
+TEST(BestMatch, CarefullyThereIsNothingToMatchInFewerThanThreeYears) {
+  TestStore store;
+  store.w.careful.set(Mend::short_samples, true);
+  for (const int years : {0, 1, 2}) {
+    store.set_pair(1900, noise(years, 1), 1800, noise(300, 2));
+    EXPECT_TRUE(best_matches(store.w).empty());
+  }
+  store.set_pair(1900, noise(3, 1), 1900, noise(2, 2));
+  EXPECT_EQ(best_matches(store.w)[0].matches[0].r, -1.0);
+}
+
 }  // namespace
 }  // namespace vorn

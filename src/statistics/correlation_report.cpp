@@ -7,6 +7,7 @@
 #include "statistics/correlation.h"
 #include "statistics/correlation_lines.h"
 #include "statistics/report_file.h"
+#include "workspace/constant_core.h"
 
 namespace vorn {
 namespace {
@@ -54,14 +55,24 @@ void compare_with_rest(Workspace& w, int i) {
   }
 }
 
-// For the chronology of another file: the current one as it stands.
-// Deliberate: [left-behind] as many values as the other one has, not as the current one has; behind them
-// stays what the entry before left, in this report or the one before.
-void compare_with_chronology(Workspace& w, int i) {
-  for (int p = 1; p <= std::min(w.yr(i), max_years); ++p) w.corr_tables.comparison(p) = w.crn(p, w.cf);
+// For a core that is no part of the chronology: the chronology as it stands, in its own years.
+void compare_with_all(Workspace& w, int i) {
+  const std::int64_t first = std::int64_t{w.fy(i)} - w.cfy(w.cf) + 1;
+  for (std::int64_t p = std::max<std::int64_t>(first, 1);
+       p < std::min<std::int64_t>(first + w.yr(i), max_years + 1); ++p)
+    w.corr_tables.comparison(static_cast<int>(p)) = w.crn(static_cast<int>(p), w.cf);
 }
 
-void correlate_cell(Workspace& w, int i, int j, YearSpan years) {
+// For the chronology of another file: the current one as it stands.
+// Deliberate: [left-behind] as many values as the other one has, not as the current one has; behind them
+// stays what the entry before left, in this report or the one before. Carefully it is refreshed as a whole.
+void compare_with_chronology(Workspace& w, int i) {
+  const int years = w.careful.has(Mend::constant_series) ? chronology_years(w) : w.yr(i);
+  for (int p = 1; p <= std::min(years, max_years); ++p) w.corr_tables.comparison(p) = w.crn(p, w.cf);
+}
+
+// What `counts` is part of the means over all trees.
+void correlate_cell(Workspace& w, int i, int j, YearSpan years, bool counts) {
   CorrelationReportTables& tables = w.corr_tables;
   const int count = static_cast<int>(years.count());
   const int from = static_cast<int>(w.ad(i) + years.first - w.fy(i));
@@ -73,7 +84,7 @@ void correlate_cell(Workspace& w, int i, int j, YearSpan years) {
   tables.correlation(i, j) = r;
   tables.mean_sum(i) += r;
   tables.mean_count(i) += 1.0;
-  if (i > w.nc) return;
+  if (!counts) return;
   tables.segment_sum(j) += r;
   tables.segment_count(j) += 1.0;
 }
@@ -82,13 +93,16 @@ void correlate_series(Workspace& w, const SegmentBlock& block, YearSpan used, in
   const YearSpan available = common({w.fy(i), w.ly(i)}, used);
   if (common({block.start, block.end}, available).count() - 1 <= block.step) return;
   if (i == w.nc + w.cf) return;
-  if (i <= w.nc) {
+  const bool is_tree = i <= w.nc, counts = is_tree && !is_left_out(w, w.careful, i);
+  if (counts) {
     compare_with_rest(w, i);
+  } else if (is_tree) {
+    compare_with_all(w, i);
   } else {
     compare_with_chronology(w, i);
   }
   for (int j = 1; j <= block.segments; ++j) {
-    if (const auto years = cell_years(block, j, available)) correlate_cell(w, i, j, *years);
+    if (const auto years = cell_years(block, j, available)) correlate_cell(w, i, j, *years, counts);
   }
 }
 

@@ -20,6 +20,10 @@ std::string blanks(int n) {
   return std::string(static_cast<std::size_t>(n), ' ');
 }
 
+std::vector<double> part(const std::vector<double>& values, int from, int count) {
+  return {values.begin() + from, values.begin() + from + count};
+}
+
 // The report as a file, written in a folder of its own.
 std::string report(Workspace& w) {
   const ScratchFolder folder;
@@ -415,6 +419,11 @@ TEST(CorrReport, ComparesOtherChronologiesWithWhatTheEntryBeforeLeftBehindTheirL
   for (std::size_t k = 10; k < 30; ++k) compared.push_back(k < 20 ? c[k] : 2 * c[k] - tree[k]);
   ASSERT_TRUE(store.w.corr_tables.valid(3, 2));
   EXPECT_EQ(store.w.corr_tables.correlation(3, 2), cov(other, compared));
+  // Carefully it is compared with the current chronology alone.
+  store.w.careful.set(Mend::constant_series, true);
+  report(store.w);
+  EXPECT_EQ(store.w.corr_tables.correlation(3, 2), cov(other, part(c, 10, 20)));
+  store.w.careful = {};
   // What the last entry left is still there in the next report, where the tree has gone.
   for (int p = 21; p <= 40; ++p) store.w.corr_tables.comparison(p) = 1.0;
   store.w.yr(1) = 0;
@@ -505,6 +514,17 @@ TEST(CorrReport, TellsOnceAtTheClosingThatItCouldNotBeWritten) {
   std::filesystem::create_symlink("/dev/full", "Corr.prn");  // a device that takes no byte
   cor_report(store.w, store.troubles);
   EXPECT_EQ(store.messages.str(), "CloseCorr.prn fail err =    28\n");
+}
+
+// It has a line as ever, of nothing but 0, which is no part of the means.
+TEST(CorrReport, CarefullyAConstantTreeIsNoPartOfTheMeans) {
+  TwoTrees two, store;
+  store.add_tree("FLAT", 1900, repeated(10, 1.5));
+  store.w.careful.set(Mend::constant_series, true);
+  const std::string with = report(store.w), without = report(two.w);
+  EXPECT_EQ(line(with, 7), "FLAT       .00  .00  .00  .00   .00");
+  for (const int n : {1, 3, 4, 5, 6}) EXPECT_EQ(line(with, n), line(without, n));
+  EXPECT_EQ(line(with, 9), line(without, 8));
 }
 
 }  // namespace

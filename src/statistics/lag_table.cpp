@@ -30,10 +30,19 @@ std::vector<std::int64_t> segment_starts(std::int64_t first, std::int64_t last, 
   return starts;
 }
 
+// Leaves of `mask`, for the years of a segment, those within `years`.
+void keep_within(YearSpan segment, YearSpan years, std::span<bool> mask) {
+  for (std::size_t k = 0; k < mask.size(); ++k) {
+    const std::int64_t year = segment.first + static_cast<std::int64_t>(k);
+    mask[k] = mask[k] && year >= years.first && year <= years.last;
+  }
+}
+
 // Column k of the table: the reference's years from `start` on, against the sample at every lag within its
 // years.
 template <class Measure>
-void fill_segment(const SeriesStore& store, LagTable& table, int k, YearSpan segment, Measure measure) {
+void fill_segment(const SeriesStore& store, LagTable& table, int k, YearSpan segment, bool own_years_alone,
+                  Measure measure) {
   const int sample = store.nd + 1, reference = store.nd + 2;
   const int length = static_cast<int>(segment.count());
   table.cyrs(1, k) = static_cast<std::int32_t>(segment.first);
@@ -50,6 +59,10 @@ void fill_segment(const SeriesStore& store, LagTable& table, int k, YearSpan seg
   for (int lag = lowest; lag <= highest; ++lag) {
     const auto mask = both.range(1, length);
     mark_present(fixed.present(0, length), shifted.present(lag - lowest, length), mask);
+    if (own_years_alone) {
+      keep_within(segment, {store.fy(reference), store.ly(reference)}, mask);
+      keep_within(segment, {store.fy(sample) - lag, store.ly(sample) - lag}, mask);
+    }
     table.ctab(lag + max_lag + 1, k) =
         measure(fixed.values(0, length), shifted.values(lag - lowest, length), std::span<const bool>(mask));
   }
@@ -63,10 +76,14 @@ void fill_table(const SeriesStore& store, const Settings& settings, LagTable& ta
   table.ctab.fill(0.0);
   const YearSpan both =
       common({store.fy(sample), store.ly(sample)}, {store.fy(reference), store.ly(reference)});
-  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - settings.seg + 1;
+  const bool own_years_alone = settings.careful.has(Mend::short_samples);
+  const std::int64_t length =
+      own_years_alone ? std::min<std::int64_t>(settings.seg, both.count()) : settings.seg;
+  if (own_years_alone && length < 1) return;
+  const std::int64_t first = std::max<std::int64_t>(both.first, ystart), last = both.last - length + 1;
   int k = 0;
   for (const std::int64_t start : segment_starts(first, last, std::int64_t{settings.seg} - settings.olap)) {
-    fill_segment(store, table, ++k, {start, start + settings.seg - 1}, measure);
+    fill_segment(store, table, ++k, {start, start + length - 1}, own_years_alone, measure);
   }
 }
 

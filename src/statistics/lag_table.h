@@ -22,6 +22,8 @@ namespace vorn {
 //           from which a whole segment lies in both series; that holds for the first one too, even where it
 //           is before their common span. A negative step runs backwards. A step of 0 leaves the table empty.
 //           Lags never lead the sample out of its own years; the reference is read as the pool stands.
+//           Carefully no year outside its own is read of either, and where they have fewer years in common
+//           than a segment has the segment is those; without any the table is empty.
 void cor_tab(const SeriesStore& store, const Settings& settings, LagTable& table, std::int32_t ystart);
 
 // The same table with the mean absolute difference of standardised values (absmiss) instead of the

@@ -185,6 +185,42 @@ TEST(LagTable, KeepsTheLastStartForTheFirstSegmentAlsoBeforeTheCommonYears) {
   EXPECT_EQ(store.w.ctab(10 + 11, 1), cov(read, years(a, 1900, 1900, 50)));
 }
 
+TEST(LagTable, CarefullyReadsNoYearOutsideTheTwoSeries) {
+  TestStore store;
+  const auto a = noise(100, 1), b = noise(40, 2);
+  store.set_pair(1900, a, 1900, b);
+  store.w.careful.set(Mend::short_samples, true);
+  cor_tab(store.w, store.w, store.w, 1900);
+  EXPECT_EQ(segments(store.w), (Segments{{1900, 1939}}));
+  EXPECT_EQ(lags(store.w, 1), from_to(0, 10));
+  EXPECT_EQ(store.w.ctab(10 + 11, 1), cov(b, years(a, 1900, 1910, 40)));
+  // Backwards: no year before 1900 is read of either.
+  store.w.olap = 60;
+  cor_tab(store.w, store.w, store.w, 1900);
+  EXPECT_EQ(segments(store.w)[1], Years(1890, 1929));
+  EXPECT_EQ(store.w.ctab(10 + 11, 2), cov(years(b, 1900, 1900, 30), years(a, 1900, 1910, 30)));
+  store.w.olap = 25;
+  // Where the reference ends before the sample begins there is nothing.
+  store.set_pair(1900, a, 1800, b);
+  cor_tab(store.w, store.w, store.w, 1800);
+  EXPECT_TRUE(segments(store.w).empty());
+}
+
+TEST(LagTable, CarefullyIsTheSameWhereSegmentsLieInBothSeries) {
+  TestStore store;
+  store.set_pair(1900, noise(200, 1), 1880, noise(220, 2));
+  cor_tab(store.w, store.w, store.w, 1900);
+  std::vector<double> usual;
+  for (int k = 1; k <= 34; ++k)
+    for (int lag = 1; lag <= 21; ++lag) usual.push_back(store.w.ctab(lag, k));
+  store.w.careful = Careful::everything();
+  cor_tab(store.w, store.w, store.w, 1900);
+  std::vector<double> carefully;
+  for (int k = 1; k <= 34; ++k)
+    for (int lag = 1; lag <= 21; ++lag) carefully.push_back(store.w.ctab(lag, k));
+  EXPECT_EQ(carefully, usual);
+}
+
 TEST(LagTable, ReadsNothingOutsideThePool) {
   TestStore store;
   store.w.olap = 60;

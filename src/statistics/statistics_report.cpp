@@ -67,7 +67,7 @@ void stats_rep(Workspace& w, Troubles& troubles) {
   ReportFile file;
   told(troubles, report_name, file.create(w.files, report_name), "Open");
   file.line(EditFormat("(\" Stats report for \",A60)"), w.cnam(w.cf).view());
-  const double mean_cbar = cbar(w, w, w, w.tree_to_chronology.range(1, max_series));
+  const double mean_cbar = cbar(w, w, w, w.tree_to_chronology.range(1, max_series), w.careful);
   work.part(0, share_of_pairs);
   const double mean_rbar = rbar(w, w.tree_to_trees.range(1, max_series));
   Rings rings;

@@ -7,6 +7,7 @@
 #include "plot/long_work.h"
 #include "statistics/correlation.h"
 #include "statistics/pair_correlations.h"
+#include "workspace/constant_core.h"
 #include "workspace/series_view.h"
 
 namespace vorn {
@@ -87,7 +88,8 @@ void correlate(const std::vector<SeriesView>& trees, Plot& plot, RbarKept& kept)
 
 double rbar(Workspace& w, std::span<double> rtree) {
   std::vector<SeriesView> trees;
-  for (int i = 1; i <= w.nc; ++i) trees.push_back(tree(w, i));
+  for (int i = 1; i <= w.nc; ++i)
+    trees.push_back(is_left_out(w, w.careful, i) ? SeriesView{w.fy(i), {}, {}} : tree(w, i));
   RbarKept& kept = w.rbar_kept;
   const Fingerprint now = fingerprint_of(trees);
   if (!kept.valid || kept.trees != now) {
@@ -102,7 +104,8 @@ double rbar(Workspace& w, std::span<double> rtree) {
   return kept.mean;
 }
 
-double cbar(const SeriesStore& store, const FileTable& files, WorkVectors& work, std::span<double> rcrn) {
+double cbar(const SeriesStore& store, const FileTable& files, WorkVectors& work, std::span<double> rcrn,
+            const Careful& careful) {
   std::fill(rcrn.begin(), rcrn.end(), 0.0);
   const Column column = current_column(files);
   for (int p = 1; p <= column.years.count(); ++p) {
@@ -113,7 +116,7 @@ double cbar(const SeriesStore& store, const FileTable& files, WorkVectors& work,
   for (int i = 1; i <= store.nc; ++i) {
     const SeriesView series = tree(store, i);
     const YearSpan span = well_covered(files, series, column);
-    if (span.count() < fewest_common_years) continue;
+    if (span.count() < fewest_common_years || is_left_out(store, careful, i)) continue;
     const double r = tree_to_rest(files, work, series.over(span), column);
     rcrn[static_cast<std::size_t>(i - 1)] = r;
     total += r;

@@ -7,6 +7,8 @@
 
 namespace vorn {
 
+// Carefully constant cores (workspace/constant_core.h) are no trees: theirs is 0 and counts nowhere.
+
 // Two series are correlated when they have at least so many years in common.
 inline constexpr int fewest_common_years = 40;
 
@@ -28,6 +30,7 @@ double rbar(Workspace& w, std::span<double> rtree);
 //           rcrn   by tree, from 0: its correlation; 0 where it has too few such years.
 // Notes:    the common years run from the first to the last with a depth above 1. The tree is taken out of
 //           the sum depth x value, which is then divided by the full depth. Uses wk1, wk2 and wk3.
-double cbar(const SeriesStore& store, const FileTable& files, WorkVectors& work, std::span<double> rcrn);
+double cbar(const SeriesStore& store, const FileTable& files, WorkVectors& work, std::span<double> rcrn,
+            const Careful& careful = {});
 
 }  // namespace vorn

@@ -217,5 +217,44 @@ TEST(Cbar, OfAChronologyWithoutYearsIsNotANumber) {
   EXPECT_TRUE(std::isnan(cbar(store.w, store.w, store.w, rcrn)));
 }
 
+// --- Constant trees, carefully: what is computed of the others is as if they were not there.
+
+TEST(Rbar, CarefullyLeavesOutConstantTreesAndThoseWhoseIndicesAreNoNumbers) {
+  TestStore alone, store;
+  for (TestStore* one : {&alone, &store}) {
+    one->add_tree("A", 1900, noise(60, 1));
+    one->add_tree("B", 1900, noise(60, 2));
+    one->add_tree("C", 1900, noise(60, 3));
+  }
+  store.add_tree("FLAT", 1900, repeated(60, 1.5));
+  store.add_tree("INF", 1900, noise(60, 4));
+  store.w.ax(store.w.ad(5) + 7) = -INFINITY;
+  std::vector<double> of_alone(10000), of_all(10000);
+  const double mean = rbar(alone.w, of_alone);
+  EXPECT_NE(rbar(store.w, of_all), mean);
+  store.w.careful.set(Mend::constant_series, true);
+  EXPECT_EQ(rbar(store.w, of_all), mean);
+  EXPECT_EQ(of_all, of_alone);
+  store.w.careful = {};
+  EXPECT_NE(rbar(store.w, of_all), mean);  // nothing that was kept is taken for it
+}
+
+TEST(Cbar, CarefullyLeavesOutConstantTrees) {
+  TestStore alone, store;
+  for (TestStore* one : {&alone, &store}) {
+    one->add_tree("A", 1900, noise(60, 1));
+    one->add_tree("B", 1900, noise(60, 2));
+    one->set_chronology(1, "two", 1900, noise(60, 3), depths(60, 2));
+  }
+  store.add_tree("FLAT", 1900, repeated(60, 1.5));
+  Careful careful;
+  careful.set(Mend::constant_series, true);
+  std::vector<double> of_alone(10000), of_all(10000);
+  const double mean = cbar(alone.w, alone.w, alone.w, of_alone);
+  EXPECT_NE(cbar(store.w, store.w, store.w, of_all), mean);
+  EXPECT_EQ(cbar(store.w, store.w, store.w, of_all, careful), mean);
+  EXPECT_EQ(of_all, of_alone);
+}
+
 }  // namespace
 }  // namespace vorn

@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 
+#include "formats/tucson_index.h"
 #include "formats/tucson_index_layout.h"
 #include "study/file_findings_parts.h"
 
@@ -177,8 +178,16 @@ void add_index_findings(const FileTaken& file, std::span<const FileLine> lines, 
   // one before.
   std::int64_t read_as = decade_of_label(file.first_year);
   if (file.first_year <= 0 && file.first_year % years_a_line == 0) read_as -= years_a_line;
-  for (std::size_t k = from; k < lines.size(); ++k, read_as += years_a_line)
-    audit.look_at(decade_on(lines[k].text, static_cast<std::int64_t>(k) + 1), read_as);
+  std::optional<IndexLines> behind_the_first;
+  for (std::size_t k = from; k < lines.size(); ++k) {
+    const IndexDecade decade = decade_on(lines[k].text, static_cast<std::int64_t>(k) + 1);
+    if (!behind_the_first)
+      behind_the_first.emplace(file.decided.careful, decade.label);
+    else if (behind_the_first->kind_of(lines[k].text) != IndexLines::Kind::decade)
+      continue;  // passed over
+    audit.look_at(decade, read_as);
+    read_as += years_a_line;
+  }
   audit.end();
   CoreAsWritten written{"", static_cast<std::int64_t>(from) + 1, static_cast<std::int64_t>(lines.size())};
   for (std::size_t k = 0; k < file.indices.size() && k < file.depths.size(); ++k) {

@@ -144,6 +144,7 @@ std::string RawAudit::cause_of(std::int64_t line) const {
     if (!is_on) continue;
     if (lines.why == NotTaken::behind_end)
       return "line " + std::to_string(lines.first) + ", without a name, ends the file";
+    if (lines.why == NotTaken::no_name) return "it has no name and follows no series";
     if (lines.why == NotTaken::header) return "it is taken for a header line";
     if (lines.why == NotTaken::no_room) return "there is no room for more rings";
     if (lines.why == NotTaken::series_limit) return "there is no room for more series";
@@ -415,6 +416,17 @@ std::size_t first_line_of_data(const FileTaken& file, std::span<const FileLine> 
   return from;
 }
 
+// Cores as careful reading has them: a 999 before other widths is a ring.
+void take_rings_for_rings(std::vector<CoreLines>& cores) {
+  for (CoreLines& core : cores) {
+    if (!core.mark || core.unit != unit_of_mark(tucson_raw::end_of_hundredths)) continue;
+    const auto behind = std::span(core.decades.back().fields).subspan(*core.mark + 1);
+    if (std::ranges::all_of(behind, [](const DecadeField& field) { return field.number == 0; })) continue;
+    core.mark.reset();
+    core.unit.reset();
+  }
+}
+
 void add_raw_findings(const FileTaken& file, std::span<const FileLine> lines, FindingList& found) {
   const std::size_t from = first_line_of_data(file, lines);
   const auto header_lines = static_cast<std::size_t>(std::max(file.decided.header_lines, 0));
@@ -426,7 +438,8 @@ void add_raw_findings(const FileTaken& file, std::span<const FileLine> lines, Fi
          .to = static_cast<std::int64_t>(header_lines),
          .words =
              "data are taken for header lines, since the first of them is not as long as its year asks for"});
-  const std::vector<CoreLines> cores = cores_on(lines, from);
+  std::vector<CoreLines> cores = cores_on(lines, from);
+  if (file.decided.careful.has(Mend::end_mark)) take_rings_for_rings(cores);
   add_lost_cores(file, cores, found);
   std::vector<CoreAsWritten> written;
   for (const CoreLines& core : cores) {

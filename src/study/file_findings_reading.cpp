@@ -42,7 +42,10 @@ WhyLinesNotTaken why(NotTaken reason) {
       return {kind("header"), "header lines before the data"};
     case NotTaken::unknown_key:
       return {kind("unknown-key"), "a keyword that is not read"};
+    case NotTaken::no_decade:
+      return {kind("no-decade"), "a line of statistics is no decade and is left out"};
     case NotTaken::no_end_mark:
+    case NotTaken::no_name:
     case NotTaken::behind_end:
     case NotTaken::cut_header:
       break;

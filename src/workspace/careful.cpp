@@ -9,15 +9,16 @@ namespace {
 constexpr bool reads = true;
 
 constexpr std::array table = {
-    MendRow{Mend::blank_line, "blank-line", "a blank line ends no file of ring widths", reads},
+    MendRow{Mend::blank_line, "blank-line", "a blank line ends no file of ring widths and is no decade",
+            reads},
     MendRow{Mend::end_mark, "end-mark", "a series without an end mark keeps its last rings", reads},
     MendRow{Mend::statistics_line, "statistics-line", "a line of statistics behind indices is no decade",
             reads},
     MendRow{Mend::heidelberg_names, "heidelberg-names", "names in Heidelberg files come back whole"},
     MendRow{Mend::compact_widths, "compact-widths", "compact files keep widths of 10 mm and more"},
-    MendRow{Mend::read_trw, "read-trw", "Read TRW without its list tells so and goes on"},
+    MendRow{Mend::read_trw, "read-trw", "Read TRW goes on without its list and writes all it read"},
     MendRow{Mend::constant_series, "constant-series",
-            "a constant series leaves the figures of the others alone"},
+            "constant series and what a report left spoil no other figure"},
     MendRow{Mend::last_core, "last-core", "the last core can be saved like any other"},
     MendRow{Mend::reference_end, "reference-end", "the last entry as reference keeps its last value"},
     MendRow{Mend::shift_lasts, "shift-lasts", "a saved shift of a chronology lasts"},

@@ -21,7 +21,7 @@ namespace vorn {
 
 class FormatBench : public FileBench {
  protected:
-  Reading reading() { return {disk, w.cnam(w.cf).view(), w.rfhead(w.cf), troubles}; }
+  Reading reading() { return {disk, w.cnam(w.cf).view(), w.rfhead(w.cf), troubles, w.careful}; }
   ReadDecisions read_as(Layout layout) {
     const LayoutRow* row = row_of(layout);
     return row->read_cores ? row->read_cores(w, reading()) : row->read_chronology(w, w.cf, reading());
@@ -37,9 +37,9 @@ class FormatBench : public FileBench {
     return found;
   }
 
-  Writing writing(TextOutput& out) { return {"output", out, troubles}; }
+  Writing writing(TextOutput& out) { return {"output", out, troubles, w.careful}; }
   void write_raw(Workspace&) {
-    vorn::write_raw(w, disk, output_name(w.cnam(w.cf)), w.raw_output, troubles,
+    vorn::write_raw(w, disk, output_name(w.cnam(w.cf)), w.raw_output, w.careful, troubles,
                     [this](double share) { shares.push_back(share); });
   }
   void write_ind(Workspace&) { vorn::write_ind(w, w.cf, w.crn_output, disk, troubles); }
