@@ -59,6 +59,7 @@ std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool 
   if (names_years(field.text)) {
     FileFinding one = at_row(kind("second-table"), rows);
     one.column = field.column;
+    one.value = numbers;
     one.words =
         "a further row of names: what stands above it was not read by these names, or what follows is "
         "another table";
