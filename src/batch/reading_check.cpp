@@ -82,12 +82,12 @@ bool is_no_loss(const Trouble& trouble, const FileTaken& file) {
 }  // namespace
 
 void check_findings(const Collection& collection, int this_year,
-                    const std::function<void(const FileFinding&)>& add) {
+                    const std::function<void(const FileFinding&)>& add, std::optional<double> unit) {
   const auto bytes = collection.bytes();
   if (collection.imported()) {
     add({.kind = kind("imported"),
          .words = "the program itself does not read this layout, but a copy of it"});
-    if (const auto made = imported(bytes.value_or(""), {this_year})) {
+    if (const auto made = imported(bytes.value_or(""), {this_year, unit})) {
       for (const FileFinding& finding : made->findings) add(finding);
     }
     return;
@@ -100,9 +100,11 @@ void check_findings(const Collection& collection, int this_year,
   for (const FileFinding& finding : findings_of(collection, *bytes, this_year)) add(finding);
 }
 
-void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add) {
-  check_findings(collection, this_year,
-                 [&](const FileFinding& finding) { add(check_row(collection.path(), finding)); });
+void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add,
+                std::optional<double> unit) {
+  check_findings(
+      collection, this_year, [&](const FileFinding& finding) { add(check_row(collection.path(), finding)); },
+      unit);
 }
 
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year) {
