@@ -55,8 +55,8 @@ std::optional<RingParts> ring_parts_among(std::span<const std::string> names) {
   for (const auto& [core, place] : early) {
     const auto other = late.find(core);
     if (other == late.end() || (first && first->early < place)) continue;
-    const auto whole =
-        std::ranges::find_if(names, [&](const std::string& name) { return is_whole_of(name, core); });
+    const auto whole = std::ranges::find_if(
+        names, [&core = core](const std::string& name) { return is_whole_of(name, core); });
     first = {place, other->second};
     if (whole != names.end()) first->whole = static_cast<std::size_t>(whole - names.begin());
   }
