@@ -25,6 +25,10 @@ void check_rows(const Collection& collection, int this_year, const std::function
 // What is to be said of a collection whose file holds these bytes.
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year);
 
+// Series of a Heidelberg file that the program reads in another unit than their Unit= says, since it does not
+// know the words; a finding each.
+std::vector<FileFinding> wrong_units(const Collection& collection, std::string_view bytes);
+
 // Whether none of its rows is an error, and anything was read.
 bool is_read_whole(const Collection& collection);
 

@@ -154,6 +154,7 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"trailing-zeros", Effect::none},
     FindingKind{"short-data", Effect::doubtful},
     FindingKind{"data-kind", Effect::doubtful},
+    FindingKind{"numbers-a-year", Effect::doubtful},
     FindingKind{"no-widths", Effect::lost},
     // What failed while the file was read.
     FindingKind{"read", Effect::changed},
