@@ -85,7 +85,7 @@ std::vector<std::string_view> data_lines(std::string_view bytes) {
 
 // Files that are not read byte by byte.
 bool is_plain(std::string_view bytes) {
-  return bytes.find('"') == std::string_view::npos && bytes.find('\x1a') == std::string_view::npos &&
+  return bytes.find_first_of(std::string_view("\"\x1a\0", 3)) == std::string_view::npos &&
          !bytes.starts_with("\xff\xfe") && !bytes.starts_with("\xfe\xff") &&
          !bytes.starts_with("\xef\xbb\xbf");
 }

@@ -58,6 +58,7 @@ void FoundFile::tell_each(FileFinding finding) {
 }
 
 void FoundFile::take(std::size_t series, std::int64_t year, const TableField& field) {
+  has_year_0_ = has_year_0_ || year == 0;
   if (says_missing(field.text) || marks.are_said_by(field.text)) {
     if (field.text.empty()) return;
     WordsSeen& seen = missing_words_[std::string(field.text)];
@@ -140,24 +141,21 @@ void FoundFile::tell_missing_words() {
                          named + (words.size() > most_named ? " and others" : "")});
 }
 
-// Years before and behind it, and none of year 0 in any series.
+// Years before and behind it, and nothing at all of year 0.
 void FoundFile::doubt_year_0() {
-  const FoundSeries* first = nullptr;
-  for (const FoundSeries& series : series_) {
+  const auto crosses_it = [](const FoundSeries& series) {
     const auto has = [&series](std::int64_t year) {
-      return std::ranges::binary_search(series.rings, year, {}, &FoundRing::year) ||
-             std::ranges::find(series.negative, year, &FoundRing::year) != series.negative.end();
+      return std::ranges::binary_search(series.rings, year, {}, &FoundRing::year);
     };
-    if (has(0)) return;
-    if (!first && has(-1) && has(1)) first = &series;
-  }
-  if (first)
-    findings.add({.kind = kind("no-year-0"),
-                  .line = first->line,
-                  .series = first->name,
-                  .words =
-                      "has rings of the years -1 and 1, and no series has one of year 0: it is taken for "
-                      "a year without a ring, and may be none where years are counted without it"});
+    return has(-1) && has(1);
+  };
+  const auto first = std::ranges::find_if(series_, crosses_it);
+  if (has_year_0_ || first == series_.end()) return;
+  findings.add({.kind = kind("no-year-0"),
+                .line = first->line,
+                .series = first->name,
+                .words = "has rings of the years -1 and 1, and year 0 stands nowhere: it is taken for a year "
+                         "without a ring, and may be none where years are counted without it"});
 }
 
 bool FoundFile::can_hold(std::int64_t year, const TableField& at, std::int64_t numbers) {

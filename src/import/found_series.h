@@ -121,7 +121,7 @@ class FoundFile {
   ImportWishes wishes_;
   std::vector<FoundSeries> series_;
   std::size_t rings_ = 0;
-  bool told_room_ = false, told_series_ = false, told_descent_ = false;
+  bool has_year_0_ = false, told_room_ = false, told_series_ = false, told_descent_ = false;
   std::set<std::int64_t> told_order_;  // lines
   std::size_t told_each_ = 0, untold_each_ = 0;
   std::int64_t comma_line_ = 0, point_line_ = 0;
