@@ -176,7 +176,7 @@ std::string set_segments(Request& request, const Typed& typed) {
 std::string take_repair(Request& request, const Typed& typed) {
   static const std::map<std::string, double> units = {
       {"millimetres", 1}, {"hundredths", 100}, {"thousandths", 1000}};
-  if (!typed.unit.empty()) request.repair_choices.unit = units.at(typed.unit);
+  if (!typed.unit.empty()) request.switches.unit = request.repair_choices.unit = units.at(typed.unit);
   if (!typed.repair) return typed.unit.empty() ? "" : "--unit goes with --repair";
   request.repair_folder = std::exchange(request.output, "");
   if (request.repair_folder.empty()) return "--repair needs a folder: -o DIR";

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "batch/reading_check.h"
 #include "chronology/index_pipeline.h"
 #include "formats/layouts.h"
 #include "plot/plot.h"
@@ -140,6 +141,13 @@ void Collection::read(Files& files, const LayoutRow& row, Troubles& troubles) {
   }
 }
 
+// The end of a file is told as a trouble where the reader waits for a further header.
+bool Collection::is_no_loss(const Trouble& trouble) const {
+  if (trouble.status != status::end_of_file) return false;
+  const std::string all = bytes().value_or("");
+  return ends_in_blank_lines({all, recognition_, decided_, {}});
+}
+
 // What the reader told of the original says that it is not the program's: the importers tell the rest.
 void Collection::import(Files& files) {
   std::string all;
@@ -196,7 +204,9 @@ std::vector<std::string> Collection::series() const {
 
 std::vector<std::string> Collection::words() const {
   std::vector<std::string> all;
-  for (const Trouble& trouble : troubles_) all.push_back(path_ + one_line(trouble));
+  for (const Trouble& trouble : troubles_) {
+    if (!is_no_loss(trouble)) all.push_back(path_ + one_line(trouble));
+  }
   if (!row_of(recognition_.layout) && !imported_ && troubles_.empty())
     all.push_back(path_ + ": no layout that is known");
   for (const std::string& lost : sentences_on(imported(), path_, Severity::error)) all.push_back(lost);
@@ -206,6 +216,9 @@ std::vector<std::string> Collection::words() const {
                     (pairs == 1 ? " record of pairs of numbers is" : " records of pairs of numbers are") +
                     " read as if all were widths: vorn check --repair writes a copy of the widths");
   }
+  for (const FileFinding& unit :
+       wrong_units(*this, recognition_.layout == Layout::heidelberg ? bytes().value_or("") : ""))
+    all.push_back(path_ + ":" + std::to_string(unit.line) + ": " + unit.series + ": " + unit.words);
   for (const std::string& limit : limits_passed(decided_, path_)) all.push_back(limit);
   if (is_too_long_) all.push_back(path_ + ": its cores span more than 12,000 years");
   return all;

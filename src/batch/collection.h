@@ -64,6 +64,8 @@ class Collection {
   // The names of its series, those that were not read as a whole among them, without blanks around them.
   std::vector<std::string> series() const;
   const std::vector<Trouble>& troubles() const { return troubles_; }
+  // Whether nothing is lost where this was told.
+  bool is_no_loss(const Trouble& trouble) const;
   // What its file holds; nothing where it cannot be read.
   std::optional<std::string> bytes() const;
   // One sentence for whoever reads the words beside the data: why nothing, or not all, was read. Begins with

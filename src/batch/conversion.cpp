@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <map>
 
 #include "base/loud_failure.h"
@@ -9,6 +10,7 @@
 #include "batch/written_tables.h"
 #include "formats/compact.h"
 #include "formats/layouts.h"
+#include "import/source_text.h"
 #include "records/memory_files.h"
 #include "records/text_file.h"
 
@@ -90,16 +92,43 @@ std::vector<NamedCore> in_thousandths(const ComparableCores& read) {
   return cores;
 }
 
+// As the file written has them, not as its copy does.
+std::vector<NamedCore> as_written(const Collection& written, const ComparableCores& back) {
+  std::vector<NamedCore> cores(back.cores().begin(), back.cores().end());
+  const Imported* imported = written.imported();
+  for (std::size_t k = 0; imported && k < std::min(cores.size(), imported->series.size()); ++k)
+    cores[k].name = imported->series[k].name;
+  return cores;
+}
+
+// With their names in UTF-8, which live in `names`.
+std::vector<NamedCore> named_in_utf_8(const ComparableCores& read, std::deque<std::string>& names) {
+  std::vector<NamedCore> cores = in_thousandths(read);
+  for (NamedCore& core : cores) core.name = names.emplace_back(as_utf_8(core.name));
+  return cores;
+}
+
+void tell_names(const Collection& collection, Conversion& made) {
+  const ComparableCores read(collection);
+  for (const NamedCore& core : read.cores()) {
+    if (!is_utf_8(core.name))
+      made.lost.push_back(collection.path() + ": " + as_utf_8(core.name) +
+                          ": its name is no UTF-8, and is read as Windows has it (1252)");
+  }
+}
+
 Sentences not_read_back(const Collection& collection, const TargetLayout& target, MemoryFiles& files) {
   const Collection written(files, in_memory, untreated());
   if (written.recognition().layout != target.layout || !written.has_cores())
     return {collection.path() + ": the layout would not be recognised by the first core, " +
             plain_name(collection.state(), 1)};
-  const ComparableCores read(collection), back(written);
-  const std::vector<NamedCore> cores = in_thousandths(read);
+  const ComparableCores read(collection), again(written);
+  std::deque<std::string> names;
+  const std::vector<NamedCore> cores = target.write ? named_in_utf_8(read, names) : in_thousandths(read),
+                               back = as_written(written, again);
   Sentences all;
-  for (const SeriesChange& change : changes_between(cores, back.cores()))
-    all.push_back(collection.path() + ": " + change_words(change, cores, back.cores()));
+  for (const SeriesChange& change : changes_between(cores, back))
+    all.push_back(collection.path() + ": " + change_words(change, cores, back));
   if (all.empty()) {
     for (const std::string& words : written.words()) all.push_back(collection.path() + ": " + words);
   }
@@ -193,10 +222,14 @@ Conversion converted(const Collection& collection, const TargetLayout& target) {
   if (target.layout == Layout::compact && made.refused.empty()) made.refused = too_wide(collection);
   if (!made.refused.empty()) return made;
   MemoryFiles files;
-  if (target.write)
-    files.put(in_memory, target.write(site_name(collection.path()), ComparableCores(collection).cores()));
-  else
+  if (target.write) {
+    const ComparableCores read(collection);
+    std::deque<std::string> names;
+    files.put(in_memory, target.write(as_utf_8(site_name(collection.path())), named_in_utf_8(read, names)));
+    tell_names(collection, made);
+  } else {
     write_cores(collection.state(), target.layout, files);
+  }
   made.refused = not_read_back(collection, target, files);
   if (!made.refused.empty()) return made;
   made.bytes = files.contents(in_memory).value();

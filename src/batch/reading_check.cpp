@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "formats/heidelberg_layout.h"
+#include "import/width_unit.h"
+#include "study/file_lines.h"
 #include "workspace/capacity.h"
 
 namespace vorn {
@@ -74,39 +77,85 @@ class TakenCollection {
   FileTaken file_;
 };
 
-// The end of a file is told as a trouble where the reader waits for a further header.
-bool is_no_loss(const Trouble& trouble, const FileTaken& file) {
-  return trouble.status == status::end_of_file && ends_in_blank_lines(file);
-}
-
 }  // namespace
 
 void check_findings(const Collection& collection, int this_year,
-                    const std::function<void(const FileFinding&)>& add) {
+                    const std::function<void(const FileFinding&)>& add, std::optional<double> unit) {
   const auto bytes = collection.bytes();
   if (collection.imported()) {
     add({.kind = kind("imported"),
          .words = "the program itself does not read this layout, but a copy of it"});
-    if (const auto made = imported(bytes.value_or(""), {this_year})) {
+    if (const auto made = imported(bytes.value_or(""), {this_year, unit})) {
       for (const FileFinding& finding : made->findings) add(finding);
     }
     return;
   }
   const TakenCollection taken(collection, bytes ? std::string_view(*bytes) : "", this_year);
   for (const Trouble& trouble : collection.troubles()) {
-    if (!bytes || !is_no_loss(trouble, taken.file())) add(finding_of(trouble));
+    if (!bytes || !collection.is_no_loss(trouble)) add(finding_of(trouble));
   }
   if (!bytes) return;
   for (const FileFinding& finding : findings_of(collection, *bytes, this_year)) add(finding);
 }
 
-void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add) {
-  check_findings(collection, this_year,
-                 [&](const FileFinding& finding) { add(check_row(collection.path(), finding)); });
+void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add,
+                std::optional<double> unit) {
+  check_findings(
+      collection, this_year, [&](const FileFinding& finding) { add(check_row(collection.path(), finding)); },
+      unit);
+}
+
+namespace {
+
+// What stands behind the key of the unit in these lines; empty where it does not.
+std::string_view unit_among(std::span<const FileLine> lines) {
+  constexpr std::string_view key = "Unit";
+  for (const FileLine& line : lines) {
+    const std::size_t sign = line.text.find('=');
+    if (heidelberg::data_key.begins(line.text)) break;
+    if (line.text.starts_with(key) && sign != std::string_view::npos) return line.text.substr(sign + 1);
+  }
+  return {};
+}
+
+std::span<const FileLine> lines_of(const SeriesRead& series, std::span<const FileLine> lines) {
+  const auto first =
+      std::min(static_cast<std::size_t>(std::max<std::int64_t>(series.first_line - 1, 0)), lines.size());
+  const auto last =
+      std::min(static_cast<std::size_t>(std::max<std::int64_t>(series.last_line, 0)), lines.size());
+  return lines.subspan(first, std::max(first, last) - first);
+}
+
+}  // namespace
+
+std::vector<FileFinding> wrong_units(const Collection& collection, std::string_view bytes) {
+  std::vector<FileFinding> all;
+  const auto is_guess = [](const SeriesRead& series) {
+    return series.unit_by == UnitBy::mean && series.rings > 0;
+  };
+  const auto& series = collection.decided().series;
+  if (collection.recognition().layout != Layout::heidelberg || std::ranges::none_of(series, is_guess))
+    return all;
+  const std::vector<FileLine> lines = lines_of(bytes);
+  for (const SeriesRead& one : series) {
+    const std::string_view words = is_guess(one) ? unit_among(lines_of(one, lines)) : std::string_view();
+    const auto said = unit_said(words);
+    if (!said || *said == one.unit) continue;
+    all.push_back({.kind = kind("wrong-unit"),
+                   .line = one.first_line,
+                   .from = one.first_line,
+                   .to = one.last_line,
+                   .series = std::string(without_blanks(one.name.view())),
+                   .value = *said,
+                   .words = "its widths are in " + std::string(unit_words(*said)) + ", and are read as " +
+                            std::string(unit_words(one.unit))});
+  }
+  return all;
 }
 
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year) {
   std::vector<FileFinding> all = file_findings(TakenCollection(collection, bytes, this_year).file());
+  for (FileFinding& unit : wrong_units(collection, bytes)) all.push_back(std::move(unit));
   if (collection.is_too_long())
     all.push_back({.kind = kind("too-many-years"), .words = "its cores span more than 12,000 years"});
   return all;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -11,16 +12,22 @@
 
 namespace vorn {
 
-// What is to be said of a collection, what failed while it was read among it.
+// What is to be said of a collection, what failed while it was read among it. `unit`: what an imported file
+// says none is taken for, see ImportWishes.
 void check_findings(const Collection& collection, int this_year,
-                    const std::function<void(const FileFinding&)>& add);
+                    const std::function<void(const FileFinding&)>& add, std::optional<double> unit = {});
 
 // Findings about the file, about each series, about lines (see study/file_findings.h). A ring behind
 // `this_year` is one; 0 for whoever does not know.
-void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add);
+void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add,
+                std::optional<double> unit = {});
 
 // What is to be said of a collection whose file holds these bytes.
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year);
+
+// Series of a Heidelberg file that the program reads in another unit than their Unit= says, since it does not
+// know the words; a finding each.
+std::vector<FileFinding> wrong_units(const Collection& collection, std::string_view bytes);
 
 // Whether none of its rows is an error, and anything was read.
 bool is_read_whole(const Collection& collection);

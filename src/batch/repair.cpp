@@ -116,7 +116,9 @@ bool has(std::span<const FileFinding> findings, const FindingKind* of) {
 
 // Whether which ring is of which year, or which number is a ring, does not stand in the file.
 bool is_a_guess(const Imported& imported) {
-  return has(imported.findings, kind("short-data")) || has(imported.findings, kind("data-kind")) ||
+  constexpr std::array<const FindingKind*, 3> guesses = {kind("short-data"), kind("data-kind"),
+                                                         kind("behind-length")};
+  return std::ranges::any_of(guesses, [&](const FindingKind* of) { return has(imported.findings, of); }) ||
          std::ranges::any_of(imported.findings, [](const FileFinding& finding) {
            return severity_of(finding.kind->effect) == Severity::error;
          });

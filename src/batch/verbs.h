@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -31,8 +32,9 @@ struct VerbSwitches {
   CorrelationGrid grid = CorrelationGrid::report;  // corr
   int farthest_lag = max_lag;                      // corr, lags: up to so many years to either side
   std::shared_ptr<const OtherChronology> beside =
-      nullptr;        // corr, lags: instead of the core's own chronology
-  int this_year = 0;  // check: rings behind it are told; 0 for whoever does not know
+      nullptr;                      // corr, lags: instead of the core's own chronology
+  int this_year = 0;                // check: rings behind it are told; 0 for whoever does not know
+  std::optional<double> unit = {};  // check: as RepairChoices have it
 };
 
 struct Verb {

@@ -69,10 +69,49 @@ std::optional<std::int64_t> whole_number_in(std::string_view text) {
   return static_cast<std::int64_t>(number->value);
 }
 
+namespace {
+
+// The one that is a year where the three are those of a date; nothing where they are none.
+std::optional<std::int64_t> year_of_date(std::string_view first, std::string_view second,
+                                         std::string_view third) {
+  const auto is_part = [](std::string_view text, std::size_t least, std::size_t most) {
+    return text.size() >= least && text.size() <= most && std::ranges::all_of(text, is_digit);
+  };
+  if (!is_part(second, 1, 2)) return std::nullopt;
+  if (is_part(first, 4, 4) && is_part(third, 1, 2)) return whole_number_in(first);
+  return is_part(first, 1, 2) && is_part(third, 4, 4) ? whole_number_in(third) : std::nullopt;
+}
+
+std::optional<std::int64_t> year_of_date(std::string_view text) {
+  constexpr std::size_t fewest = 8;
+  text = text.substr(0, text.find_first_of("T "));  // what follows is the time of day
+  const std::size_t sign = std::min(text.find_first_of("-/."), text.size());
+  if (text.size() < fewest || sign == text.size()) return std::nullopt;
+  const std::size_t next = text.find(text[sign], sign + 1);
+  if (next == std::string_view::npos) return std::nullopt;
+  return year_of_date(text.substr(0, sign), text.substr(sign + 1, next - sign - 1), text.substr(next + 1));
+}
+
+}  // namespace
+
+std::optional<WrittenYear> year_written(std::string_view text) {
+  constexpr std::size_t longest = 40;
+  text = bare(text.substr(0, longest + 1));
+  if (text.size() > longest) return std::nullopt;
+  if (const auto year = whole_number_in(text)) return WrittenYear{*year};
+  if (const auto year = year_of_date(text)) return WrittenYear{*year, true};
+  if (!text.starts_with('X') || text.size() < 2) return std::nullopt;
+  const bool is_early = text[1] == '.';
+  text.remove_prefix(is_early ? 2 : 1);
+  if (text.empty() || !std::ranges::all_of(text, is_digit)) return std::nullopt;
+  const auto year = whole_number_in(text);
+  return year ? std::optional(WrittenYear{is_early ? -*year : *year}) : std::nullopt;
+}
+
 bool says_missing(std::string_view text) {
-  constexpr std::array<std::string_view, 16> words = {"",        "na",   "n/a",  "#n/a", "nan", "-nan",
-                                                      ".",       "..",   "...",  "-",    "--",  "---",
-                                                      "missing", "null", "none", "?"};
+  constexpr std::array<std::string_view, 18> words = {"",    "na",   "n/a",     "#n/a", "nan",  "-nan",
+                                                      ".",   "..",   "...",     "-",    "--",   "---",
+                                                      "#nv", "n.a.", "missing", "null", "none", "?"};
   text = bare(text);
   return text.size() <= 7 && std::ranges::find(words, lower_case(text)) != words.end();
 }

@@ -24,6 +24,15 @@ std::optional<FieldNumber> number_in(std::string_view text, bool commas);
 // A whole number; one that is followed by a point and zeros is one too.
 std::optional<std::int64_t> whole_number_in(std::string_view text);
 
+// A year as tables have it, where it is none of a plain number.
+struct WrittenYear {
+  std::int64_t year = 0;
+  bool of_date = false;  // of a date, 1990-12-31, 31.12.1990 and the like
+};
+
+// A whole number; as R names columns, "X1990", "X.5" for -5; or the year of a date. Nothing where it is none.
+std::optional<WrittenYear> year_written(std::string_view text);
+
 // Whether `text` is what people write where no value is: nothing, "NA", "NaN", ".", "-" and the like.
 bool says_missing(std::string_view text);
 

@@ -58,7 +58,13 @@ void FoundFile::tell_each(FileFinding finding) {
 }
 
 void FoundFile::take(std::size_t series, std::int64_t year, const TableField& field) {
-  if (says_missing(field.text) || marks.are_said_by(field.text)) return;
+  has_year_0_ = has_year_0_ || year == 0;
+  if (says_missing(field.text) || marks.are_said_by(field.text)) {
+    if (field.text.empty()) return;
+    WordsSeen& seen = missing_words_[std::string(field.text)];
+    if (++seen.count == 1) seen.line = field.line;
+    return;
+  }
   const auto number = number_in(field.text, commas || field.quoted);
   if (number) return take_number(series, {year, number->value, field.line, field.column}, *number);
   FileFinding one = at_field(kind("no-number"), field);
@@ -84,7 +90,72 @@ void FoundFile::take_number(std::size_t series, const FoundRing& ring, const Fie
   if (number.comma && comma_line_ == 0) comma_line_ = ring.line;
   if (number.decimals > 0 && !number.comma && point_line_ == 0) point_line_ = ring.line;
   to.has_points = to.has_points || number.decimals > 0;
+  look_at_thousands(ring, number);
   (number.value < 0 ? to.negative : to.rings).push_back(ring);
+}
+
+void FoundFile::look_at_thousands(const FoundRing& ring, const FieldNumber& number) {
+  constexpr double least = 100, thousand = 1000;
+  const double value = std::abs(ring.value);
+  if (number.decimals == 0) {
+    thousands_.hundreds += value >= least && value < thousand;
+    thousands_.thousands += value >= thousand;
+    return;
+  }
+  const bool is_parted = number.decimals == 3 && value >= 1 && value < thousand;
+  if (is_parted && thousands_.parted == 0) {
+    thousands_.line = ring.line;
+    thousands_.first = ring.value;
+  }
+  (is_parted ? thousands_.parted : thousands_.other)++;
+}
+
+// Where every number from 1000 on would be written so, and those below it without a point.
+void FoundFile::doubt_thousands() {
+  const ThousandsSeen& seen = thousands_;
+  if (seen.parted == 0 || seen.hundreds == 0 || seen.other > 0 || seen.thousands > 0) return;
+  findings.add({.kind = kind("unit-unlikely"),
+                .line = seen.line,
+                .value = seen.first,
+                .words = counted(seen.parted, "number has", "numbers have") +
+                         " three digits behind the point, the first of them " + decimal(seen.first, 3) +
+                         ", and all from 100 to 999 have none: it may part thousands"});
+}
+
+void FoundFile::tell_missing_words() {
+  std::vector<std::string> words;
+  WordsSeen all;
+  for (const auto& [word, seen] : missing_words_) {
+    words.push_back(in_quotes(word));
+    all.line = all.count == 0 ? seen.line : std::min(all.line, seen.line);
+    all.count += seen.count;
+  }
+  if (words.empty()) return;
+  constexpr std::size_t most_named = 5;
+  std::string named = words.front();
+  for (std::size_t k = 1; k < std::min(words.size(), most_named); ++k) named += ", " + words[k];
+  findings.add({.kind = kind("missing-marks"),
+                .line = all.line,
+                .value = all.count,
+                .words = counted(all.count, "field says", "fields say") + " that there is no width, by " +
+                         named + (words.size() > most_named ? " and others" : "")});
+}
+
+// Years before and behind it, and nothing at all of year 0.
+void FoundFile::doubt_year_0() {
+  const auto crosses_it = [](const FoundSeries& series) {
+    const auto has = [&series](std::int64_t year) {
+      return std::ranges::binary_search(series.rings, year, {}, &FoundRing::year);
+    };
+    return has(-1) && has(1);
+  };
+  const auto first = std::ranges::find_if(series_, crosses_it);
+  if (has_year_0_ || first == series_.end()) return;
+  findings.add({.kind = kind("no-year-0"),
+                .line = first->line,
+                .series = first->name,
+                .words = "has rings of the years -1 and 1, and year 0 stands nowhere: it is taken for a year "
+                         "without a ring, and may be none where years are counted without it"});
 }
 
 bool FoundFile::can_hold(std::int64_t year, const TableField& at, std::int64_t numbers) {
@@ -370,9 +441,12 @@ Imported FoundFile::finished(OtherLayout layout, std::string layout_name, std::s
   Imported result{layout, std::move(layout_name), std::move(why), {}, {}, {}};
   findings.add({.kind = kind("layout", Effect::none), .words = result.layout_name + ": " + result.why});
   tell_decimals();
+  tell_missing_words();
   for (FoundSeries& series : series_) put_in_order(series);
+  doubt_year_0();
   find_units();
   doubt_units();
+  doubt_thousands();
   for (const FoundSeries& series : series_) {
     tell_negative(series);
     if (series.rings.empty())

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <span>
@@ -54,6 +55,20 @@ struct MissingMarks {
   bool are_said_by(std::string_view text) const;
 };
 
+struct WordsSeen {
+  std::int64_t count = 0, line = 0;  // the first line
+};
+
+// Numbers whose point or comma may part thousands, "1,234" among "987".
+struct ThousandsSeen {
+  std::int64_t parted = 0;     // with three digits behind it, and one to three before it
+  std::int64_t other = 0;      // with a point that can be none but the decimal one
+  std::int64_t hundreds = 0;   // without one, of 100 to 999
+  std::int64_t thousands = 0;  // without one, and larger
+  std::int64_t line = 0;       // of the first of them that is parted
+  double first = 0;
+};
+
 // Gathers what a file holds. Whatever it does not take becomes a finding.
 class FoundFile {
  public:
@@ -89,6 +104,10 @@ class FoundFile {
  private:
   void take_number(std::size_t series, const FoundRing& ring, const FieldNumber& number);
   void tell_decimals();
+  void look_at_thousands(const FoundRing& ring, const FieldNumber& number);
+  void tell_missing_words();
+  void doubt_thousands();
+  void doubt_year_0();
   void put_in_order(FoundSeries& series);
   void look_at_order(const FoundSeries& series);
   void drop_repeated(FoundSeries& series);
@@ -102,10 +121,12 @@ class FoundFile {
   ImportWishes wishes_;
   std::vector<FoundSeries> series_;
   std::size_t rings_ = 0;
-  bool told_room_ = false, told_series_ = false, told_descent_ = false;
+  bool has_year_0_ = false, told_room_ = false, told_series_ = false, told_descent_ = false;
   std::set<std::int64_t> told_order_;  // lines
   std::size_t told_each_ = 0, untold_each_ = 0;
   std::int64_t comma_line_ = 0, point_line_ = 0;
+  std::map<std::string, WordsSeen, std::less<>> missing_words_;  // that stand where no value is
+  ThousandsSeen thousands_;
 };
 
 }  // namespace vorn

@@ -75,7 +75,10 @@ std::vector<TableField> values_on(std::string_view text, std::int64_t line) {
 }  // namespace
 
 TableField HeidelbergRecord::of(std::string_view key) const {
-  const auto found = keys.find(std::string(key));
+  auto found = keys.find(std::string(key));
+  for (const KeyInOtherWords& other : other_keys) {
+    if (found == keys.end() && other.key == key) found = keys.find(std::string(other.words));
+  }
   return found == keys.end() ? TableField{} : found->second;
 }
 

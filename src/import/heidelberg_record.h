@@ -35,6 +35,21 @@ inline constexpr std::array heidelberg_data = {
 // More values of one record than these are not looked at.
 inline constexpr std::size_t most_record_values = 400'000;
 
+// Other words for a key, by their letters and digits, small.
+struct KeyInOtherWords {
+  std::string_view key, words;
+};
+
+inline constexpr std::array other_keys = {
+    KeyInOtherWords{"keycode", "schluessel"},    KeyInOtherWords{"keycode", "schl\xc3\xbcssel"},
+    KeyInOtherWords{"keycode", "schl\xfcssel"},  KeyInOtherWords{"datebegin", "datumanfang"},
+    KeyInOtherWords{"datebegin", "anfangsjahr"}, KeyInOtherWords{"datebegin", "firstyear"},
+    KeyInOtherWords{"datebegin", "startyear"},   KeyInOtherWords{"dateend", "datumende"},
+    KeyInOtherWords{"dateend", "endjahr"},       KeyInOtherWords{"dateend", "lastyear"},
+    KeyInOtherWords{"dateend", "endyear"},       KeyInOtherWords{"length", "laenge"},
+    KeyInOtherWords{"length", "l\xc3\xa4nge"},   KeyInOtherWords{"length", "l\xe4nge"},
+    KeyInOtherWords{"unit", "einheit"}};
+
 struct HeidelbergRecord {
   std::map<std::string, TableField> keys =
       {};  // by their letters and digits, small; the first of each counts
@@ -43,7 +58,7 @@ struct HeidelbergRecord {
   std::vector<TableField> values = {};
   bool is_cut = false;  // there are more values
 
-  // Of a key; an empty one where there is none.
+  // Of a key, or else of other words for it; an empty one where there is none.
   TableField of(std::string_view key) const;
 };
 

@@ -55,11 +55,16 @@ class RecordImport {
   void take_values();
   void find_unit();
   void tell_counts();
+  void doubt_pairs();
+  void tell_other_keys();
   void tell_missing_outside();
   void tell(const FindingKind* of, std::int64_t value, const std::string& words, std::int64_t line = 0);
 
   std::int64_t years_there() const { return (std::ssize(record_.values) + step_ - 1) / step_; }
-  std::int64_t filled_years() const;
+  std::int64_t filled_years() const { return (filled_values() + step_ - 1) / step_; }
+  std::int64_t filled_values() const;
+  int numbers_that_fit() const;
+  bool second_numbers_look_like_widths() const;
 
   const HeidelbergRecord& record_;
   FoundFile& found_;
@@ -137,28 +142,40 @@ void RecordImport::find_numbers_a_year() {
          record_.data_line);
   if (!years_.length) return;
   const auto there = std::ssize(record_.values);
-  const int other = by_format && by_data && by_data->numbers == 1 ? by_format->numbers : 1;
-  const bool too_few =
-      there < *years_.length * step_ && there >= *years_.length && there < *years_.length + 10;
-  const bool too_many = step_ == 1 && other > 1 && there >= *years_.length * other;
-  if (step_ > 1 ? !too_few : !too_many) return;
+  const int in_format = by_format && by_data && by_data->numbers == 1 ? by_format->numbers : 1;
+  const bool too_many = step_ == 1 && in_format > 1 && there >= *years_.length * in_format;
+  const bool too_few = step_ > 1 && there < *years_.length * step_;
+  const int other = too_many ? in_format : too_few ? numbers_that_fit() : step_;
+  if (other == step_) return;
   const std::string word = record_.data;
-  step_ = step_ > 1 ? 1 : other;
-  tell(kind("data-kind"), step_,
+  step_ = other;
+  // With one a year the length may as well count both numbers of each.
+  tell(step_ == 1 ? kind("data-kind") : kind("numbers-a-year"), step_,
        "the values are not those of \"DATA:" + word + "\": by their number there " +
            (step_ == 1 ? "is one a year" : "are " + std::to_string(step_) + " a year"),
        record_.data_line);
 }
 
-// Years up to the last that has a number other than 0.
-std::int64_t RecordImport::filled_years() const {
+// Numbers a year of which as many stand there as its length asks for, with nothing but zeros behind them;
+// where there are none, those that are known so far.
+int RecordImport::numbers_that_fit() const {
+  const std::int64_t filled = filled_values();
+  for (const int numbers : {1, 2, 4}) {
+    const std::int64_t needed = *years_.length * numbers;
+    if (filled <= needed && needed <= std::ssize(record_.values)) return numbers;
+  }
+  return step_;
+}
+
+// Values up to the last that is a number other than 0.
+std::int64_t RecordImport::filled_values() const {
   std::int64_t filled = std::ssize(record_.values);
   const auto is_zero = [](const TableField& field) {
     const auto number = number_in(field.text, true);
     return number && number->value == 0;
   };
   while (filled > 0 && is_zero(record_.values[static_cast<std::size_t>(filled) - 1])) --filled;
-  return (filled + step_ - 1) / step_;
+  return filled;
 }
 
 void RecordImport::tell_behind(std::int64_t years) {
@@ -257,6 +274,42 @@ void RecordImport::tell_counts() {
        record_.data_line);
 }
 
+// Numbers of samples stay the same for years, widths do not.
+bool RecordImport::second_numbers_look_like_widths() const {
+  constexpr std::int64_t fewest = 10;
+  std::int64_t changes = 0;
+  std::optional<double> before;
+  for (std::int64_t k = 0; k < rings_ && k * step_ + 1 < std::ssize(record_.values); ++k) {
+    const auto number = number_in(record_.values[static_cast<std::size_t>(k * step_ + 1)].text, true);
+    changes += number && before && number->value != *before;
+    if (number) before = number->value;
+  }
+  return rings_ >= fewest && 2 * changes > rings_;
+}
+
+void RecordImport::doubt_pairs() {
+  const std::string kind_of_data = letters_of(record_.of("datatype").text.substr(0, 100)) +
+                                   letters_of(record_.of("dataformat").text.substr(0, 100));
+  const bool is_said =
+      kind_of_data.find("early") != std::string::npos || kind_of_data.find("late") != std::string::npos;
+  if (step_ != 2 || !(is_said || second_numbers_look_like_widths())) return;
+  tell(kind("data-kind"), step_,
+       "the second numbers " +
+           std::string(is_said ? "are said to be of earlywood or latewood"
+                               : "change from year to year, as widths do") +
+           ": they are not taken, and where they are latewood the first are no ring widths",
+       record_.data_line);
+}
+
+void RecordImport::tell_other_keys() {
+  for (const KeyInOtherWords& other : other_keys) {
+    const auto found = record_.keys.find(std::string(other.words));
+    if (found == record_.keys.end() || record_.keys.contains(std::string(other.key))) continue;
+    tell(kind("unknown-key"), 0, quoted(as_utf_8(other.words)) + " is taken for " + std::string(other.key),
+         found->second.line);
+  }
+}
+
 void RecordImport::tell_missing_outside() {
   for (const std::string_view key : {"missingringsbefore", "missingringsafter"}) {
     const TableField field = record_.of(key);
@@ -283,6 +336,8 @@ void RecordImport::take() {
   take_values();
   find_unit();
   tell_counts();
+  doubt_pairs();
+  tell_other_keys();
   tell_missing_outside();
 }
 

@@ -82,7 +82,7 @@ TEST(Heidelberg, KindsOfDataThatTheValuesDoNotHaveAreSaid) {
       taken(file("KeyCode=A\nDateBegin=1990\nLength=2\nUnit=1/100 mm\nDataFormat=HalfChrono\n",
                  "DATA:Tree\n   125     1   130     2\n"));
   EXPECT_EQ(shown(pairs), "A 1990: 1.25 1.3\n");
-  EXPECT_EQ(doubts(pairs), "data-kind:7");
+  EXPECT_EQ(doubts(pairs), "numbers-a-year:7");
   EXPECT_EQ(doubts(taken(file("KeyCode=A\nDateBegin=1990\nUnit=mm\n", "DATA:Triple\n 1.25 1\n"))),
             "data-kind:5");
 }

@@ -35,7 +35,7 @@ TEST(NoaaTemplate, DescribesItsColumns) {
   EXPECT_EQ(one.layout, OtherLayout::noaa_template);
   EXPECT_EQ(shown(one), two_series);
   EXPECT_EQ(doubts(one), "");
-  EXPECT_EQ(notes(one), "comments layout unit-said copy-form series series");
+  EXPECT_EQ(notes(one), "comments layout unit-said copy-form series series missing-marks");
 }
 
 TEST(NoaaTemplate, MayHaveOtherLineEndsBlanksAndComments) {

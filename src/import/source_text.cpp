@@ -96,6 +96,24 @@ char ascii_of(char32_t c) {
   return '_';
 }
 
+enum class ByteOrder { none, small_end, big_end };
+
+// Of UTF-16 without a mark.
+ByteOrder order_by_zeros(std::string_view file) {
+  constexpr std::size_t looked_at = 4096, fewest = 16;
+  const std::string_view text = file.substr(0, looked_at);
+  std::size_t even = 0, odd = 0;
+  for (std::size_t k = 0; k < text.size(); ++k) (k % 2 == 0 ? even : odd) += text[k] == '\0' ? 1U : 0U;
+  const auto most = [&](std::size_t zeros) { return 10 * zeros >= 9 * (text.size() / 2); };
+  if (file.size() % 2 != 0 || text.size() < fewest) return ByteOrder::none;
+  if (even == 0 && most(odd)) return ByteOrder::small_end;
+  return odd == 0 && most(even) ? ByteOrder::big_end : ByteOrder::none;
+}
+
+std::string_view without_zeros(std::string_view text) {
+  return text.substr(0, text.find_last_not_of('\0') + 1);
+}
+
 std::string_view without_ctrl_z(std::string_view text) {
   const std::size_t last = text.find_last_not_of("\x1a\r\n");
   const std::size_t first = text.find('\x1a', last == std::string_view::npos ? 0 : last);
@@ -105,15 +123,18 @@ std::string_view without_ctrl_z(std::string_view text) {
 }  // namespace
 
 SourceText::SourceText(std::string_view file) : bytes(file) {
-  const bool small_end = file.starts_with(small_end_mark);
-  is_utf_16 = small_end || file.starts_with(big_end_mark);
+  const bool has_mark = file.starts_with(small_end_mark) || file.starts_with(big_end_mark);
+  const ByteOrder order = file.starts_with(small_end_mark) ? ByteOrder::small_end
+                          : has_mark                       ? ByteOrder::big_end
+                                                           : order_by_zeros(file);
+  is_utf_16 = order != ByteOrder::none;
   if (is_utf_16) {
-    decoded_ = from_utf_16(file.substr(2), small_end);
+    decoded_ = from_utf_16(file.substr(has_mark ? 2 : 0), order == ByteOrder::small_end);
     bytes = decoded_;
   } else if (file.starts_with(mark)) {
     bytes.remove_prefix(mark.size());
   }
-  bytes = without_ctrl_z(bytes);
+  bytes = without_ctrl_z(without_zeros(bytes));
 }
 
 bool is_utf_8(std::string_view text) {

@@ -6,8 +6,9 @@
 
 namespace vorn {
 
-// What stands in a file, without a byte order mark and without Ctrl-Z at its end. UTF-16 with a mark is made
-// UTF-8, on which lines and columns are counted then.
+// What stands in a file, without a byte order mark and without Ctrl-Z or zero bytes at its end. UTF-16 is
+// made UTF-8, on which lines and columns are counted then; without a mark it is known by every other byte
+// being zero.
 struct SourceText {
   explicit SourceText(std::string_view file);
   SourceText(const SourceText&) = delete;

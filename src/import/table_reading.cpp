@@ -46,11 +46,15 @@ bool names_years(std::string_view text) {
 }  // namespace
 
 std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool is_bp) {
-  const auto year = whole_number_in(field.text);
-  if (year && !is_bp) return year;
+  const auto year = year_written(field.text);
+  if (year && year->of_date && date_line_ == 0) {
+    date_line_ = field.line;
+    date_ = as_utf_8(field.text);
+  }
+  if (year && !is_bp) return year->year;
   if (year) {
     if (bp_line_ == 0) bp_line_ = field.line;
-    return year_of_bp - *year;
+    return year_of_bp - year->year;
   }
   const bool is_empty =
       std::ranges::all_of(rows.fields(), [](const TableField& one) { return one.text.empty(); });
@@ -59,6 +63,7 @@ std::optional<std::int64_t> TableReading::year_in(const TableField& field, bool 
   if (names_years(field.text)) {
     FileFinding one = at_row(kind("second-table"), rows);
     one.column = field.column;
+    one.value = numbers;
     one.words =
         "a further row of names: what stands above it was not read by these names, or what follows is "
         "another table";
@@ -90,13 +95,13 @@ void TableReading::look_behind(std::size_t from) {
   found.tell_each(std::move(one));
 }
 
-void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers) {
+void TableReading::tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what) {
   found.findings.add({.kind = kind("other-column"),
                       .line = column.line,
                       .column = column.column,
                       .series = column.name,
                       .value = numbers,
-                      .words = "the column holds no ring widths, and is passed over with " +
+                      .words = "the column holds " + std::string(what) + ", and is passed over with " +
                                counted(numbers, "number", "numbers")});
 }
 
@@ -118,7 +123,7 @@ void TableReading::take_row(std::vector<TableColumn>& columns, std::size_t year,
 void TableReading::tell_others(std::span<const TableColumn> columns) {
   for (const TableColumn& column : columns) {
     if (!column.series && !column.is_year && (column.passed_over > 0 || !column.named.name.empty()))
-      tell_other(column.named, column.passed_over);
+      tell_other(column.named, column.passed_over, column.what);
   }
 }
 
@@ -140,6 +145,10 @@ void TableReading::finish(std::span<const FileLine> lines) {
                         .words =
                             "years are counted back from 1950, which is year 0 before present: the year is "
                             "1950 less that number, with a year 0"});
+  if (date_line_ > 0)
+    found.findings.add({.kind = kind("years-of-dates"),
+                        .line = date_line_,
+                        .words = "of dates, as " + quoted(date_) + ", the year is taken"});
   if (lines.size() == most_lines_examined)
     found.findings.add({.kind = kind("too-large"),
                         .line = static_cast<std::int64_t>(lines.size()),

@@ -28,7 +28,8 @@ struct TableColumn {
   NamedColumn named = {};
   std::optional<std::size_t> series = {};  // of the file found; none where its numbers are passed over
   bool is_year = false;
-  std::int64_t passed_over = 0;  // numbers
+  std::int64_t passed_over = 0;              // numbers
+  std::string_view what = "no ring widths";  // that it holds, where it is passed over
 };
 
 // Goes through the rows of a table, and tells what is odd about them.
@@ -50,8 +51,8 @@ class TableReading {
   void count_short() {
     if (++short_rows_ == 1) first_short_ = rows.first_line();
   }
-  // A column that holds no widths, in which so many numbers stand.
-  void tell_other(const NamedColumn& column, std::int64_t numbers);
+  // A column that is passed over since it holds `what`, and in which so many numbers stand.
+  void tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what);
   // Takes the rings of the row at hand, whose year stands in column `year`.
   void take_row(std::vector<TableColumn>& columns, std::size_t year, bool is_bp);
   void tell_others(std::span<const TableColumn> columns);
@@ -59,7 +60,8 @@ class TableReading {
   void finish(std::span<const FileLine> lines);
 
  private:
-  std::int64_t short_rows_ = 0, first_short_ = 0, bp_line_ = 0;
+  std::int64_t short_rows_ = 0, first_short_ = 0, bp_line_ = 0, date_line_ = 0;
+  std::string date_;
 };
 
 // The unit that comments say ("# Units: 0.01 mm"); nothing where they say none.

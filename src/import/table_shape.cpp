@@ -16,7 +16,8 @@ namespace {
 using SampleRow = std::vector<std::string>;
 using Sample = std::vector<SampleRow>;
 
-constexpr std::size_t most_titles = 5, most_columns_before_years = 6, most_fields_sampled = 400;
+constexpr std::int64_t least_likely = 300;  // of years that may be numbers of series
+constexpr std::size_t most_titles = 20, most_columns_before_years = 20, most_fields_sampled = 400;
 
 Sample sample_of(std::span<const FileLine> lines, char separator) {
   constexpr std::size_t most_lines = 2'000;
@@ -43,8 +44,8 @@ bool is_number(const std::string& text) {
 
 bool is_year(const std::string& text) {
   constexpr std::int64_t farthest = 15'000;
-  const auto year = whole_number_in(text);
-  return year && std::abs(*year) <= farthest;
+  const auto year = year_written(text);
+  return year && std::abs(year->year) <= farthest;
 }
 
 const std::string& at(const SampleRow& row, std::size_t column) {
@@ -95,6 +96,10 @@ class SampleTests {
   bool widths_beside(std::size_t column) const;
   bool years_of_rows_win(std::size_t column) const;
   bool choose_year_column();
+  void choose_name_column();
+  bool tells_rows_apart(std::size_t column) const;
+  std::optional<std::size_t> header_row() const;
+  bool is_regular() const;
   std::optional<std::size_t> first_of(ColumnMeaning meaning) const;
   std::size_t below() const { return shape_.has_header ? 1 : 0; }
 
@@ -102,12 +107,42 @@ class SampleTests {
   TableShape shape_;
 };
 
+// Whether years that follow each other stand behind a word.
+bool is_top_of_years(const SampleRow& row) {
+  constexpr std::size_t fewest = 3;
+  std::vector<std::int64_t> years;
+  for (const std::string& text : row) {
+    if (is_year(text)) years.push_back(year_written(text)->year);
+  }
+  return years.size() >= fewest && !is_number(row[0]) && follow_each_other(years);
+}
+
+// The last row before the first of data in which a column is named as one of years; else the first of years
+// across the top. Nothing where there is none.
+std::optional<std::size_t> SampleTests::header_row() const {
+  const auto names_years = [](const std::string& text) {
+    const ColumnMeaning meaning = meaning_of(text);
+    return meaning == ColumnMeaning::year || meaning == ColumnMeaning::year_bp;
+  };
+  std::optional<std::size_t> last;
+  for (std::size_t k = 0; k < std::min(most_titles, rows_.size()); ++k) {
+    if (!last && is_top_of_years(rows_[k])) return k;
+    const bool is_named = filled(rows_[k]) >= 2 && std::ranges::any_of(rows_[k], names_years);
+    if (is_named)
+      last = k;
+    else if (std::ranges::count_if(rows_[k], is_number) >= 2)
+      break;
+  }
+  return last;
+}
+
 void SampleTests::skip_titles() {
   std::size_t titles = 0;
   const auto is_title = [](const SampleRow& row) {
     return filled(row) == 0 || (filled(row) == 1 && !row[0].empty());
   };
   while (titles < std::min(most_titles, rows_.size()) && is_title(rows_[titles])) ++titles;
+  titles = header_row().value_or(titles);
   if (titles == rows_.size()) {
     rows_.clear();
     return;
@@ -120,8 +155,12 @@ void SampleTests::skip_titles() {
 void SampleTests::shift_header() {
   Share longer;
   for (std::size_t k = 1; k < rows_.size(); ++k) longer.add(rows_[k].size() == rows_[0].size() + 1);
-  shape_.shifted =
-      longer.is_least(0.9) && std::ranges::all_of(rows_[0], [](auto& text) { return !is_number(text); });
+  // Names may be numbers, but not those of the first row of data, which is short.
+  const auto is_name = [](const std::string& text) { return !is_number(text) || whole_number_in(text); };
+  const auto first = year_written(at(rows_[0], 0)),
+             next = rows_.size() > 1 ? year_written(rows_[1][0]) : std::nullopt;
+  const bool follows = first && next && std::abs(next->year - first->year) <= 1;
+  shape_.shifted = longer.is_least(0.9) && !follows && std::ranges::all_of(rows_[0], is_name);
   if (shape_.shifted) rows_[0].insert(rows_[0].begin(), "");
 }
 
@@ -132,7 +171,7 @@ bool SampleTests::has_years(std::size_t column, bool named) const {
     const std::string& text = at(rows_[k], column);
     if (text.empty()) continue;
     whole.add(is_year(text));
-    if (is_year(text)) years.push_back(*whole_number_in(text));
+    if (is_year(text)) years.push_back(year_written(text)->year);
   }
   if (!whole.is_least(0.7)) return false;
   return named || (years.size() >= 3 && follow_each_other(years));
@@ -207,10 +246,9 @@ bool SampleTests::is_long() {
 
 // Whether the first column holds years, although the names are numbers that follow each other, too.
 bool SampleTests::years_of_rows_win(std::size_t column) const {
-  constexpr std::int64_t least_likely = 300;
   if (meaning_of(at(rows_[0], column)) == ColumnMeaning::year) return true;
-  const auto first = rows_.size() > 1 ? whole_number_in(at(rows_[1], column)) : std::nullopt;
-  return first && *first >= least_likely;
+  const auto first = rows_.size() > 1 ? year_written(at(rows_[1], column)) : std::nullopt;
+  return first && first->year >= least_likely;
 }
 
 bool SampleTests::is_wide() {
@@ -244,6 +282,51 @@ bool SampleTests::is_wide_without_names() {
   return has_years(0, false) && widths_beside(0);
 }
 
+// Whether each row has something of its own there.
+bool SampleTests::tells_rows_apart(std::size_t column) const {
+  std::set<std::string> all;
+  for (std::size_t k = 1; k < rows_.size(); ++k) {
+    const std::string& text = at(rows_[k], column);
+    if (filled(rows_[k]) > 0 && (text.empty() || !all.insert(text).second)) return false;
+  }
+  return true;
+}
+
+// Of the columns before the years: one that is named so and tells the rows apart, then tree and core
+// together, then any that tells them apart, of words before one of numbers.
+void SampleTests::choose_name_column() {
+  const auto before = [this](ColumnMeaning meaning) {
+    const auto column = first_of(meaning);
+    return column && *column < shape_.year ? column : std::nullopt;
+  };
+  const auto series = before(ColumnMeaning::series), core = before(ColumnMeaning::core),
+             tree = before(ColumnMeaning::tree);
+  shape_.series = series ? *series : core ? *core : tree.value_or(0);
+  if (core && tree && !series) {
+    shape_.tree = tree;
+    return;
+  }
+  if (tells_rows_apart(shape_.series) && (series || core || tree)) return;
+  for (const bool words : {true, false}) {
+    for (std::size_t k = 0; k < shape_.year; ++k) {
+      if (!tells_rows_apart(k) || has_words(k) != words) continue;
+      shape_.series = k;
+      return;
+    }
+  }
+}
+
+// Whether all rows have as many fields as the names. Where blanks part fields nothing else tells a table from
+// words.
+bool SampleTests::is_regular() const {
+  constexpr std::size_t fewest = 4;
+  const auto is_as_long = [this](const SampleRow& row) {
+    return row.size() == std::min(rows_[0].size(), most_fields_sampled);
+  };
+  return rows_.size() >= fewest && std::ranges::all_of(rows_, is_as_long) &&
+         !std::ranges::all_of(rows_[0], is_number);
+}
+
 bool SampleTests::is_across() {
   if (rows_.size() < 2) return false;
   const SampleRow& top = rows_[0];
@@ -255,12 +338,13 @@ bool SampleTests::is_across() {
   for (std::size_t k = from; k < top.size(); ++k) {
     if (top[k].empty()) continue;
     whole.add(is_year(top[k]));
-    if (is_year(top[k])) years.push_back(*whole_number_in(top[k]));
+    if (is_year(top[k])) years.push_back(year_written(top[k])->year);
   }
   if (years.size() < 3 || !whole.is_least(0.7) || !follow_each_other(years)) return false;
-  const auto named = first_of(ColumnMeaning::series);
-  shape_.series = named && *named < from ? *named : 0;
+  // "X1", "X2" may as well be series that R has numbered.
+  if (top[from] == "X1" && std::ranges::max(years) < least_likely) return false;
   shape_.year = from;
+  choose_name_column();
   shape_.years_across = true;
   Share good;
   bool any = false;
@@ -277,6 +361,7 @@ std::optional<TableShape> SampleTests::shape() {
   if (rows_.empty() || rows_[0].size() < 2) return std::nullopt;
   if (std::ranges::any_of(rows_[0], counts_backwards)) return std::nullopt;
   shift_header();
+  if (shape_.separator == ' ' && !is_regular()) return std::nullopt;
   const TableShape plain = shape_;
   const auto passes = [&](bool (SampleTests::*test)()) {
     shape_ = plain;
@@ -289,7 +374,7 @@ std::optional<TableShape> SampleTests::shape() {
     if (years_of_rows_win(wide.year) || !passes(&SampleTests::is_across)) return wide;
     return shape_;
   }
-  if (passes(&SampleTests::is_wide_without_names)) return shape_;
+  if (shape_.separator != ' ' && passes(&SampleTests::is_wide_without_names)) return shape_;
   if (passes(&SampleTests::is_across)) return shape_;
   return std::nullopt;
 }
@@ -297,7 +382,7 @@ std::optional<TableShape> SampleTests::shape() {
 }  // namespace
 
 std::optional<TableShape> table_shape(std::span<const FileLine> lines) {
-  for (const char separator : {'\t', ';', ','}) {
+  for (const char separator : {'\t', ';', ',', ' '}) {
     if (auto shape = SampleTests(lines, separator).shape()) return shape;
   }
   return std::nullopt;

@@ -22,7 +22,7 @@ struct TableShape {
   std::size_t year = 0;               // its column, from 0; of years_across the first of them
   bool is_bp = false;                 // years before 1950
   std::size_t series = 0;             // long, and years_across: the column of names
-  std::optional<std::size_t> tree{};  // long: that of the tree, where the other names a part of it
+  std::optional<std::size_t> tree{};  // the same: that of the tree, where the other names a part of it
   std::size_t width = 0;              // long
   std::vector<bool> words =
       {};                // wide: which columns hold words and no numbers, as far as they are looked at

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "import/column_names.h"
 #include "import/fields.h"
 #include "import/source_text.h"
 #include "import/table_reading.h"
@@ -33,12 +34,14 @@ class TableImport {
   void read_across();
   void read_long();
   void add_columns();
+  void tell_parts(const std::vector<std::string>& names);
   void read_wide_row();
   bool is_row_of_units();
   void add_years_across(std::vector<std::optional<std::int64_t>>& years);
   void read_row_across(const std::vector<std::optional<std::int64_t>>& years);
   void read_ring();
-  std::string name_of_ring() const;
+  std::string name_of_row() const;
+  void tell_name_column();
   TableField field(std::size_t k) const;
   std::optional<std::size_t> new_series(std::string_view name, const TableField& at);
   std::string why() const;
@@ -86,6 +89,10 @@ void TableImport::read_names() {
 // --- Years down the side
 
 void TableImport::add_columns() {
+  std::vector<std::string> names;
+  for (const NamedColumn& one : names_) names.push_back(one.name);
+  const std::vector<bool> indices = indices_among(names);
+  tell_parts(names);
   for (std::size_t k = 0; k < names_.size(); ++k) {
     TableColumn column{names_[k]};
     column.is_year = k == shape_.year;
@@ -94,15 +101,31 @@ void TableImport::add_columns() {
     const bool is_width = meaning == ColumnMeaning::unknown || meaning == ColumnMeaning::width ||
                           meaning == ColumnMeaning::core || meaning == ColumnMeaning::tree;
     const bool holds_words = k < shape_.words.size() && shape_.words[k];
-    if (!column.is_year && is_width && !unnamed_before_years && !holds_words)
+    if (indices[k]) column.what = "indices of a chronology, no ring widths";
+    const bool is_other = unnamed_before_years || holds_words || indices[k];
+    if (!column.is_year && is_width && !is_other)
       column.series = new_series(names_[k].name, {names_[k].name, names_[k].line, names_[k].column, false});
     columns_.push_back(std::move(column));
   }
 }
 
+void TableImport::tell_parts(const std::vector<std::string>& names) {
+  const auto parts = ring_parts_among(names);
+  if (!parts) return;
+  found_.findings.add(
+      {.kind = kind("parts-of-rings"),
+       .line = names_[parts->early].line,
+       .column = names_[parts->early].column,
+       .series = names[parts->early],
+       .words = quoted(names[parts->early]) + " and " + quoted(names[parts->late]) +
+                " look like earlywood and latewood of one core" +
+                (parts->whole ? ", whose rings stand whole in " + quoted(names[*parts->whole]) : "") +
+                ": each column of the table is taken for a core of its own"});
+}
+
 // A row below the names may say the units.
 bool TableImport::is_row_of_units() {
-  if (any_rows_ || whole_number_in(field(shape_.year).text) || found_.numbers_among(table_.rows.fields()) > 0)
+  if (any_rows_ || year_written(field(shape_.year).text) || found_.numbers_among(table_.rows.fields()) > 0)
     return false;
   bool any = false;
   for (std::size_t k = 0; k < std::min(columns_.size(), table_.rows.fields().size()); ++k) {
@@ -141,18 +164,22 @@ void TableImport::read_wide() {
 void TableImport::add_years_across(std::vector<std::optional<std::int64_t>>& years) {
   years.resize(names_.size());
   for (std::size_t k = shape_.year; k < names_.size(); ++k) {
-    const auto year = whole_number_in(names_[k].name);
+    const auto year = year_written(names_[k].name);
     const TableField at{names_[k].name, names_[k].line, names_[k].column, false};
-    if (year && found_.can_hold(*year, at, 0)) years[k] = year;
+    if (year && found_.can_hold(year->year, at, 0)) years[k] = year->year;
   }
 }
 
 void TableImport::read_row_across(const std::vector<std::optional<std::int64_t>>& years) {
   const auto& fields = table_.rows.fields();
-  const std::int64_t numbers =
-      found_.numbers_among(std::span(fields).subspan(std::min(shape_.year, fields.size())));
-  if (numbers == 0 && field(shape_.series).text.empty()) return;
-  const auto series = new_series(field(shape_.series).text, field(shape_.series));
+  const std::size_t before = std::min(shape_.year, fields.size());
+  for (std::size_t k = 0; k < before; ++k) {
+    if (!columns_[k].is_year)
+      columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
+  }
+  const std::string name = name_of_row();
+  if (name.empty() && found_.numbers_among(std::span(fields).subspan(before)) == 0) return;
+  const auto series = new_series(name, field(shape_.series));
   if (!series) return;
   for (std::size_t k = shape_.year; k < std::min(years.size(), fields.size()); ++k) {
     if (years[k])
@@ -160,11 +187,20 @@ void TableImport::read_row_across(const std::vector<std::optional<std::int64_t>>
     else
       columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
   }
-  for (std::size_t k = 0; k < std::min(shape_.year, fields.size()); ++k) {
-    if (k != shape_.series) columns_[k].passed_over += found_.numbers_among(std::span(fields).subspan(k, 1));
-  }
   table_.look_behind(years.size());
   if (fields.size() < years.size()) table_.count_short();
+}
+
+void TableImport::tell_name_column() {
+  const NamedColumn& one = names_[shape_.series];
+  const std::string tree = shape_.tree ? quoted(names_[*shape_.tree].name) + " and " : "";
+  found_.findings.add(
+      {.kind = kind("name-column"),
+       .line = one.line,
+       .column = one.column,
+       .value = one.name,
+       .words = "of the columns before the years the cores have their names from " + tree +
+                (one.name.empty() ? "column " + std::to_string(shape_.series + 1) : quoted(one.name))});
 }
 
 void TableImport::read_across() {
@@ -173,15 +209,18 @@ void TableImport::read_across() {
   add_years_across(years);
   for (std::size_t k = 0; k < names_.size(); ++k) {
     columns_.push_back({names_[k]});
-    columns_.back().is_year = k == shape_.series || years[k].has_value();
+    columns_.back().is_year =
+        k == shape_.series || (shape_.tree && k == *shape_.tree) || years[k].has_value();
   }
+  if (shape_.year > 1) tell_name_column();
   while (table_.next()) read_row_across(years);
   table_.tell_others(columns_);
 }
 
 // --- A row a ring
 
-std::string TableImport::name_of_ring() const {
+// Also of a row that is a series.
+std::string TableImport::name_of_row() const {
   std::string core(field(shape_.series).text);
   if (!shape_.tree) return core;
   const std::string tree(field(*shape_.tree).text);
@@ -201,7 +240,7 @@ void TableImport::read_ring() {
   const auto year = table_.year_in(year_field, shape_.is_bp);
   if (!year || !found_.can_hold(*year, year_field, found_.numbers_among(std::span(&width, 1)))) return;
   if (fields.size() <= std::max(shape_.width, shape_.series)) table_.count_short();
-  const std::string name = name_of_ring();
+  const std::string name = name_of_row();
   if (name.empty()) {
     if (says_missing(width.text)) return;
     found_.tell_each(
@@ -239,7 +278,8 @@ void TableImport::read_long() {
 std::string TableImport::why() const {
   const std::string separator = shape_.separator == '\t'  ? "tabs"
                                 : shape_.separator == ';' ? "semicolons"
-                                                          : "commas";
+                                : shape_.separator == ',' ? "commas"
+                                                          : "blanks";
   if (shape_.layout == OtherLayout::long_table)
     return "columns parted by " + separator + " are named \"" + names_[shape_.series].name + "\", \"" +
            names_[shape_.year].name + "\" and \"" + names_[shape_.width].name + "\"";

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "import/fields.h"
 #include "import/width_unit.h"
 #include "support/imported_specimens.h"
 
@@ -58,8 +59,7 @@ TEST(WideTable, MayHaveNoNames) {
 
 TEST(WideTable, MayBeTurnedSoThatARowIsASeries) {
   EXPECT_EQ(series_of("series,1990,1991,1992\nA,1.25,1.50,1.00\nB,0.50,0.75,1.25\n"), two_series);
-  EXPECT_EQ(series_of("site,core,1990,1991,1992\nX,A,1.25,1.50,1.00\nX,B,0.50,0.75,1.25\n").substr(0, 2),
-            "X ");
+  EXPECT_EQ(series_of("site,core,1990,1991,1992\nX,A,1.25,1.50,1.00\nX,B,0.50,0.75,1.25\n"), two_series);
   // Trees that are numbered: which are the years?
   EXPECT_EQ(series_of("Year,101,102,103\n1990,1.1,1.2,1.3\n1991,2.1,2.2,2.3\n"),
             "101 1990: 1.1 2.1\n102 1990: 1.2 2.2\n103 1990: 1.3 2.3\n");
@@ -71,7 +71,8 @@ TEST(WideTable, HasRingsWhereThereAreNumbers) {
   const Imported one = taken("year,A,B,C\n1990,NA,1.1,\n1991,1.2,NaN,.\n1992,0,1.3,-\n1993,1.4,1.5,n/a\n");
   EXPECT_EQ(shown(one), "A 1991: 1.2 0 1.4\nB 1990: 1.1 - 1.3 1.5\n");
   EXPECT_EQ(doubts(one), "unit-guessed:1");
-  EXPECT_EQ(notes(one), "layout no-rings copy-form series zeros series inner-gap") << "C has none";
+  EXPECT_EQ(notes(one), "layout no-rings copy-form series zeros series inner-gap missing-marks")
+      << "C has none";
 }
 
 TEST(WideTable, TakesNegativeNumbersForMissingRings) {
@@ -346,9 +347,130 @@ TEST(Tables, MonthsAndMeansAreNoCores) {
 }
 
 TEST(Tables, AFurtherRowOfNamesIsAnError) {
-  const auto one = imported("Site:,Nowhere\nyear,A\n1850,0.82\n1851,1.8\n1852,1.72\n", {2026});
+  const auto one = imported("year,A\n1850,0.82\n1851,1.8\n1852,1.72\nyear,B\n1850,1.5\n", {2026});
   ASSERT_TRUE(one);
-  EXPECT_NE(doubts(*one).find("second-table:2"), std::string::npos) << doubts(*one);
+  EXPECT_NE(doubts(*one).find("second-table:5"), std::string::npos) << doubts(*one);
+}
+
+TEST(Tables, NotesMayStandBeforeTheNames) {
+  constexpr const char* rings = "A 1850: 0.82 1.8 1.72\n";
+  EXPECT_EQ(series_of("Site:,Nowhere\nyear,A\n1850,0.82\n1851,1.8\n1852,1.72\n"), rings);
+  EXPECT_EQ(
+      series_of("Site;Nowhere\nDate;2003-05-01\nBy;all of us; and others\n\nyear;A\n1850;0,82\n1851;1,8\n"
+                "1852;1,72\n"),
+      rings);
+  EXPECT_EQ(series_of("Site,Nowhere\ncore,1850,1851,1852\nA,0.82,1.8,1.72\n"), rings);
+  EXPECT_EQ(series_of("Site,Nowhere\ncore,year,width\nA,1850,0.82\nA,1851,1.8\nA,1852,1.72\n"), rings);
+  const Imported one = taken("Site:,45.5\nyear,A\n1850,0.82\n1851,1.8\n1852,1.72\n");
+  EXPECT_EQ(shown(one), rings);
+  EXPECT_EQ(notes(one), "layout header copy-form series");
+}
+
+TEST(Tables, YearsMayBeDatesOrNamesOfR) {
+  constexpr const char* rings = "A 1850: 0.82 1.8 1.72\n";
+  const Imported dated = taken("date,A\n1850-01-01,0.82\n1851-01-01,1.8\n1852-01-01,1.72\n");
+  EXPECT_EQ(shown(dated), rings);
+  EXPECT_EQ(notes(dated), "layout copy-form series years-of-dates");
+  EXPECT_EQ(series_of("date;A\n31.12.1850;0,82\n31.12.1851;1,8\n31.12.1852;1,72\n"), rings);
+  EXPECT_EQ(series_of("\"\",\"X1850\",\"X1851\",\"X1852\"\n\"A\",0.82,1.8,1.72\n"), rings);
+  EXPECT_EQ(series_of("year,A\n1850.0,0.82\n1851.0,1.8\n1852.0,1.72\n"), rings);
+  EXPECT_EQ(series_of("core,X.2,X.1,X0,X1,X2,X300\nA,1,2,3,4,5,6\n"),
+            "A -2: 0.01 0.02 0.03 0.04 0.05\nA_2 300: 0.06\n");
+  EXPECT_EQ(series_of("\"core\",\"X.8\",\"X.7\",\"X.6\"\n\"A\",0.8,1.8,1.7\n"), "A -8: 0.8 1.8 1.7\n");
+  // Cores that R has numbered.
+  EXPECT_EQ(series_of("\"\",\"X1\",\"X2\",\"X3\"\n\"1\",0.8,0.9,1\n\"2\",1,1.5,1\n\"3\",2,2.5,2\n"),
+            "X1 1: 0.8 1 2\nX2 1: 0.9 1.5 2.5\nX3 1: 1 1 2\n");
+}
+
+TEST(Tables, OnlyDatesAndYearsAreYears) {
+  for (const char* year : {"1850", "1850.0", "X1850", "1850-12-31", "31/12/1850", "1850-01-01T00:00:00"}) {
+    ASSERT_TRUE(year_written(year)) << year;
+    EXPECT_EQ(year_written(year)->year, 1850) << year;
+  }
+  EXPECT_EQ(year_written("X.5")->year, -5);
+  for (const char* none : {"", "X", "X.", "X1.5", "x1850", "1850-", "1850-1", "1850-123-1", "1850-1-123",
+                           "1-2-3", "18-12-31", "1850-12/31", "a1850", "--", "..."})
+    EXPECT_FALSE(year_written(none)) << none;
+}
+
+TEST(Tables, BlanksMayPartTheFieldsWhereAllRowsHaveAsMany) {
+  EXPECT_EQ(series_of("year A B\n1990 1.25 0.5\n1991 1.5 0.75\n1992 1 1.25\n"), two_series);
+  EXPECT_EQ(series_of("  year      A     B\n  1990   1.25   0.5\n  1991   1.5   0.75\n  1992      1  1.25\n"),
+            two_series);
+  EXPECT_EQ(series_of("\"A\" \"B\"\n\"1990\" 1.25 0.5\n\"1991\" 1.5 0.75\n\"1992\" 1 1.25\n"), two_series);
+  EXPECT_EQ(series_of("\"OAK 1\" \"B\"\n\"1990\" 1,25 NA\n\"1991\" 1,5 0,75\n\"1992\" 1 1,25\n"),
+            "OAK_1 1990: 1.25 1.5 1\nB 1991: 0.75 1.25\n");
+  EXPECT_EQ(series_of("series year width\nA 1990 1.25\nA 1991 1.5\nA 1992 1\n"), "A 1990: 1.25 1.5 1\n");
+  for (const char* none :
+       {"year A B\n1990 1.25\n1991 1.5 0.75\n1992 1 1.25\n",
+        "1990 1.25 0.5\n1991 1.5 0.75\n1992 1 1.25\n1993 1 1.25\n",
+        "These are the words\nof a letter that was\nsent 1990 to us\nand 12 others here\n"})
+    EXPECT_FALSE(imported(none, {2026})) << none;
+}
+
+// As write.table has them, and below notes.
+TEST(Tables, NamesMayBeNumbers) {
+  constexpr const char* rings = "0611 1990: 1.25 1.5 1\n0612 1990: 0.5 0.75 1.25\n";
+  EXPECT_EQ(series_of("\"0611\" \"0612\"\n\"1990\" 1.25 0.5\n\"1991\" 1.5 0.75\n\"1992\" 1 1.25\n"), rings);
+  EXPECT_EQ(series_of("0611\t0612\n1990\t1.25\t0.5\n1991\t1.5\t0.75\n1992\t1\t1.25\n"), rings);
+  EXPECT_EQ(
+      series_of("Site;Nowhere\n\"Year\";\"0611\";\"0612\"\n1990;1,25;0,5\n1991;1,5;0,75\n1992;1;1,25\n"),
+      rings);
+  EXPECT_EQ(taken("1990,150\n1991,150,200\n1992,125,210\n1993,150,200\n").series.front().first, 1990)
+      << "a short row of data is none of names";
+}
+
+TEST(Tables, CoresAreNamedByTheColumnThatTellsRowsApart) {
+  constexpr const char* rings = "P1A 1850: 0.82 1.8 1.72\nP1B 1850: 1 1.5 1\n";
+  const Imported one =
+      taken("site,species,core,1850,1851,1852\nNowhere,PISY,P1A,0.82,1.8,1.72\nNowhere,PISY,P1B,1,1.5,1\n");
+  EXPECT_EQ(shown(one), rings);
+  EXPECT_EQ(notes(one), "layout name-column other-column other-column copy-form series series");
+  EXPECT_EQ(series_of("site,no,which,1850,1851,1852\nNowhere,1,P1A,0.82,1.8,1.72\nNowhere,2,P1B,1,1.5,1\n"),
+            rings);
+  EXPECT_EQ(series_of("tree,core,1850,1851,1852\nP1,A,0.82,1.8,1.72\nP1,B,1,1.5,1\n"),
+            "P1_A 1850: 0.82 1.8 1.72\nP1_B 1850: 1 1.5 1\n");
+}
+
+TEST(Tables, SignsOfSpreadsheetsForNoValueAreSaid) {
+  const Imported one = taken("year;A\n1850;0,82\n1851;#NV\n1852;#N/A\n1853;1,5\n1854;NULL\n1855;2\n1856;.\n");
+  EXPECT_EQ(shown(one), "A 1850: 0.82 - - 1.5 - 2\n");
+  EXPECT_NE(notes(one).find("missing-marks"), std::string::npos);
+  EXPECT_EQ(doubts(taken("year;A\n1850;0,82\n1851;#WERT!\n1852;2,5\n")), "unit-guessed:1 no-number:3");
+}
+
+TEST(Tables, ZeroBytesAreSaid) {
+  std::string text = "year,A\n";
+  for (int year = 1850; year < 1900; ++year) text += std::to_string(year) + ",1.25\n";
+  const Imported padded = taken(text + std::string(4096, '\0'));
+  EXPECT_EQ(doubts(padded), "unit-guessed:1");
+  EXPECT_EQ(padded.series.front().widths.size(), 50u);
+  text[20] = '\0';
+  EXPECT_EQ(doubts(taken(text)), "unit-guessed:1 no-year:3 control-character:3");
+}
+
+TEST(Tables, Utf16NeedsNoMark) {
+  for (const bool big_end : {false, true}) {
+    std::string bytes;
+    for (const char c : std::string_view("year,A\n1850,0.82\n1851,1.8\n1852,1.72\n"))
+      bytes += big_end ? std::string{'\0', c} : std::string{c, '\0'};
+    EXPECT_EQ(series_of(bytes), "A 1850: 0.82 1.8 1.72\n");
+  }
+}
+
+TEST(Tables, ThreeDigitsBehindAPointMayBeHundreds) {
+  EXPECT_EQ(doubts(taken("year;A\n1850;1,234\n1851;2,345\n1852;987\n1853;1,100\n")),
+            "unit-guessed:1 unit-unlikely:1 unit-unlikely:2");
+  EXPECT_EQ(doubts(taken("year;A\n1850;1,234\n1851;2,345\n1852;0,987\n1853;1,100\n")), "unit-guessed:1");
+  EXPECT_EQ(doubts(taken("year,A (um)\n1850,\"1,234\"\n1851,\"2,345\"\n1852,987\n")),
+            "rounded:1 unit-unlikely:2");
+}
+
+TEST(Tables, AYear0ThatStandsNowhereIsDoubted) {
+  const Imported one = taken("year,A,B\n-2,1.5,1\n-1,1.25,1\n1,1.5,1\n2,1,1\n");
+  EXPECT_EQ(shown(one), "A -2: 1.5 1.25 - 1.5 1\nB -2: 1 1 - 1 1\n");
+  EXPECT_EQ(doubts(one), "no-year-0:1 unit-guessed:1");
+  EXPECT_EQ(doubts(taken("year,A,B\n-1,1.25,1\n0,,1\n1,1.5,1\n2,1,1\n")), "unit-guessed:1");
 }
 
 TEST(Tables, TreesAndCoresThatAreNumbersStayApart) {

@@ -19,17 +19,18 @@ std::string_view unit_words(double unit);
 
 // What is known of the values of a file, whose unit is to be guessed.
 struct ValuesSeen {
-  double middle = 0;          // median of those that are no zeros
+  // Median of those that are no zeros; of a Heidelberg record the mean, as the program has it.
+  double middle = 0;
   bool has_decimals = false;  // at least one has digits other than 0 behind the point
   bool has_points = false;    // at least one has a point
 };
 
-inline constexpr double most_mean_of_mm = 20;             // of values with a point
+inline constexpr double most_mean_of_mm = 20;             // of rings, in millimetres
 inline constexpr double least_mean_in_mm = 0.02;          // of rings; a smaller one is not likely
 inline constexpr double least_mean_of_thousandths = 300;  // as the program guesses for Heidelberg files
 
-// Values with a point are millimetres, unless their mean is above most_mean_of_mm. Others are thousandths
-// where their mean is above least_mean_of_thousandths, or else hundredths.
+// Values with a point are millimetres, unless their middle is above most_mean_of_mm. Others are thousandths
+// where their middle is above least_mean_of_thousandths, or else hundredths.
 double unit_guessed(const ValuesSeen& values);
 
 }  // namespace vorn

@@ -114,7 +114,10 @@ inline constexpr std::array finding_kinds = {
     // Other layouts, of which a copy is made (src/import/).
     FindingKind{"utf-16", Effect::none},
     FindingKind{"comments", Effect::none},
+    FindingKind{"name-column", Effect::none},
     FindingKind{"other-column", Effect::none},
+    FindingKind{"parts-of-rings", Effect::doubtful},
+    FindingKind{"missing-marks", Effect::none},
     FindingKind{"decimal-comma", Effect::none},
     FindingKind{"two-points", Effect::doubtful},
     FindingKind{"open-quote", Effect::doubtful},
@@ -124,6 +127,8 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"unit-chosen", Effect::none},
     FindingKind{"unit-unlikely", Effect::doubtful},
     FindingKind{"years-bp", Effect::none},
+    FindingKind{"years-of-dates", Effect::none},
+    FindingKind{"no-year-0", Effect::doubtful},
     FindingKind{"years-descend", Effect::none},
     FindingKind{"year-twice", Effect::doubtful},
     FindingKind{"year-twice", Effect::lost},
@@ -149,6 +154,7 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"trailing-zeros", Effect::none},
     FindingKind{"short-data", Effect::doubtful},
     FindingKind{"data-kind", Effect::doubtful},
+    FindingKind{"numbers-a-year", Effect::doubtful},
     FindingKind{"no-widths", Effect::lost},
     // What failed while the file was read.
     FindingKind{"read", Effect::changed},

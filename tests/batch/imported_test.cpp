@@ -107,6 +107,21 @@ TEST_F(ImportedFiles, OfWholeNumbersTheUnitCanBeChosen) {
   EXPECT_EQ(look.reports()->front().copies.size(), 2u);  // millimetres would be too wide
 }
 
+TEST_F(ImportedFiles, AreCheckedInTheUnitThatIsChosen) {
+  const Collection oaks = read("year,OAK1\n1900,123\n1901,98\n1902,110\n");
+  std::vector<std::string> units;
+  check_findings(
+      oaks, 0,
+      [&](const FileFinding& finding) {
+        if (finding.kind->id.starts_with("unit"))
+          units.push_back(std::string(finding.kind->id) + finding.words);
+      },
+      1000);
+  EXPECT_EQ(units,
+            std::vector<std::string>{
+                "unit-chosenno unit is said: taken for thousandths of a millimetre, as it was chosen"});
+}
+
 TEST_F(ImportedFiles, AreNoPlaceToPutCoresBackInto) {
   const Collection oaks = read(table);
   EXPECT_FALSE(saved(oaks, table, oaks).refused.empty());
@@ -134,6 +149,24 @@ TEST_F(ImportedFiles, TablesComeBackAsTheyWereWritten) {
     EXPECT_TRUE(changes_between(ComparableCores(oaks).cores(), ComparableCores(again).cores()).empty())
         << target << "\n"
         << made.bytes;
+  }
+}
+
+// Names of Tucson files may have blanks and letters of older tables.
+TEST_F(ImportedFiles, NamesStayAsTheyAreInTables) {
+  files.put("old.rwl",
+            "EGR108 11900   120   130   140   150   160   170   180   190   200   210\n"
+            "EGR108 11910   120   130   999\n"
+            "M\xfcHL1   1900   120   130   140   999\n");
+  const Collection old(files, "old.rwl", untreated());
+  for (const char* target : {"csv", "noaa"}) {
+    const Conversion made = converted(old, *target_named(target));
+    EXPECT_EQ(made.refused, Sentences{}) << target;
+    EXPECT_EQ(made.lost,
+              Sentences{"old.rwl: M\xc3\xbcHL1: its name is no UTF-8, and is read as Windows has it "
+                        "(1252)"});
+    EXPECT_NE(made.bytes.find("EGR108 1"), std::string::npos);
+    EXPECT_NE(made.bytes.find("M\xc3\xbcHL1"), std::string::npos);
   }
 }
 

@@ -74,6 +74,16 @@ TEST(RepairHeidelberg, WithoutALengthThereAreAsManyRingsAsValues) {
   EXPECT_TRUE(made.bytes.starts_with("OAK1    1979")) << made.bytes;
 }
 
+// In a copy they would be lost.
+TEST(RepairHeidelberg, ValuesBehindTheLengthAreNotLeftOut) {
+  const Repair made = repair(header + "DateEnd=1990\nLength=5\nDATA:Tree\n101 102 103 104 105 106 107\n");
+  EXPECT_EQ(made.bytes, "");
+  EXPECT_EQ(made.refused, Words{"line 1: more values than its length says, and not in columns"});
+  const Repair pairs = repair(header + "DateEnd=1990\nLength=2\nDATA:Double\n101 7 103 8 105 9\n");
+  EXPECT_EQ(pairs.bytes, "");
+  EXPECT_FALSE(pairs.refused.empty());
+}
+
 std::string series(const std::string& name, const std::string& lines) {
   return "       5=N    1953=I " + name + std::string(50 - name.size(), ' ') + "( 3F4.0)\n" + lines;
 }

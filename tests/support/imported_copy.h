@@ -29,7 +29,8 @@ inline std::string lost_in_copy(const Imported& one) {
   const Recognition found = find_rftyp(files, "copy.rwl", told);
   if (found.layout != Layout::tucson_raw) return "the copy is not recognised as Tucson ring widths";
   if (found.header_lines != 0) return "lines of the copy are taken for header lines";
-  const auto store = std::make_unique<SeriesStore>();
+  // Millions of copies are read in one run: what a store held is gone where others are read into it.
+  static const auto store = std::make_unique<SeriesStore>();
   SeriesStore& w = *store;
   const ReadDecisions decided = read_raw(w, {files, "copy.rwl", 0, told});
   if (!told.all.empty()) return "told: " + told.all;
