@@ -88,6 +88,8 @@ Event Walker::next_event() {
   if (done()) throw ProgramEnd(EndReason::closed);
   ++step_;
   const Event event = choose();
+  // Also by a click anywhere.
+  if (hits(event, button::read_two_column)) state_.store_replaced = true;
   message_shown_ = false;
   trail_.push_back(std::to_string(event.x) + " " + std::to_string(event.y) + " code " +
                    std::to_string(event.code));
@@ -99,6 +101,12 @@ Event Walker::next_event() {
 
 bool Walker::shown(ButtonNumber n) const {
   return std::find(shown_.begin(), shown_.end(), n) != shown_.end();
+}
+
+bool Walker::hits(const Event& event, ButtonNumber n) const {
+  const Button& b = w_->b(n);
+  return event.code == Event::click && shown(n) && b.x1 <= event.x && event.x <= b.x2 && b.y1 <= event.y &&
+         event.y <= b.y2;
 }
 
 void Walker::look_around() {
@@ -169,7 +177,6 @@ void Walker::plan_entry(ButtonNumber n) {
 
 Event Walker::click_on(ButtonNumber n) {
   if (!message_shown_) ++hits_[n];
-  if (n == button::read_two_column) state_.store_replaced = true;
   if (is_field(n) && in(80)) plan_entry(n);
   const Button& place = w_->b(n);
   if (n == button::chooser_list && in(80)) return click_in_list(place, 7, w_->nd);

@@ -50,6 +50,7 @@ class Walker : public Screen {
   void plan_entry(ButtonNumber n);
   ButtonNumber pick_button();
   bool shown(ButtonNumber n) const;
+  bool hits(const Event& event, ButtonNumber n) const;
   int up_to(int most);  // 0 to most
   bool in(int percent) { return up_to(99) < percent; }
 

@@ -78,19 +78,29 @@ WholeProgram program_that_leaves(Sight& sight) {
   };
 }
 
-// Plays events, then closes.
+// Plays events, then closes. Switches to careful are made as they were, ahead of the first event as well.
 class Player : public Screen {
  public:
   explicit Player(const std::vector<TimelineStep>& steps) : steps_(steps) {}
+  void begin(Workspace& w) {
+    w_ = &w;
+    switch_careful();
+  }
   void show(const Page&) override {}
   Event next_event() override {
+    switch_careful();
     if (next_ == steps_.size()) throw ProgramEnd(EndReason::closed);
     return steps_[next_++].event;
   }
   std::size_t left() const { return steps_.size() - next_; }
 
  private:
+  void switch_careful() {
+    for (; next_ < steps_.size() && steps_[next_].careful; ++next_) steps_[next_].careful->apply(w_->careful);
+  }
+
   const std::vector<TimelineStep>& steps_;
+  Workspace* w_ = nullptr;
   std::size_t next_ = 0;
 };
 
@@ -412,7 +422,7 @@ void expect_the_same_without_a_window(const ProgramRun& run, const FilesThere& w
   Player player(run.steps);
   std::ostringstream log;
   Sight sight;
-  program_that_leaves(sight)(player, with_help, log, {});
+  program_that_leaves(sight)(player, with_help, log, [&player](Workspace& w) { player.begin(w); });
   EXPECT_EQ(player.left(), 0u);
   EXPECT_EQ(sight.page, run.sight.page);
   EXPECT_TRUE(sight.store == run.sight.store);
