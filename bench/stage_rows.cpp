@@ -275,7 +275,11 @@ std::vector<Stage> statistics_stages() {
     NoTroubles none;
     cor_report(*desk.w, none);
   };
-  const auto stats_prn = [](Desk& desk) { other_spline_and_report(*desk.w); };
+  // With what an earlier measurement had of that spline nothing would be left to do.
+  const auto stats_prn = [](Desk& desk) {
+    desk.w->rbar_kept.valid = false;
+    other_spline_and_report(*desk.w);
+  };
   const auto lags = [](Desk& desk) { cor_tab(*desk.w, *desk.w, *desk.w, desk.w->fy(desk.w->nd + 1)); };
   const auto best = [](Desk& desk) {
     desk.plot.erase();

@@ -119,6 +119,14 @@ double error_of(const SeriesView& series, std::int64_t fewest_years) {
   return (4 + 8 * std::sqrt(years / std::max(fewest, 1.0))) * years * rounding / least_share(years);
 }
 
+// By series; 0 for those that are not had in tiles.
+std::vector<double> errors_of(std::span<const SeriesView> series, const std::vector<std::size_t>& tiled,
+                              std::int64_t fewest_years) {
+  std::vector<double> errors(series.size(), 0.0);
+  for (const std::size_t i : tiled) errors[i] = error_of(series[i], fewest_years);
+  return errors;
+}
+
 bool rounds_alike(double units, double error) {
   return std::abs(units - std::floor(units) - 0.5) > error;
 }
@@ -146,11 +154,12 @@ class Settler {
  public:
   Settler(std::span<const SeriesView> series, std::int64_t fewest_years,
           const std::vector<std::size_t>& tiled)
-      : series_(series), fewest_years_(fewest_years), tiled_(tiled), errors_(series.size(), 0.0) {
-    for (const std::size_t i : tiled_) errors_[i] = error_of(series_[i], fewest_years);
-    all_errors_ = std::accumulate(errors_.begin(), errors_.end(), 0.0);
-    for (const double error : errors_) largest_error_ = std::max(largest_error_, error);
-  }
+      : series_(series),
+        fewest_years_(fewest_years),
+        tiled_(tiled),
+        errors_(errors_of(series, tiled, fewest_years)),
+        all_errors_(std::accumulate(errors_.begin(), errors_.end(), 0.0)),
+        largest_error_(*std::max_element(errors_.begin(), errors_.end())) {}
 
   PairSums settled(PairSums sums, const PairWork& work) const {
     const std::vector<std::size_t> unsure = unsure_ones(sums);
@@ -213,7 +222,7 @@ class Settler {
   std::int64_t fewest_years_;
   const std::vector<std::size_t>& tiled_;  // their pairs stand in tiles
   std::vector<double> errors_;             // by series, of a correlation
-  double all_errors_ = 0, largest_error_ = 0;
+  double all_errors_, largest_error_;
 };
 
 // --- Which way.
@@ -234,10 +243,11 @@ constexpr double usual_unit = 1e-7;
 class Ways {
  public:
   Ways(std::span<const SeriesView> series, std::int64_t fewest_years)
-      : sorted(series, fewest_years), tiles(plan_tiles(series, sorted.good)) {
+      : sorted(series, fewest_years),
+        tiles(plan_tiles(series, sorted.good)),
+        good_plain_(work_of_pairs(series, sorted.good)) {
     const auto count = static_cast<double>(sorted.good.size() + sorted.bad.size());
     pairs_ = count * count / 2;
-    good_plain_ = work_of_pairs(series, sorted.good);
     plain_ = sorted.bad.empty() ? good_plain_ : work_of_pairs(series, long_enough(series, fewest_years));
     // Hardly more than one series a tile: there is nothing to be counted.
     if (tiles.size() > few_series && tiles.size() > sorted.good.size() / 2) return;
@@ -265,7 +275,7 @@ class Ways {
   std::vector<TilePlan> tiles;
 
  private:
-  double pairs_ = 0, plain_ = 0, good_plain_ = 0, tiled_ = std::numeric_limits<double>::infinity();
+  double pairs_ = 0, plain_ = 0, good_plain_, tiled_ = std::numeric_limits<double>::infinity();
 };
 
 PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years, const Ways& ways,
