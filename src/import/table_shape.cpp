@@ -127,8 +127,11 @@ std::optional<std::size_t> SampleTests::header_row() const {
   std::optional<std::size_t> last;
   for (std::size_t k = 0; k < std::min(most_titles, rows_.size()); ++k) {
     if (!last && is_top_of_years(rows_[k])) return k;
-    if (std::ranges::count_if(rows_[k], is_number) >= 2) break;
-    if (filled(rows_[k]) >= 2 && std::ranges::any_of(rows_[k], names_years)) last = k;
+    const bool is_named = filled(rows_[k]) >= 2 && std::ranges::any_of(rows_[k], names_years);
+    if (is_named)
+      last = k;
+    else if (std::ranges::count_if(rows_[k], is_number) >= 2)
+      break;
   }
   return last;
 }
@@ -152,8 +155,12 @@ void SampleTests::skip_titles() {
 void SampleTests::shift_header() {
   Share longer;
   for (std::size_t k = 1; k < rows_.size(); ++k) longer.add(rows_[k].size() == rows_[0].size() + 1);
-  shape_.shifted =
-      longer.is_least(0.9) && std::ranges::all_of(rows_[0], [](auto& text) { return !is_number(text); });
+  // Names may be numbers, but not those of the first row of data, which is short.
+  const auto is_name = [](const std::string& text) { return !is_number(text) || whole_number_in(text); };
+  const auto first = year_written(at(rows_[0], 0)),
+             next = rows_.size() > 1 ? year_written(rows_[1][0]) : std::nullopt;
+  const bool follows = first && next && std::abs(next->year - first->year) <= 1;
+  shape_.shifted = longer.is_least(0.9) && !follows && std::ranges::all_of(rows_[0], is_name);
   if (shape_.shifted) rows_[0].insert(rows_[0].begin(), "");
 }
 
@@ -335,7 +342,7 @@ bool SampleTests::is_across() {
   }
   if (years.size() < 3 || !whole.is_least(0.7) || !follow_each_other(years)) return false;
   // "X1", "X2" may as well be series that R has numbered.
-  if (top[from].starts_with('X') && std::ranges::max(years) < least_likely) return false;
+  if (top[from] == "X1" && std::ranges::max(years) < least_likely) return false;
   shape_.year = from;
   choose_name_column();
   shape_.years_across = true;

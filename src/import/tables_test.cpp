@@ -376,6 +376,7 @@ TEST(Tables, YearsMayBeDatesOrNamesOfR) {
   EXPECT_EQ(series_of("year,A\n1850.0,0.82\n1851.0,1.8\n1852.0,1.72\n"), rings);
   EXPECT_EQ(series_of("core,X.2,X.1,X0,X1,X2,X300\nA,1,2,3,4,5,6\n"),
             "A -2: 0.01 0.02 0.03 0.04 0.05\nA_2 300: 0.06\n");
+  EXPECT_EQ(series_of("\"core\",\"X.8\",\"X.7\",\"X.6\"\n\"A\",0.8,1.8,1.7\n"), "A -8: 0.8 1.8 1.7\n");
   // Cores that R has numbered.
   EXPECT_EQ(series_of("\"\",\"X1\",\"X2\",\"X3\"\n\"1\",0.8,0.9,1\n\"2\",1,1.5,1\n\"3\",2,2.5,2\n"),
             "X1 1: 0.8 1 2\nX2 1: 0.9 1.5 2.5\nX3 1: 1 1 2\n");
@@ -405,6 +406,18 @@ TEST(Tables, BlanksMayPartTheFieldsWhereAllRowsHaveAsMany) {
         "1990 1.25 0.5\n1991 1.5 0.75\n1992 1 1.25\n1993 1 1.25\n",
         "These are the words\nof a letter that was\nsent 1990 to us\nand 12 others here\n"})
     EXPECT_FALSE(imported(none, {2026})) << none;
+}
+
+// As write.table has them, and below notes.
+TEST(Tables, NamesMayBeNumbers) {
+  constexpr const char* rings = "0611 1990: 1.25 1.5 1\n0612 1990: 0.5 0.75 1.25\n";
+  EXPECT_EQ(series_of("\"0611\" \"0612\"\n\"1990\" 1.25 0.5\n\"1991\" 1.5 0.75\n\"1992\" 1 1.25\n"), rings);
+  EXPECT_EQ(series_of("0611\t0612\n1990\t1.25\t0.5\n1991\t1.5\t0.75\n1992\t1\t1.25\n"), rings);
+  EXPECT_EQ(
+      series_of("Site;Nowhere\n\"Year\";\"0611\";\"0612\"\n1990;1,25;0,5\n1991;1,5;0,75\n1992;1;1,25\n"),
+      rings);
+  EXPECT_EQ(taken("1990,150\n1991,150,200\n1992,125,210\n1993,150,200\n").series.front().first, 1990)
+      << "a short row of data is none of names";
 }
 
 TEST(Tables, CoresAreNamedByTheColumnThatTellsRowsApart) {
