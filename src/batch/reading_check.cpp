@@ -90,7 +90,6 @@ void check_findings(const Collection& collection, int this_year,
     }
     return;
   }
-  const TakenCollection taken(collection, bytes ? std::string_view(*bytes) : "", this_year);
   for (const Trouble& trouble : collection.troubles()) {
     if (!bytes || !collection.is_no_loss(trouble)) add(finding_of(trouble));
   }
