@@ -993,5 +993,12 @@ TEST_F(CarefulEditor, ARingBeforeTheFirstComesFirstAndTheOthersKeepTheirYears) {
   expect_only_changed({2}, before);
 }
 
+TEST_F(RawEditor, CarefullyItGoesOnBehindItsLastClick) {
+  w.careful.set(Mend::pass_limits, true);
+  for (int click = 0; click < 10'005; ++click) desk.screen.click(2900, 2000);
+  run();
+  EXPECT_EQ(w.passes_left, 0);
+}
+
 }  // namespace
 }  // namespace vorn
