@@ -224,7 +224,11 @@ std::vector<std::string> Collection::words() const {
   return all;
 }
 
-std::vector<std::string> Collection::doubts() const {
+std::vector<std::string> Collection::doubts(std::optional<double> unit) const {
+  if (unit && imported_) {
+    const auto as_chosen = vorn::imported(bytes().value_or(""), {.unit = unit});
+    return sentences_on(as_chosen ? &*as_chosen : nullptr, path_, Severity::warning);
+  }
   return sentences_on(imported(), path_, Severity::warning);
 }
 

@@ -72,7 +72,7 @@ class Collection {
   // the path.
   std::vector<std::string> words() const;
   // Likewise, what the importers took for something that may not be what is meant, the unit above all.
-  std::vector<std::string> doubts() const;
+  std::vector<std::string> doubts(std::optional<double> unit = {}) const;
 
  private:
   struct Page;

@@ -117,6 +117,8 @@ TEST_F(ImportedFiles, AreCheckedInTheUnitThatIsChosen) {
           units.push_back(std::string(finding.kind->id) + finding.words);
       },
       1000);
+  EXPECT_EQ(oaks.doubts().size(), 1u);
+  EXPECT_EQ(oaks.doubts(1000), Sentences{});
   EXPECT_EQ(units,
             std::vector<std::string>{
                 "unit-chosenno unit is said: taken for thousandths of a millimetre, as it was chosen"});
