@@ -236,7 +236,7 @@ class FilesPanel {
 
   void careful_key(const std::vector<Mend>& mends, int x, int y) {
     const std::string words = "Read carefully";
-    Play play{.what = words};
+    Play play{{}, words};
     std::string tip;
     for (const Mend mend : mends) {
       play.steps.push_back({.kind = PlayStep::Kind::careful, .number = static_cast<int>(mend)});

@@ -16,6 +16,9 @@ namespace {
 constexpr std::string_view exchange_file = "Edit.raw";  // written whenever the editor is opened
 constexpr std::size_t longest_note = 2'000;
 
+// What a switch is for the program: a click that hits nothing, behind which it draws its page anew.
+constexpr Event beside_everything{-1, -1, Event::click};
+
 bool is_click(const Deed& deed) {
   const auto* event = std::get_if<Event>(&deed);
   return event && event->code == Event::click;
@@ -165,7 +168,6 @@ Event Session::next_event() {
     leave_off_last("the files were not asked for as before");
     throw GoBack();
   }
-  replay_switches();
   look();
   const bool message = std::exchange(message_waits_, false);
   if (replays()) return replay_next();
@@ -189,7 +191,9 @@ Event Session::next_event() {
 }
 
 Event Session::replay_next() {
-  const Event event = timeline_.steps()[replayed_steps_].event;
+  const TimelineStep& step = timeline_.steps()[replayed_steps_];
+  if (step.careful) step.careful->apply(w_->careful);
+  const Event event = step.careful ? beside_everything : step.event;
   inbox_.progress(replay_name_,
                   static_cast<double>(replayed_steps_) / static_cast<double>(timeline_.steps().size()));
   note_press(event);
@@ -355,9 +359,15 @@ void Session::publish() {
 Event Session::hand_in(const Event& event) {
   waits_ = false;
   note_press(event);
-  timeline_.happened(event, files_.answers().size());
+  if (const auto to = std::exchange(switching_, {})) {
+    to->apply(w_->careful);
+    timeline_.switched(*to, files_.answers().size());
+    keeper_->switched(*to);
+  } else {
+    timeline_.happened(event, files_.answers().size());
+    keeper_->happened(event);
+  }
   replayed_steps_ = timeline_.steps().size();
-  keeper_->happened(event);
   return event;
 }
 
@@ -384,7 +394,7 @@ std::optional<Event> Session::do_deed(Deed deed, bool asked) {
   if (std::holds_alternative<Redo>(deed)) return redo(), std::nullopt;
   if (const auto* to = std::get_if<GoTo>(&deed)) return go_to(to->decisions), std::nullopt;
   if (const auto* up = std::get_if<TakeUp>(&deed)) return take_up(up->journal), std::nullopt;
-  if (const auto* to = std::get_if<CarefulSwitch>(&deed)) return switch_careful(*to), std::nullopt;
+  if (const auto* to = std::get_if<CarefulSwitch>(&deed)) return switch_careful(*to);
   if (!asked && is_asked(deed)) return {};
   if (std::holds_alternative<Close>(deed)) throw ProgramEnd(EndReason::closed);
   return std::get<Event>(deed);
@@ -465,8 +475,7 @@ std::optional<Event> Session::next_queued() {
     return {};
   }
   if (next.step->kind == PlayStep::Kind::careful) {
-    switch_careful({.mend = mends()[static_cast<std::size_t>(next.step->number)].mend});
-    return {};
+    return switch_careful({.mend = mends()[static_cast<std::size_t>(next.step->number)].mend});
   }
   if (next.step->kind == PlayStep::Kind::to_start_menu) {
     const auto event = way_to_start();
@@ -642,10 +651,11 @@ void Session::take_up(const std::string& journal) {
 }
 
 // Where nothing was done yet the program begins anew, so that the files are read as is now wanted.
-void Session::switch_careful(const CarefulSwitch& to) {
+// Otherwise the page is drawn as it now is.
+std::optional<Event> Session::switch_careful(const CarefulSwitch& to) {
   Careful careful = w_->careful;
   to.apply(careful);
-  if (!may_go_back() || careful == w_->careful) return;
+  if (!may_go_back() || careful == w_->careful) return {};
   drop_awaited();
   keeper_->careful(careful);
   if (timeline_.is_untouched()) {
@@ -654,11 +664,8 @@ void Session::switch_careful(const CarefulSwitch& to) {
     kept_answers_.clear();
     throw GoBack();
   }
-  timeline_.switched(to, files_.answers().size());
-  replayed_steps_ = timeline_.steps().size();
-  keeper_->switched(to);
-  w_->careful = careful;
-  look();
+  switching_ = to;
+  return beside_everything;
 }
 
 void Session::go_back() {

@@ -152,7 +152,7 @@ class Session : public Screen {
   bool is_one_way() const;
   [[noreturn]] void cut_to_rest();
   [[noreturn]] void go_back();
-  void switch_careful(const CarefulSwitch& careful);
+  std::optional<Event> switch_careful(const CarefulSwitch& careful);
   void note(const TakeNote& note);
   Event hand_in(const Event& event);
   std::string what_stays() const;
@@ -199,6 +199,7 @@ class Session : public Screen {
   std::optional<Question> question_;
   Deed questioned_;
   std::string to_take_up_;
+  std::optional<CarefulSwitch> switching_;  // with the event that is handed in next
 };
 
 }  // namespace vorn

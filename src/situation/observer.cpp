@@ -7,6 +7,7 @@
 #include "formats/compact.h"
 #include "formats/layouts.h"
 #include "formats/ring_width_writer.h"
+#include "workspace/last_core.h"
 
 namespace vorn {
 namespace {
@@ -184,8 +185,8 @@ PairMember Observer::member(int k) {
   }
   member.series = member.is_core && !member.changed ? now_.cores[static_cast<std::size_t>(entry) - 1] : copy;
   member.compared = std::make_shared<const Curve>(compared_of(w, slot));
-  // As the page draws them: the ring widths of cores alone, and of the last one neither.
-  const bool widths = !w.indon && w.chc(k) < w.nc;
+  // As the page draws them: the ring widths of cores alone, and of the last one only carefully.
+  const bool widths = !w.indon && is_treated_as_core(w.chc(k), w, w.careful);
   member.curve = widths ? std::make_shared<const Curve>(Curve{copy->first_year, copy->widths, copy->presence})
                         : member.compared;
   return member;

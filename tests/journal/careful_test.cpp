@@ -81,6 +81,21 @@ TEST_F(SwitchesToCareful, WithNothingDoneTheFilesAreReadAnew) {
   EXPECT_EQ(run(), 0);
 }
 
+TEST_F(SwitchesToCareful, ThePageShowsItAtOnceAndWhenItIsTakenBack) {
+  const auto texts = [this] { return visible_texts(screen.page()).size(); };
+  std::size_t usual = 0;
+  press(button::crossdate);
+  look([&](const Standing&) { usual = texts(); });
+  deed(CarefulSwitch{.mend = Mend::bar_year});
+  look([&](const Standing&) { EXPECT_EQ(texts(), usual + 1); });
+  press(button::scroll_minus_1);
+  deed(Undo{});
+  look([&](const Standing&) { EXPECT_EQ(texts(), usual); });
+  deed(Redo{});
+  look([&](const Standing&) { EXPECT_EQ(texts(), usual + 1); });
+  EXPECT_EQ(run(), 0);
+}
+
 TEST_F(SwitchesToCareful, WhatIsSoAlreadyChangesNothing) {
   press(button::crossdate);
   deed(help_off);
