@@ -8,8 +8,8 @@
 
 namespace vorn {
 
-// What was written says by itself nothing of how. So beside "Stats.prn" comes "Stats.prn.careful", which names
-// what was done carefully; where nothing is, one that is there from before is made to say so.
+// What was written says by itself nothing of how. So beside "Stats.prn" comes "Stats.prn.careful", which
+// names what was done carefully; where nothing is, one that is there from before is made to say so.
 Status write_careful_neighbour(Files& files, const std::string& written, const Careful& careful);
 
 }  // namespace vorn

@@ -16,9 +16,6 @@ namespace {
 constexpr std::string_view exchange_file = "Edit.raw";  // written whenever the editor is opened
 constexpr std::size_t longest_note = 2'000;
 
-// What a switch is for the program: a click that hits nothing, behind which it draws its page anew.
-constexpr Event beside_everything{-1, -1, Event::click};
-
 bool is_click(const Deed& deed) {
   const auto* event = std::get_if<Event>(&deed);
   return event && event->code == Event::click;
@@ -193,7 +190,7 @@ Event Session::next_event() {
 Event Session::replay_next() {
   const TimelineStep& step = timeline_.steps()[replayed_steps_];
   if (step.careful) step.careful->apply(w_->careful);
-  const Event event = step.careful ? beside_everything : step.event;
+  const Event event = step.event;
   inbox_.progress(replay_name_,
                   static_cast<double>(replayed_steps_) / static_cast<double>(timeline_.steps().size()));
   note_press(event);

@@ -14,11 +14,15 @@
 
 namespace vorn {
 
+// What a switch is for the program, unless it is made before the start: a click that hits nothing, behind
+// which the page is drawn anew.
+inline constexpr Event beside_everything{-1, -1, Event::click};
+
 // One event that was handed to the program, or something that was switched in between.
 struct TimelineStep {
   Event event;
   std::size_t answers = 0;                    // how many answers of files had been given before it
-  std::optional<CarefulSwitch> careful = {};  // then there is no event
+  std::optional<CarefulSwitch> careful = {};  // is switched before the event, which then hits nothing
 };
 
 // The steps that hold, each with the answers of files that it led to; what was taken back follows them until
@@ -39,7 +43,7 @@ class Timeline {
 
   void happened(const Event& event, std::size_t answers) { steps_.push_back({event, answers}); }
   void switched(const CarefulSwitch& careful, std::size_t answers) {
-    steps_.push_back({{}, answers, careful});
+    steps_.push_back({beside_everything, answers, careful});
   }
   // Whether nothing but switches was done, which then hold from the start on.
   bool is_untouched() const;

@@ -328,7 +328,8 @@ TEST_F(WaysOut, TheLastCoreCannotBeSavedAndIsAskedForAllTheSame) {
     deed(way);
     look([](const Standing& standing) {
       ASSERT_TRUE(standing.question.has_value());
-      EXPECT_EQ(standing.question->answers.size(), 2u);
+      ASSERT_EQ(standing.question->answers.size(), 3u);
+      EXPECT_EQ(standing.question->answers[0].text, "Be Careful and Save Change First");
     });
     reply("Stay");
   }

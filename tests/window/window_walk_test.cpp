@@ -55,7 +55,9 @@ using FilesThere = std::map<std::string, std::string>;
 FilesThere files_there() {
   FilesThere all;
   for (const auto& entry : fs::directory_iterator(".")) {
-    if (entry.is_regular_file()) all[entry.path().filename()] = ScratchFolder::read(entry.path());
+    // What a session says of how a file was written is no work of the program's.
+    const bool counts = entry.is_regular_file() && entry.path().extension() != ".careful";
+    if (counts) all[entry.path().filename()] = ScratchFolder::read(entry.path());
   }
   return all;
 }
@@ -84,21 +86,18 @@ class Player : public Screen {
   explicit Player(const std::vector<TimelineStep>& steps) : steps_(steps) {}
   void begin(Workspace& w) {
     w_ = &w;
-    switch_careful();
+    for (; next_ < steps_.size() && steps_[next_].careful; ++next_) steps_[next_].careful->apply(w_->careful);
   }
   void show(const Page&) override {}
   Event next_event() override {
-    switch_careful();
     if (next_ == steps_.size()) throw ProgramEnd(EndReason::closed);
-    return steps_[next_++].event;
+    const TimelineStep& step = steps_[next_++];
+    if (step.careful) step.careful->apply(w_->careful);
+    return step.event;
   }
   std::size_t left() const { return steps_.size() - next_; }
 
  private:
-  void switch_careful() {
-    for (; next_ < steps_.size() && steps_[next_].careful; ++next_) steps_[next_].careful->apply(w_->careful);
-  }
-
   const std::vector<TimelineStep>& steps_;
   Workspace* w_ = nullptr;
   std::size_t next_ = 0;

@@ -129,12 +129,13 @@ TEST_F(FilesOfPage, SpotsSayWhichFileTheyAreAboutAndWhetherTheyAsk) {
   stand();
   run();
   const Fields spots = panel()["spots"];
-  ASSERT_EQ(spots.size(), 3u);
+  ASSERT_EQ(spots.size(), 4u);
   EXPECT_EQ(spots[0]["file"], "elms.rwl");
   EXPECT_EQ(spots[0]["asks"], false);
   EXPECT_EQ(spots[2]["file"], "oaks.rwl");
   EXPECT_EQ(spots[2]["asks"], true);
   EXPECT_EQ(spots[2]["does"], true);
+  EXPECT_EQ(spots[3]["plays"], true) << "to read it carefully";
 }
 
 TEST_F(FilesOfPage, TheirTableIsTold) {
