@@ -52,7 +52,8 @@ std::string keys_page() {
   text += row("Arrows, PgUp, PgDown",
               "In lists to a name; where a year is asked for to a year, or to the other curve");
   text += row("Return", "A click there; it ends what is typed");
-  text += row("Escape", "Passes over messages; leaves a graph that shows no year to pick, carefully whatever it was");
+  text += row("Escape",
+              "Passes over messages; leaves a graph that shows no year to pick, carefully whatever it was");
   text += "\nIn a panel\n";
   text += row("Tab, arrows, Home, End", "To another place to click on");
   text += row("PgUp, PgDown", "Scroll it");
