@@ -435,6 +435,23 @@ std::set<std::string> long_options(const std::string& text) {
   return all;
 }
 
+TEST_F(CommandLine, ReadsCarefullyAndSaysSo) {
+  ASSERT_EQ(run(VORN " stats --format csv oak.rwl"), 0);
+  const std::string whole = printed;
+  std::string text = ScratchFolder::read("oak.rwl");
+  folder.write("oak.rwl", text.insert(text.find('\n') + 1, "\n"));
+  ASSERT_EQ(run(VORN " stats --format csv oak.rwl"), 0);
+  EXPECT_NE(printed, whole) << "an empty line ends the file";
+  ASSERT_EQ(run(VORN " stats --format csv --careful=blank-line oak.rwl"), 0);
+  EXPECT_EQ(printed, whole);
+  ASSERT_EQ(run(VORN " stats --json --careful=last-core,blank-line oak.rwl"), 0);
+  EXPECT_NE(printed.find(", careful blank-line,last-core\""), std::string::npos) << printed;
+  ASSERT_EQ(run(VORN " stats --json --careful oak.rwl"), 0);
+  EXPECT_NE(printed.find(", careful all\""), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " stats --careful=blank-lime oak.rwl"), 2);
+  EXPECT_NE(said.find("there is no mend \"blank-lime\""), std::string::npos) << said;
+}
+
 TEST_F(CommandLine, ManPageAndCompletionKnowEveryOption) {
   std::string page = ScratchFolder::read((source_folder() / "packaging/man/vorn.1").string());
   std::erase(page, '\\');

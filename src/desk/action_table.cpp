@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -144,7 +143,7 @@ struct Rows {
     add_mend(every_mend, "everything carefully", !line);
     for (const MendRow& mend : mends()) add_mend(mend.name, mend.does, mend.mend == mends().front().mend);
     actions.insert(actions.end(), std::begin(help_table), std::end(help_table));
-    std::ranges::transform(actions, std::back_inserter(rows), &Action::row);
+    for (const Action& action : actions) rows.push_back(action.row);
   }
   void add_mend(std::string_view name, std::string_view does, bool drawn_above) {
     texts.push_back(std::string(careful_ids) + std::string(name));

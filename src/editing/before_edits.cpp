@@ -12,8 +12,8 @@ BeforeEdits::BeforeEdits(const Workspace& w) {
     const int e = w.chc(m);
     const auto widths = w.widths(e);
     const auto presence = w.presence(e);
-    copies_.push_back(
-        {e, w.fy(e), w.ly(e), {widths.begin(), widths.end()}, {presence.begin(), presence.end()}});
+    copies_.push_back({e, w.fy(e), w.ly(e), std::vector<double>(widths.begin(), widths.end()),
+                       std::vector<bool>(presence.begin(), presence.end())});
   }
 }
 

@@ -145,7 +145,8 @@ void FoundFile::tell_missing_words() {
 void FoundFile::doubt_year_0() {
   const auto crosses_it = [](const FoundSeries& series) {
     const auto has = [&series](std::int64_t year) {
-      return std::ranges::binary_search(series.rings, year, {}, &FoundRing::year);
+      const auto at = std::ranges::lower_bound(series.rings, year, {}, &FoundRing::year);
+      return at != series.rings.end() && at->year == year;
     };
     return has(-1) && has(1);
   };
