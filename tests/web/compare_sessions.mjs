@@ -10,7 +10,7 @@ import path from 'node:path';
 import {Session, key, top} from './worker_bench.mjs';
 
 const replay = process.env.VORN_REPLAY || path.join(top, 'build/release/src/apps/vorn_replay');
-const acting = /^(click|help|press|key|type|enter|undo|redo)\b/;
+const acting = /^(click|help|press|key|type|enter|undo|redo|careful)\b/;
 const button_list = fs.readFileSync(path.join(top, 'src/toolkit/button_list.inc'), 'utf8');
 const numbers = new Map([...button_list.matchAll(/VORN_BUTTON\((\w+), (\d+)\)/g)].map(([, name, n]) => [name, +n]));
 
@@ -72,6 +72,7 @@ function messageOf(statement, places) {
   if (word === 'enter') return [key(13)];
   if (word === 'type') return [...statement.slice(5)].map(letter => key(letter.charCodeAt(0)));
   if (word === 'undo' || word === 'redo') return [{do: 'act', id: word}];
+  if (word === 'careful') return [{do: 'act', id: `careful-${rest[0]}`}];  // the scripts switch nothing on twice
   const wanted = numbers.get(rest[0]) ?? Number(rest[0]);
   if (!places.has(wanted)) return null;
   const [x1, y1, x2, y2] = places.get(wanted);
