@@ -152,7 +152,7 @@ class Session : public Screen {
   bool is_one_way() const;
   [[noreturn]] void cut_to_rest();
   [[noreturn]] void go_back();
-  std::optional<Event> switch_careful(const CarefulSwitch& careful);
+  std::optional<Event> switch_careful(const CarefulSwitch& to);
   void note(const TakeNote& note);
   Event hand_in(const Event& event);
   std::string what_stays() const;
