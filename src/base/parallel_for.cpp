@@ -91,10 +91,9 @@ void parallel_for(std::size_t count, std::size_t threads, const std::function<vo
                   const std::function<void(std::size_t)>& done) {
   Pieces pieces(count, piece);
   const std::size_t wanted = std::min(threads, count);
-  {
-    const auto others = helpers(wanted > 1 ? wanted - 1 : 0, pieces);
-    pieces.work(done);
-  }
+  std::vector<std::jthread> others = helpers(wanted > 1 ? wanted - 1 : 0, pieces);
+  pieces.work(done);
+  others.clear();  // waits for what they have begun
   pieces.throw_what_failed();
 }
 

@@ -119,13 +119,15 @@ double work_of_pairs(std::span<const SeriesView> series, const std::vector<std::
   std::ranges::sort(ends);
   double years = 0, running = 0;
   std::int64_t now = 0;
-  for (std::size_t s = 0, e = 0; e < ends.size();) {
-    const bool starts_next = s < starts.size() && starts[s] < ends[e];
-    const std::int64_t next = starts_next ? starts[s] : ends[e];
-    years += 0.5 * running * (running - 1) * static_cast<double>(next - now);
-    now = next;
-    running += starts_next ? 1 : -1;
-    ++(starts_next ? s : e);
+  const auto go_on_to = [&](std::int64_t year, int more) {
+    years += 0.5 * running * (running - 1) * static_cast<double>(year - now);
+    now = year;
+    running += more;
+  };
+  auto start = starts.begin();
+  for (const std::int64_t end : ends) {
+    for (; start != starts.end() && *start < end; ++start) go_on_to(*start, 1);
+    go_on_to(end, -1);
   }
   const auto count = static_cast<double>(numbers.size());
   return pair_year * years + pair_met * 0.5 * count * count;
