@@ -88,12 +88,21 @@ std::string quoted(const std::string& field) {
   return out + '"';
 }
 
-nlohmann::ordered_json json_of(const Cell& cell) {
-  if (const auto* text = std::get_if<std::string>(&cell)) return utf8(*text);
-  if (const auto* whole = std::get_if<std::int64_t>(&cell)) return *whole;
-  // The number that its six digits stand for.
-  if (const auto* value = std::get_if<double>(&cell)) return nlohmann::ordered_json::parse(digits_of(*value));
-  return nullptr;
+std::string json_text(std::string_view value) {
+  return nlohmann::json(value).dump();
+}
+
+// The number that its six digits stand for; large and small ones as the library writes them.
+std::string json_number(double value) {
+  const std::string digits = digits_of(value);
+  return digits.find('e') == std::string::npos ? digits : nlohmann::json::parse(digits).dump();
+}
+
+std::string json_of(const Cell& cell) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return json_text(utf8(*text));
+  if (const auto* whole = std::get_if<std::int64_t>(&cell)) return std::to_string(*whole);
+  if (const auto* value = std::get_if<double>(&cell)) return json_number(*value);
+  return "null";
 }
 
 std::size_t columns_of(std::string_view text) {
@@ -118,9 +127,9 @@ TableWriter::TableWriter(std::ostream& out, TableFormat format, TableForm form, 
                          std::string_view recipe)
     : out_(out), format_(format), form_(std::move(form)), is_text_(form_.columns.size()) {
   if (format_ == TableFormat::json) {
-    const auto text = [](std::string_view value) { return nlohmann::json(std::string(value)).dump(); };
-    out_ << "{\"schema\": " << text("vorn-" + std::string(form_.verb) + "-1")
-         << ",\n \"version\": " << text(version) << ",\n \"recipe\": " << text(recipe) << ",\n \"rows\": [";
+    out_ << "{\"schema\": " << json_text("vorn-" + std::string(form_.verb) + "-1")
+         << ",\n \"version\": " << json_text(version) << ",\n \"recipe\": " << json_text(recipe)
+         << ",\n \"rows\": [";
   } else if (format_ == TableFormat::csv) {
     for (std::size_t k = 0; k < form_.columns.size(); ++k) out_ << (k == 0 ? "" : ",") << form_.columns[k];
     out_ << '\n';
@@ -130,9 +139,10 @@ TableWriter::TableWriter(std::ostream& out, TableFormat format, TableForm form, 
 void TableWriter::add(const Row& row) {
   VORN_ASSERT(row.size() == form_.columns.size());
   if (format_ == TableFormat::json) {
-    nlohmann::ordered_json object;
-    for (std::size_t k = 0; k < row.size(); ++k) object[std::string(form_.columns[k])] = json_of(row[k]);
-    out_ << (first_ ? "\n  " : ",\n  ") << object.dump();
+    out_ << (first_ ? "\n  {" : ",\n  {");
+    for (std::size_t k = 0; k < row.size(); ++k)
+      out_ << (k == 0 ? "" : ",") << json_text(form_.columns[k]) << ':' << json_of(row[k]);
+    out_ << '}';
   } else if (format_ == TableFormat::csv) {
     for (std::size_t k = 0; k < row.size(); ++k) out_ << (k == 0 ? "" : ",") << quoted(plain_text(row[k]));
     out_ << '\n';

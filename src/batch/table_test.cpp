@@ -64,6 +64,21 @@ TEST(TableWriter, WritesOneJsonObject) {
   EXPECT_TRUE(read["rows"][1]["r"].is_null());
 }
 
+// 0.696714 read and written shortest by Grisu is 0.6967140000000001.
+TEST(TableWriter, WritesNumbersAsJsonHasThemInTheirSixDigits) {
+  const auto number_written = [](double value) {
+    const std::string text = written(TableFormat::json, {row("A", 1, value)});
+    const auto begin = text.find("\"r\":") + 4;
+    return text.substr(begin, text.find('}', begin) - begin);
+  };
+  EXPECT_EQ(number_written(0.6967141), "0.696714");
+  EXPECT_EQ(number_written(-1.5), "-1.5");
+  EXPECT_EQ(number_written(3), "3");
+  EXPECT_EQ(number_written(1e6), "1000000.0");
+  EXPECT_EQ(number_written(1.25e-5), "1.25e-05");
+  EXPECT_EQ(nlohmann::json::parse(number_written(1e300)).get<double>(), 1e300);
+}
+
 TEST(TableWriter, WritesAnEmptyTableInEachFormat) {
   EXPECT_EQ(written(TableFormat::csv, {}), "file,series,rings,r\n");
   EXPECT_EQ(written(TableFormat::table, {}), "file  series  rings  r\n");

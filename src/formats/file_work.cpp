@@ -28,7 +28,7 @@ Status told_write(const Writing& writing, Status status, std::string_view label,
 }
 
 bool is_blank_line(std::string_view line) {
-  return line.find_first_not_of(" \t\x1a") == std::string_view::npos;
+  return line.find_first_not_of(blank_characters) == std::string_view::npos;
 }
 
 void tell_words(const Reading& reading, std::string_view words, std::int64_t line) {

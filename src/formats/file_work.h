@@ -37,7 +37,10 @@ Status told_read(const Reading& reading, const TextInput& input, Status status, 
 // Of a line written, under the name of its series.
 Status told_write(const Writing& writing, Status status, std::string_view label, const Name& series);
 
-// Whether nothing but blanks, tabs and Ctrl-Z stands on a line.
+// What a line may hold and yet be empty: blanks, tabs and Ctrl-Z.
+inline constexpr std::string_view blank_characters = " \t\x1a";
+
+// Whether nothing else stands on a line.
 bool is_blank_line(std::string_view line);
 
 // Tells plain words; `line` is where the reader is.

@@ -42,6 +42,12 @@ std::string_view take_field(std::string_view& rest, std::size_t width) {
 // How many values stand on a line, up to the last field that is not left empty.
 int values_on(std::string_view line) {
   line.remove_prefix(std::min(line.size(), static_cast<std::size_t>(fields[0].last)));
+  if (line.find(',') == std::string_view::npos) {
+    // Each field is as wide as it may be.
+    const std::string_view columns = line.substr(0, year_width + values_a_line * value_width);
+    const std::size_t end = columns.find_last_not_of(blank_characters) + 1;
+    return static_cast<int>((end - std::min(end, year_width) + value_width - 1) / value_width);
+  }
   take_field(line, year_width);
   int count = 0;
   for (int k = 1; k <= values_a_line && !line.empty(); ++k) {
