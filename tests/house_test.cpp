@@ -181,7 +181,9 @@ bool writes_json(const std::string& file) {
 }
 
 bool uses_vectors(const std::string& file) {
-  return without_ending(file) == "statistics/pair_tiles" || without_ending(file) == "statistics/pair_rows";
+  const std::string source = without_ending(file);
+  return source == "statistics/pair_tiles" || source == "statistics/pair_rows" ||
+         source == "statistics/sliding_match";
 }
 
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)

@@ -4,18 +4,23 @@
 #include <cerrno>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <set>
 
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
 
+#include "apps/cache_place.h"
 #include "apps/copies.h"
 #include "apps/output.h"
 #include "apps/progress.h"
 #include "apps/vorn_request.h"
 #include "apps/vorn_work.h"
+#include "base/parallel_for.h"
 #include "batch/collection.h"
+#include "batch/reference_folder.h"
+#include "records/disk_files.h"
 #include "records/os_file.h"
 
 namespace {
@@ -56,6 +61,39 @@ ReadReferences read_references(vorn::Request& request) {
     read.are_some = false;
   }
   return read;
+}
+
+// Reads the folder that is searched, where there is one; whether it can be.
+bool read_reference_folder(vorn::Request& request, vorn::Files& files) {
+  if (request.reference_folder.empty()) return true;
+  const std::string recipe = recipe_of(request) + ", version " VORN_VERSION;
+  std::optional<vorn::Progress> progress;
+  try {
+    const auto folder = std::make_shared<const vorn::ReferenceFolder>(
+        files,
+        vorn::FolderToSearch{
+            .folder = request.reference_folder,
+            .settings = request.settings,
+            .recipe = recipe,
+            .cache = request.keeps_references ? vorn::reference_cache(request.reference_folder, recipe) : "",
+            .threads = std::max(vorn::threads_here(), static_cast<std::size_t>(request.threads)),
+            .most_places = request.most_places},
+        [&](std::size_t done, std::size_t of) {
+          if (!progress) progress.emplace(request.quiet ? 0 : of, request.output.empty());
+          progress->at(done);
+        });
+    progress.reset();
+    if (!request.quiet) vorn::say(folder->words());
+    if (folder->size() > 0) {
+      request.switches.folder = folder;
+      return true;
+    }
+    vorn::say(request.reference_folder + ": no chronology to compare with");
+  } catch (const std::runtime_error& failure) {
+    progress.reset();
+    vorn::say(failure.what());
+  }
+  return false;
 }
 
 bool is_grave(const vorn::Request& request, const vorn::Row& row) {
@@ -154,6 +192,8 @@ int answer(int argc, char** argv) {
   if (const auto status = take_list(request)) return *status;
   const ReadReferences references = read_references(request);
   if (!references.are_some) return vorn::cannot_go_on;
+  vorn::DiskFiles disk;  // lives as long as the references
+  if (!read_reference_folder(request, disk)) return vorn::cannot_go_on;
   return run(request, request.fail_on && !references.are_whole);
 }
 

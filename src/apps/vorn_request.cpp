@@ -2,8 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -11,6 +13,7 @@
 #include "apps/copies.h"
 #include "apps/options.h"
 #include "apps/output.h"
+#include "batch/files_below.h"
 #include "batch/folder_look.h"
 #include "batch/listed_files.h"
 #include "records/disk_files.h"
@@ -26,7 +29,8 @@ struct Typed {
   std::string grid = "report", fail_on, reference;
   std::string unit, careful;
   bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false, noaa = false;
-  std::optional<int> step, overlap, farthest_lag, year;
+  bool no_cache = false;
+  std::optional<int> step, overlap, farthest_lag, year, best;
 };
 
 constexpr const char* examples =
@@ -107,6 +111,16 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
                        "what the cores are dated by, again for each; without, the others of their file")
             ->allow_extra_args(false),
         "FILE");
+    CLI::Option* folder = app.add_option("--references", request.reference_folder,
+                                         "instead: every file in and below a folder, such as an archive");
+    with_value(folder->excludes("--reference"), "FOLDER");
+    with_value(app.add_option("--best", typed.best, "with --references: so many of each core; at first 10")
+                   ->transform(decimal())
+                   ->check(CLI::Range(1, 1'000'000))
+                   ->needs(folder),
+               "N");
+    app.add_flag("--no-cache", typed.no_cache, "with --references: reads them anew, and keeps nothing")
+        ->needs(folder);
   }
   if (verb == "chron")
     app.add_flag("--noaa", typed.noaa, "of one file, as NOAA template text instead of rows");
@@ -134,7 +148,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
 
 void add_verb(CLI::App& app, const Verb& verb, Request& request, Typed& typed) {
   CLI::App* sub = app.add_subcommand(std::string(verb.form.verb), std::string(verb.does));
-  CLI::Option* file = sub->add_option("FILE", request.files, "files to read; - is standard input");
+  CLI::Option* file = sub->add_option("FILE", request.files,
+                                      "files to read, and folders, for all below them; - is standard input");
   with_value(file->required(verb.form.verb != "check"), "...");
   add_own(*sub, verb.form.verb, request, typed);
   add_settings(*sub, request, typed);
@@ -197,8 +212,32 @@ void refuse_to_overwrite_by_copies(const Request& request) {
   for (const std::string& name : read) refuse_to_overwrite(read, path_of_copy(request.repair_folder, name));
 }
 
+// What stands for a name of the command line: itself, or the files of a folder. One that is empty, or cannot
+// be read, is told as a file that cannot.
+std::vector<std::string> files_of(const std::string& name) {
+  DiskFiles disk;
+  FileKind kind{};
+  if (disk.look_at(name, kind) || kind != FileKind::folder) return {name};
+  std::vector<std::string> all;
+  try {
+    for (const std::string& file : files_below(name))
+      all.push_back(name.ends_with('/') ? name + file : name + '/' + file);
+  } catch (const std::runtime_error&) {
+    all.clear();
+  }
+  return all.empty() ? std::vector{name} : all;
+}
+
+void open_folders(std::vector<std::string>& files) {
+  std::vector<std::string> all;
+  for (const std::string& name : files) std::ranges::move(files_of(name), std::back_inserter(all));
+  files = std::move(all);
+}
+
 std::string take(Request& request, const Typed& typed) {
   if (request.command) return "";
+  if (request.files.empty() && request.list.empty()) return "FILE is required";
+  open_folders(request.files);
   request.format = typed.output.as();
   request.output = typed.output.file;
   request.settings.splineon = !typed.no_spline;
@@ -210,12 +249,13 @@ std::string take(Request& request, const Typed& typed) {
   request.switches.grid = typed.grid == "lags" ? CorrelationGrid::lags : CorrelationGrid::report;
   request.switches.farthest_lag = typed.farthest_lag.value_or(max_lag);
   if (!typed.reference.empty()) request.references = {typed.reference};
+  request.keeps_references = !typed.no_cache;
+  if (typed.best) request.most_places = static_cast<std::size_t>(*typed.best);
   if (!typed.fail_on.empty()) request.fail_on = severity_named(typed.fail_on);
   for (std::string& name : request.series) name = without_blanks(name);
   const auto from_input = std::ranges::count(request.references, "-");
   if (from_input > 1 || (from_input == 1 && std::ranges::count(request.files, "-") > 0))
     return "only one of all files can be standard input";
-  if (request.files.empty() && request.list.empty()) return "FILE is required";
   if (typed.noaa && request.files.size() > 1) return "--noaa takes one file";
   if (typed.noaa && typed.output.as() != TableFormat::table) return "--noaa is a format of its own";
   if (std::string wrong = take_repair(request, typed); !wrong.empty()) return wrong;

@@ -27,6 +27,9 @@ struct Request {
   Settings settings;
   VerbSwitches switches;
   std::vector<std::string> references;  // files
+  std::string reference_folder;         // date: instead of them
+  std::size_t most_places = 10;         // date: on the references of the folder
+  bool keeps_references = true;         // date: those of the folder, for the next time
   std::vector<std::string> series;      // only these; all when empty
   int threads = 1;
   bool quiet = false;

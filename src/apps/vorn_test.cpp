@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <iterator>
 #include <set>
 #include <sstream>
 #include <string>
@@ -37,11 +39,45 @@ TEST_F(CommandLine, ReadsStandardInput) {
 }
 
 TEST_F(CommandLine, ABadFileNeverEndsTheWorkOnTheOthers) {
-  EXPECT_EQ(run(VORN " stats --format csv gone.rwl note.txt . oak.rwl"), 0);
+  std::filesystem::create_directory("empty");
+  EXPECT_EQ(run(VORN " stats --format csv gone.rwl note.txt empty oak.rwl"), 0);
   EXPECT_EQ(lines(), 4);
   EXPECT_NE(said.find("vorn: gone.rwl: Open: No such file or directory\n"), std::string::npos) << said;
   EXPECT_NE(said.find("vorn: note.txt: no layout that is known\n"), std::string::npos) << said;
-  EXPECT_NE(said.find("vorn: .: Open: Is a directory\n"), std::string::npos) << said;
+  EXPECT_NE(said.find("vorn: empty: Open: Is a directory\n"), std::string::npos) << said;
+}
+
+TEST_F(CommandLine, AFolderStandsForAllFilesBelowIt) {
+  std::filesystem::create_directories("archive/below/.hidden");
+  for (const char* name : {"b.rwl", "below/c.rwl", "a.rwl", ".d.rwl", "below/.hidden/e.rwl"})
+    std::filesystem::copy_file("oak.rwl", std::string("archive/") + name);
+  std::filesystem::create_directory_symlink("..", "archive/below/again");
+  ASSERT_EQ(run(VORN " stats --format csv --series OAK1 archive oak.rwl archive/below/"), 0);
+  std::istringstream in(printed);
+  std::string files;
+  for (std::string line; std::getline(in, line);) files += line.substr(0, line.find(',')) + ' ';
+  EXPECT_EQ(files, "file archive/a.rwl archive/b.rwl archive/below/c.rwl oak.rwl archive/below/c.rwl ");
+  EXPECT_EQ(said, "");
+}
+
+TEST_F(CommandLine, SearchesTheReferencesOfAFolder) {
+  std::filesystem::create_directory("archive");
+  std::filesystem::copy_file("oak.rwl", "archive/a.rwl");
+  const std::string search = "XDG_CACHE_HOME=$PWD/caches " VORN " date --format csv --series OAK2 oak.rwl ";
+  ASSERT_EQ(run(search + "--reference archive/a.rwl"), 0);
+  const std::string by_one = printed;
+  ASSERT_EQ(run(search + "--references archive"), 0);
+  EXPECT_EQ(printed, by_one);
+  EXPECT_NE(said.find("vorn: archive: 1 reference\n"), std::string::npos) << said;
+  EXPECT_NE(said.find("vorn: oak.rwl: 1 core, 81 positions tried on 1 reference\n"), std::string::npos)
+      << said;
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("caches/vorn"), {}), 1);
+  ASSERT_EQ(run(search + "--references archive --no-cache --best 1 -q"), 0);
+  EXPECT_EQ(printed, by_one);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(run(search + "--references nowhere"), 4);
+  EXPECT_EQ(run(search + "--references archive --reference oak.rwl"), 2);
+  EXPECT_EQ(run(search + "--best 3"), 2);
 }
 
 TEST_F(CommandLine, AThousandFilesOfAllKindsAreOneCall) {
@@ -110,8 +146,9 @@ TEST_F(CommandLine, EndsByWhatIsFound) {
 
 TEST_F(CommandLine, EndsWith4WhereNoFileCouldBeRead) {
   folder.write("empty.rwl", "");
+  std::filesystem::create_directory("empty_folder");
   for (const char* verb : {"locate", "date", "site", "stats", "corr", "chron", "check"}) {
-    for (const char* file : {"gone.rwl", "empty.rwl", "note.txt", ". gone.rwl"}) {
+    for (const char* file : {"gone.rwl", "empty.rwl", "note.txt", "empty_folder gone.rwl"}) {
       SCOPED_TRACE(std::string(verb) + " " + file);
       const std::string command = VORN " " + std::string(verb);
       EXPECT_EQ(run(command + " " + file), 4);

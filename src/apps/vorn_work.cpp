@@ -8,18 +8,24 @@
 #include <utility>
 
 #include "batch/collection.h"
+#include "batch/reference_folder.h"
 
 namespace vorn {
 namespace {
 
 const std::string standard_input = "-";
 
+bool is_wanted(const Request& request, const std::string& name) {
+  return request.series.empty() ||
+         std::ranges::find(request.series, without_blanks(name)) != request.series.end();
+}
+
 bool is_wanted(const Request& request, const Row& row) {
   if (request.series.empty()) return true;
   const auto& columns = request.verb->form.columns;
   const auto place = static_cast<std::size_t>(std::ranges::find(columns, "series") - columns.begin());
   const auto* name = std::get_if<std::string>(&row.at(place));
-  return name && std::ranges::find(request.series, without_blanks(*name)) != request.series.end();
+  return name && is_wanted(request, *name);
 }
 
 Answer answer_of(const Request& request, Files& files, const std::string& file) {
@@ -32,9 +38,16 @@ Answer answer_of(const Request& request, Files& files, const std::string& file) 
     if (!request.series.empty()) answer.series = collection.series();
     if (!answer.was_read && answer.words.empty())
       answer.words.push_back(file + ": no ring widths and no chronology");
-    request.verb->rows(collection, request.switches, [&](const Row& row) {
+    const auto add = [&](const Row& row) {
       if (is_wanted(request, row)) answer.rows.push_back(row);
-    });
+    };
+    if (request.switches.folder) {
+      const auto said = request.switches.folder->date(
+          collection, [&](const std::string& name) { return is_wanted(request, name); }, add);
+      answer.doubts.insert(answer.doubts.end(), said.begin(), said.end());
+    } else {
+      request.verb->rows(collection, request.switches, add);
+    }
     if (!request.repair_folder.empty()) {
       if (const auto bytes = collection.bytes())
         answer.repair = repaired(collection, *bytes, request.repair_choices);

@@ -48,6 +48,27 @@ SeriesToDate DatingReference::series() const {
   return {compared_.view(), growth_};
 }
 
+Row date_row(const std::string& file, const std::string& core, const std::string& reference,
+             const Dates& found) {
+  // Nothing is left out in silence.
+  if (found.ranked.empty())
+    return {file,   core,   reference, Cell(), Cell(), Cell(std::int64_t{0}),
+            Cell(), Cell(), Cell(),    Cell(), Cell(), Cell()};
+  const DatedPosition& best = found.ranked.front();
+  return {file,
+          core,
+          reference,
+          Cell(best.first_year),
+          Cell(best.shift),
+          Cell(std::int64_t{best.overlap}),
+          number(best.r),
+          number(best.t_bp),
+          number(best.t_h),
+          number(best.glk),
+          number(best.p),
+          number(found.margin)};
+}
+
 void date_rows(Collection& collection, const DatingReferences& references,
                const std::function<void(const Row&)>& add) {
   if (!collection.has_cores()) return;
@@ -63,19 +84,9 @@ void date_rows(Collection& collection, const DatingReferences& references,
     std::vector<SeriesToDate> series;
     for (const auto& reference : used) series.push_back(reference->series());
     const auto found = dates({studied.core(i).compared, cores[i].values}, series);
-    for (std::size_t k = 0; k < found.size(); ++k) {
-      const std::string name(w.nam(static_cast<int>(i) + 1).trimmed());
-      if (found[k].ranked.empty()) {
-        // Nothing is left out in silence.
-        add({collection.path(), name, used[k]->name(), Cell(), Cell(), Cell(std::int64_t{0}), Cell(), Cell(),
-             Cell(), Cell(), Cell(), Cell()});
-        continue;
-      }
-      const DatedPosition& best = found[k].ranked.front();
-      add({collection.path(), name, used[k]->name(), Cell(best.first_year), Cell(best.shift),
-           Cell(std::int64_t{best.overlap}), number(best.r), number(best.t_bp), number(best.t_h),
-           number(best.glk), number(best.p), number(found[k].margin)});
-    }
+    const std::string name(w.nam(static_cast<int>(i) + 1).trimmed());
+    for (std::size_t k = 0; k < found.size(); ++k)
+      add(date_row(collection.path(), name, used[k]->name(), found[k]));
   }
 }
 

@@ -40,6 +40,10 @@ class DatingReference {
 
 using DatingReferences = std::vector<std::shared_ptr<const DatingReference>>;
 
+// The row of `date` of a core on a reference.
+Row date_row(const std::string& file, const std::string& core, const std::string& reference,
+             const Dates& found);
+
 // For each core and reference the best position; without references each core is dated by the others of its
 // file.
 void date_rows(Collection& collection, const DatingReferences& references,

@@ -17,6 +17,8 @@
 
 namespace vorn {
 
+class ReferenceFolder;
+
 // Which figures corr gives.
 enum class CorrelationGrid {
   report,  // those of Corr.prn: segments begin olap years apart
@@ -27,7 +29,8 @@ enum class CorrelationGrid {
 struct VerbSwitches {
   double least_gain = gain_to_look_at;  // locate: of the errors that are given; 0 gives the best of each core
   DatingReferences references =
-      {};                    // date: what the cores are dated by; the others of their file where empty
+      {};  // date: what the cores are dated by; the others of their file where empty
+  std::shared_ptr<const ReferenceFolder> folder = nullptr;  // date: instead of references, what to search
   bool narrow_years = true;  // locate: missing rings are looked for where the others are narrow
   CorrelationGrid grid = CorrelationGrid::report;  // corr
   int farthest_lag = max_lag;                      // corr, lags: up to so many years to either side

@@ -123,15 +123,16 @@ void judge(Dates& found, double tries) {
 
 }  // namespace
 
-std::vector<Dates> dates(const SeriesToDate& sample, std::span<const SeriesToDate> references) {
+std::vector<Dates> dates(const SeriesToDate& sample, std::span<const SeriesToDate> references,
+                         double further_positions) {
   const Measured measured_sample = measured(sample);
   std::vector<Dates> all;
-  std::size_t tries = 0;
+  double tries = further_positions;
   for (const SeriesToDate& reference : references) {
     all.push_back(all_positions(measured_sample, measured(reference)));
-    tries += all.back().ranked.size();
+    tries += static_cast<double>(all.back().ranked.size());
   }
-  for (Dates& found : all) judge(found, static_cast<double>(tries));
+  for (Dates& found : all) judge(found, tries);
   return all;
 }
 

@@ -55,6 +55,8 @@ struct Dates {
 //
 // Cost: in proportion to positions times years in common.
 // Source: see agreement.h; D. Eckstein and J. Bauch (1969), Forstwiss. Centralbl. 88, 230-250.
-std::vector<Dates> dates(const SeriesToDate& sample, std::span<const SeriesToDate> references);
+// `further_positions`: of references that were tried elsewhere; they count as tries, too.
+std::vector<Dates> dates(const SeriesToDate& sample, std::span<const SeriesToDate> references,
+                         double further_positions = 0);
 
 }  // namespace vorn
