@@ -11,6 +11,7 @@
 #include "plot/colour.h"
 #include "plot/font_metrics.h"
 #include "plot/palette.h"
+#include "plot/pixel_marks.h"
 
 namespace vorn {
 namespace {
@@ -46,6 +47,9 @@ class PagePainter {
     const QTransform& transform = painter.deviceTransform();
     scale_ = std::sqrt(std::abs(transform.determinant()));
   }
+
+  // Of pixels, to a page unit.
+  double columns() const { return scale_; }
 
   void paint(const Mark& mark) {
     switch (mark.kind) {
@@ -201,7 +205,12 @@ void paint_page(QPainter& painter, const Page& page, const Typefaces& typefaces,
   painter.setClipRect(paper, Qt::IntersectClip);
   painter.fillRect(paper, area_shade(colour::paper));
   PagePainter page_painter(painter, typefaces, device);
-  for (const Mark& mark : page.marks()) page_painter.paint(mark);
+  if (device == Device::pixels) {
+    play_on_pixels(page.marks(), page_painter.columns(), painter.deviceTransform().dx(),
+                   [&](const Mark& mark) { page_painter.paint(mark); });
+  } else {
+    for (const Mark& mark : page.marks()) page_painter.paint(mark);
+  }
   painter.restore();
 }
 
