@@ -1,5 +1,6 @@
 // Plays a page on a canvas. What is upright comes out sharp on whole pixels of the device, whatever the size.
 import {boxOf, capitals, isWriting, marksOf, marksToPaint} from './marks.js';
+import {marksOnPixels} from './pixel_marks.js';
 
 export const pageAcross = 2970, pageDown = 2100;
 
@@ -93,7 +94,8 @@ class PagePainter {
     context.textBaseline = 'alphabetic';
     context.direction = 'ltr';
     const widthOf = (mark, text) => this.#widthOf(mark, text);
-    for (const mark of marksToPaint(page, widthOf)) this.#play(mark);
+    const {scale, x} = this.#place;
+    for (const mark of marksOnPixels(marksToPaint(page, widthOf), scale, x)) this.#play(mark);
     context.restore();
   }
 
