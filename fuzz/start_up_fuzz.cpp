@@ -1,7 +1,8 @@
 // Start-up on a list of up to four files of any layout, and what can be done with what they leave.
 //
 // Input: parts, cut at lines of "%%" alone. The first four are the files. A fifth that is not empty is the
-// list, in place of one that names the files; a sixth is a user (see event_player.h).
+// list, in place of one that names the files; a sixth is a user (see event_player.h). A seventh is what is
+// done carefully: names of mends with commas in between; where one is none everything is.
 #include <array>
 #include <string>
 
@@ -16,7 +17,7 @@ namespace vorn::fuzz {
 namespace {
 
 constexpr std::array names = {"one.rwl", "two.fh", "three.rwm", "four.crn"};
-constexpr std::size_t list_part = names.size(), user_part = list_part + 1;
+constexpr std::size_t list_part = names.size(), user_part = list_part + 1, careful_part = user_part + 1;
 
 struct Bench {
   FuzzFolder folder;
@@ -34,6 +35,12 @@ void lay_out(const FuzzFolder& folder, const std::vector<std::string_view>& part
   folder.write("Vorn.fil", list);
 }
 
+Careful careful_in(const std::vector<std::string_view>& parts) {
+  std::string wrong;
+  if (parts.size() <= careful_part) return {};
+  return careful_of(trimmed(parts[careful_part]), wrong).value_or(Careful::everything());
+}
+
 }  // namespace
 }  // namespace vorn::fuzz
 
@@ -49,6 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       parts.size() > user_part ? parts[user_part] : std::string_view(&EventPlayer::escape, 1);
   EventPlayer user(actions, {.undated_records = true, .any_widths = true});
   Workspace& w = bench.fresh.start(user);
+  w.careful = careful_in(parts);
   user.begin(w);
   try {
     run_program(w);

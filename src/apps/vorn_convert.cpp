@@ -14,7 +14,7 @@ namespace vorn {
 namespace {
 
 struct Wanted {
-  std::string file, layout, fail_on;
+  std::string file, layout, fail_on, careful;
   std::string output;  // empty: standard output
   bool quiet = false;
 };
@@ -32,7 +32,7 @@ bool is_grave(const Conversion& made, const std::string& fail_on) {
 
 int convert(const Wanted& wanted) {
   InputFiles files({wanted.file});
-  const Collection collection(files, wanted.file, untreated());
+  const Collection collection(files, wanted.file, untreated(careful_named(wanted.careful)));
   const Conversion made = converted(collection, *target_named(wanted.layout));
   if (!wanted.quiet) {
     say(made.not_read);
@@ -54,6 +54,7 @@ void add_convert(CLI::App& app, Command& command) {
   with_value(sub->add_option("FILE", wanted->file, "the file to read; - is standard input"), " ")->required();
   add_choice(*sub, "--to", wanted->layout, layout_names(), "the layout to write")->required();
   add_output_file(*sub, wanted->output);
+  add_careful(*sub, wanted->careful);
   add_fail_on(*sub, wanted->fail_on, "ends with 1: error, where something was not read; warning, or lost");
   sub->add_flag("-q", wanted->quiet, "says nothing of what was not read or is lost");
   sub->group("Verbs");

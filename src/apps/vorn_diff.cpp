@@ -12,7 +12,7 @@ namespace vorn {
 namespace {
 
 struct Wanted {
-  std::string before, after, fail_on;
+  std::string before, after, fail_on, careful;
   TypedOutput output;
   bool quiet = false;
   bool words = false;
@@ -39,14 +39,20 @@ bool all_were_read(const Collection& collection) {
   return collection.words().empty();
 }
 
+std::string recipe_of(const Careful& careful) {
+  return "fewest changes" + (careful.any() ? ", careful " + names_of(careful) : "");
+}
+
 int diff(const Wanted& wanted) {
   InputFiles files({wanted.before, wanted.after});
-  const Collection before(files, wanted.before, untreated()), after(files, wanted.after, untreated());
+  const Settings settings = untreated(careful_named(wanted.careful));
+  const Collection before(files, wanted.before, settings), after(files, wanted.after, settings);
   const bool any_before = has_widths(before, wanted.quiet), any_after = has_widths(after, wanted.quiet);
   // Cores that could not be read are not gone.
   if (!any_before || !any_after) return cannot_go_on;
   Output out(wanted.output.file);
-  TableWriter writer(out.stream(), wanted.output.as(), difference_form(), VORN_VERSION, "fewest changes");
+  TableWriter writer(out.stream(), wanted.output.as(), difference_form(), VORN_VERSION,
+                     recipe_of(settings.careful));
   bool grave = !all_were_read(before) || !all_were_read(after);
   difference_rows(before, after, [&](const Row& row) {
     if (!wanted.words) writer.add(row);
@@ -68,6 +74,7 @@ void add_diff(CLI::App& app, Command& command) {
       ->required();
   with_value(sub->add_option("AFTER", wanted->after, "and as it is now"), " ")->required();
   add_output(*sub, wanted->output);
+  add_careful(*sub, wanted->careful);
   add_fail_on(*sub, wanted->fail_on, "ends with 1: warning, at any row; error, at one not new or renamed");
   sub->add_flag("--words", wanted->words, "a sentence for each change, instead of a table");
   sub->add_flag("-q", wanted->quiet, "says nothing of what was not read");

@@ -45,6 +45,24 @@ TEST_F(Diff, GivesJsonWithWholeNumbersWidthsAndNames) {
       << printed;
 }
 
+// A file that is read better carefully: without, its second core is lost.
+TEST_F(Diff, TakesCarefulAsAllVerbsDo) {
+  folder.write("blank.rwl", raw_text("OAK1", 1900, oak) + "\n" + raw_text("OAK2", 1900, elm));
+  EXPECT_EQ(run(VORN " diff --format csv -q oak.rwl blank.rwl"), 0);
+  EXPECT_EQ(printed, "series,change,year,before,after,end\nOAK2,gone,1900,10,,\n");
+  EXPECT_EQ(run(VORN " diff --json --careful oak.rwl blank.rwl"), 0);
+  EXPECT_NE(printed.find("\"recipe\": \"fewest changes, careful all\""), std::string::npos) << printed;
+  EXPECT_EQ(printed.find("gone"), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " convert blank.rwl --to csv -q"), 0);
+  EXPECT_EQ(printed.find("OAK2"), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " convert blank.rwl --to csv --careful=blank-line"), 0);
+  EXPECT_NE(printed.find("OAK2"), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " save blank.rwl more.rwl"), 4);
+  EXPECT_EQ(run(VORN " save --careful=blank-line blank.rwl more.rwl"), 0);
+  EXPECT_NE(printed.find("\n\nOAK2"), std::string::npos) << printed;
+  EXPECT_EQ(run(VORN " convert blank.rwl --to csv --careful=blank-lime"), 2);
+}
+
 TEST_F(Diff, OfAFileWithItselfIsEmpty) {
   EXPECT_EQ(run(VORN " diff --format csv --fail-on warning oak.rwl oak.rwl"), 0);
   EXPECT_EQ(lines(), 1);

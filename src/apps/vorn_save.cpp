@@ -15,7 +15,7 @@ namespace vorn {
 namespace {
 
 struct WantedSave {
-  std::string original, corrected;
+  std::string original, corrected, careful;
   std::string output;  // empty: standard output
   bool quiet = false;
   bool in_place = false;
@@ -36,8 +36,8 @@ int put_out(const WantedSave& wanted, const FaithfulSave& made) {
 
 int save(const WantedSave& wanted) {
   InputFiles files({wanted.original, wanted.corrected});
-  const Collection original(files, wanted.original, untreated());
-  const Collection corrected(files, wanted.corrected, untreated());
+  const Settings settings = untreated(careful_named(wanted.careful));
+  const Collection original(files, wanted.original, settings), corrected(files, wanted.corrected, settings);
   std::string bytes;
   if (const Status failed = read_whole(files, wanted.original, bytes)) {
     say(wanted.original + ": " + std::generic_category().message(failed.number()));
@@ -65,6 +65,7 @@ void add_save(CLI::App& app, Command& command) {
   with_value(sub->add_option("CORRECTED", wanted->corrected, "its cores as they are now, in any layout"), " ")
       ->required();
   add_output_file(*sub, wanted->output);
+  add_careful(*sub, wanted->careful);
   sub->add_flag("--in-place", wanted->in_place, "over ORIGINAL itself, which stays once as ORIGINAL.orig");
   sub->add_flag("-q", wanted->quiet, "says nothing of what was done");
   sub->group("Verbs");

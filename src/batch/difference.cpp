@@ -50,8 +50,9 @@ void add_changes(const SeriesChange& change, const NamedCore& before, const Name
 
 }  // namespace
 
-Settings untreated() {
+Settings untreated(const Careful& careful) {
   Settings settings;
+  settings.careful = careful;
   settings.splineon = settings.aron = settings.logon = false;
   return settings;
 }

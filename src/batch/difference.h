@@ -13,7 +13,7 @@
 namespace vorn {
 
 // Settings by which nothing is detrended: for whoever asks for widths alone.
-Settings untreated();
+Settings untreated(const Careful& careful = {});
 
 // The cores of a file as they are compared; they live as long as the collection does.
 class ComparableCores {

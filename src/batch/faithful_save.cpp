@@ -119,7 +119,7 @@ void Saving::write(const SavePlan& plan) {
 void Saving::check() {
   MemoryFiles files;
   files.put(in_memory, made_.bytes);
-  const Collection back(files, in_memory, untreated());
+  const Collection back(files, in_memory, untreated(original_.decided().careful));
   const ComparableCores cores(back);
   const bool same = back.recognition().layout == original_.recognition().layout &&
                     back.words().size() == original_.words().size() &&

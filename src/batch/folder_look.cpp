@@ -64,9 +64,7 @@ void offer_copies(FileReport& report, const Collection& collection, const std::s
 
 FileReport report_on(Files& files, const std::string& name, int this_year, const Careful& careful) {
   FileReport report{.file = name};
-  Settings settings = untreated();
-  settings.careful = careful;
-  const Collection collection(files, name, settings);
+  const Collection collection(files, name, untreated(careful));
   const Imported* imported = collection.imported();
   report.layout = imported ? imported->layout_name : std::string(name_of(collection.recognition().layout));
   check_findings(collection, this_year,
@@ -89,19 +87,19 @@ std::size_t FileReport::count(Severity severity) const {
 
 FolderLook::FolderLook(Files& files, int this_year, const Careful& careful)
     : files_(files), this_year_(this_year), careful_(careful) {
-  std::vector<FileReport> begun;
+  std::vector<SharedReport> begun;
   std::string bytes;
   if (!read_whole(files, list_name, bytes)) {
     ListedFiles listed = listed_files(files, bytes);
     names_ = std::move(listed.files);
     if (!listed.findings.empty()) {
-      begun.push_back({.file = list_name, .findings = std::move(listed.findings)});
-      sort_by_gravity(begun.back().findings);
-      begun.back().was_read = true;
-      begun.back().is_whole = begun.back().count(Severity::error) == 0;
+      FileReport list{.file = list_name, .was_read = true, .findings = std::move(listed.findings)};
+      sort_by_gravity(list.findings);
+      list.is_whole = list.count(Severity::error) == 0;
+      begun.push_back(std::make_shared<const FileReport>(std::move(list)));
     }
   }
-  reports_ = std::make_shared<const std::vector<FileReport>>(std::move(begun));
+  reports_ = std::make_shared<const std::vector<SharedReport>>(std::move(begun));
 }
 
 std::string FolderLook::working() const {
@@ -112,22 +110,22 @@ std::string FolderLook::working() const {
 void FolderLook::look() {
   if (is_done()) return;
   const std::string& name = names_[next_++];
-  auto reports = *reports_;
+  FileReport report{.file = name};
   try {
-    reports.push_back(report_on(files_, name, this_year_, careful_));
+    report = report_on(files_, name, this_year_, careful_);
   } catch (const std::exception& failure) {
-    FileReport failed{.file = name};
-    failed.findings.push_back({.kind = kind("read"), .words = failure.what()});
-    reports.push_back(std::move(failed));
+    report.findings.push_back({.kind = kind("read"), .words = failure.what()});
   }
-  reports_ = std::make_shared<const std::vector<FileReport>>(std::move(reports));
+  auto reports = *reports_;
+  reports.push_back(std::make_shared<const FileReport>(std::move(report)));
+  reports_ = std::make_shared<const std::vector<SharedReport>>(std::move(reports));
 }
 
-std::string words_on_loss(const std::vector<FileReport>& reports) {
+std::string words_on_loss(const std::vector<SharedReport>& reports) {
   constexpr std::size_t most_named = 3;
   std::vector<std::string> lost;
-  for (const FileReport& report : reports) {
-    if (!report.is_whole) lost.push_back(report.file);
+  for (const SharedReport& report : reports) {
+    if (!report->is_whole) lost.push_back(report->file);
   }
   if (lost.empty()) return "";
   std::string words = lost.front();

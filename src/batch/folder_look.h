@@ -33,8 +33,12 @@ struct FileReport {
   std::vector<std::string> no_copy = {};   // why, where something is lost
 
   std::size_t count(Severity severity) const;
+  // Whether nothing of it is read, but a copy of it would be, whole.
+  bool can_be_copied() const { return !was_read && !copies.empty(); }
 };
-using SharedReports = std::shared_ptr<const std::vector<FileReport>>;
+// Each stays the same while others come behind it.
+using SharedReport = std::shared_ptr<const FileReport>;
+using SharedReports = std::shared_ptr<const std::vector<SharedReport>>;
 
 // Reads the files of a list once more, beside the program, which is not touched: as it read them at its
 // start. File by file, so that others can be served meanwhile.
@@ -61,7 +65,7 @@ class FolderLook {
 };
 
 // One sentence, which names what is not read whole; empty where all is.
-std::string words_on_loss(const std::vector<FileReport>& reports);
+std::string words_on_loss(const std::vector<SharedReport>& reports);
 
 // The year by the clock of the machine: the one thing that is not the same on every day.
 int year_of_today();

@@ -19,13 +19,14 @@ std::string_view output_name(ChronologyOutput output) {
   return {};
 }
 
-Status write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles) {
+Status write_ind(const FileTable& w, int f, ChronologyOutput output, const Careful& careful, Files& files,
+                 Troubles& troubles) {
   if (output == ChronologyOutput::none) return status::ok;
   const std::string_view name = output_name(output);
   TextOutput out;
   told(troubles, name, out.create(files, name), "Open");
   const auto write = output == ChronologyOutput::index ? write_indcrn : write_colcrn;
-  write(w, f, {name, out, troubles});
+  write(w, f, {name, out, troubles, careful});
   return told(troubles, name, out.close(), "Close");
 }
 

@@ -15,9 +15,10 @@ namespace vorn {
 std::string_view output_name(ChronologyOutput output);
 
 // Writes the chronology of file f: its decades (write_indcrn) or a table (write_colcrn). With none chosen
-// nothing is written. Failures are told as "Open", "Write" and "Close".
+// nothing is written. It is written as `careful` says. Failures are told as "Open", "Write" and "Close".
 //
 // Returns the status of the closing.
-Status write_ind(const FileTable& w, int f, ChronologyOutput output, Files& files, Troubles& troubles);
+Status write_ind(const FileTable& w, int f, ChronologyOutput output, const Careful& careful, Files& files,
+                 Troubles& troubles);
 
 }  // namespace vorn

@@ -100,6 +100,47 @@ TEST_F(ChronologyWriter, LabelsOfFirstYearsOf0AndBelowAreAsTheRuleGivesThem) {
   EXPECT_EQ(labels(), (std::vector<std::string>{" -10", " -10"}));
 }
 
+TEST_F(ChronologyWriter, CarefullyLabelsOfEarlyYearsAreTheYears) {
+  w.careful.set(Mend::early_years, true);
+  chronology(-15, std::vector(10, average));
+  EXPECT_EQ(labels(), (std::vector<std::string>{" -15", " -10"}));
+  chronology(0, std::vector(10, average));
+  EXPECT_EQ(labels(), (std::vector<std::string>{"   0", "  10"}));
+  chronology(-20, std::vector(5, average));
+  EXPECT_EQ(labels(), std::vector<std::string>{" -20"});
+  chronology(1953, std::vector(3, average));
+  EXPECT_EQ(labels(), std::vector<std::string>{"1953"});
+}
+
+// Of years below -999 the minus sign stands behind the site.
+TEST_F(ChronologyWriter, CarefullyALineSaysByItsSixthCharacterWhetherItsYearIsNegative) {
+  w.careful.set(Mend::early_years, true);
+  chronology(-1005, std::vector(10, average));
+  EXPECT_EQ(index_lines()[0].substr(0, 17), "site0-10059990  0");
+  EXPECT_EQ(index_lines()[1].substr(0, 10), "site0-1000");
+  w.cnam(1) = "north-west.rwl";
+  chronology(1953, std::vector(3, average));
+  EXPECT_EQ(index_lines()[0].substr(0, 10), "north 1953");
+}
+
+TEST_F(ChronologyWriter, CarefullyEarlyChronologiesComeBackWithTheirYears) {
+  for (const int first : {-1999, -1001, -1000, -999, -990, -20, -15, -10, -1, 0, 1, 10, 1953}) {
+    SCOPED_TRACE(first);
+    w.careful.set(Mend::early_years, true);
+    chronology(first, std::vector(25, std::pair(1.234, 5)));
+    index_lines();
+    current_file("back.crn", ScratchFolder::read("Index.prn"));
+    w.rfhead(1) = 1;
+    w.cfy(1) = w.cyr(1) = 77;
+    read_ind(w);
+    EXPECT_EQ(w.cfy(1), first);
+    EXPECT_EQ(w.cyr(1), 25);
+    EXPECT_EQ(w.crn(1, 1), 1234.0);
+    EXPECT_EQ(w.crn(25, 1), 1234.0);
+  }
+  EXPECT_EQ(messages(), Messages{});
+}
+
 TEST_F(ChronologyWriter, ColumnTableHasAHeadingWithTheNameOfTheFile) {
   chronology(-1, std::vector(2, average));
   EXPECT_EQ(column_lines(), (std::vector<std::string>{"     -1   1000      5", "      0   1000      5"}));

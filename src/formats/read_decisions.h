@@ -19,6 +19,7 @@ enum class UnitBy {
   hundredths_mark,   // the end mark 999
   thousandths_mark,  // the end mark -9999
   no_mark,           // no end mark: hundredths
+  next_stretch,      // no end mark: carefully that of the stretch of the same core behind it
   unit_line,         // "Unit="
   mean,              // no such line: whether the mean of the values exceeds 300
   exponent,          // of the header of a compact series

@@ -26,10 +26,12 @@ using Decade = std::array<std::int32_t, fields_a_line>;
 
 // Where the decade of the first line begins, counted from its first year: 0 to -9.
 // Deliberate: [index-year-0] years of 0 and below give -1 to -10, so that of years 0, -10, -20 … the first
-// line is passed over.
-int decade_start(std::int32_t first_year) {
+// line is passed over, but carefully.
+int decade_start(const Careful& careful, std::int32_t first_year) {
   if (first_year > 0) return first_year / 10 * 10 - first_year;
-  return (first_year / 10 - 1) * 10 - first_year;
+  const int rest = first_year % years_a_line;
+  if (rest == 0 && careful.has(Mend::early_years)) return 0;
+  return -rest - years_a_line;
 }
 
 // The label of the line behind the one so labelled.
@@ -127,7 +129,7 @@ int IndexReader::read_decades() {
   told_read(reading_, file_, file_.read(first_line_edit, site, w.cfy(f_), std::span(decade_)), "Read2");
   if (site(6) == '-') w.cfy(f_) = -w.cfy(f_);
   IndexLines lines(reading_.careful, w.cfy(f_));
-  const int start = decade_start(w.cfy(f_)) + 1;
+  const int start = decade_start(reading_.careful, w.cfy(f_)) + 1;
   int filled = store_decade(start);
   for (int position = start + years_a_line; position <= last_position_read; position += years_a_line) {
     const Status answer = read_decade(lines);

@@ -104,6 +104,18 @@ TEST_F(TucsonIndex, FirstYearOf0OrANegativeMultipleOf10PassesOverTheFirstLine) {
   }
 }
 
+TEST_F(TucsonIndex, CarefullyFirstYearsOf0AndBelowKeepTheirFirstLine) {
+  w.careful.set(Mend::early_years, true);
+  for (const int first_year : {0, -20, -15}) {
+    const int behind = first_year == -15 ? -10 : first_year + 10;
+    read(decade("SITE", first_year, ten(100)) + decade("SITE", behind, ten(200)));
+    EXPECT_EQ(w.cfy(1), first_year);
+    EXPECT_EQ(w.cly(1), behind + 9);
+    EXPECT_EQ(w.crn(1, 1), first_year == -15 ? 105.0 : 100.0);
+    EXPECT_EQ(w.crn(w.cyr(1), 1), 209.0);
+  }
+}
+
 // -15 is five years from the end of a decade that ends in -11: the last five pairs of the first line.
 TEST_F(TucsonIndex, NegativeFirstYearTakesTheLastPairsOfTheFirstLine) {
   read(decade("SITE", -15, ten(100)) + decade("SITE", -10, ten(200)));
@@ -273,6 +285,7 @@ TEST_F(TucsonIndex, CarefullyADecadeWithABadFieldStaysOne) {
     read(file);
     const int years = w.cyr(1);
     w.careful = Careful::everything();
+    w.careful.set(Mend::early_years, false);
     messages();
     read(file);
     EXPECT_EQ(w.cyr(1), years) << first;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 #include "formats/core_loading.h"
@@ -88,6 +89,7 @@ class RawReader {
   int find_end_mark() const;
   int end_of_unmarked() const;
   bool store_series(int i, std::int64_t first_line, Ending ending);
+  void give_unit_to_stretches_before(int i);
 
   SeriesStore& w;
   TextInput& file_;
@@ -164,8 +166,6 @@ void RawReader::start_series(int i) {
   const int first = position_ - values_a_line;
   for (int k = 0; k < values_a_line; ++k) values_(1 + k) = values_(first + k);
   w.nam(i) = name_;
-  // Deliberate: [negated-twice] a year that ended a series of negative years was negated before and is
-  // negated once more.
   w.fy(i) = name_(8) == '-' ? -year_ : year_;
 }
 
@@ -195,8 +195,11 @@ bool RawReader::continues(int i) {
     if (!leaves_minus_behind) return false;
     name(8) = name_(8);
   }
-  if (name(8) == '-') year_ = -year_;
-  return year_ == next_year(i);
+  const std::int32_t year = name(8) == '-' ? -year_ : year_;
+  // Deliberate: [negated-twice] a year that ends a series of negative years is negated once more where it
+  // begins the next one, but carefully.
+  if (!does(Mend::early_years)) year_ = year;
+  return year == next_year(i);
 }
 
 // The place in values_ behind all that stands in the line before the one read last.
@@ -244,7 +247,23 @@ bool RawReader::store_series(int i, std::int64_t first_line, Ending ending) {
   if (mark == 0 && !does(Mend::end_mark))
     decided_.leave_out(series.last_line, series.last_line, NotTaken::no_end_mark);
   decided_.series.push_back(series);
+  if (mark > 0 && does(Mend::end_mark)) give_unit_to_stretches_before(i);
   return true;
+}
+
+// Stretches of one core have one mark as a rule, behind the last of them.
+void RawReader::give_unit_to_stretches_before(int i) {
+  const SeriesRead& marked = decided_.series.back();
+  const auto is_same = [](const Name& a, const Name& b) {
+    return a.view().substr(0, 7) == b.view().substr(0, 7) && (a(8) == b(8) || a(8) == '-');
+  };
+  for (int k = i - 1; k >= 1; --k) {
+    SeriesRead& before = decided_.series[static_cast<std::size_t>(k) - 1];
+    if (before.end_mark || !is_same(before.name, marked.name)) return;
+    for (double& width : w.widths(k)) width = std::round(width * before.unit) / marked.unit;
+    before.unit = marked.unit;
+    before.unit_by = UnitBy::next_stretch;
+  }
 }
 
 void RawReader::read_series() {

@@ -418,6 +418,36 @@ TEST_F(TucsonRawCarefully, PartsOfASplitSeriesLoseNothing) {
   EXPECT_EQ(w.yr(2), 11);
 }
 
+// The widths of all stretches of a core are in one unit, which the mark behind the last of them says.
+TEST_F(TucsonRawCarefully, StretchWithoutAMarkIsInTheUnitOfTheOneBehindIt) {
+  const std::string first = raw_line("CORE01", 1955, {1234, 0, -9990}),
+                    rest = raw_line("CORE01", 1970, {5, -9999}) + raw_line("CORE02", 1970, {7, 999});
+  const ReadDecisions decided = read_with(Mend::end_mark, first + rest);
+  ASSERT_EQ(w.nc, 3);
+  EXPECT_EQ(values(w.xok, 1), (std::vector<bool>{true, true, false}));
+  EXPECT_EQ(w.x(1), 1.234);
+  EXPECT_EQ(w.x(w.ad(2)), 0.005);
+  EXPECT_EQ(w.x(w.ad(3)), 0.07);
+  EXPECT_EQ(decided.series[0].unit, 1000.0);
+  EXPECT_EQ(decided.series[0].unit_by, UnitBy::next_stretch);
+  // Of a core of its own nothing says it.
+  read_with(Mend::end_mark, raw_line("CORE00", 1955, {1234, 0, 5}) + rest);
+  EXPECT_EQ(w.x(1), 12.34);
+}
+
+TEST_F(TucsonRawCarefully, EarlyStretchesOfACoreKeepTheirYears) {
+  const std::string file = raw_line("CORE01 -", 1003, {1, 2, 999}) +
+                           raw_line("CORE01 -", 1500, std::vector<int>(10, 3)) +
+                           raw_line("CORE01 -", 1490, {4, 999});
+  read_with(Mend::early_years, file);
+  ASSERT_EQ(w.nc, 2);
+  EXPECT_EQ(w.fy(1), -1003);
+  EXPECT_EQ(w.fy(2), -1500);
+  EXPECT_EQ(w.yr(2), 11);
+  read_with(Mend::prompts, file);
+  EXPECT_EQ(w.fy(2), 1500);
+}
+
 // No mend is read into what is well.
 TEST_F(TucsonRawCarefully, FilesWithoutFlawsAreReadAsEver) {
   const std::string file = core_1953_to_1990(999) + core_1953_to_1990(-9999);

@@ -84,6 +84,7 @@ class SampleTests {
 
  private:
   void skip_titles();
+  bool is_name_alone(std::size_t row) const;
   void shift_header();
   bool is_long();
   bool is_wide();
@@ -136,13 +137,25 @@ std::optional<std::size_t> SampleTests::header_row() const {
   return last;
 }
 
+// Whether a row is the name above the values of one series, as R writes it: years stand before them as names
+// of the rows.
+bool SampleTests::is_name_alone(std::size_t row) const {
+  constexpr std::size_t fewest = 3;
+  const auto below = std::span(rows_).subspan(row + 1);
+  return below.size() >= fewest && rows_[row].size() == 1 && !is_number(rows_[row][0]) &&
+         std::ranges::all_of(below, [](const SampleRow& one) { return one.size() == 2 && is_year(one[0]); });
+}
+
 void SampleTests::skip_titles() {
   std::size_t titles = 0;
   const auto is_title = [](const SampleRow& row) {
     return filled(row) == 0 || (filled(row) == 1 && !row[0].empty());
   };
   while (titles < std::min(most_titles, rows_.size()) && is_title(rows_[titles])) ++titles;
-  titles = header_row().value_or(titles);
+  if (const auto header = header_row())
+    titles = *header;
+  else if (titles > 0 && is_name_alone(titles - 1))
+    --titles;
   if (titles == rows_.size()) {
     rows_.clear();
     return;
@@ -358,9 +371,9 @@ bool SampleTests::is_across() {
 }
 
 std::optional<TableShape> SampleTests::shape() {
-  if (rows_.empty() || rows_[0].size() < 2) return std::nullopt;
-  if (std::ranges::any_of(rows_[0], counts_backwards)) return std::nullopt;
+  if (rows_.empty() || std::ranges::any_of(rows_[0], counts_backwards)) return std::nullopt;
   shift_header();
+  if (rows_[0].size() < 2) return std::nullopt;
   if (shape_.separator == ' ' && !is_regular()) return std::nullopt;
   const TableShape plain = shape_;
   const auto passes = [&](bool (SampleTests::*test)()) {

@@ -51,6 +51,15 @@ TEST(WideTable, HasRowNamesAsRWritesThem) {
             two_series);
 }
 
+// Of one series write.table writes a name alone, which is no title.
+TEST(WideTable, MayHaveTheNameOfItsOnlySeriesAlone) {
+  const std::string rows = "\"1990\" 1.25\n\"1991\" 1.5\n\"1992\" 1\n\"1993\" NA\n\"1994\" 0.75\n";
+  EXPECT_EQ(series_of("\"A\"\n" + rows), "A 1990: 1.25 1.5 1 - 0.75\n");
+  EXPECT_EQ(series_of("# a stand\nA\n" + rows), "A 1990: 1.25 1.5 1 - 0.75\n");
+  EXPECT_FALSE(imported("1990\n" + rows, {})) << "a number names nothing";
+  EXPECT_FALSE(imported("A\n" + rows + "and so on\n", {})) << "words, not a table";
+}
+
 TEST(WideTable, MayHaveNoNames) {
   const Imported one = taken("1990,1.25,0.50\n1991,1.50,0.75\n1992,1.00,1.25\n");
   EXPECT_EQ(shown(one), "S1 1990: 1.25 1.5 1\nS2 1990: 0.5 0.75 1.25\n");

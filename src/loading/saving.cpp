@@ -80,7 +80,7 @@ void write_ind(Workspace& w) {
   if (w.crn_output == ChronologyOutput::none) return;
   w.mtext(message::crn_written) = output_name(w.crn_output);
   PageTroubles troubles(w);
-  w.ios = write_ind(w, w.cf, w.crn_output, w.files, troubles);
+  w.ios = write_ind(w, w.cf, w.crn_output, w.careful, w.files, troubles);
 }
 
 }  // namespace vorn

@@ -163,7 +163,10 @@ void init_raw(Workspace& w, Layout layout) {
   PageTroubles troubles(w);
   const FileName name = w.cnam(w.cf);
   const Reading reading{w.files, name.view(), w.rfhead(w.cf), troubles, w.careful};
-  if (row->read_cores) w.cores_of = w.cf;
+  if (row->read_cores) {
+    w.cores_of = w.cf;
+    w.read_as = reading_of(w.careful);
+  }
   const ReadDecisions decided =
       row->read_cores ? row->read_cores(w, reading) : row->read_chronology(w, w.cf, reading);
   w.ios = decided.status;

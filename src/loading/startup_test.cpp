@@ -274,6 +274,21 @@ TEST_F(StartUp, FilesThatAreLeftOutAreToldForReadingOutsideThePage) {
   EXPECT_EQ(log.str(), "gone.rwl: File does not exist\nnotes.txt: Format not recognised\n");
 }
 
+// A switch that is thrown later changes nothing about how the cores at work were read.
+TEST_F(StartUp, HowCarefullyTheCoresWereReadIsKept) {
+  folder.write("oaks.rwl", core("OAK1", 1950, 40));
+  folder.write("site.crn", index_file());
+  w.cf = 1;
+  w.cnam(1) = "oaks.rwl";
+  w.careful = Careful::everything();
+  init_raw(w, Layout::tucson_raw);
+  w.careful = {};
+  w.cf = 2;
+  w.cnam(2) = "site.crn";
+  init_raw(w, Layout::tucson_index);
+  EXPECT_EQ(w.read_as, reading_of(Careful::everything()));
+}
+
 TEST_F(StartUp, UnknownLayoutLoadsNothing) {
   w.cf = 1;
   w.nc = 3;

@@ -34,8 +34,9 @@ std::string name_for(Files& files, const std::string& file, const Repair& made) 
 
 }  // namespace
 
-CleanCopy clean_copy(Files& files, const std::string& file, std::optional<double> unit) {
-  const Collection collection(files, file, untreated());
+CleanCopy clean_copy(Files& files, const std::string& file, std::optional<double> unit,
+                     const Careful& careful) {
+  const Collection collection(files, file, untreated(careful));
   const auto bytes = collection.bytes();
   if (!bytes) return {.words = {file + " cannot be read"}};
   Repair made = repaired(collection, *bytes, {.unit = unit});

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "records/files.h"
+#include "workspace/careful.h"
 
 namespace vorn {
 
@@ -15,8 +16,10 @@ struct CleanCopy {
   std::vector<std::string> words = {};  // what was done to have it, or why there is none
 };
 
-// Reads the file anew. `unit` is what its series without an end mark are taken for, values a millimetre.
-CleanCopy clean_copy(Files& files, const std::string& file, std::optional<double> unit);
+// Reads the file anew, so carefully. `unit` is what its series without an end mark are taken for, values a
+// millimetre.
+CleanCopy clean_copy(Files& files, const std::string& file, std::optional<double> unit,
+                     const Careful& careful = {});
 
 // The same where the program would not read the file at all, and a copy can be had without a guess; otherwise
 // nothing.

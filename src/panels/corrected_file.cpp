@@ -23,11 +23,11 @@ std::vector<std::string> sentences_on(const Collection& original, const HeldCore
 }
 
 // What was made of it since its oldest self was kept.
-void look_at_oldest(CorrectedFile& corrected, Files& files, const HeldCores& cores) {
+void look_at_oldest(CorrectedFile& corrected, Files& files, const Careful& as_read, const HeldCores& cores) {
   const std::string path = path_of_oldest(corrected.file);
   FileKind kind{};
   if (files.look_at(path, kind) || kind != FileKind::regular) return;
-  const Collection oldest(files, path, untreated());
+  const Collection oldest(files, path, untreated(as_read));
   if (!oldest.has_cores()) return;
   corrected.oldest = path;
   corrected.changes_since = sentences_on(oldest, cores);
@@ -46,7 +46,7 @@ void add(Lines& page, const std::string& title, const Lines& sentences) {
 
 CorrectedFile corrected_file(Files& files, const Situation& now) {
   CorrectedFile corrected{.file = now.cores_file};
-  const Collection original(files, corrected.file, untreated());
+  const Collection original(files, corrected.file, untreated(now.read_as));
   const auto bytes = original.bytes();
   if (!bytes) {
     corrected.made.refused.push_back(corrected.file + " cannot be read any more");
@@ -56,7 +56,7 @@ CorrectedFile corrected_file(Files& files, const Situation& now) {
   const HeldCores cores = held_cores(now);
   corrected.made = saved(original, corrected.was, cores.cores());
   corrected.changes = sentences_on(original, cores);
-  look_at_oldest(corrected, files, cores);
+  look_at_oldest(corrected, files, now.read_as, cores);
   for (const PairMember* member : {&now.sample, &now.reference}) {
     if (member->is_core && member->changed) corrected.not_yet.push_back(member->name);
   }

@@ -21,7 +21,8 @@ struct CorrectedFile {
   std::vector<std::string> not_yet = {};        // cores on the page whose change is not saved: not among them
 };
 
-// Reads the file anew, and holds the cores of the situation against it.
+// Reads the file anew, as carefully as it was read for the situation, and holds the cores of the situation
+// against it.
 CorrectedFile corrected_file(Files& files, const Situation& now);
 
 // All of it in lines, as it is shown to be read: what was changed, what cannot be put back.

@@ -97,6 +97,30 @@ TEST_F(Corrections, WhatDoesNotFitIsRefusedBeforeAnythingIsWritten) {
   EXPECT_EQ(files.contents("oaks.rwl"), header + oak1 + oak2);
 }
 
+// Cores that were read carefully are held against the file read so: none of them is new.
+TEST_F(Corrections, AFileThatWasReadCarefullyIsReadSoAgain) {
+  const std::string blank = "   \r\n";
+  files.put("oaks.rwl", header + oak1 + blank + oak2);
+  now.settings.careful = Careful::everything();
+  now.read_as = reading_of(now.settings.careful);
+  EXPECT_TRUE(corrected_file(files, now).changes.empty());
+  take_a_ring();
+  const CorrectedFile corrected = corrected_file(files, now);
+  EXPECT_EQ(corrected.changes.size(), 1u);
+  EXPECT_TRUE(corrected.made.refused.empty());
+  EXPECT_NE(corrected.made.bytes.find(blank + oak2), std::string::npos);
+}
+
+// A switch counts from the next reading on: cores that were never read are not gone.
+TEST_F(Corrections, ASwitchSinceTheFileWasReadTakesNoCoreOutOfIt) {
+  files.put("oaks.rwl", header + oak1 + "\r\n" + oak2);
+  now.cores.pop_back();
+  now.settings.careful = Careful::everything();
+  EXPECT_TRUE(corrected_file(files, now).changes.empty());
+  take_a_ring();
+  EXPECT_FALSE(corrected_file(files, now).made.refused.empty());
+}
+
 TEST_F(Corrections, AFileThatIsGoneIsSaid) {
   now.cores_file = "elms.rwl";
   EXPECT_EQ(corrected_file(files, now).made.refused,

@@ -20,10 +20,13 @@ constexpr int narrow = 900;     // panels of less have it so
 constexpr std::size_t most_when_closed = 3, most_when_open = 400;
 
 // Findings that do not come up where the mend is on.
-constexpr std::array<std::pair<std::string_view, Mend>, 3> mended_by_reading{
+constexpr std::array<std::pair<std::string_view, Mend>, 6> mended_by_reading{
     {{"behind-end", Mend::blank_line},
+     {"blank-decade", Mend::blank_line},
      {"no-end-mark", Mend::end_mark},
-     {"statistics-line", Mend::statistics_line}}};
+     {"statistics-line", Mend::statistics_line},
+     {"year-0-first", Mend::early_years},
+     {"wrong-years", Mend::early_years}}};
 
 bool is_list(const FileReport& report) {
   return report.layout.empty();
@@ -32,6 +35,7 @@ bool is_list(const FileReport& report) {
 std::string state_words(const FileReport& report) {
   const auto errors = static_cast<std::int64_t>(report.count(Severity::error));
   if (errors > 0 && is_list(report)) return counted(errors, "name") + " not found or not read";
+  if (report.can_be_copied()) return "can be read as a copy";
   if (!is_list(report) && !report.was_read) return "not read";
   if (!report.is_whole) return "not read whole";
   const auto warnings = static_cast<std::int64_t>(report.count(Severity::warning));
@@ -39,13 +43,21 @@ std::string state_words(const FileReport& report) {
   return warnings > 0 ? whole + ", " + counted(warnings, "thing") + " to look at" : whole;
 }
 
+// What it comes to: what a copy brings is not lost.
+Severity gravity_of(const FileReport& report) {
+  if (report.can_be_copied()) return Severity::warning;
+  if (report.count(Severity::error) > 0 || !report.is_whole) return Severity::error;
+  return report.count(Severity::warning) > 0 ? Severity::warning : Severity::note;
+}
+
 std::string content_words(const FileReport& report) {
   if (is_list(report)) return "the list of files";
   const std::string cores =
       report.cores > 0 ? ", " + counted(static_cast<std::int64_t>(report.cores), "core") : "";
   const std::string years =
-      report.was_read ? ", " + std::to_string(report.first_year) + " to " + std::to_string(report.last_year)
-                      : "";
+      report.was_read || report.cores > 0
+          ? ", " + std::to_string(report.first_year) + " to " + std::to_string(report.last_year)
+          : "";
   return report.layout + cores + years;
 }
 
@@ -76,7 +88,7 @@ class FilesPanel {
       : in_(inputs), view_(view), reports_(*inputs.files), pen_(view), y_(head) {}
 
   Panel draw() {
-    for (const FileReport& report : reports_) file(report);
+    for (const SharedReport& report : reports_) file(*report);
     const double end = y_;
     heading();
     return pen_.done(static_cast<int>(end) + margin);
@@ -93,18 +105,32 @@ class FilesPanel {
   void heading() {
     pen_.begin_head(head - 8);
     pen_.text(margin, 22, "Files", colour::ink, heading_size);
-    const auto are_files = [](const FileReport& report) { return !is_list(report); };
-    const auto files = std::ranges::count_if(reports_, are_files);
-    const auto whole = std::ranges::count_if(
-        reports_, [&](const FileReport& report) { return are_files(report) && report.is_whole; });
-    const std::string read = files == whole ? "all read whole" : std::to_string(whole) + " read whole";
+    const auto count = [this](const auto& is_so) {
+      return std::ranges::count_if(
+          reports_, [&](const SharedReport& report) { return !is_list(*report) && is_so(*report); });
+    };
+    const auto files = count([](const FileReport&) { return true; });
+    const auto whole = count([](const FileReport& report) { return report.is_whole; });
+    const auto as_copies = count([](const FileReport& report) { return report.can_be_copied(); });
+    const std::string read =
+        (files == whole ? "all" : std::to_string(whole)) + " read whole" +
+        (as_copies > 0 ? ", " + std::to_string(as_copies) + " can be read as a copy" : "");
     const std::string working = in_.files_working.empty() ? "" : " (looking: " + in_.files_working + ")";
-    pen_.fitted(margin, 60, view_.width - 2.0 * margin,
-                (files == 0 && working.empty() ? "No file of the list is there"
-                                               : counted(files, "file") + ", " + read + working) +
-                    ".  Of each what is wrong first; a click shows all",
-                colour::muted, small);
+    pen_.fitted(
+        margin, 60, view_.width - 2.0 * margin,
+        (files == 0 && working.empty() ? "No file of the list is there"
+                                       : counted(files, "file") + ", " + read + working) +
+            (is_read_otherwise() ? ".  So from the next reading on: the cores at work were read otherwise"
+                                 : ".  Of each what is wrong first; a click shows all"),
+        colour::muted, small);
     pen_.line(0, head - 8, view_.width, head - 8, colour::hairline);
+  }
+
+  // Whether a switch since then has the files read in another way than those at work were.
+  bool is_read_otherwise() const {
+    if (!in_.standing || !in_.standing->situation) return false;
+    const Situation& now = *in_.standing->situation;
+    return !now.cores_file.empty() && now.read_as != reading_of(now.settings.careful);
   }
 
   bool is_open(const FileReport& report) const { return in_.state.open_files.contains(report.file); }
@@ -170,12 +196,9 @@ class FilesPanel {
   void title(const FileReport& report, int height) {
     const int y = static_cast<int>(at(y_));
     const std::string state = state_words(report);
-    const bool lost = report.count(Severity::error) > 0 || !report.is_whole;
-    const Colour of_state = lost ? colour::vermilion : colour::muted;
-    sign(lost                                  ? Severity::error
-         : report.count(Severity::warning) > 0 ? Severity::warning
-                                               : Severity::note,
-         y);
+    const Severity severity = gravity_of(report);
+    const Colour of_state = severity == Severity::error ? colour::vermilion : colour::muted;
+    sign(severity, y);
     const double room = view_.width - text_x - margin;
     if (is_narrow()) {
       pen_.fitted(text_x, y + 14, room, report.file);
@@ -248,7 +271,7 @@ class FilesPanel {
 
   const PanelInputs& in_;
   PanelView view_;
-  const std::vector<FileReport>& reports_;
+  const std::vector<SharedReport>& reports_;
   Pen pen_;
   double y_;  // of the whole panel
 };

@@ -35,7 +35,10 @@ FileReport broken(const std::string& file) {
 
 struct FilesPanelShown : testing::Test {
   void look(std::vector<FileReport> reports, const std::string& working = "") {
-    desk.looked(std::make_shared<const std::vector<FileReport>>(std::move(reports)), working);
+    std::vector<SharedReport> shared;
+    for (FileReport& report : reports)
+      shared.push_back(std::make_shared<const FileReport>(std::move(report)));
+    desk.looked(std::make_shared<const std::vector<SharedReport>>(std::move(shared)), working);
   }
   Panel panel(PanelView view = {}) { return desk.panel(PanelName::files, view); }
   static bool writes(const Panel& panel, const std::string& text) {
@@ -90,6 +93,26 @@ TEST_F(FilesPanelShown, WhatIsReadBetterCarefullyIsOffered) {
   EXPECT_FALSE(writes(panel(), "Read carefully"));
 }
 
+// The reports are of how the files will be read, which is not how the cores at work were.
+TEST_F(FilesPanelShown, ASwitchThatCountsFromTheNextReadingOnIsSaid) {
+  look({whole("a.rwl")});
+  auto now = std::make_shared<Situation>();
+  now->cores_file = "a.rwl";
+  const auto says_so = [&] {
+    auto standing = std::make_shared<Standing>();
+    standing->situation = std::make_shared<const Situation>(*now);
+    desk.stand(standing);
+    return writes(panel(), "So from the next reading on: the cores at work were read otherwise");
+  };
+  EXPECT_FALSE(says_so());
+  now->settings.careful.set(Mend::prompts, true);
+  EXPECT_FALSE(says_so()) << "it has nothing to do with reading";
+  now->settings.careful.set(Mend::blank_line, true);
+  EXPECT_TRUE(says_so());
+  now->read_as = reading_of(now->settings.careful);
+  EXPECT_FALSE(says_so());
+}
+
 TEST_F(FilesPanelShown, AFileShowsItsGravestUntilItIsOpened) {
   look({broken("b.rwl")});
   EXPECT_TRUE(writes(panel(), "Line 30: loss 3"));
@@ -115,6 +138,28 @@ TEST_F(FilesPanelShown, OffersACopyForEachGuess) {
   EXPECT_EQ(copies[0].change.unit, 100.0);
   EXPECT_EQ(copies[1].change.unit, 1000.0);
   EXPECT_TRUE(writes(panel(), "Clean copy, in thousandths"));
+}
+
+// A table that the program does not load looks other than what nobody can read.
+TEST_F(FilesPanelShown, WhatCanBeReadAsACopyIsNotLost) {
+  FileReport table = whole("table.csv"), hopeless{.file = "photo.jpg", .layout = "Format not recognised"};
+  table.layout = "table of ring widths";
+  table.was_read = table.is_whole = false;
+  table.copies.push_back({});
+  look({whole("a.rwl"), table, hopeless});
+  EXPECT_TRUE(writes(panel(), "3 files, 1 read whole, 1 can be read as a copy"));
+  EXPECT_TRUE(writes(panel(), "table of ring widths, 2 cores, 1900 to 1990"));
+  const auto colour_of = [this](const std::string& text) {
+    const Panel shown = panel();
+    const auto mark =
+        std::ranges::find_if(shown.page.marks(), [&](const Mark& one) { return one.writing == text; });
+    return mark == shown.page.marks().end() ? Colour() : mark->colour;
+  };
+  EXPECT_TRUE(writes(panel(), "can be read as a copy"));
+  EXPECT_EQ(colour_of("can be read as a copy"), colour::muted);
+  table.copies.clear();
+  look({table});
+  EXPECT_EQ(colour_of("not read"), colour::vermilion);
 }
 
 TEST_F(FilesPanelShown, SaysWhyThereIsNoCopy) {

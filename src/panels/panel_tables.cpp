@@ -89,8 +89,9 @@ PanelTable pointers_table(const PanelInputs& inputs) {
 PanelTable files_table(const PanelInputs& inputs) {
   PanelTable table{check_columns(), {}};
   if (!inputs.files) return table;
-  for (const FileReport& report : *inputs.files) {
-    for (const FileFinding& finding : report.findings) table.rows.push_back(check_row(report.file, finding));
+  for (const SharedReport& report : *inputs.files) {
+    for (const FileFinding& finding : report->findings)
+      table.rows.push_back(check_row(report->file, finding));
   }
   return table;
 }

@@ -81,7 +81,7 @@ class RingsPanel {
                 heading_size);
     const std::string r = errors_.years > 0
                               ? "r " + short_r(errors_.r) + " over " + counted(errors_.years, "year")
-                              : "no year in common";
+                              : "no year to compare";
     pen_.fitted(margin, at(64), view_.width - 2.0 * margin, r + ". " + verdict() + in_older(in_),
                 colour::muted, small);
   }

@@ -44,7 +44,7 @@ void PanelsOfScript::look_at_files() {
 
 // There is nobody to be asked. Answers what went wrong.
 std::string PanelsOfScript::copy_file(const PanelChange& wanted) {
-  const CleanCopy copy = clean_copy(files_, wanted.file, wanted.unit);
+  const CleanCopy copy = clean_copy(files_, wanted.file, wanted.unit, looked_.value_or(Careful()));
   if (copy.bytes.empty()) return copy.words.front();
   return use_clean_copy(files_, wanted.file, copy).value_or("");
 }

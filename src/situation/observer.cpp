@@ -115,6 +115,7 @@ void Observer::look_at_store() {
   now_.file = w.nfil > 0 ? std::string(w.cnam(w.cf).trimmed()) : std::string();
   now_.own_reference = w.cores_of - 1;
   now_.cores_file = w.cores_of > 0 ? std::string(w.cnam(w.cores_of).trimmed()) : std::string();
+  now_.read_as = w.read_as;
   look_at_references();
   now_.settings = static_cast<const Settings&>(w);
 }

@@ -87,6 +87,7 @@ struct Situation {
 
   std::string file = {};                 // whose cores and chronology are at work, as the list names it
   std::string cores_file = {};           // whose cores are loaded: another one, where `file` has none
+  Careful read_as = {};                  // how carefully that file was read: the mends of reading alone
   std::vector<SharedSeries> cores = {};  // as they stand; at the last menu where this wait is none
   std::vector<SharedChronology> references = {};  // of all files of the list; entry number cores + 1 on
   int own_reference = -1;                         // which of them is that of the cores, from 0; -1 for none

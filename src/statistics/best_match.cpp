@@ -6,6 +6,7 @@
 #include "statistics/correlation.h"
 #include "statistics/pool_window.h"
 #include "statistics/sliding_correlations.h"
+#include "workspace/owned_series.h"
 #include "workspace/series_view.h"
 
 namespace vorn {
@@ -88,17 +89,32 @@ std::vector<YearSpan> stretches_of_all(YearSpan sample, std::int64_t length) {
   return all;
 }
 
+// The reference with years without a ring around it, into which a quarter of a stretch may reach: what ends
+// later than the reference does has its place there all the same. Of fewer years in common chance makes too
+// much.
+OwnedSeries with_room_around(const SeriesView& reference, std::int64_t length) {
+  constexpr std::int64_t part_outside = 4;
+  const std::int64_t room = length / part_outside;
+  OwnedSeries wider(reference.first - room, reference.years().count() + 2 * room);
+  for (std::int64_t year = reference.first; year <= reference.years().last; ++year)
+    wider.put(year, reference.at(year), reference.has(year));
+  return wider;
+}
+
 }  // namespace
 
 std::vector<MatchedStretch> best_matches(const Workspace& w) {
   const DatedEntry sample_entry(w, w.nd + 1), reference_entry(w, w.nd + 2);
-  const SeriesView sample = sample_entry.view(), reference = reference_entry.view();
+  const SeriesView sample = sample_entry.view();
   const int length = std::max({w.seg, w.yr(w.nd + 1) / 8, 1});
   const bool all_years = w.careful.has(Mend::short_samples);
   const auto places =
       all_years ? stretches_of_all(sample.years(), length) : stretches_of(sample.years(), length);
   std::vector<MatchedStretch> stretches;
   if (places.empty()) return stretches;
+  const OwnedSeries wider =
+      all_years ? with_room_around(reference_entry.view(), places.front().count()) : OwnedSeries();
+  const SeriesView reference = all_years ? wider.view() : reference_entry.view();
   LongWork work(w.plot, "Best match");
   for (const YearSpan& place : places) {
     work.at(static_cast<double>(stretches.size()) / static_cast<double>(places.size()));

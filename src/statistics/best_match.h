@@ -23,8 +23,9 @@ struct MatchedStretch {
 // Correlates every stretch of the sample (entry nd + 1) with every place of the reference (entry nd + 2).
 //
 // Stretches are max(seg, yr / 8) years long; each begins with the last year of the one before. None where the
-// sample is shorter. Carefully they lie at even distances, from its first year to its last one, and a shorter
-// sample is one of them. Among equal correlations the earlier place in the reference ranks first.
+// sample is shorter. Carefully they lie at even distances, from its first year to its last one, a shorter
+// sample is one of them, and a place may have a quarter of its years before or behind the reference. Among
+// equal correlations the earlier place in the reference ranks first.
 std::vector<MatchedStretch> best_matches(const Workspace& w);
 
 }  // namespace vorn

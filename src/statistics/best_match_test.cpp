@@ -210,6 +210,27 @@ TEST(BestMatch, CarefullyTheLastStretchEndsWithTheSample) {
   EXPECT_EQ(first_years(best_matches(store.w)), (std::vector<int>{1900, 1940, 1980}));
 }
 
+// The last 7 of 30 years grew when the reference had ended.
+TEST(BestMatch, CarefullyAPlaceMayReachBeyondTheReferenceByAQuarter) {
+  TestStore store;
+  const auto b = noise(300, 2), later = noise(20, 3);
+  const auto date = [&](int years_outside) {
+    std::vector<double> sample(b.end() - (30 - years_outside), b.end());
+    sample.insert(sample.end(), later.begin(), later.begin() + years_outside);
+    store.set_pair(1907, sample, 1800, b);
+    return best_matches(store.w);
+  };
+  EXPECT_TRUE(date(7).empty());
+  store.w.careful.set(Mend::short_samples, true);
+  EXPECT_NEAR(date(7)[0].matches[0].r, 1.0, 1e-12);
+  EXPECT_EQ(date(7)[0].matches[0].offset, 1907 - 2077);
+  EXPECT_LT(date(8)[0].matches[0].r, 0.9);
+  std::vector<double> sample(later.begin(), later.begin() + 7);
+  sample.insert(sample.end(), b.begin(), b.begin() + 23);
+  store.set_pair(1907, sample, 1800, b);
+  EXPECT_EQ(best_matches(store.w)[0].matches[0].offset, 1907 - 1793);
+}
+
 TEST(BestMatch, CarefullyThereIsNothingToMatchInFewerThanThreeYears) {
   TestStore store;
   store.w.careful.set(Mend::short_samples, true);

@@ -43,6 +43,12 @@ std::int64_t decade_of_label(std::int64_t label) {
   return rest < 0 ? label - rest - years_a_line : label - rest;
 }
 
+// Whether the reader passes over the line that the chronology begins with.
+bool passes_first_line_over(const FileTaken& file) {
+  return file.first_year <= 0 && file.first_year % years_a_line == 0 &&
+         !file.decided.careful.has(Mend::early_years);
+}
+
 FileFinding about(const IndexDecade& decade, const FindingKind* of) {
   return {.kind = of, .line = decade.line, .from = decade.line, .to = decade.line, .series = decade.site};
 }
@@ -134,7 +140,7 @@ void IndexAudit::end() {
                 .value = static_cast<std::int64_t>(years.size()),
                 .words = std::string(words) + spans_words(years)});
   };
-  const bool passed_over = file_.first_year <= 0 && file_.first_year % years_a_line == 0;
+  const bool passed_over = passes_first_line_over(file_);
   tell(passed_over ? kind("year-0-first") : kind("lost-rings"), lost_, lost_line_,
        passed_over
            ? "of a chronology that begins in year 0, -10, -20 and so on the first line is passed over: "
@@ -177,7 +183,7 @@ void add_index_findings(const FileTaken& file, std::span<const FileLine> lines, 
   // The reader counts decades from that of the first year on; of years of 0 and below that end in 0 it is the
   // one before.
   std::int64_t read_as = decade_of_label(file.first_year);
-  if (file.first_year <= 0 && file.first_year % years_a_line == 0) read_as -= years_a_line;
+  if (passes_first_line_over(file)) read_as -= years_a_line;
   std::optional<IndexLines> behind_the_first;
   for (std::size_t k = from; k < lines.size(); ++k) {
     const IndexDecade decade = decade_on(lines[k].text, static_cast<std::int64_t>(k) + 1);

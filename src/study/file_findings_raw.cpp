@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 #include "formats/tucson_raw_layout.h"
 #include "study/file_findings_parts.h"
@@ -279,6 +280,34 @@ void add_years(const CoreLines& core, FindingList& found) {
   }
 }
 
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// Whether the year of a line begins in the last column of the name: 10000 to 10999, which leave a zero in
+// front of the year that is read. Names and years that touch so by chance have a letter before the digit.
+bool has_year_of_five_digits(std::string_view text, const CoreLines* before) {
+  constexpr std::size_t last_of_name = Name::length - 1, behind_year = Name::length + 4;
+  if (text.size() < behind_year || text[last_of_name] != '1' || text[Name::length] != '0') return false;
+  if (!std::ranges::all_of(text.substr(Name::length, 4), is_digit)) return false;
+  const std::string_view name = without_blanks(text.substr(0, last_of_name));
+  return text[last_of_name - 1] == ' ' || (before && before->name == name);
+}
+
+void add_five_digit_years(const CoreLines& core, const CoreLines* before, std::span<const FileLine> lines,
+                          FindingList& found) {
+  for (const DecadeLine& decade : core.decades) {
+    const std::string_view text = lines[static_cast<std::size_t>(decade.line) - 1].text;
+    if (!decade.in_columns || decade.is_shifted || !has_year_of_five_digits(text, before)) continue;
+    FileFinding one = about(core, kind("five-digit-years"), decade.line);
+    one.value = std::int64_t{10'000} + decade.year;
+    one.words = "the year " + std::to_string(10'000 + decade.year) +
+                " has five digits: it is read as the year " + std::to_string(decade.year) + " of a core " +
+                quoted(core.name);
+    return found.add(one);
+  }
+}
+
 // Decades of a core that are written in some way, told as one.
 void add_written_so(const CoreLines& core, bool (*is_so)(const DecadeLine&), const FindingKind* of,
                     const std::string& words, FindingList& found) {
@@ -442,9 +471,11 @@ void add_raw_findings(const FileTaken& file, std::span<const FileLine> lines, Fi
   if (file.decided.careful.has(Mend::end_mark)) take_rings_for_rings(cores);
   add_lost_cores(file, cores, found);
   std::vector<CoreAsWritten> written;
+  const CoreLines* before = nullptr;
   for (const CoreLines& core : cores) {
     add_marks(core, found);
     add_years(core, found);
+    add_five_digit_years(core, std::exchange(before, &core), lines, found);
     add_columns(core, found);
     written.push_back(as_written(core));
     add_value_findings(written.back(), file.this_year, found);

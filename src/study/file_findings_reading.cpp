@@ -18,6 +18,8 @@ std::string_view unit_words(UnitBy by) {
       return "by the end mark -9999";
     case UnitBy::no_mark:
       return "since there is no end mark";
+    case UnitBy::next_stretch:
+      return "by the end mark of the stretch behind it";
     case UnitBy::unit_line:
       return "by its unit line";
     case UnitBy::mean:

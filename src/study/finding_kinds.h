@@ -71,6 +71,7 @@ inline constexpr std::array finding_kinds = {
     FindingKind{"changed-rings", Effect::changed},
     FindingKind{"invented-rings", Effect::changed},
     FindingKind{"wrong-years", Effect::changed},
+    FindingKind{"five-digit-years", Effect::doubtful},
     FindingKind{"wrong-unit", Effect::changed},
     FindingKind{"split", Effect::doubtful},
     // Ring widths as they stand.

@@ -159,6 +159,13 @@ double usual_r(const std::vector<SiteCore>& cores) {
   return *half;
 }
 
+bool has_any_value(const SeriesView& core) {
+  for (std::int64_t year = core.first; year <= core.years().last; ++year) {
+    if (core.has(year) && std::isfinite(core.at(year))) return true;
+  }
+  return false;
+}
+
 SiteCore surveyed(const StudiedCore& core, const SeriesView& others, const std::vector<YearSpan>& segments,
                   const Settings& settings) {
   const std::int64_t step = settings.seg - settings.olap;
@@ -166,6 +173,7 @@ SiteCore surveyed(const StudiedCore& core, const SeriesView& others, const std::
   all.errors = ring_errors(core, others);
   all.r = all.errors.r;
   all.years = all.errors.years;
+  all.is_comparable = has_any_value(core.compared);
   for (const YearSpan segment : segments) {
     all.cells.push_back(cell_of(core.compared, others, segment, step));
     all.low += all.cells.back() && all.cells.back()->low;
@@ -194,6 +202,12 @@ std::string error_text(Correction kind, YearSpan years) {
 std::string move_text(const DatedPosition& to, std::int64_t years) {
   const std::string by = (to.shift > 0 ? "+" : "") + std::to_string(to.shift);
   return "Move it by " + by + " years, to " + span_text({to.first_year, to.first_year + years - 1});
+}
+
+std::string why_not(const SiteCore& core) {
+  if (!core.is_comparable) return "its rings are all as wide, or missing";
+  if (core.years == 0) return "no year in common with three others";
+  return std::to_string(core.years) + " years in common with three others, fewer than 20";
 }
 
 // The flagged segment that agrees least.
@@ -278,9 +292,7 @@ std::string todo(const SiteCore& core, const SeriesView& dated) {
     case Remedy::none:
       return "";
     case Remedy::cannot_say:
-      return core.years == 0 ? "Cannot be told: no year in common with three others"
-                             : "Cannot be told: " + std::to_string(core.years) +
-                                   " years in common with three others, fewer than 20";
+      return "Cannot be told: " + why_not(core);
     case Remedy::move:
       return move_text(*core.elsewhere, dated.years().count());
     case Remedy::one_error: {

@@ -46,7 +46,7 @@ struct SiteCell {
 
 enum class Remedy {
   none,        // nothing needs to be done
-  cannot_say,  // it has too little in common with others
+  cannot_say,  // it has too little in common with others, or nothing that can be compared
   move,        // the core as a whole belongs elsewhere
   one_error,   // a ring is missing, or counted twice
   two_errors,
@@ -58,6 +58,7 @@ enum class Remedy {
 struct SiteCore {
   double r = 0;                                // with the rest
   int years = 0;                               // in common with the rest
+  bool is_comparable = true;                   // false: all its rings are as wide, or missing
   std::vector<std::optional<SiteCell>> cells;  // by segment of the survey
   int low = 0, lagging = 0;                    // how many cells carry the flags
   RingErrors errors;

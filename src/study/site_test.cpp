@@ -115,6 +115,15 @@ TEST_F(MadeUpSite, OfWhatHasTooLittleInCommonNothingCanBeSaid) {
   EXPECT_EQ(todo(found.cores[4], cores_[4]), "Cannot be told: no year in common with three others");
 }
 
+// Indices of rings that are all as wide are no numbers: it is not for want of years in common.
+TEST_F(MadeUpSite, OfACoreWithoutDifferencesNothingIsSaidOfYears) {
+  for (int i = 0; i < 4; ++i) add_core(1810, 60);
+  add(1810, Values(60, std::nan("")));
+  const SiteSurvey found = surveyed();
+  EXPECT_EQ(found.cores[4].remedy, Remedy::cannot_say);
+  EXPECT_EQ(todo(found.cores[4], cores_[4]), "Cannot be told: its rings are all as wide, or missing");
+}
+
 // --- The plain definition of a cell: the years are written out, and every lag is tried.
 
 void expect_plain_cell(const SiteCell& cell, const SeriesView& core, const SeriesView& others) {

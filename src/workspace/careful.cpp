@@ -14,6 +14,8 @@ constexpr std::array table = {
     MendRow{Mend::end_mark, "end-mark", "a series without an end mark keeps its last rings", reads},
     MendRow{Mend::statistics_line, "statistics-line", "a line of statistics behind indices is no decade",
             reads},
+    MendRow{Mend::early_years, "early-years", "years of 0 and before are read and written as they are",
+            reads},
     MendRow{Mend::heidelberg_names, "heidelberg-names", "names in Heidelberg files come back whole"},
     MendRow{Mend::compact_widths, "compact-widths", "compact files keep widths of 10 mm and more"},
     MendRow{Mend::read_trw, "read-trw", "Read TRW goes on without its list and writes all it read"},

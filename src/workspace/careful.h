@@ -17,6 +17,7 @@ enum class Mend : std::uint8_t {
   blank_line,
   end_mark,
   statistics_line,
+  early_years,
   heidelberg_names,
   compact_widths,
   read_trw,

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 
+#include "workspace/careful.h"
 #include "workspace/names.h"
 #include "workspace/pool.h"
 #include "workspace/table.h"
@@ -30,6 +31,8 @@ struct SeriesStore {
   std::int32_t nd = 0;        // all entries
   std::int32_t loads = 0;     // how often cores were loaded, which tells one loading from the next
   std::int32_t cores_of = 0;  // whose cores they are, by its number in the file table; 0 before any
+
+  Careful read_as;  // how the files were read that they come from: the mends of reading alone
 
   // A switch, ss, jpr, a stored ring or a core was changed since the chronology entries were last set: what
   // is derived is made anew before a working pair is set.

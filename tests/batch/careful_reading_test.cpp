@@ -10,8 +10,10 @@
 #include "batch/collection.h"
 #include "batch/conversion.h"
 #include "batch/difference.h"
+#include "batch/faithful_save.h"
 #include "batch/reading_check.h"
 #include "batch/specimens.h"
+#include "formats/tucson_stretch.h"
 #include "records/memory_files.h"
 #include "support/raw_text.h"
 
@@ -43,6 +45,14 @@ class CarefulReading : public testing::Test {
 std::string open_core(const std::string& name, int first, const std::vector<int>& values) {
   std::string text = raw_text(name, first, values);
   return text.substr(0, text.rfind(" -9999")) + "\n";
+}
+
+// A core of years below -999, as the program writes it.
+std::string early_core(const std::string& name, int first, int rings) {
+  std::string text;
+  for (const std::string& line : tucson_lines({name, first, std::vector<std::int32_t>(rings, 120), 100}))
+    text += line + "\n";
+  return text;
 }
 
 TEST_F(CarefulReading, LosesNothingBehindABlankLine) {
@@ -101,6 +111,50 @@ TEST_F(CarefulReading, WideRingsCanBeConvertedToTheCompactLayout) {
   const Conversion made = converted(read_carefully(file), compact);
   for (const std::string& words : made.refused) ADD_FAILURE() << words;
   EXPECT_NE(made.bytes.find("     12345"), std::string::npos);
+}
+
+TEST_F(CarefulReading, KnowsTheUnitOfAStretchByTheOneBehindIt) {
+  const std::string file = open_core("OAK1", 1901, widths(65)) + raw_text("OAK1", 1980, widths(30));
+  read(file, {});
+  EXPECT_TRUE(errors_.contains("wrong-unit"));
+  EXPECT_EQ(read_carefully(file).state().x(1), 0.1);
+  EXPECT_EQ(errors_, Ids{});
+}
+
+TEST_F(CarefulReading, LosesNothingOfAChronologyThatBeginsInYear0) {
+  std::string line;
+  for (int k = 0; k < 10; ++k) line += "1000 12";
+  const std::string file = "OAK      0" + line + "\nOAK     10" + line + "\n";
+  EXPECT_EQ(read(file, {}).state().cyr(1), 10);
+  EXPECT_TRUE(errors_.contains("year-0-first"));
+  EXPECT_EQ(read_carefully(file).state().cyr(1), 20);
+  EXPECT_EQ(errors_, Ids{});
+}
+
+TEST_F(CarefulReading, LosesNothingOfEarlyStretchesOfACore) {
+  const std::string file = early_core("OAK1", -1500, 80) + early_core("OAK1", -1300, 80);
+  read(file, {});
+  EXPECT_TRUE(errors_.contains("wrong-years"));
+  EXPECT_EQ(read_carefully(file).state().nc, 2);
+  EXPECT_EQ(read_carefully(file).state().fy(2), -1300);
+  EXPECT_EQ(errors_, Ids{});
+}
+
+// Bytes that are not read in the usual way stay where they are all the same.
+TEST_F(CarefulReading, CoresArePutBackIntoAFileThatIsReadCarefully) {
+  const std::string first = raw_text("OAK1", 1901, widths(60)), second = open_core("OAK2", 1901, widths(50));
+  const std::string file = first + "\n" + second;
+  std::vector<int> mended = widths(60);
+  mended[7] = 55;
+  MemoryFiles files;
+  files.put("mended", raw_text("OAK1", 1901, mended) + raw_text("OAK2", 1901, widths(50), 999));
+  const auto save = [&](const Careful& careful) {
+    return saved(read(file, careful), file, Collection(files, "mended", untreated(careful)));
+  };
+  EXPECT_FALSE(save({}).refused.empty());
+  const FaithfulSave made = save(Careful::everything());
+  for (const std::string& words : made.refused) ADD_FAILURE() << words;
+  EXPECT_EQ(made.bytes, raw_text("OAK1", 1901, mended) + "\n" + second);
 }
 
 }  // namespace

@@ -74,6 +74,36 @@ std::string without_line(std::string text, int line) {
   return text.erase(at, text.find('\n', at) + 1 - at);
 }
 
+std::string with_zeros_before_the_year(std::string text) {
+  for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1) {
+    for (std::size_t k = at + 8; k < at + 11 && text[k] == ' '; ++k) text[k] = '0';
+  }
+  return text;
+}
+
+// The first digit of 10000 stands in the last column of the name.
+TEST_F(FindingsOfFiles, YearsOfFiveDigitsAreNamed) {
+  const auto late = [](const std::string& name, int year) {
+    return with_zeros_before_the_year(raw_text(name + "1", year - 10'000, widths(30)));
+  };
+  look_at(open_core("OAK1", 9961, 38) + late("OAK1   ", 10'000));
+  EXPECT_EQ(one("five-digit-years").line, 5);
+  EXPECT_EQ(whole(one("five-digit-years")), 10'000);
+  EXPECT_TRUE(of("five-digit-years").front().words.starts_with("the year 10000 has five digits"));
+}
+
+TEST_F(FindingsOfFiles, YearsOfFiveDigitsAreToldFromNamesAndYearsThatTouch) {
+  const std::string late = with_zeros_before_the_year(raw_text("OAK3   1", 20, widths(30)));
+  look_at(late);
+  EXPECT_EQ(whole(one("five-digit-years")), 10'020);
+  for (const char* name : {"OAK30011", "OAK3   2", "OAK3001 "}) {
+    look_at(with_zeros_before_the_year(raw_text(name, 920, widths(30))));
+    EXPECT_TRUE(of("five-digit-years").empty()) << name;
+  }
+  look_at(raw_text("OAK3   1", 1920, widths(30)));
+  EXPECT_TRUE(of("five-digit-years").empty());
+}
+
 TEST_F(FindingsOfFiles, AFileThatIsAsItShouldBeHasNotes) {
   look_at(raw_text("OAK1", 1903, widths(60)) + raw_text("OAK2", 1913, widths(44), 999));
   for (const FileFinding& finding : look_at(raw_text("OAK1", 1903, widths(60))))

@@ -86,7 +86,7 @@ TEST_F(ImportedFiles, AreNotReadInAListAndHaveACopyOnOffer) {
   files.put("Vorn.fil", "oaks.csv\n");
   FolderLook look(files, 2026);
   look.look();
-  const FileReport& report = look.reports()->front();
+  const FileReport& report = *look.reports()->front();
   EXPECT_FALSE(report.was_read);
   EXPECT_FALSE(report.is_whole);
   EXPECT_EQ(report.copies.size(), 1u);
@@ -104,7 +104,7 @@ TEST_F(ImportedFiles, OfWholeNumbersTheUnitCanBeChosen) {
   files.put("Vorn.fil", "oaks.csv\n");
   FolderLook look(files, 2026);
   look.look();
-  EXPECT_EQ(look.reports()->front().copies.size(), 2u);  // millimetres would be too wide
+  EXPECT_EQ(look.reports()->front()->copies.size(), 2u);  // millimetres would be too wide
 }
 
 TEST_F(ImportedFiles, AreCheckedInTheUnitThatIsChosen) {

@@ -42,7 +42,7 @@ class FormatBench : public FileBench {
     vorn::write_raw(w, disk, output_name(w.cnam(w.cf)), w.raw_output, w.careful, troubles,
                     [this](double share) { shares.push_back(share); });
   }
-  void write_ind(Workspace&) { vorn::write_ind(w, w.cf, w.crn_output, disk, troubles); }
+  void write_ind(Workspace&) { vorn::write_ind(w, w.cf, w.crn_output, w.careful, disk, troubles); }
 
   KeptTroubles troubles{log};
   std::vector<double> shares;  // of a file of cores, as told while it is written

@@ -435,7 +435,8 @@ void MainWindow::show_changes() {
 
 void MainWindow::ask_for_copy(const std::string& file, std::optional<double> unit) {
   DiskFiles files(QFile::encodeName(folder_).toStdString());
-  const CleanCopy copy = clean_copy(files, file, unit);
+  const Careful careful = shown_ && shown_->situation ? shown_->situation->settings.careful : Careful();
+  const CleanCopy copy = clean_copy(files, file, unit, careful);
   const QString words = shown_sentences(copy.words);
   if (copy.bytes.empty()) return tell("No copy of " + shown_characters(file) + ": " + words);
   ask_beside(*this, "Write " + shown_characters(copy.name) + " and work with it?",

@@ -85,7 +85,7 @@ void FilesDesk::or_told(const std::string& file, const std::function<void()>& wo
 
 void FilesDesk::offer_copy(const std::string& file, std::optional<double> unit) {
   or_told(file, [&] {
-    copy_ = {++number_, file, clean_copy(files_, file, unit)};
+    copy_ = {++number_, file, clean_copy(files_, file, unit, careful_)};
     const CleanCopy& copy = copy_.copy;
     port_.tell(Told("clean_copy")
                    .number("number", number_)

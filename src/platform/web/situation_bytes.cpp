@@ -135,6 +135,13 @@ void describe_member(Archive& archive, Member& member) {
     archive.shared(*curve, &SharedParts<Of>::curves, [&](auto& values) { describe_curve(archive, values); });
 }
 
+template <class Archive, class CarefulOf>
+void describe_careful(Archive& archive, CarefulOf& careful) {
+  std::uint32_t bits = careful.bits();
+  archive(bits);
+  if constexpr (!std::is_const_v<CarefulOf>) careful = Careful::of_bits(bits);
+}
+
 template <class Archive, class SettingsOf>
 void describe_settings(Archive& archive, SettingsOf& settings) {
   archive(settings.ss);
@@ -146,9 +153,7 @@ void describe_settings(Archive& archive, SettingsOf& settings) {
   archive(settings.olap);
   archive(settings.raw_output);
   archive(settings.crn_output);
-  std::uint32_t careful = settings.careful.bits();
-  archive(careful);
-  if constexpr (!std::is_const_v<SettingsOf>) settings.careful = Careful::of_bits(careful);
+  describe_careful(archive, settings.careful);
 }
 
 template <class Archive, class Buttons>
@@ -171,6 +176,7 @@ void describe(Archive& archive, SituationOf& now) {
   describe_buttons(archive, now.buttons);
   archive(now.file);
   archive(now.cores_file);
+  describe_careful(archive, now.read_as);
   archive.each(now.cores, [&](auto& core) { describe_series(archive, &SharedParts<Of>::series, core); });
   archive.each(now.references, [&](auto& reference) {
     archive.shared(reference, &SharedParts<Of>::chronologies, [&](auto& listed) {

@@ -15,6 +15,7 @@ Situation rich_situation() {
   Situation now = situation_at(Place::crossdating);
   now.wait = Wait::year;
   now.cores_file = "cores.rwl";
+  now.read_as.set(Mend::early_years, true);
   now.references = {
       std::make_shared<const ListedChronology>(ListedChronology{"far.rwl", *curve(1500, {1.5, 2})})};
   now.own_reference = 0;
@@ -86,6 +87,7 @@ void expect_same(const Situation& a, const Situation& b) {
   }
   EXPECT_EQ(a.file, b.file);
   EXPECT_EQ(a.cores_file, b.cores_file);
+  EXPECT_EQ(a.read_as, b.read_as);
   ASSERT_EQ(a.cores.size(), b.cores.size());
   for (std::size_t k = 0; k < a.cores.size(); ++k) EXPECT_EQ(*a.cores[k], *b.cores[k]);
   ASSERT_EQ(a.references.size(), b.references.size());
