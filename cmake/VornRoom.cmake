@@ -10,6 +10,12 @@ foreach(line IN LISTS lines)
   set(VORN_LINKS_OF_${room} ${links})
 endforeach()
 
+# Files of the folder that are compiled by themselves where others are compiled together (VORN_TOGETHER): they have helpers of
+# the same names as their neighbours.
+function(vorn_alone)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # vorn_room(NAME SOURCES file... [TESTS file_test.cpp...] [NOT_LINKED room...])
 #
 # Makes the library vorn_NAME from the files of one room (a folder of src/), linked with every room that the list
