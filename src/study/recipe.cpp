@@ -1,0 +1,183 @@
+#include "study/recipe.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "statistics/tree_correlations.h"
+#include "study/recipe_cores.h"
+#include "study/recipe_segments.h"
+#include "study/ring_statistics.h"
+
+namespace vorn {
+namespace {
+
+constexpr double least_move = 1e-9;  // of a correlation: less is rounding
+
+constexpr std::array steps_to_ready = {RecipeStep::missing, RecipeStep::trend, RecipeStep::model,
+                                       RecipeStep::logarithm};
+constexpr std::array steps_to_compare = {RecipeStep::master, RecipeStep::coefficient};
+// How often all cores are made ready: for this program, and for each step to the other two.
+constexpr double rounds = 1 + 2 * steps_to_ready.size();
+
+std::size_t place_of(RecipeOf recipe) {
+  return static_cast<std::size_t>(recipe);
+}
+
+// --- What a core is alone.
+
+bool is_constant(const SeriesView& core) {
+  std::vector<double> rings;
+  for (std::int64_t year = core.first; year <= core.years().last; ++year) {
+    if (core.has(year)) rings.push_back(core.at(year));
+  }
+  return is_of_one_width(rings);
+}
+
+RecipeFigures figures_alone(const SeriesView& core, RecipeOf recipe) {
+  const std::vector<double> widths = widths_by(recipe, core);
+  RecipeFigures figures;
+  figures.sensitivity = mean_sensitivity(widths);
+  figures.weighted_sensitivity = weighted_sensitivity(widths);
+  figures.autocorrelation = first_autocorrelation(widths);
+  figures.skew = skewness(widths);
+  figures.gini = gini_coefficient(widths);
+  return figures;
+}
+
+CoreRecipe begun(std::span<const SeriesView> widths, std::size_t core) {
+  CoreRecipe all{core, static_cast<int>(widths[core].values.size())};
+  all.missing = static_cast<int>(std::ranges::count(widths[core].present, false));
+  for (const RecipeOf recipe : all_recipes)
+    all.figures[place_of(recipe)] = figures_alone(widths[core], recipe);
+  return all;
+}
+
+// --- Why there is no figure.
+
+std::string why_none(std::span<const SeriesView> widths, const CoreRecipe& core, RecipeOf recipe, int years) {
+  if (widths.size() < 2) return "one core only: there are no others to compare it with";
+  if (core.rings == 0) return "no rings";
+  if (is_constant(widths[core.core])) return "all its rings have one width: nothing varies";
+  const bool ours = recipe == RecipeOf::program;
+  const int least = ours ? fewest_common_years : static_cast<int>(fewest_recipe_pairs);
+  if (years < least)
+    return std::to_string(years) + " years in common with the others, fewer than " + std::to_string(least);
+  return "its values or those of the others do not vary, or are not all numbers";
+}
+
+std::string why_no_segments(const RecipeFigures& figures, const CoreRecipe& core, std::int64_t length) {
+  if (!figures.segments.empty()) return "";
+  if (!figures.why.empty()) return figures.why;
+  if (core.rings < length)
+    return std::to_string(core.rings) + " rings, fewer than a segment of " + std::to_string(length) +
+           " years";
+  return "no segment of " + std::to_string(length) + " years in which the core and the others have values";
+}
+
+// --- What it is among the others.
+
+std::optional<double> finite(std::optional<double> r) {
+  return r && std::isfinite(*r) ? r : std::nullopt;
+}
+
+class Work {
+ public:
+  Work(std::span<const SeriesView> widths, const Settings& settings, const std::function<bool(double)>& go_on)
+      : widths_(widths), settings_(settings), go_on_(go_on), years_(years_of_all(widths)) {}
+
+  std::optional<std::vector<CoreRecipe>> all(std::span<const std::size_t> wanted) {
+    for (const std::size_t core : wanted) all_.push_back(begun(widths_, core));
+    figure(made(Ways(RecipeOf::program)), RecipeOf::program);
+    for (const RecipeOf recipe : {RecipeOf::cofecha, RecipeOf::dplr}) go_to(recipe);
+    if (is_given_up_) return {};
+    return std::move(all_);
+  }
+
+ private:
+  RecipeCores made(const Ways& ways) {
+    return {widths_, ways, settings_, [this] {
+              ++ready_;
+              is_given_up_ = is_given_up_ || !go_on_(ready_ / (rounds * static_cast<double>(widths_.size())));
+              return !is_given_up_;
+            }};
+  }
+
+  // The steps are taken over one by one; what they come to is the other recipe.
+  void go_to(RecipeOf recipe) {
+    Ways ways(RecipeOf::program);
+    for (const RecipeStep step : steps_to_ready) {
+      ways.take(step, recipe);
+      if (step != steps_to_ready.back()) note(made(ways), step, recipe);
+    }
+    RecipeCores cores = made(ways);
+    note(cores, steps_to_ready.back(), recipe);
+    for (const RecipeStep step : steps_to_compare) {
+      cores.compare_by(step, recipe);
+      note(cores, step, recipe);
+    }
+    figure(cores, recipe);
+  }
+
+  void note(const RecipeCores& cores, RecipeStep step, RecipeOf recipe) {
+    for (CoreRecipe& core : all_) {
+      const bool can = widths_.size() > 1 && !is_constant(widths_[core.core]) && !is_given_up_;
+      core.steps[place_of(recipe)].push_back(
+          {step, can ? finite(cores.correlation(core.core)) : std::nullopt});
+    }
+  }
+
+  void figure(const RecipeCores& cores, RecipeOf recipe) {
+    for (CoreRecipe& core : all_) {
+      if (is_given_up_) return;
+      figure(cores, core, recipe);
+    }
+  }
+
+  void figure(const RecipeCores& cores, CoreRecipe& core, RecipeOf recipe) const {
+    RecipeFigures& figures = core.figures[place_of(recipe)];
+    const std::size_t k = core.core;
+    const bool can = widths_.size() > 1 && !is_constant(widths_[k]);
+    figures.order = cores.core(k).order;
+    if (can) figures.r = finite(cores.correlation(k));
+    if (!figures.r) figures.why = why_none(widths_, core, recipe, can ? cores.years_in_common(k) : 0);
+    if (can) figures.segments = segments(cores, k, recipe);
+    const std::int64_t length = recipe == RecipeOf::program ? settings_.seg : recipe_segment;
+    figures.why_no_segments = why_no_segments(figures, core, length);
+  }
+
+  std::vector<RecipeSegment> segments(const RecipeCores& cores, std::size_t k, RecipeOf recipe) const {
+    if (recipe == RecipeOf::program) return program_segments(cores, k, settings_);
+    return recipe == RecipeOf::cofecha ? holmes_segments(cores, k) : dplr_segments(cores, k, years_);
+  }
+
+  std::span<const SeriesView> widths_;
+  const Settings& settings_;
+  const std::function<bool(double)>& go_on_;
+  YearSpan years_;
+  std::vector<CoreRecipe> all_;
+  double ready_ = 0;
+  bool is_given_up_ = false;
+};
+
+}  // namespace
+
+std::optional<MainStep> main_step(const CoreRecipe& core, RecipeOf recipe) {
+  std::optional<MainStep> main;
+  auto before = core.by(RecipeOf::program).r;
+  for (const StepEffect& effect : core.steps_to(recipe)) {
+    const double moves = before && effect.r ? *effect.r - *before : 0;
+    if (std::abs(moves) > std::max(main ? std::abs(main->moves) : 0, least_move))
+      main = MainStep{effect.step, moves};
+    before = effect.r;
+  }
+  return main;
+}
+
+std::optional<std::vector<CoreRecipe>> recipes(std::span<const SeriesView> widths,
+                                               std::span<const std::size_t> wanted, const Settings& settings,
+                                               const std::function<bool(double share)>& go_on) {
+  return Work(widths, settings, go_on).all(wanted);
+}
+
+}  // namespace vorn
