@@ -16,7 +16,7 @@ constexpr double least_move = 1e-9;  // of a correlation: less is rounding
 
 constexpr std::array steps_to_ready = {RecipeStep::missing, RecipeStep::trend, RecipeStep::model,
                                        RecipeStep::logarithm};
-constexpr std::array steps_to_compare = {RecipeStep::master, RecipeStep::coefficient};
+constexpr std::array others = {RecipeOf::cofecha, RecipeOf::dplr};
 // How often all cores are made ready: for this program, and for each step to the other two.
 constexpr double rounds = 1 + 2 * steps_to_ready.size();
 
@@ -88,8 +88,10 @@ class Work {
 
   std::optional<std::vector<CoreRecipe>> all(std::span<const std::size_t> wanted) {
     for (const std::size_t core : wanted) all_.push_back(begun(widths_, core));
-    figure(made(Ways(RecipeOf::program)), RecipeOf::program);
-    for (const RecipeOf recipe : {RecipeOf::cofecha, RecipeOf::dplr}) go_to(recipe);
+    RecipeCores ours = made(Ways(RecipeOf::program));
+    figure(ours, RecipeOf::program);
+    for (const RecipeOf recipe : others) begin(ours, recipe);
+    for (const RecipeOf recipe : others) go_to(recipe);
     if (is_given_up_) return {};
     return std::move(all_);
   }
@@ -103,27 +105,34 @@ class Work {
             }};
   }
 
-  // The steps are taken over one by one; what they come to is the other recipe.
+  // What the cores are compared with comes first: this program's mean goes with its own values alone.
+  void begin(RecipeCores& ours, RecipeOf recipe) {
+    ours.compare_by(RecipeStep::master, recipe);
+    note(ours, RecipeStep::master, recipe);
+  }
+
   void go_to(RecipeOf recipe) {
     Ways ways(RecipeOf::program);
+    ways.take(RecipeStep::master, recipe);
     for (const RecipeStep step : steps_to_ready) {
       ways.take(step, recipe);
-      if (step != steps_to_ready.back()) note(made(ways), step, recipe);
-    }
-    RecipeCores cores = made(ways);
-    note(cores, steps_to_ready.back(), recipe);
-    for (const RecipeStep step : steps_to_compare) {
-      cores.compare_by(step, recipe);
+      RecipeCores cores = made(ways);
       note(cores, step, recipe);
+      if (step != steps_to_ready.back()) continue;
+      cores.compare_by(RecipeStep::coefficient, recipe);
+      note(cores, RecipeStep::coefficient, recipe);
+      figure(cores, recipe);
     }
-    figure(cores, recipe);
   }
 
   void note(const RecipeCores& cores, RecipeStep step, RecipeOf recipe) {
+    if (is_given_up_) return;
     for (CoreRecipe& core : all_) {
-      const bool can = widths_.size() > 1 && !is_constant(widths_[core.core]) && !is_given_up_;
-      core.steps[place_of(recipe)].push_back(
-          {step, can ? finite(cores.correlation(core.core)) : std::nullopt});
+      const bool can = widths_.size() > 1 && !is_constant(widths_[core.core]);
+      auto& steps = core.steps[place_of(recipe)];
+      const auto before = steps.empty() ? core.by(RecipeOf::program).r : steps.back().r;
+      const auto r = can ? finite(cores.correlation(core.core)) : std::nullopt;
+      steps.push_back({step, r, before && r ? std::optional(*r - *before) : std::nullopt});
     }
   }
 
@@ -164,12 +173,9 @@ class Work {
 
 std::optional<MainStep> main_step(const CoreRecipe& core, RecipeOf recipe) {
   std::optional<MainStep> main;
-  auto before = core.by(RecipeOf::program).r;
   for (const StepEffect& effect : core.steps_to(recipe)) {
-    const double moves = before && effect.r ? *effect.r - *before : 0;
-    if (std::abs(moves) > std::max(main ? std::abs(main->moves) : 0, least_move))
-      main = MainStep{effect.step, moves};
-    before = effect.r;
+    const double least = main ? std::abs(main->moves) : least_move;
+    if (effect.moves && std::abs(*effect.moves) > least) main = MainStep{effect.step, *effect.moves};
   }
   return main;
 }

@@ -37,10 +37,13 @@ struct RecipeFigures {
   std::string why_no_segments = {};
 };
 
-// The correlation of this program, and what becomes of it as the steps are done the other way one by one.
+// What becomes of the correlation of this program as the steps are done the other way one by one, in the
+// order of the list: what the cores are compared with first, since this program's mean goes with its own
+// values alone.
 struct StepEffect {
   RecipeStep step = RecipeStep::missing;
-  std::optional<double> r = {};  // with this step and all before it done the other way
+  std::optional<double> r = {};      // with this step and all before it done the other way
+  std::optional<double> moves = {};  // by how much this step alone changes it
 };
 
 struct CoreRecipe {

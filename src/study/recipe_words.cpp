@@ -117,7 +117,7 @@ std::string_view id_of(RecipeStep step) {
 
 std::string_view title_of(RecipeStep step) {
   constexpr std::array<std::string_view, all_steps.size()> titles = {
-      "missing rings", "growth trend", "autoregressive model", "logarithm", "the others",
+      "missing rings", "growth trend", "autoregressive model", "logarithm", "mean of the others",
       "correlation",   "segments"};
   return titles[static_cast<std::size_t>(step)];
 }
