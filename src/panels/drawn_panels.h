@@ -46,6 +46,8 @@ Panel draw_dates(const PanelInputs& inputs, const PanelView& view);
 Panel draw_around(const PanelInputs& inputs, const PanelView& view);
 Panel draw_pointers(const PanelInputs& inputs, const PanelView& view);
 Panel draw_files(const PanelInputs& inputs, const PanelView& view);
+Panel draw_recipe(const PanelInputs& inputs, const PanelView& view);
+Panel draw_moving(const PanelInputs& inputs, const PanelView& view);
 
 // What a panel shows, as rows; of all of it, whatever is looked at.
 struct PanelTable {

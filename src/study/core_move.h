@@ -34,6 +34,7 @@ class AgreeingFile {
   explicit AgreeingFile(std::vector<SeriesView> compared, const PairWork& work = {});
 
   std::size_t size() const { return cores_.size(); }
+  const SeriesView& core(std::size_t k) const { return cores_[k]; }
   FileAgreement now() const;
   // Were the cores of these numbers, each once, no longer there.
   FileAgreement without(std::span<const std::size_t> leaving) const;

@@ -77,7 +77,7 @@ def of_file(file):
         theirs = {(row["core"], row["figure"], row["year"]): row for row in in_r(as_cores(file, folder), "-")}
     wrong, compared = [], 0
     for row in rows(printed("stats", "-q", "--recipe", "--format", "csv", str(file))):
-        core, figure, year = row["series"], row["figure"], row["from"]
+        core, figure, year = row["series"].removesuffix("-").strip(), row["figure"], row["from"]
         wanted = [("dplr", WIDTHS.get(figure))]
         if figure == "r" or figure == "segment":
             wanted = [("cofecha", f"holmes_{figure}"), ("dplr", f"dplr_{figure}")]

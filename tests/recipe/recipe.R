@@ -101,7 +101,8 @@ for (way in names(ways)) {
 for (name in names(cores)) {
   own <- ready$dplr$cores[, name]
   others <- ready$dplr$others[, name]
-  for (first in seq(ceiling(min(years) / 100) * 100, max(years) - 49, 25)) {
+  from <- ceiling(min(years) / 100) * 100
+  for (first in if (from > max(years) - 49) NULL else seq(from, max(years) - 49, 25)) {
     here <- years >= first & years <= first + 49
     if (anyNA(own[here]) || anyNA(others[here])) next
     test <- cor.test(own[here], others[here], method = "spearman", alternative = "greater")
@@ -109,8 +110,9 @@ for (name in names(cores)) {
   }
   own <- ready$holmes$cores[, name]
   others <- ready$holmes$others[, name]
-  had <- range(years[!is.na(own) & !is.na(others)])
-  if (diff(had) < 49) next
+  had <- years[!is.na(own) & !is.na(others)]
+  if (length(had) == 0 || diff(range(had)) < 49) next
+  had <- range(had)
   for (first in seq(floor(had[1] / 25) * 25 - 25, had[2], 25)) {
     from <- max(first, had[1])
     to <- min(first + 49, had[2])
