@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 
 #include "study/biweight_mean.h"
 #include "study/ring_statistics.h"
@@ -53,6 +55,28 @@ TEST(BiweightMean, LeavesOutliersOut) {
   EXPECT_EQ(biweight_mean(Values{4}), 4);
   EXPECT_EQ(biweight_mean(Values{4, 4, 4, 9}), 4);
   EXPECT_TRUE(std::isnan(biweight_mean(Values{})));
+}
+
+// Held against its definition, sorted anew.
+TEST(BiweightMean, IsThatOfItsDefinition) {
+  std::mt19937 random(5);
+  for (std::size_t n = 1; n < 40; ++n) {
+    Values sorted;
+    for (std::size_t k = 0; k < n; ++k) sorted.push_back(static_cast<double>(random() % 50) / 7);
+    std::ranges::sort(sorted);
+    const double median = median_of_sorted(sorted);
+    Values distances;
+    for (const double value : sorted) distances.push_back(std::abs(value - median));
+    std::ranges::sort(distances);
+    double sum = 0, weights = 0;
+    for (const double value : sorted) {
+      const double u = (value - median) / (9 * median_of_sorted(distances) + 1e-6);
+      const double weight = std::abs(u) > 1 ? 0 : (1 - u * u) * (1 - u * u);
+      sum += weight * value;
+      weights += weight;
+    }
+    EXPECT_EQ(biweight_mean(sorted), sum / weights) << n;
+  }
 }
 
 TEST(RingStatistics, AreThoseOfTheirFormulas) {

@@ -117,23 +117,33 @@ class Work {
     for (const RecipeStep step : steps_to_ready) {
       ways.take(step, recipe);
       RecipeCores cores = made(ways);
-      note(cores, step, recipe);
-      if (step != steps_to_ready.back()) continue;
+      step == steps_to_ready.back() ? arrive(cores, recipe) : note(cores, step, recipe);
+    }
+  }
+
+  // The last steps, core by core: what one is compared with is the same for all.
+  void arrive(RecipeCores& cores, RecipeOf recipe) {
+    for (CoreRecipe& core : all_) {
+      if (is_given_up_) return;
+      cores.compare_by(RecipeStep::coefficient, RecipeOf::program);
+      note(cores, core, steps_to_ready.back(), recipe);
       cores.compare_by(RecipeStep::coefficient, recipe);
-      note(cores, RecipeStep::coefficient, recipe);
-      figure(cores, recipe);
+      note(cores, core, RecipeStep::coefficient, recipe);
+      figure(cores, core, recipe);
     }
   }
 
   void note(const RecipeCores& cores, RecipeStep step, RecipeOf recipe) {
     if (is_given_up_) return;
-    for (CoreRecipe& core : all_) {
-      const bool can = widths_.size() > 1 && !is_constant(widths_[core.core]);
-      auto& steps = core.steps[place_of(recipe)];
-      const auto before = steps.empty() ? core.by(RecipeOf::program).r : steps.back().r;
-      const auto r = can ? finite(cores.correlation(core.core)) : std::nullopt;
-      steps.push_back({step, r, before && r ? std::optional(*r - *before) : std::nullopt});
-    }
+    for (CoreRecipe& core : all_) note(cores, core, step, recipe);
+  }
+
+  void note(const RecipeCores& cores, CoreRecipe& core, RecipeStep step, RecipeOf recipe) const {
+    const bool can = widths_.size() > 1 && !is_constant(widths_[core.core]);
+    auto& steps = core.steps[place_of(recipe)];
+    const auto before = steps.empty() ? core.by(RecipeOf::program).r : steps.back().r;
+    const auto r = can ? finite(cores.correlation(core.core)) : std::nullopt;
+    steps.push_back({step, r, before && r ? std::optional(*r - *before) : std::nullopt});
   }
 
   void figure(const RecipeCores& cores, RecipeOf recipe) {

@@ -16,13 +16,10 @@ YearSpan span_of(std::span<const ReadyCore> cores) {
   return years_of_all(views);
 }
 
-// Nobody has so many values of one year.
-constexpr std::size_t most_cores = 0xFFFFFFFF;
-
 std::vector<ReadyCore> all_ready(std::span<const SeriesView> widths, const Ways& ways,
                                  const Settings& settings, const std::function<bool()>& go_on) {
   std::vector<ReadyCore> all;
-  for (const SeriesView& core : widths.first(std::min(widths.size(), most_cores))) {
+  for (const SeriesView& core : widths) {
     all.push_back(made_ready(core, ways, settings));
     if (!go_on()) return std::vector<ReadyCore>(widths.size());
   }
@@ -48,21 +45,19 @@ ChronologyParts parts_of(std::span<const ReadyCore> cores, std::span<const Serie
 
 YearValues::YearValues(std::span<const ReadyCore> cores)
     : years_(span_of(cores)), values_(static_cast<std::size_t>(std::max<std::int64_t>(years_.count(), 0))) {
-  for (std::size_t i = 0; i < cores.size(); ++i) {
-    const auto start = static_cast<std::size_t>(cores[i].first - years_.first);
-    for (std::size_t k = 0; k < cores[i].values.size(); ++k) {
-      if (std::isfinite(cores[i].values[k]))
-        values_[start + k].emplace_back(cores[i].values[k], static_cast<std::uint32_t>(i));
+  for (const ReadyCore& core : cores) {
+    const auto start = static_cast<std::size_t>(core.first - years_.first);
+    for (std::size_t k = 0; k < core.values.size(); ++k) {
+      if (std::isfinite(core.values[k])) values_[start + k].push_back(core.values[k]);
     }
   }
   for (auto& year : values_) std::ranges::sort(year);
 }
 
-double YearValues::biweight(std::int64_t year, std::size_t left_out) const {
-  std::vector<double> others;
-  for (const auto& [value, core] : values_[static_cast<std::size_t>(year - years_.first)]) {
-    if (core != left_out) others.push_back(value);
-  }
+double YearValues::biweight(std::int64_t year, double left_out) const {
+  std::vector<double> others = values_[static_cast<std::size_t>(year - years_.first)];
+  const auto own = std::isfinite(left_out) ? std::ranges::lower_bound(others, left_out) : others.end();
+  if (own != others.end()) others.erase(own);
   return biweight_mean(others);
 }
 
@@ -77,6 +72,7 @@ RecipeCores::RecipeCores(std::span<const SeriesView> widths, const Ways& ways, c
 
 void RecipeCores::compare_by(RecipeStep step, RecipeOf recipe) {
   ways_.take(step, recipe);
+  if (step == RecipeStep::master) of_kept_.reset();
   if (ways_.of(RecipeStep::master) == RecipeOf::dplr && !by_year_) by_year_.emplace(cores_);
 }
 
@@ -94,12 +90,16 @@ std::vector<double> RecipeCores::biweight_of_others(std::size_t i) const {
   std::vector<double> master;
   const YearSpan years = cores_[i].years();
   for (std::int64_t year = years.first; year <= years.last; ++year)
-    master.push_back(by_year_->biweight(year, i));
+    master.push_back(by_year_->biweight(year, cores_[i].view().at(year)));
   return master;
 }
 
-std::vector<double> RecipeCores::master(std::size_t i) const {
-  return by_year_ ? biweight_of_others(i) : mean_of_others(i);
+const std::vector<double>& RecipeCores::master(std::size_t i) const {
+  if (of_kept_ != i) {
+    kept_ = by_year_ ? biweight_of_others(i) : mean_of_others(i);
+    of_kept_ = i;
+  }
+  return kept_;
 }
 
 int RecipeCores::years_in_common(std::size_t i) const {

@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "study/chronology_parts.h"
@@ -13,17 +12,17 @@
 
 namespace vorn {
 
-// By year the values of all cores, the least first, with whose they are.
+// By year the values of all cores, the least first.
 class YearValues {
  public:
   explicit YearValues(std::span<const ReadyCore> cores);
-  // Tukey's biweight robust mean (biweight_mean.h) of a year, without that core; not a number of none.
-  double biweight(std::int64_t year, std::size_t left_out) const;
+  // Tukey's biweight robust mean (biweight_mean.h) of a year, without one core that has this value in it; not
+  // a number of none. Of no core where the value is not a number.
+  double biweight(std::int64_t year, double left_out) const;
 
  private:
-  using Value = std::pair<double, std::uint32_t>;
   YearSpan years_;
-  std::vector<std::vector<Value>> values_;
+  std::vector<std::vector<double>> values_;
 };
 
 class RecipeCores {
@@ -36,8 +35,9 @@ class RecipeCores {
   void compare_by(RecipeStep step, RecipeOf recipe);
 
   const ReadyCore& core(std::size_t i) const { return cores_[i]; }
-  // What core i is compared with, in its years; not a number where there is none.
-  std::vector<double> master(std::size_t i) const;
+  // What core i is compared with, in its years; not a number where there is none. That of the core asked for
+  // last is kept: not for several threads at a time.
+  const std::vector<double>& master(std::size_t i) const;
   // The correlation of the whole core with the others; nothing where too few years have both.
   std::optional<double> correlation(std::size_t i) const;
   // The years in which core i and its master both have a value.
@@ -55,6 +55,8 @@ class RecipeCores {
   std::vector<ReadyCore> cores_;
   ChronologyParts chronology_;
   std::optional<YearValues> by_year_;  // where the master asks for it
+  mutable std::optional<std::size_t> of_kept_;
+  mutable std::vector<double> kept_;
 };
 
 // The values of both where both are numbers.

@@ -85,7 +85,7 @@ std::vector<RecipeSegment> program_segments(const RecipeCores& cores, std::size_
 
 std::vector<RecipeSegment> holmes_segments(const RecipeCores& cores, std::size_t core) {
   const SeriesView own = cores.core(core).view();
-  const std::vector<double> master = cores.master(core);
+  const std::vector<double>& master = cores.master(core);
   const YearSpan both = common(known_years(own.values, own.first), known_years(master, own.first));
   std::vector<RecipeSegment> all;
   // So that a segment that is cut at either end is one, too.
@@ -102,7 +102,7 @@ std::vector<RecipeSegment> holmes_segments(const RecipeCores& cores, std::size_t
 
 std::vector<RecipeSegment> dplr_segments(const RecipeCores& cores, std::size_t core, YearSpan years) {
   const SeriesView own = cores.core(core).view();
-  const std::vector<double> master = cores.master(core);
+  const std::vector<double>& master = cores.master(core);
   std::vector<RecipeSegment> all;
   for (std::int64_t first = multiple_from(years.first, dplr_floor); first + recipe_segment - 1 <= years.last;
        first += recipe_step) {

@@ -86,7 +86,7 @@ class RecipeInR : public ::testing::Test {
   // Each value of a step, year by year, of the cores of which R's are kept.
   void expect_series(const RecipeCores& made, const std::string& way) const {
     for (const std::size_t core : wanted()) {
-      const std::vector<double> master = made.master(core);
+      const std::vector<double>& master = made.master(core);
       for (const Figure& figure : in_r(core, way + "_ready"))
         EXPECT_NEAR(made.core(core).view().at(figure.year), figure.value, close)
             << names_[core] << figure.year;
