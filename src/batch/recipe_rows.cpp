@@ -53,8 +53,9 @@ Line line_of_r(const CoreRecipe& recipe) {
 
 void add_widths(const CoreRecipe& recipe, std::vector<Line>& lines) {
   const auto add = [&](const char* figure, double RecipeFigures::*member) {
-    lines.push_back(
-        {figure, {}, each(recipe, [member](const RecipeFigures& one) { return number(one.*member); })});
+    Line line{figure, {}, each(recipe, [member](const RecipeFigures& one) { return number(one.*member); })};
+    if (recipe.missing > 0) line.words = std::string(title_of(RecipeStep::missing)) + " make the difference";
+    lines.push_back(std::move(line));
   };
   lines.push_back(
       {"ar_order", {}, each(recipe, [](const RecipeFigures& one) { return Cell(std::int64_t{one.order}); })});
@@ -74,6 +75,8 @@ void add_segments(const CoreRecipe& recipe, std::vector<Line>& lines) {
       const std::string flag = flag_of(*beside.by[k]);
       if (!flag.empty()) line.flags[k] = flag;
       if (beside.by[k]->p) line.p = known(beside.by[k]->p);
+      const std::string why = difference_in_words(recipe, all_recipes[k], beside.segment.first);
+      if (!why.empty()) line.words += (line.words.empty() ? "" : ". ") + why;
     }
     lines.push_back(std::move(line));
   }

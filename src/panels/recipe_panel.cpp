@@ -139,8 +139,10 @@ class RecipePanel {
 
   std::string segment_tip(RecipeOf recipe, const RecipeSegment* segment) const {
     if (!segment) return "";
+    const std::string why = difference_in_words(core_, recipe, segment->segment.first);
     return std::string(title_of(recipe)) + ", " + years_text(segment->years) + ": r " +
-           three_decimals(segment->r) + (segment->p ? ", p " + three_decimals(*segment->p) : "");
+           three_decimals(segment->r) + (segment->p ? ", p " + three_decimals(*segment->p) : "") +
+           (why.empty() ? "" : ". " + why);
   }
 
   void segments() {
@@ -172,7 +174,7 @@ class RecipePanel {
     const auto& steps = core_.steps_to(all_recipes[k]);
     const auto found = std::ranges::find(steps, step, &StepEffect::step);
     if (found == steps.end() || !found->moves) return "";
-    const auto main = main_step(core_, all_recipes[k]);
+    const auto main = main_step(core_.steps_to(all_recipes[k]));
     if (main && main->step == step) mark(k, colour::pale_amber);
     const double moves = *found->moves;
     return std::abs(moves) < 0.0005 ? "0" : (moves > 0 ? "+" : "") + fixed(moves, 3);

@@ -81,6 +81,28 @@ std::optional<double> finite(std::optional<double> r) {
   return r && std::isfinite(*r) ? r : std::nullopt;
 }
 
+StepEffect effect(RecipeStep step, std::span<const StepEffect> before, std::optional<double> at_first,
+                  std::optional<double> r) {
+  const auto last = before.empty() ? at_first : before.back().r;
+  return {step, r, last && r ? std::optional(*r - *last) : std::nullopt};
+}
+
+std::int64_t first_year(const RecipeSegment& segment) {
+  return segment.segment.first;
+}
+
+// Of this program's segment.
+std::optional<double> first_r(const CoreRecipe& core, const SegmentEffect& one) {
+  return std::ranges::find(core.by(RecipeOf::program).segments, one.segment.first, first_year)->r;
+}
+
+void begin_segments(CoreRecipe& core) {
+  for (const RecipeOf recipe : others) {
+    for (const RecipeSegment& segment : core.by(RecipeOf::program).segments)
+      core.segment_steps[place_of(recipe)].push_back({segment.segment, segment.years});
+  }
+}
+
 class Work {
  public:
   Work(std::span<const SeriesView> widths, const Settings& settings, const std::function<bool(double)>& go_on)
@@ -90,6 +112,7 @@ class Work {
     for (const std::size_t core : wanted) all_.push_back(begun(widths_, core));
     RecipeCores ours = made(Ways(RecipeOf::program));
     figure(ours, RecipeOf::program);
+    for (CoreRecipe& core : all_) begin_segments(core);
     for (const RecipeOf recipe : others) begin(ours, recipe);
     for (const RecipeOf recipe : others) go_to(recipe);
     if (is_given_up_) return {};
@@ -130,6 +153,17 @@ class Work {
       cores.compare_by(RecipeStep::coefficient, recipe);
       note(cores, core, RecipeStep::coefficient, recipe);
       figure(cores, core, recipe);
+      note_other_years(core, recipe);
+    }
+  }
+
+  // What is left is that the other one's segment is of other years.
+  static void note_other_years(CoreRecipe& core, RecipeOf recipe) {
+    const auto& theirs = core.by(recipe).segments;
+    for (SegmentEffect& one : core.segment_steps[place_of(recipe)]) {
+      const auto same = std::ranges::find(theirs, one.segment.first, first_year);
+      const auto r = same == theirs.end() ? std::nullopt : std::optional(same->r);
+      one.steps.push_back(effect(RecipeStep::segments, one.steps, {}, r));
     }
   }
 
@@ -141,9 +175,11 @@ class Work {
   void note(const RecipeCores& cores, CoreRecipe& core, RecipeStep step, RecipeOf recipe) const {
     const bool can = widths_.size() > 1 && !is_constant(widths_[core.core]);
     auto& steps = core.steps[place_of(recipe)];
-    const auto before = steps.empty() ? core.by(RecipeOf::program).r : steps.back().r;
     const auto r = can ? finite(cores.correlation(core.core)) : std::nullopt;
-    steps.push_back({step, r, before && r ? std::optional(*r - *before) : std::nullopt});
+    steps.push_back(effect(step, steps, core.by(RecipeOf::program).r, r));
+    for (SegmentEffect& one : core.segment_steps[place_of(recipe)])
+      one.steps.push_back(
+          effect(step, one.steps, first_r(core, one), finite(cores.correlation_over(core.core, one.years))));
   }
 
   void figure(const RecipeCores& cores, RecipeOf recipe) {
@@ -181,13 +217,20 @@ class Work {
 
 }  // namespace
 
-std::optional<MainStep> main_step(const CoreRecipe& core, RecipeOf recipe) {
+std::optional<MainStep> main_step(std::span<const StepEffect> steps) {
   std::optional<MainStep> main;
-  for (const StepEffect& effect : core.steps_to(recipe)) {
+  for (const StepEffect& effect : steps) {
     const double least = main ? std::abs(main->moves) : least_move;
     if (effect.moves && std::abs(*effect.moves) > least) main = MainStep{effect.step, *effect.moves};
   }
   return main;
+}
+
+const SegmentEffect* CoreRecipe::segment_to(RecipeOf recipe, std::int64_t first) const {
+  const auto& all = segment_steps[place_of(recipe)];
+  const auto found =
+      std::ranges::find(all, first, [](const SegmentEffect& one) { return one.segment.first; });
+  return found == all.end() ? nullptr : &*found;
 }
 
 std::optional<std::vector<CoreRecipe>> recipes(std::span<const SeriesView> widths,

@@ -46,26 +46,36 @@ struct StepEffect {
   std::optional<double> moves = {};  // by how much this step alone changes it
 };
 
+// The same of one segment of this program, over its years; the last step is that the other one has other
+// years.
+struct SegmentEffect {
+  YearSpan segment = {}, years = {};
+  std::vector<StepEffect> steps = {};
+};
+
 struct CoreRecipe {
   std::size_t core = 0;
   int rings = 0, missing = 0;
   std::array<RecipeFigures, all_recipes.size()> figures = {};
   // By recipe; none of this program's own.
   std::array<std::vector<StepEffect>, all_recipes.size()> steps = {};
+  std::array<std::vector<SegmentEffect>, all_recipes.size()> segment_steps = {};
 
   const RecipeFigures& by(RecipeOf recipe) const { return figures[static_cast<std::size_t>(recipe)]; }
   const std::vector<StepEffect>& steps_to(RecipeOf recipe) const {
     return steps[static_cast<std::size_t>(recipe)];
   }
+  // Of the segment that begins in that year by its name; null where this program has none.
+  const SegmentEffect* segment_to(RecipeOf recipe, std::int64_t first) const;
 };
 
-// The step that moves the correlation most on the way from this program to the other one, and by how much;
-// nothing where none moves it, or one of them has none.
+// The step that moves a correlation most on the way from this program to the other one, and by how much;
+// nothing where none moves it.
 struct MainStep {
   RecipeStep step = RecipeStep::missing;
   double moves = 0;
 };
-std::optional<MainStep> main_step(const CoreRecipe& core, RecipeOf recipe);
+std::optional<MainStep> main_step(std::span<const StepEffect> steps);
 
 // Given:    widths    mm, with estimates at missing rings
 //           wanted    cores by their number, from 0

@@ -106,13 +106,29 @@ int RecipeCores::years_in_common(std::size_t i) const {
   return static_cast<int>(pairs_of(cores_[i].values, mean_of_others(i)).a.size());
 }
 
-std::optional<double> RecipeCores::correlation(std::size_t i) const {
+std::optional<double> RecipeCores::correlation_of(const Pairs& pairs) const {
+  if (pairs.a.size() < fewest_recipe_pairs) return {};
   const bool by_ranks = ways_.of(RecipeStep::coefficient) == RecipeOf::dplr;
+  return by_ranks ? rank_correlation(pairs.a, pairs.b) : cov(pairs.a, pairs.b);
+}
+
+std::optional<double> RecipeCores::correlation_over(std::size_t i, YearSpan years) const {
+  const SeriesView own = with_rings(i);
+  const std::vector<double>& others = master(i);
+  years = common(years, own.years());
+  std::vector<double> a, b;
+  for (std::int64_t year = years.first; year <= years.last; ++year) {
+    if (!own.has(year)) continue;
+    a.push_back(own.at(year));
+    b.push_back(others[static_cast<std::size_t>(year - own.first)]);
+  }
+  return correlation_of(pairs_of(a, b));
+}
+
+std::optional<double> RecipeCores::correlation(std::size_t i) const {
   if (cores_[i].values.empty()) return {};
   if (ways_.of(RecipeStep::master) == RecipeOf::program) return chronology_.correlation(with_rings(i));
-  const Pairs pairs = pairs_of(cores_[i].values, master(i));
-  if (pairs.a.size() < fewest_recipe_pairs) return {};
-  return by_ranks ? rank_correlation(pairs.a, pairs.b) : cov(pairs.a, pairs.b);
+  return correlation_of(pairs_of(cores_[i].values, master(i)));
 }
 
 Pairs pairs_of(std::span<const double> a, std::span<const double> b) {

@@ -25,6 +25,12 @@ class YearValues {
   std::vector<std::vector<double>> values_;
 };
 
+// The values of both where both are numbers.
+struct Pairs {
+  std::vector<double> a, b;
+};
+Pairs pairs_of(std::span<const double> a, std::span<const double> b);
+
 class RecipeCores {
  public:
   // `go_on` is asked after each core; once it says no, no core is compared.
@@ -40,6 +46,8 @@ class RecipeCores {
   const std::vector<double>& master(std::size_t i) const;
   // The correlation of the whole core with the others; nothing where too few years have both.
   std::optional<double> correlation(std::size_t i) const;
+  // The same of some of its years, not by the program's mean: rings that do not count are left out.
+  std::optional<double> correlation_over(std::size_t i, YearSpan years) const;
   // The years in which core i and its master both have a value.
   int years_in_common(std::size_t i) const;
   const ChronologyParts& chronology() const { return chronology_; }
@@ -47,6 +55,7 @@ class RecipeCores {
   SeriesView with_rings(std::size_t i) const;
 
  private:
+  std::optional<double> correlation_of(const Pairs& pairs) const;
   std::vector<double> mean_of_others(std::size_t i) const;
   std::vector<double> biweight_of_others(std::size_t i) const;
 
@@ -58,12 +67,6 @@ class RecipeCores {
   mutable std::optional<std::size_t> of_kept_;
   mutable std::vector<double> kept_;
 };
-
-// The values of both where both are numbers.
-struct Pairs {
-  std::vector<double> a, b;
-};
-Pairs pairs_of(std::span<const double> a, std::span<const double> b);
 
 // With fewer pairs there is no correlation.
 inline constexpr std::size_t fewest_recipe_pairs = 10;

@@ -98,9 +98,34 @@ TEST_F(Recipes, GoFromThisProgramToTheOtherStepByStep) {
       largest = std::max(largest, std::abs(*effect.moves));
     }
     EXPECT_NEAR(r, one.by(recipe).r.value(), 1e-12);
-    EXPECT_EQ(std::abs(main_step(one, recipe).value().moves), largest);
+    EXPECT_EQ(std::abs(main_step(one.steps_to(recipe)).value().moves), largest);
     EXPECT_EQ(one.steps_to(recipe).size(), all_steps.size() - 1);
   }
+}
+
+TEST_F(Recipes, GoThatWayInEachSegmentToo) {
+  for (int k = 0; k < 6; ++k) add_core(1700 + 7 * k, 180);
+  const CoreRecipe one = of(2);
+  int compared = 0;
+  for (const RecipeOf recipe : {RecipeOf::cofecha, RecipeOf::dplr}) {
+    for (const RecipeSegment& ours : one.by(RecipeOf::program).segments) {
+      const SegmentEffect* effect = one.segment_to(recipe, ours.segment.first);
+      ASSERT_NE(effect, nullptr);
+      const auto& all = one.by(recipe).segments;
+      const auto theirs =
+          std::ranges::find_if(all, [&](const auto& other) { return other.segment == ours.segment; });
+      if (theirs == all.end()) {
+        EXPECT_EQ(difference_in_words(one, recipe, ours.segment.first), "");
+        continue;
+      }
+      double r = ours.r;
+      for (const StepEffect& step : effect->steps) r += step.moves.value();
+      EXPECT_NEAR(r, theirs->r, 1e-12);
+      EXPECT_NE(difference_in_words(one, recipe, ours.segment.first).find("most by"), std::string::npos);
+      ++compared;
+    }
+  }
+  EXPECT_GT(compared, 6);
 }
 
 // With this program's way the same as Holmes's but for the coefficient nothing else can move r.

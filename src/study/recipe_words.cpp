@@ -134,10 +134,24 @@ std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe) {
   if (!theirs) return "No r of " + name + ": " + core.by(recipe).why;
   const std::string all = name + ": r " + decimals(*theirs, "%.3f") + ", " +
                           decimals(*theirs - *ours, "%+.3f") + " against this program";
-  const auto main = main_step(core, recipe);
+  const auto main = main_step(core.steps_to(recipe));
   if (!main) return all + "; no step makes a difference";
   return all + "; the step that makes most of it: " + std::string(title_of(main->step)) + ", " +
          decimals(main->moves, "%+.3f");
+}
+
+std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe, std::int64_t first_year) {
+  const SegmentEffect* segment = core.segment_to(recipe, first_year);
+  if (!segment || segment->steps.empty() || !segment->steps.back().r) return "";
+  const auto main = main_step(segment->steps);
+  if (!main) return "";
+  double all = 0;
+  for (const StepEffect& effect : segment->steps) {
+    if (!effect.moves) return "";
+    all += *effect.moves;
+  }
+  return std::string(title_of(recipe)) + ": " + decimals(all, "%+.3f") + ", most by " +
+         std::string(title_of(main->step)) + ", " + decimals(main->moves, "%+.3f");
 }
 
 }  // namespace vorn

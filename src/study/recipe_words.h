@@ -20,5 +20,8 @@ std::string words_of(RecipeOf recipe, RecipeStep step, const Settings& settings)
 // Which step makes the difference between this program and the other recipe, in a sentence; what is in the
 // way where that cannot be told.
 std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe);
+// The same of the segment that begins in that year: "dplR: +0.094, most by growth trend, +0.102"; empty where
+// one of them has no such segment, or they do not differ.
+std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe, std::int64_t first_year);
 
 }  // namespace vorn
