@@ -11,7 +11,7 @@ namespace vorn {
 namespace {
 
 constexpr int top = 112, row_height = 48, lowest_names = 120;
-constexpr double least_change = 0.0005;
+constexpr double least_change = 0.0005, narrowest_column = 64, widest_column = 130;
 
 std::string names_of(const std::vector<std::string>& cores) {
   constexpr std::size_t most = 3;
@@ -28,7 +28,9 @@ class MovingPanel {
  public:
   MovingPanel(const PanelInputs& inputs, const PanelView& view, const MovingFindings& found)
       : in_(inputs), view_(view), found_(found), pen_(view), y_(top - view.scroll) {
-    column_ = std::min(130.0, (view.width - 2.0 * margin - lowest_names) / columns);
+    const double room = view.width - 2.0 * margin - lowest_names;
+    figures_ = std::clamp(static_cast<int>(room / (2 * narrowest_column)), 1, most_figures);
+    column_ = std::min(widest_column, room / (2 * figures_));
   }
 
   Panel draw() {
@@ -42,18 +44,18 @@ class MovingPanel {
   }
 
  private:
-  static constexpr int columns = 8;  // four figures, now and after
+  static constexpr int most_figures = 4;  // each now and after
 
-  double end_of(int column) const { return view_.width - margin - column_ * (columns - 1 - column); }
+  double end_of(int column) const { return view_.width - margin - column_ * (2 * figures_ - 1 - column); }
 
   void heading() {
     pen_.begin_head(top - 6);
     pen_.fitted(margin, 20, view_.width - 2.0 * margin, "Moving " + names_of(found_.cores) + in_older(in_),
                 colour::ink, heading_size);
     pen_.text(margin, top - 38, "file", colour::muted, small);
-    constexpr std::array<const char*, columns> titles = {"cores", "after", "mean r", "after",
-                                                         "rbar",  "after", "EPS",    "after"};
-    for (int k = 0; k < columns; ++k)
+    constexpr std::array<const char*, 2 * most_figures> titles = {"cores", "after", "mean r", "after",
+                                                                  "rbar",  "after", "EPS",    "after"};
+    for (int k = 0; k < 2 * figures_; ++k)
       pen_.right(end_of(k), top - 38, titles[static_cast<std::size_t>(k)], colour::muted, small);
     pen_.line(0, top - 6, view_.width, top - 6, colour::hairline);
   }
@@ -74,11 +76,12 @@ class MovingPanel {
 
   // What gets better stands in green, what gets worse in red.
   void figure(int column, const std::optional<double>& now, const std::optional<double>& after) {
+    if (column >= 2 * figures_) return;  // the tip has it
     pen_.right(end_of(column), y_ + 12, text_of(now));
     const double change = now && after ? *after - *now : 0;
     if (std::abs(change) >= least_change) {
       const int end = static_cast<int>(end_of(column + 1)), y = static_cast<int>(y_);
-      pen_.area({end - static_cast<int>(column_) + 24, y + 5, end + 6, y + row_height - 4},
+      pen_.area({end - static_cast<int>(column_ * 0.82), y + 5, end + 6, y + row_height - 4},
                 change > 0 ? colour::pale_green : colour::pale_red);
     }
     pen_.right(end_of(column + 1), y_ + 12, text_of(after));
@@ -115,7 +118,9 @@ class MovingPanel {
   PanelView view_;
   const MovingFindings& found_;
   Pen pen_;
-  double y_, column_;
+  double y_;
+  int figures_;  // as many as there is room for
+  double column_;
 };
 
 }  // namespace

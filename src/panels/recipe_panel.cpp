@@ -30,8 +30,8 @@ class RecipePanel {
  public:
   RecipePanel(const PanelInputs& inputs, const PanelView& view, const RecipeFindings& found)
       : in_(inputs), view_(view), found_(found), core_(found.recipe), pen_(view), y_(head - view.scroll) {
-    const double share = (view.width - 2.0 * margin) / (2.0 + all_recipes.size());
-    column_ = std::clamp(share, narrowest_column, widest_column);
+    const double room = view.width - 2.0 * margin, share = room / (2 + all_recipes.size());
+    column_ = std::clamp(share, std::min(narrowest_column, room / (1 + all_recipes.size())), widest_column);
   }
 
   Panel draw() {

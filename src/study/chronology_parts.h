@@ -40,7 +40,7 @@ class ChronologyParts {
 
  private:
   void put(const SeriesView& core, int sign);
-  YearSpan well_covered(YearSpan years) const;
+  YearSpan well_covered(YearSpan span) const;
   std::size_t place(std::int64_t year) const { return static_cast<std::size_t>(year - years_.first); }
   double scale() const { return values_ > 0 ? sum_ / values_ : 1; }
 
