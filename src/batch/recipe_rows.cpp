@@ -161,6 +161,7 @@ std::vector<SegmentBeside> segments_side_by_side(const CoreRecipe& recipe) {
     }
   }
   std::vector<SegmentBeside> sorted;
+  sorted.reserve(all.size());
   for (const auto& [year, beside] : all) sorted.push_back(beside);
   return sorted;
 }
@@ -173,6 +174,7 @@ std::vector<Row> recipe_rows(const std::string& file, const std::string& core, c
   add_reasons(recipe, lines);
   add_steps(recipe, settings, lines);
   std::vector<Row> rows;
+  rows.reserve(lines.size());
   for (const Line& line : lines) rows.push_back(row_of(file, core, line));
   return rows;
 }

@@ -55,6 +55,8 @@ struct PanelTable {
   std::vector<Row> rows;
 };
 PanelTable rows_of(PanelName panel, const PanelInputs& inputs);
+PanelTable recipe_table(const PanelInputs& inputs);
+PanelTable moving_table(const PanelInputs& inputs);
 
 // The cores of Site as they stand there: by need, without those that are left out.
 std::vector<std::size_t> listed_cores(const SiteFindings& site, const PanelState& state);

@@ -311,8 +311,10 @@ void Studies::study(const SharedSituation& situation, const GoOn& go_on, const C
     tell();
   }
   if (!has_recipe) {
-    found.recipe = recipe_findings(now, ready_, found.pair.get(), go_on);
-    if (found.pair && !found.recipe) return;
+    bool goes_on = true;
+    found.recipe = recipe_findings(now, ready_, found.pair.get(),
+                                   [&](const std::string& working) { return goes_on = go_on(working); });
+    if (!goes_on) return;
     of_recipe_ = situation;
     tell();
   }

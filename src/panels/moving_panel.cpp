@@ -125,6 +125,15 @@ class MovingPanel {
 
 }  // namespace
 
+PanelTable moving_table(const PanelInputs& inputs) {
+  PanelTable table{move_form().columns, {}};
+  if (!inputs.findings || !inputs.findings->moving) return table;
+  const MovingFindings& found = *inputs.findings->moving;
+  table.rows.push_back(move_row(found.left));
+  if (found.joined) table.rows.push_back(move_row(*found.joined));
+  return table;
+}
+
 Panel draw_moving(const PanelInputs& inputs, const PanelView& view) {
   if (!inputs.findings || !inputs.findings->moving)
     return words_alone(view, "Moving cores",

@@ -1,9 +1,6 @@
 // What panels show, as rows: where the command line gives the same, under the same names.
 #include "batch/reading_check.h"
-#include "batch/recipe_rows.h"
 #include "panels/drawn_panels.h"
-#include "panels/moving_findings.h"
-#include "panels/recipe_findings.h"
 
 namespace vorn {
 namespace {
@@ -95,23 +92,6 @@ PanelTable files_table(const PanelInputs& inputs) {
   for (const FileReport& report : *inputs.files) {
     for (const FileFinding& finding : report.findings) table.rows.push_back(check_row(report.file, finding));
   }
-  return table;
-}
-
-PanelTable recipe_table(const PanelInputs& inputs) {
-  PanelTable table{recipe_columns(), {}};
-  if (!inputs.findings || !inputs.findings->recipe) return table;
-  const RecipeFindings& found = *inputs.findings->recipe;
-  table.rows = recipe_rows(found.file, found.core, found.recipe, found.settings);
-  return table;
-}
-
-PanelTable moving_table(const PanelInputs& inputs) {
-  PanelTable table{move_form().columns, {}};
-  if (!inputs.findings || !inputs.findings->moving) return table;
-  const MovingFindings& found = *inputs.findings->moving;
-  table.rows.push_back(move_row(found.left));
-  if (found.joined) table.rows.push_back(move_row(*found.joined));
   return table;
 }
 

@@ -10,6 +10,7 @@ std::shared_ptr<const RecipeFindings> recipe_findings(const Situation& now,
   if (!pair) return nullptr;
   const std::size_t place = static_cast<std::size_t>(pair->entry) - 1;
   std::vector<SeriesView> widths;
+  widths.reserve(cores.size());
   for (const SharedStudied& core : cores) widths.push_back(core->widths());
   widths[place] = pair->core->widths();
   const auto found = recipes(widths, {&place, 1}, now.settings, [&](double share) {

@@ -131,7 +131,7 @@ class RecipePanel {
     }
   }
 
-  std::string segment_text(const RecipeSegment* segment) const {
+  static std::string segment_text(const RecipeSegment* segment) {
     if (!segment) return "";
     const std::string flag = flag_of(*segment);
     return short_r(segment->r) + (flag.empty() ? "" : " " + flag);
@@ -200,6 +200,14 @@ class RecipePanel {
 };
 
 }  // namespace
+
+PanelTable recipe_table(const PanelInputs& inputs) {
+  PanelTable table{recipe_columns(), {}};
+  if (!inputs.findings || !inputs.findings->recipe) return table;
+  const RecipeFindings& found = *inputs.findings->recipe;
+  table.rows = recipe_rows(found.file, found.core, found.recipe, found.settings);
+  return table;
+}
 
 Panel draw_recipe(const PanelInputs& inputs, const PanelView& view) {
   if (!inputs.findings || !inputs.findings->recipe)
