@@ -53,8 +53,7 @@ class MovingPanel {
     pen_.fitted(margin, 20, view_.width - 2.0 * margin, "Moving " + names_of(found_.cores) + in_older(in_),
                 colour::ink, heading_size);
     pen_.text(margin, top - 38, "file", colour::muted, small);
-    constexpr std::array<const char*, 2 * most_figures> titles = {"cores", "after", "mean r", "after",
-                                                                  "rbar",  "after", "EPS",    "after"};
+    constexpr std::array titles = {"cores", "after", "mean r", "after", "rbar", "after", "EPS", "after"};
     for (int k = 0; k < 2 * figures_; ++k)
       pen_.right(end_of(k), top - 38, titles[static_cast<std::size_t>(k)], colour::muted, small);
     pen_.line(0, top - 6, view_.width, top - 6, colour::hairline);
@@ -87,7 +86,7 @@ class MovingPanel {
     pen_.right(end_of(column + 1), y_ + 12, text_of(after));
   }
 
-  std::string tip_of(const MovedFile& moved) const {
+  static std::string tip_of(const MovedFile& moved) {
     const auto change = [](const char* name, const auto& now, const auto& after) {
       return std::string(name) + " " + text_of(now) + " to " + text_of(after);
     };
