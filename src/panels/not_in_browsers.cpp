@@ -17,6 +17,7 @@ std::shared_ptr<const RecipeFindings> recipe_findings(const Situation&, const st
 
 std::shared_ptr<const MovingFindings> MovingStudy::study(const Situation&, const std::vector<SharedStudied>&,
                                                          const PairFindings*) {
+  own_.reset();
   return nullptr;
 }
 
