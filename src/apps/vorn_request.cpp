@@ -5,6 +5,7 @@
 #include <iterator>
 #include <map>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -16,6 +17,7 @@
 #include "batch/files_below.h"
 #include "batch/folder_look.h"
 #include "batch/listed_files.h"
+#include "batch/recipe_rows.h"
 #include "records/disk_files.h"
 
 namespace vorn {
@@ -27,7 +29,8 @@ constexpr int most_threads = 64;
 struct Typed {
   TypedOutput output;
   std::string grid = "report", fail_on, reference;
-  std::string unit, careful;
+  std::string unit, careful, recipe;
+  std::vector<std::string> moved;
   bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false, noaa = false;
   bool no_cache = false;
   std::optional<int> step, overlap, farthest_lag, year, best;
@@ -97,6 +100,20 @@ void add_segments(CLI::App& app, int least, Request& request, Typed& typed) {
       ->excludes(step);
 }
 
+constexpr const char* of_every_core = "*";
+
+void add_beside(CLI::App& app, Typed& typed) {
+  CLI::Option* recipe = with_value(
+      app.add_flag("--recipe{*}", typed.recipe, "figures beside those of other programs, step by step"),
+      "[=CORE,...]");
+  with_value(
+      app.add_option("--move", typed.moved, "what moving this core from the first file to the second does")
+          ->delimiter(',')
+          ->allow_extra_args(false),
+      "CORE,...")
+      ->excludes(recipe);
+}
+
 void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& typed) {
   if (verb == "locate") {
     with_value(app.add_option("--gain", request.switches.least_gain,
@@ -133,6 +150,7 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
     add_choice(app, "--unit", typed.unit, {"hundredths", "thousandths", "millimetres"},
                "repair: of widths whose unit is not known (millimetres: with a decimal point)");
   }
+  if (verb == "stats") add_beside(app, typed);
   // Of fewer years in common site tells nothing.
   if (verb == "site") add_segments(app, least_years_in_common, request, typed);
   if (verb == "corr") {
@@ -234,6 +252,38 @@ void open_folders(std::vector<std::string>& files) {
   files = std::move(all);
 }
 
+std::vector<std::string> names_in(const std::string& list) {
+  std::vector<std::string> names;
+  std::istringstream in(list);
+  for (std::string name; std::getline(in, name, ',');) {
+    if (!name.empty()) names.push_back(name);
+  }
+  return names;
+}
+
+// Takes the place of `stats`.
+void take_recipe(Request& request, const Typed& typed) {
+  if (typed.recipe.empty()) return;
+  request.verb = &recipe_verb();
+  if (typed.recipe != of_every_core) {
+    const auto named = names_in(typed.recipe);
+    request.series.insert(request.series.end(), named.begin(), named.end());
+  }
+  request.switches.cores = request.series;
+}
+
+// Why nothing can be moved as it was typed, or nothing.
+std::string take_move(Request& request, const Typed& typed) {
+  if (typed.moved.empty()) return "";
+  if (request.files.size() != 2 || request.files[0] == request.files[1])
+    return "--move takes two files: the one that is left and the one that is joined";
+  if (!request.series.empty()) return "--move names its cores itself: --series does not go with it";
+  if (std::ranges::count(request.files, "-") > 1) return "only one of all files can be standard input";
+  request.moved = typed.moved;
+  request.command = [&request] { return tell_move(request); };
+  return "";
+}
+
 std::string take(Request& request, const Typed& typed) {
   if (request.command) return "";
   if (request.files.empty() && request.list.empty()) return "FILE is required";
@@ -259,6 +309,8 @@ std::string take(Request& request, const Typed& typed) {
   if (typed.noaa && request.files.size() > 1) return "--noaa takes one file";
   if (typed.noaa && typed.output.as() != TableFormat::table) return "--noaa is a format of its own";
   if (std::string wrong = take_repair(request, typed); !wrong.empty()) return wrong;
+  take_recipe(request, typed);
+  if (std::string wrong = take_move(request, typed); !wrong.empty()) return wrong;
   refuse_to_overwrite_by_copies(request);
   refuse_to_overwrite(request.files, request.output);
   refuse_to_overwrite(request.references, request.output);

@@ -38,7 +38,11 @@ struct Request {
   std::vector<Row> list_rows;  // what is to be said of it
   std::string repair_folder;   // check: where copies go that are taken whole; none are made where it is empty
   RepairChoices repair_choices;
+  std::vector<std::string> moved;  // stats: cores that are moved from the first file to the second
 };
+
+// Writes what moving cores does to both files; answers what the program ends with.
+int tell_move(const Request& request);
 
 // Writes the chronology of the one file as template text; answers what the program ends with.
 int write_chronology_template(const Request& request);

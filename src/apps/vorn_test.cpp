@@ -508,6 +508,33 @@ TEST_F(CommandLine, ManPageAndCompletionKnowEveryOption) {
   }
 }
 
+TEST_F(CommandLine, StatsTellsOfOtherPrograms) {
+  ASSERT_EQ(run(VORN " stats --recipe=OAK2 --json oak.rwl"), 0);
+  EXPECT_NE(printed.find("\"schema\": \"vorn-recipe-1\""), std::string::npos) << printed.substr(0, 80);
+  EXPECT_NE(printed.find("OAK2"), std::string::npos);
+  EXPECT_EQ(printed.find("OAK1"), std::string::npos);
+  ASSERT_EQ(run(VORN " stats --recipe --format csv oak.rwl"), 0);
+  EXPECT_TRUE(printed.starts_with("file,series,figure,from,to,vorn,vorn_flag,cofecha,")) << printed;
+  EXPECT_NE(printed.find("OAK1"), std::string::npos);
+  EXPECT_EQ(run(VORN " stats --recipe=NONE oak.rwl"), 0);
+  EXPECT_NE(said.find("no series NONE"), std::string::npos) << said;
+}
+
+TEST_F(CommandLine, StatsTellsWhatAMoveDoes) {
+  folder.write("elm.rwl", ScratchFolder::read("oak.rwl"));
+  ASSERT_EQ(run(VORN " stats --move OAK1 --format csv oak.rwl elm.rwl"), 0) << said;
+  EXPECT_TRUE(printed.starts_with("file,cores,cores_after,r,r_after,rbar,rbar_after,eps,eps_after\noak.rwl,"))
+      << printed;
+  EXPECT_EQ(run(VORN " stats --move OAK1 oak.rwl"), 2);
+  EXPECT_NE(said.find("--move takes two files"), std::string::npos) << said;
+  EXPECT_EQ(run(VORN " stats --move OAK1 --recipe oak.rwl elm.rwl"), 2);
+  EXPECT_EQ(run(VORN " stats --move NONE oak.rwl elm.rwl"), 4);
+  EXPECT_NE(said.find("oak.rwl: no series NONE"), std::string::npos) << said;
+  EXPECT_EQ(run(VORN " stats --move OAK1 oak.rwl gone.rwl"), 4);
+  EXPECT_EQ(run(VORN " stats --move OAK1 oak.rwl oak.rwl"), 2);
+  EXPECT_NE(said.find("two files"), std::string::npos) << said;
+}
+
 // --- What a terminal is shown.
 
 TEST_F(CommandLine, ShowsItsProgressOnATerminalAlone) {

@@ -35,9 +35,10 @@ struct VerbSwitches {
   CorrelationGrid grid = CorrelationGrid::report;  // corr
   int farthest_lag = max_lag;                      // corr, lags: up to so many years to either side
   std::shared_ptr<const OtherChronology> beside =
-      nullptr;                      // corr, lags: instead of the core's own chronology
-  int this_year = 0;                // check: rings behind it are told; 0 for whoever does not know
-  std::optional<double> unit = {};  // check: as RepairChoices have it
+      nullptr;                          // corr, lags: instead of the core's own chronology
+  int this_year = 0;                    // check: rings behind it are told; 0 for whoever does not know
+  std::optional<double> unit = {};      // check: as RepairChoices have it
+  std::vector<std::string> cores = {};  // stats, recipe: of these alone; of all where it is empty
 };
 
 struct Verb {

@@ -96,6 +96,8 @@ constexpr Action table[] = {
     {{"around", Menu::view, "Around a Year", "Alt+4", window, !line, on_off}},
     {{"pointers", Menu::view, "Pointer Years", "Alt+5", window, !line, on_off}},
     {{"files", Menu::view, "Files", "Alt+6", window, !line, on_off}},
+    {{"recipe", Menu::view, "Other Programs", "Alt+8", window, !line, on_off}},
+    {{"moving", Menu::view, "Moving Cores", "Alt+9", window, !line, on_off}},
     {{"journal", Menu::view, "Journal", "F9", window, line, on_off}},
     {{"notices", Menu::view, "Notices", "F6", window, !line, on_off}},
     {{"full_screen", Menu::view, "Full Screen", "F11", window, !line, on_off}},

@@ -46,6 +46,8 @@ Panel draw_dates(const PanelInputs& inputs, const PanelView& view);
 Panel draw_around(const PanelInputs& inputs, const PanelView& view);
 Panel draw_pointers(const PanelInputs& inputs, const PanelView& view);
 Panel draw_files(const PanelInputs& inputs, const PanelView& view);
+Panel draw_recipe(const PanelInputs& inputs, const PanelView& view);
+Panel draw_moving(const PanelInputs& inputs, const PanelView& view);
 
 // What a panel shows, as rows; of all of it, whatever is looked at.
 struct PanelTable {
@@ -53,6 +55,8 @@ struct PanelTable {
   std::vector<Row> rows;
 };
 PanelTable rows_of(PanelName panel, const PanelInputs& inputs);
+PanelTable recipe_table(const PanelInputs& inputs);
+PanelTable moving_table(const PanelInputs& inputs);
 
 // The cores of Site as they stand there: by need, without those that are left out.
 std::vector<std::size_t> listed_cores(const SiteFindings& site, const PanelState& state);

@@ -5,6 +5,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "panels/moving_findings.h"
+#include "panels/recipe_findings.h"
 #include "study/reference.h"
 
 namespace vorn {
@@ -53,6 +55,12 @@ bool same_member(const PairMember& a, const PairMember& b) {
 bool same_pair(const Situation& a, const Situation& b) {
   return same_cores(a, b) && same_segments(a.settings, b.settings) && same_member(a.sample, b.sample) &&
          same_member(a.reference, b.reference);
+}
+
+// Whether the same cores would be moved to the same file.
+bool same_move(const Situation& a, const Situation& b) {
+  return same_pair(a, b) && a.place == b.place && a.mode == b.mode && a.marked == b.marked &&
+         a.destination == b.destination && a.settings.careful == b.settings.careful;
 }
 
 // Whether entry `other` is the chronology of the file whose cores are at work.
@@ -225,6 +233,14 @@ std::vector<SeriesView> widths_of(const std::vector<SharedStudied>& cores) {
 
 }  // namespace
 
+Studies::Studies() : moving_(std::make_unique<MovingStudy>()) {}
+
+Studies::~Studies() = default;
+
+void Studies::read_from(Files* files) {
+  moving_->read_from(files);
+}
+
 StudiedSeries::StudiedSeries(SharedSeries series, const Settings& settings)
     : series_(std::move(series)),
       present_(flags_of(series_->presence)),
@@ -271,8 +287,12 @@ void Studies::study(const SharedSituation& situation, const GoOn& go_on, const C
   found.site_is_older = !has_site && has_older;
   if (has_pair && found_) found.pair = found_->pair;
   if (has_dates) found.dates = found_->dates;
+  const bool has_recipe = has_pair && of_recipe_ && found_ && same_pair(*of_recipe_, now);
+  const bool has_move = has_pair && of_moving_ && found_ && same_move(*of_moving_, now);
+  if (has_recipe) found.recipe = found_->recipe;
+  if (has_move) found.moving = found_->moving;
   tell();
-  if (has_site && has_pair && has_dates) return;
+  if (has_site && has_pair && has_dates && has_recipe && has_move) return;
   if (!make_ready(now, go_on)) return;
   if (!has_pair) {
     found.pair = pair_of(now, ready_);
@@ -283,6 +303,19 @@ void Studies::study(const SharedSituation& situation, const GoOn& go_on, const C
     const bool is_studied = found.pair && found.pair->is_sample;
     found.dates = dates_of(now, ready_, is_studied ? found.pair->core : nullptr, go_on);
     of_dates_ = situation;
+    tell();
+  }
+  if (!has_move) {
+    found.moving = moving_->study(now, ready_, found.pair.get());
+    of_moving_ = situation;
+    tell();
+  }
+  if (!has_recipe) {
+    bool goes_on = true;
+    found.recipe = recipe_findings(now, ready_, found.pair.get(),
+                                   [&](const std::string& working) { return goes_on = go_on(working); });
+    if (!goes_on) return;
+    of_recipe_ = situation;
     tell();
   }
   if (!has_site && !ready_.empty()) {

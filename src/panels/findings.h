@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "records/files.h"
 #include "situation/situation.h"
 #include "study/dates.h"
 #include "study/pointer_years.h"
@@ -73,6 +74,10 @@ struct DateFindings {
   std::vector<Reference> references;  // the best first
 };
 
+struct RecipeFindings;  // recipe_findings.h
+struct MovingFindings;  // moving_findings.h
+class MovingStudy;
+
 // Never changed once made. A part is null where it cannot be had, or was not had yet.
 struct Findings {
   SharedSituation of;  // what it was computed from
@@ -81,6 +86,8 @@ struct Findings {
   std::shared_ptr<const PairFindings> pair = {};
   std::shared_ptr<const DateFindings> dates = {};
   std::shared_ptr<const std::vector<PointerYear>> pointers = {};
+  std::shared_ptr<const RecipeFindings> recipe = {};
+  std::shared_ptr<const MovingFindings> moving = {};
 };
 using SharedFindings = std::shared_ptr<const Findings>;
 
@@ -95,12 +102,18 @@ class Studies {
   // by then: first what still holds of earlier situations, then what regards the pair on the page. While a
   // ring inserted or deleted is looked at, what was found before it stays.
   void study(const SharedSituation& situation, const GoOn& go_on, const Came& came);
+  // Where files are read that cores are to be moved to; it must live as long. Without it none is.
+  void read_from(Files* files);
+
+  Studies();
+  ~Studies();
 
  private:
   bool make_ready(const Situation& now, const GoOn& go_on);
 
   SharedFindings found_;
-  SharedSituation of_site_, of_pair_, of_dates_;
+  SharedSituation of_site_, of_pair_, of_dates_, of_recipe_, of_moving_;
+  std::unique_ptr<MovingStudy> moving_;
   std::vector<SharedStudied> ready_;  // the cores of the situation at hand
   Settings ready_for_;
 };

@@ -19,7 +19,9 @@ const std::array<PanelRow, all_panels.size()> rows = {
      {PanelName::dates, "dates", "Dates", {}},
      {PanelName::around, "around", "Around a Year", {1480, 800}},
      {PanelName::pointers, "pointers", "Pointer Years", {page_wide, 260, 0, PanelView::Axis{200, 2700}}},
-     {PanelName::files, "files", "Files", {}}}};
+     {PanelName::files, "files", "Files", {}},
+     {PanelName::recipe, "recipe", "Other Programs", {}},
+     {PanelName::moving, "moving", "Moving Cores", {1480, 500}}}};
 
 const PanelRow& row_of(PanelName panel) {
   return rows[static_cast<std::size_t>(panel)];

@@ -14,9 +14,10 @@
 
 namespace vorn {
 
-enum class PanelName : std::uint8_t { site, rings, dates, around, pointers, files };
+enum class PanelName : std::uint8_t { site, rings, dates, around, pointers, files, recipe, moving };
 inline constexpr std::array all_panels = {PanelName::site,   PanelName::rings,    PanelName::dates,
-                                          PanelName::around, PanelName::pointers, PanelName::files};
+                                          PanelName::around, PanelName::pointers, PanelName::files,
+                                          PanelName::recipe, PanelName::moving};
 
 // "site", as scripts and settings name it; "Site", as people read it.
 std::string_view id_of(PanelName panel);

@@ -29,7 +29,8 @@ void PanelDesk::looked(const SharedReports& files, const std::string& working) {
 }
 
 Panel PanelDesk::panel(PanelName name, const PanelView& view) const {
-  constexpr std::array drawers = {draw_site, draw_rings, draw_dates, draw_around, draw_pointers, draw_files};
+  constexpr std::array drawers = {draw_site,     draw_rings, draw_dates,  draw_around,
+                                  draw_pointers, draw_files, draw_recipe, draw_moving};
   PanelInputs inputs = in_;
   const bool of_site = name == PanelName::site || name == PanelName::pointers;
   inputs.is_older = of_site && in_.findings && in_.findings->site_is_older;

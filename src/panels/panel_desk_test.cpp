@@ -5,6 +5,9 @@
 #include <cmath>
 
 #include "desk/specimens_for_tests.h"
+#include "panels/moving_findings.h"
+#include "panels/recipe_findings.h"
+#include "records/memory_files.h"
 
 namespace vorn {
 namespace {
@@ -181,6 +184,55 @@ TEST(Studies, EndWhenTheyAreTold) {
   EXPECT_TRUE(last->site);
   EXPECT_TRUE(last->pair);
   EXPECT_TRUE(last->dates);
+}
+
+TEST_F(Desk, OtherProgramsAndMovesAreToldOfTheCoreOnThePage) {
+  stand(Place::crossdating, 2);
+  ASSERT_TRUE(findings->recipe && findings->moving);
+  EXPECT_TRUE(desk.csv(PanelName::recipe).starts_with("file,series,figure,from,to,vorn,"));
+  EXPECT_NE(desk.csv(PanelName::recipe).find("T002,r,"), std::string::npos);
+  EXPECT_NE(desk.csv(PanelName::moving).find("\nnear.rwl,5,4,"), std::string::npos)
+      << desk.csv(PanelName::moving);
+  const Panel moving = desk.panel(PanelName::moving, {});
+  EXPECT_NE(spot_with(moving, "5 to 4 cores, mean correlation "), nullptr);
+}
+
+TEST_F(Desk, OtherProgramsAndMovesFitIntoPanelsOfAnyWidth) {
+  stand(Place::crossdating, 2);
+  for (const PanelName name : {PanelName::recipe, PanelName::moving}) {
+    for (const int width : {200, 432, 700, 1480, 4000}) {
+      const Panel panel = desk.panel(name, {.width = width, .height = 3000});
+      EXPECT_GT(panel.content_height, 100);
+      for (const Mark& mark : panel.page.marks()) {
+        for (const PagePoint& at : mark.points) {
+          EXPECT_GE(at.x, 0) << id_of(name) << width << mark.writing;
+          EXPECT_LE(at.x, width) << id_of(name) << width << mark.writing;
+        }
+      }
+    }
+  }
+}
+
+// A file that cannot be read is said to be so; so is one where nobody reads any.
+TEST_F(Desk, AFileThatCannotBeJoinedIsNamed) {
+  MemoryFiles files;
+  files.put("words.rwl", "no rings\n");
+  for (Files* folder : {static_cast<Files*>(nullptr), static_cast<Files*>(&files)}) {
+    Situation now = *standing_with_five(Place::chooser, 1)->situation;
+    now.mode = button::move_core;
+    now.marked = {"T003", "T004"};
+    now.destination = "words.rwl";
+    Studies anew;
+    anew.read_from(folder);
+    SharedFindings found;
+    anew.study(std::make_shared<const Situation>(now), go_on,
+               [&](const SharedFindings& come) { found = come; });
+    ASSERT_TRUE(found->moving);
+    EXPECT_EQ(found->moving->cores, (std::vector<std::string>{"T003", "T004"}));
+    EXPECT_EQ(found->moving->left.after.cores, 3u);
+    EXPECT_FALSE(found->moving->joined);
+    EXPECT_TRUE(found->moving->why_not_joined.starts_with("words.rwl ")) << found->moving->why_not_joined;
+  }
 }
 
 }  // namespace

@@ -112,6 +112,10 @@ PanelTable rows_of(PanelName panel, const PanelInputs& inputs) {
       return pointers_table(inputs);
     case PanelName::files:
       return files_table(inputs);
+    case PanelName::recipe:
+      return recipe_table(inputs);
+    case PanelName::moving:
+      return moving_table(inputs);
   }
   return {};
 }

@@ -16,7 +16,7 @@ bool is_panel(std::string_view name);
 class PanelsOfScript : public ScriptPanels {
  public:
   // `files` holds the folder that is worked in, and must live as long.
-  explicit PanelsOfScript(Files& files) : files_(files) {}
+  explicit PanelsOfScript(Files& files) : files_(files) { studies_.read_from(&files); }
   void stand(const SharedStanding& standing) override;
   Page page(const std::string& panel) override;
   Picked pick(const std::string& panel, const std::string& text) override;

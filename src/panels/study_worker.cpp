@@ -73,6 +73,7 @@ void StudyWorker::work() {
       came_.wait(lock, [this] { return is_new_ || stops_ || (files_ && !has_looked_); });
       if (stops_) return;
       if (std::exchange(is_new_, false)) situation = wanted_;
+      studies_.read_from(files_.get());
     }
     situation ? study_now(situation) : look_now();
   }

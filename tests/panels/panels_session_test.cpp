@@ -115,6 +115,36 @@ TEST_F(Panels, AMissingRingIsFoundAndMendedInFourClicks) {
   EXPECT_TRUE(played.writes("site.txt", "25 cores, 2 to look at"));
 }
 
+TEST_F(Panels, OtherProgramsStandBesideThisOne) {
+  Played played("panel recipe none.txt\npick site NOW07\npanel recipe recipe.txt\n");
+  EXPECT_EQ(played.status, ScriptStop::ended) << played.said;
+  EXPECT_TRUE(played.writes("none.txt", "No core is on the cross-dating page."));
+  EXPECT_TRUE(played.writes("recipe.txt", "NOW07 by three recipes"));
+  EXPECT_TRUE(played.writes("recipe.txt", "\"0.228\""));  // as the file's Stats.prn has it
+  EXPECT_TRUE(played.writes("recipe.txt", "the step that makes most of it: growth trend"));
+  EXPECT_TRUE(played.writes("recipe.txt", "Tukey's biweight robust mean"));
+}
+
+// What is told before the click is what the program shows of the files afterwards, but for the last digit:
+// the rings are written in hundredths.
+TEST_F(Panels, AMoveIsToldBeforeItIsDone) {
+  Played played(
+      "press crossdate\npress choose_cores\npress move_core\n"
+      "click 378 310\npanel moving marked.txt\n"
+      "click 378 1616\npanel moving both.txt\n"
+      "expect Move NOW01 to adrift.rwl\n"
+      "press chooser_do_it\npress chooser_exit\npanel moving after.txt\npress exit_crossdating\n"
+      "expect Number of cores     24\n"
+      "press current_chronology\nclick 300 450\nexpect Number of cores      6\n"
+      "press crossdate\npanel moving there.txt\n");
+  EXPECT_EQ(played.status, ScriptStop::ended) << played.said;
+  EXPECT_TRUE(played.writes("marked.txt", "\"nearby.fh\""));
+  for (const char* figure : {"\"0.642\"", "\"0.633\"", "\"0.516\"", "\"0.517\"", "\"0.908\""})
+    EXPECT_TRUE(played.writes("both.txt", figure)) << figure;
+  EXPECT_TRUE(played.writes("after.txt", "\"0.633\"")) << played.pages["after.txt"];
+  EXPECT_TRUE(played.writes("there.txt", "\"0.517\"")) << played.pages["there.txt"];
+}
+
 TEST_F(Panels, AWrongDateIsPutRightInThreeClicks) {
   Played played(
       "pick site NOW19\n"

@@ -52,7 +52,7 @@ class Places(SmallWindow):
         self.vorn.until(lambda: self.focused() == "Rings", "the keyboard in Rings")
         self.assertEqual(self.height(".page"), whole)
         self.assertEqual(self.tabs(),
-                         ["Site", "Rings", "Dates", "Around a Year", "Pointer Years", "Files", "Journal", "Folder"])
+                         ["Site", "Rings", "Dates", "Around a Year", "Pointer Years", "Files", "Other Programs", "Moving Cores", "Journal", "Folder"])
         self.type_with(Keys.SHIFT, Keys.F10)
         self.type(Keys.ENTER)
         self.vorn.until(lambda: self.height(".page") < whole, "Rings below the page")

@@ -50,7 +50,8 @@ void PanelDocks::place() {
     window_.setCorner(corner, Qt::RightDockWidgetArea);
   PanelDock& site = dock(PanelName::site);
   window_.addDockWidget(Qt::RightDockWidgetArea, &site);
-  for (const PanelName name : {PanelName::dates, PanelName::around, PanelName::files}) {
+  for (const PanelName name :
+       {PanelName::dates, PanelName::around, PanelName::files, PanelName::recipe, PanelName::moving}) {
     window_.addDockWidget(Qt::RightDockWidgetArea, &dock(name));
     window_.tabifyDockWidget(&site, &dock(name));
   }

@@ -20,6 +20,7 @@ class FilesDesk {
   // Both must live as long; `this_year` as in FolderLook.
   FilesDesk(WebPort& port, Files& files, int this_year) : port_(port), files_(files), this_year_(this_year) {}
 
+  Files& folder() { return files_; }
   // The list, or the next file of it, is looked at. What is lost is told when all were.
   void look();
   // The files are looked at as they are read so.

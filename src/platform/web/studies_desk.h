@@ -17,7 +17,9 @@ class StudiesDesk {
  public:
   // All must live as long. Without a keeper marks last as long as this does; without files none is looked at.
   explicit StudiesDesk(WebPort& port, PanelDesk::MarkKeeper* keeper = nullptr, FilesDesk* files = nullptr)
-      : port_(port), desk_(keeper), files_(files) {}
+      : port_(port), desk_(keeper), files_(files) {
+    if (files) studies_.read_from(&files->folder());
+  }
 
   // Studies what there is to be studied, else serves one thing that the page asks for; where it asks for
   // nothing a file is looked at, and when all were it is waited for.

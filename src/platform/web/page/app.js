@@ -391,6 +391,8 @@ class Run {
     around: () => this.#arrangement.toggle('around'),
     pointers: () => this.#arrangement.toggle('pointers'),
     files: () => this.#arrangement.toggle('files'),
+    recipe: () => this.#arrangement.toggle('recipe'),
+    moving: () => this.#arrangement.toggle('moving'),
     next_core: () => this.#stepCore(+1),
     previous_core: () => this.#stepCore(-1),
     notices: () => this.#strip.toggle(),
