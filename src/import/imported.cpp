@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "import/coordinates.h"
 #include "import/heidelberg_variants.h"
 #include "import/noaa_template.h"
+#include "import/sheffield.h"
 #include "import/source_text.h"
 #include "import/tables.h"
 #include "study/file_findings_parts.h"
@@ -21,6 +23,8 @@ bool is_no_text(std::string_view bytes) {
 
 std::optional<Imported> import_lines(std::string_view bytes, std::span<const FileLine> lines, bool is_utf_16,
                                      const ImportWishes& wishes) {
+  if (auto coordinates = import_coordinates(lines, is_utf_16, wishes)) return coordinates;
+  if (auto sheffield = import_sheffield(lines, is_utf_16, wishes)) return sheffield;
   if (starts_heidelberg(lines)) return import_heidelberg(bytes, lines, is_utf_16, wishes);
   if (auto noaa = import_noaa_template(lines, is_utf_16, wishes)) return noaa;
   return import_table(lines, is_utf_16, wishes);

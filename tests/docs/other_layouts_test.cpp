@@ -8,9 +8,11 @@
 #include <vector>
 
 #include "docs/pages.h"
+#include "import/coordinates.h"
 #include "import/fields.h"
 #include "import/heidelberg_record.h"
 #include "import/noaa_template.h"
+#include "import/sheffield.h"
 #include "import/table_words.h"
 
 namespace vorn {
@@ -80,6 +82,45 @@ TEST(OtherLayoutPages, NoaaTemplateShowsTheCommentsThatAreRead) {
   }
   shown.erase("name");
   shown.erase("units");
+  EXPECT_EQ(shown, meant);
+}
+
+TEST(OtherLayoutPages, CoordinatesShowTheirPointsAndWords) {
+  std::vector<std::string> shown, meant;
+  for (const Row& row : rows(in_tree("docs/formats/coordinates.md"), "Letter"))
+    shown.push_back(without_backticks(row.at("Letter")) + " " + row.at("Numbers") + " " +
+                    row.at("Which are"));
+  for (const PointMark& mark : point_marks)
+    meant.push_back((mark.letter == '\0' ? "" : std::string(1, mark.letter)) + " " +
+                    std::to_string(mark.coordinates) + " " + std::string(mark.content));
+  EXPECT_EQ(shown, meant);
+  shown.clear();
+  meant.clear();
+  for (const Row& row : rows(in_tree("docs/formats/coordinates.md"), "Word")) {
+    const std::string_view content = coordinate_keys.at(shown.size()).content;
+    shown.push_back(letters_of(row.at("Word")) + " " + row.at("Content").substr(0, content.size()));
+  }
+  for (const CoordinateKey& key : coordinate_keys)
+    meant.push_back(std::string(key.word) + " " + std::string(key.content));
+  EXPECT_EQ(shown, meant);
+}
+
+TEST(OtherLayoutPages, SheffieldShowsItsLinesAndMeasures) {
+  std::vector<std::string> shown, meant;
+  for (const Row& row : rows(in_tree("docs/formats/sheffield.md"), "Line"))
+    shown.push_back(row.at("Line") + " " + without_backticks(row.at("Content")));
+  for (std::size_t k = 0; k < sheffield_header.size(); ++k)
+    meant.push_back(std::to_string(k + 1) + " " +
+                    without_backticks(std::string(sheffield_header.at(k).content)));
+  EXPECT_EQ(shown, meant);
+  shown.clear();
+  meant.clear();
+  for (const Row& row : rows(in_tree("docs/formats/sheffield.md"), "Measured"))
+    shown.push_back(without_backticks(row.at("Measured")) + " " + row.at("Which are") + " " +
+                    row.at("Taken"));
+  for (const SheffieldVariable& one : sheffield_variables)
+    meant.push_back(std::string(1, one.letter) + " " + std::string(one.content) +
+                    (one.are_widths ? " yes" : " no"));
   EXPECT_EQ(shown, meant);
 }
 
