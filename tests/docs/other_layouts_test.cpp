@@ -8,12 +8,16 @@
 #include <vector>
 
 #include "docs/pages.h"
+#include "import/archive_parts.h"
 #include "import/coordinates.h"
 #include "import/fields.h"
 #include "import/heidelberg_record.h"
 #include "import/noaa_template.h"
+#include "import/sheet_cells.h"
 #include "import/sheffield.h"
 #include "import/table_words.h"
+#include "import/tridas.h"
+#include "import/workbook_parts.h"
 
 namespace vorn {
 namespace {
@@ -122,6 +126,53 @@ TEST(OtherLayoutPages, SheffieldShowsItsLinesAndMeasures) {
     meant.push_back(std::string(1, one.letter) + " " + std::string(one.content) +
                     (one.are_widths ? " yes" : " no"));
   EXPECT_EQ(shown, meant);
+}
+
+// "1,048,576" of 1048576.
+std::string with_commas(std::size_t number) {
+  std::string text = std::to_string(number);
+  for (std::size_t at = text.size(); at > 3; at -= 3) text.insert(at - 3, 1, ',');
+  return text;
+}
+
+// "0.05" of "0.050", "10" of "10.000".
+std::string without_zeros(std::string text) {
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
+}
+
+std::string megabytes(std::size_t bytes) {
+  return std::to_string(bytes >> 20U) + " MB";
+}
+
+TEST(OtherLayoutPages, WorkbooksShowTheirLimits) {
+  std::vector<std::string> shown;
+  for (const Row& row : rows(in_tree("docs/formats/workbooks.md"), "Limit")) shown.push_back(row.at(""));
+  EXPECT_EQ(shown,
+            (std::vector<std::string>{
+                with_commas(most_archive_parts), megabytes(most_part_bytes), megabytes(most_unpacked_bytes),
+                std::to_string(most_times_packed) + " times its size", "100", with_commas(most_sheets),
+                with_commas(most_sheet_rows) + " and " + with_commas(most_sheet_columns),
+                megabytes(most_sheet_text)}));
+}
+
+TEST(OtherLayoutPages, TridasShowsItsVariablesAndUnits) {
+  std::map<std::string, Words> shown, meant;
+  for (const Row& row : rows(in_tree("docs/formats/tridas.md"), "Variable"))
+    shown[row.at("Variable")] = words_in(row.at("Names"));
+  for (const TridasVariableWords& known : tridas_variables)
+    meant[known.variable == TridasVariable::ring        ? "ring widths"
+          : known.variable == TridasVariable::earlywood ? "earlywood widths"
+                                                        : "latewood widths"]
+        .insert(std::string(known.letters));
+  EXPECT_EQ(shown, meant);
+  std::vector<std::string> units, known;
+  for (const Row& row : rows(in_tree("docs/formats/tridas.md"), "Unit"))
+    units.push_back(without_backticks(row.at("Unit")) + " " + row.at("Millimetres"));
+  for (const TridasUnit& unit : tridas_units)
+    known.push_back(std::string(unit.word) + " " + without_zeros(decimal(unit.times / unit.unit, 3)));
+  EXPECT_EQ(units, known);
 }
 
 }  // namespace
