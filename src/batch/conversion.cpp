@@ -25,10 +25,14 @@ std::string as_template(std::string_view site, std::span<const NamedCore> cores)
   return template_text(site, cores);
 }
 
+std::string as_workbook(std::string_view, std::span<const NamedCore> cores) {
+  return workbook_of(cores);
+}
+
 constexpr std::array targets = {
-    TargetLayout{"tucson", Layout::tucson_raw}, TargetLayout{"heidelberg", Layout::heidelberg},
-    TargetLayout{"compact", Layout::compact}, TargetLayout{.name = "csv", .write = as_commas},
-    TargetLayout{.name = "noaa", .write = as_template}};
+    TargetLayout{"tucson", Layout::tucson_raw},         TargetLayout{"heidelberg", Layout::heidelberg},
+    TargetLayout{"compact", Layout::compact},           TargetLayout{.name = "csv", .write = as_commas},
+    TargetLayout{.name = "noaa", .write = as_template}, TargetLayout{.name = "xlsx", .write = as_workbook}};
 
 const std::string in_memory = "what would be written";
 

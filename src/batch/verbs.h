@@ -32,9 +32,9 @@ struct VerbSwitches {
   CorrelationGrid grid = CorrelationGrid::report;  // corr
   int farthest_lag = max_lag;                      // corr, lags: up to so many years to either side
   std::shared_ptr<const OtherChronology> beside =
-      nullptr;                      // corr, lags: instead of the core's own chronology
-  int this_year = 0;                // check: rings behind it are told; 0 for whoever does not know
-  std::optional<double> unit = {};  // check: as RepairChoices have it
+      nullptr;               // corr, lags: instead of the core's own chronology
+  int this_year = 0;         // check: rings behind it are told; 0 for whoever does not know
+  ImportWishes wishes = {};  // check: as RepairChoices have them
 };
 
 struct Verb {

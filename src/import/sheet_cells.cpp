@@ -33,8 +33,9 @@ std::string as_field(std::string text) {
 // A number as short as it can be written; the text itself where it is none.
 std::string number_text(std::string_view text) {
   constexpr std::size_t most_exact_digits = 15;
+  if (text.size() <= most_exact_digits) return std::string(text);
   const auto number = number_in(text, false);
-  if (!number || text.size() <= most_exact_digits) return std::string(text);
+  if (!number) return std::string(text);
   std::array<char, 40> digits{};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number->value);
   return {digits.data(), end.ptr};
@@ -117,7 +118,6 @@ void SheetReading::read_cell(const pugi::xml_node& cell, std::string& line) {
   const std::string text = text_of(cell);
   const auto gap = static_cast<std::size_t>(at - std::max<std::int64_t>(filled_, 1));
   if (text.empty() || line.size() + gap + text.size() > room_) return text.empty() ? void() : cut_text();
-  if (number_in(text, false)) ++sheet_.numbers;
   // As many tabs as columns are passed over; behind the last cell none is needed.
   line.append(gap, '\t');
   filled_ = at;
@@ -134,7 +134,7 @@ std::string SheetReading::text_of(const pugi::xml_node& cell) {
   const std::string_view type = attribute_named(cell, "t");
   if (type == "inlineStr") return text_of_runs(child_named(cell, "is"));
   const std::string text = value_of(cell, type);
-  if (text.empty() && child_named(cell, "f") && !child_named(cell, "v")) {
+  if (text.empty() && type != "str" && child_named(cell, "f")) {
     if (++sheet_.not_computed == 1) sheet_.first_not_computed = row_;
   }
   return text;
@@ -150,9 +150,9 @@ std::string SheetReading::value_of(const pugi::xml_node& cell, std::string_view 
   }
   if (type == "b") return value.empty() ? "" : value == "0" ? "FALSE" : "TRUE";
   if (type == "str" || type == "e" || type == "d") return value;
-  const auto number = number_in(value, false);
-  if (number && is_date(cell)) {
-    if (std::string date = date_of(number->value, styles_.from_1904); !date.empty()) return date;
+  if (is_date(cell)) {
+    const auto day = number_in(value, false);
+    if (std::string date = day ? date_of(day->value, styles_.from_1904) : ""; !date.empty()) return date;
   }
   return number_text(bare(value));
 }

@@ -25,8 +25,7 @@ struct SheetCells {
   std::int64_t merged = 0;             // spans of cells that are one
   std::int64_t not_computed = 0,
                first_not_computed = 0;  // formulas without a value, and the row of the first
-  std::int64_t numbers = 0;
-  std::string cut = {};  // what was left out, in words; empty where nothing was
+  std::string cut = {};                 // what was left out, in words; empty where nothing was
 };
 
 // Reads the XML of a sheet; answers why it cannot be read, or nothing. `room` is what is left of

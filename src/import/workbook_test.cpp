@@ -137,7 +137,7 @@ TEST(Workbook, NumbersHaveAllTheirDigits) {
 
 TEST(Workbook, FormulasHaveTheirStoredValues) {
   const std::string stored = "<c><f>B1*2</f><v>1.25</v></c>", text = "<c t=\"str\"><f>x</f><v>1,5</v></c>",
-                    none = "<c><f>B1*2</f></c>";
+                    none = "<c><f>B1*2</f><v/></c>";
   EXPECT_EQ(series_of(book(row({"year", "A"}) + row({"1990", stored}) + row({"1991", text}) +
                            row({"1992", "2.5"}))),
             "A 1990: 1.25 1.5 2.5\n");
