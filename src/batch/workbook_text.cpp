@@ -110,6 +110,7 @@ WorkbookText::WorkbookText(std::string name, const std::vector<std::string>& col
     : name_(std::move(name)), columns_(columns.size()) {
   VORN_ASSERT(columns_ >= 1 && columns_ <= most_workbook_columns);
   std::vector<WorkbookCell> names;
+  names.reserve(columns.size());
   for (const std::string& column : columns) names.push_back({column, false});
   add_row(names, true);
 }

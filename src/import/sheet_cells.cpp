@@ -133,7 +133,7 @@ bool SheetReading::is_date(const pugi::xml_node& cell) const {
 std::string SheetReading::text_of(const pugi::xml_node& cell) {
   const std::string_view type = attribute_named(cell, "t");
   if (type == "inlineStr") return text_of_runs(child_named(cell, "is"));
-  const std::string text = value_of(cell, type);
+  std::string text = value_of(cell, type);
   if (text.empty() && type != "str" && child_named(cell, "f")) {
     if (++sheet_.not_computed == 1) sheet_.first_not_computed = row_;
   }
@@ -142,7 +142,7 @@ std::string SheetReading::text_of(const pugi::xml_node& cell) {
 
 // A cell of its type: numbers, shared texts ("s"), results of formulas ("str"), booleans, errors, dates.
 std::string SheetReading::value_of(const pugi::xml_node& cell, std::string_view type) {
-  const std::string value = text_within(child_named(cell, "v"));
+  std::string value = text_within(child_named(cell, "v"));
   if (type == "s") {
     const auto index = whole_number_in(value);
     const bool known = index && *index >= 0 && static_cast<std::size_t>(*index) < shared_.size();
