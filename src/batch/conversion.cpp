@@ -123,6 +123,10 @@ void tell_names(const Collection& collection, Conversion& made) {
 
 Sentences not_read_back(const Collection& collection, const TargetLayout& target, MemoryFiles& files) {
   const Collection written(files, in_memory, untreated());
+  if (written.imported() && written.imported()->layout == OtherLayout::refused)
+    return {collection.path() +
+            ": what would be written cannot be read back, and so not be held against the file: "
+            "this edition of the program cannot read workbooks"};
   if (written.recognition().layout != target.layout || !written.has_cores())
     return {collection.path() + ": the layout would not be recognised by the first core, " +
             plain_name(collection.state(), 1)};

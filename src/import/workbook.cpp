@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "import/archive_parts.h"
+#include "import/fields.h"
 #include "import/found_series.h"
 #include "import/refused_files.h"
 #include "import/sheet_cells.h"
@@ -24,6 +25,42 @@ struct SheetRows {
   bool is_table = false;
 };
 
+// The column of a cell, from 1, by its place in the row as text. Many findings may be about one long row.
+class CellColumns {
+ public:
+  explicit CellColumns(std::span<const FileLine> lines) : lines_(lines) {}
+  int of(std::int64_t line, int column) {
+    if (line != line_) look_at(line);
+    const auto at = static_cast<std::size_t>(std::max(column, 1)) - 1;
+    return 1 + static_cast<int>(std::ranges::lower_bound(tabs_, at) - tabs_.begin());
+  }
+
+ private:
+  void look_at(std::int64_t line) {
+    const std::string_view row = lines_[static_cast<std::size_t>(line) - 1].text;
+    tabs_.clear();
+    for (std::size_t at = row.find('\t'); at != std::string_view::npos; at = row.find('\t', at + 1))
+      tabs_.push_back(at);
+    line_ = line;
+  }
+
+  std::span<const FileLine> lines_;
+  std::int64_t line_ = 0;
+  std::vector<std::size_t> tabs_;
+};
+
+// Lines that are named in the words of findings which hold no text of the file, as rows of their sheet.
+void name_rows(FileFinding& finding, std::int64_t before) {
+  constexpr std::string_view on_line = "on line ";
+  const bool names_lines = finding.kind->id == "year-twice" || finding.kind->id == "two-points";
+  for (std::size_t at = 0; names_lines && (at = finding.words.find(on_line, at)) != std::string::npos;) {
+    at += on_line.size();
+    const std::size_t end = std::min(finding.words.find_first_not_of("0123456789", at), finding.words.size());
+    const auto line = whole_number_in(std::string_view(finding.words).substr(at, end - at));
+    if (line && *line > before) finding.words.replace(at, end - at, std::to_string(*line - before));
+  }
+}
+
 class WorkbookImport {
  public:
   WorkbookImport(ArchiveParts& archive, const ImportWishes& wishes) : archive_(archive), found_(wishes) {}
@@ -36,7 +73,6 @@ class WorkbookImport {
   void take_sheets();
   void put_in_place(Imported& one) const;
   const SheetRows* sheet_of(std::int64_t line) const;
-  std::int64_t column_of(std::int64_t line, int column) const;
 
   ArchiveParts& archive_;
   FoundFile found_;
@@ -125,26 +161,23 @@ const SheetRows* WorkbookImport::sheet_of(std::int64_t line) const {
   return found == sheets_.end() ? nullptr : &*found;
 }
 
-std::int64_t WorkbookImport::column_of(std::int64_t line, int column) const {
-  const std::string_view row = lines_[static_cast<std::size_t>(line) - 1].text;
-  return 1 + std::ranges::count(row.substr(0, static_cast<std::size_t>(std::max(column, 1)) - 1), '\t');
-}
-
 // Lines of all sheets become rows of each; where there are several, findings name theirs.
 void WorkbookImport::put_in_place(Imported& one) const {
+  CellColumns columns(lines_);
   for (ImportedSeries& series : one.series) {
     const SheetRows* sheet = sheet_of(series.line);
     if (!sheet) continue;
-    series.column = static_cast<int>(column_of(series.line, series.column));
+    series.column = columns.of(series.line, series.column);
     series.line -= static_cast<std::int64_t>(sheet->first);
   }
   for (FileFinding& finding : one.findings) {
     const SheetRows* sheet = sheet_of(finding.line);
     if (!sheet) continue;
-    if (finding.column > 0) finding.column = static_cast<int>(column_of(finding.line, finding.column));
+    if (finding.column > 0) finding.column = columns.of(finding.line, finding.column);
     const auto before = static_cast<std::int64_t>(sheet->first);
     for (std::int64_t* line : {&finding.line, &finding.from, &finding.to})
       *line = std::max<std::int64_t>(*line - before, 0);
+    name_rows(finding, before);
     if (sheets_.size() > 1 && finding.kind != kind("sheet"))
       finding.words += " (" + sheet_words(sheet->name) + ")";
   }

@@ -111,11 +111,11 @@ void take_sheets(const pugi::xml_node& root, const Relations& relations, Workboo
   }
 }
 
+// By the relations of the archive; where they say nothing, in its usual place.
 std::string workbook_part(ArchiveParts& archive) {
   Relations relations;
-  const std::string wrong = archive.has(std::string(first_relations))
-                                ? read_relations(archive, std::string(first_relations), "", relations)
-                                : std::string();
+  const std::string first(first_relations);
+  if (archive.has(first) && !read_relations(archive, first, "", relations).empty()) relations.clear();
   return part_of_type(relations, "officeDocument").value_or(std::string(usual_workbook));
 }
 

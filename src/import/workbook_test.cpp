@@ -220,6 +220,17 @@ TEST(Workbook, AllSheetsThatAreTablesAreTaken) {
   EXPECT_EQ(std::ranges::count(one.findings, kind("sheet"), &FileFinding::kind), 2);
 }
 
+TEST(Workbook, WordsNameTheRowsOfTheirSheet) {
+  const Imported one = taken(file_of(
+      of_sheets({sheet(three_years), sheet(row({"year", "C"}) + row({"1990", "2.5"}) + row({"1991", "2"}) +
+                                           row({"1991", "2"}) + row({"1992", "1"}))})));
+  const auto twice = std::ranges::find(one.findings, std::string_view("year-twice"),
+                                       [](const FileFinding& finding) { return finding.kind->id; });
+  ASSERT_NE(twice, one.findings.end());
+  EXPECT_EQ(twice->line, 4);
+  EXPECT_EQ(twice->words, "1991 stands on line 3 too, with the same width (sheet \"Plot 2\")");
+}
+
 TEST(Workbook, HiddenSheetsArePassedOverAndSaid) {
   for (const std::string state : {" state=\"hidden\"", " state=\"veryHidden\""}) {
     const Imported one = taken(file_of(of_sheets({sheet(three_years), sheet(three_years)}, state)));
