@@ -21,6 +21,7 @@ struct TridasValues {
   TridasVariable variable = TridasVariable::ring;
   std::optional<double> unit = {};  // values a millimetre; nothing where none is said
   double times = 1;                 // of a value, to be of that unit
+  std::string unit_words = {};
   std::vector<pugi::xml_node> all = {};
 };
 
@@ -33,6 +34,7 @@ TridasVariable variable_of(const std::string& words) {
 
 void find_unit(const pugi::xml_node& unit, TridasValues& values) {
   const std::string words = tridas_words(unit);
+  values.unit_words = as_utf_8(words.substr(0, 60));
   const auto* const known = std::ranges::find(tridas_units, lower_case(words), &TridasUnit::word);
   if (known != tridas_units.end()) {
     values.unit = known->unit;
@@ -96,6 +98,7 @@ class TridasSeriesImport {
   void take_sum(const TridasValues& early, const TridasValues& late, std::int64_t first);
   bool is_missing(const pugi::xml_node& value, std::int64_t year);
   void take_text(std::string text, std::int64_t year, std::int64_t line);
+  void tell_unit(const std::string& words);
   void tell_others(const std::vector<const TridasValues*>& taken);
   void tell_counts(const TridasValues& values);
   void tell_remarks();
@@ -196,6 +199,7 @@ void TridasSeriesImport::take_text(std::string text, std::int64_t year, std::int
 void TridasSeriesImport::take_values(const TridasValues& values, std::int64_t first) {
   constexpr int decimals = 6;
   source_.found.series(series_).unit = values.unit;
+  if (values.times != 1) tell_unit(values.unit_words);
   for (std::size_t k = 0; k < values.all.size(); ++k) {
     const std::int64_t year = first + static_cast<std::int64_t>(k);
     std::string text(attribute_named(values.all[k], "value").substr(0, 100));
@@ -216,7 +220,11 @@ std::optional<double> millimetres(const TridasValues& values, std::size_t k) {
 // Of a ring of which a part is no number nothing is taken.
 void TridasSeriesImport::take_sum(const TridasValues& early, const TridasValues& late, std::int64_t first) {
   constexpr int decimals = 6;
-  if (early.unit || late.unit) source_.found.series(series_).unit = 1;
+  if (early.unit || late.unit) {
+    source_.found.series(series_).unit = 1;
+    tell_unit(early.unit_words == late.unit_words ? early.unit_words
+                                                  : early.unit_words + " and " + late.unit_words);
+  }
   const std::size_t both = std::min(early.all.size(), late.all.size());
   if (early.all.size() != late.all.size())
     tell(kind("short-data"), static_cast<std::int64_t>(both),
@@ -234,6 +242,12 @@ void TridasSeriesImport::take_sum(const TridasValues& early, const TridasValues&
 }
 
 // --- What is told
+
+// Where widths are computed of what the file has, and so are in another unit than it says.
+void TridasSeriesImport::tell_unit(const std::string& words) {
+  tell(kind("unit-said"), words, "the file says that widths are in " + words);
+  source_.found.series(series_).unit_is_guess = true;
+}
 
 void TridasSeriesImport::tell_counts(const TridasValues& values) {
   const auto counts = std::ranges::count_if(
