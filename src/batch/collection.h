@@ -72,7 +72,7 @@ class Collection {
   // the path.
   std::vector<std::string> words() const;
   // Likewise, what the importers took for something that may not be what is meant, the unit above all.
-  std::vector<std::string> doubts(const ImportWishes& wishes = {}) const;
+  std::vector<std::string> doubts(const ImportWishes& of_user = {}) const;
   // What the importers are told of this file beside these wishes: its name.
   ImportWishes wishes(ImportWishes of_user) const;
 
