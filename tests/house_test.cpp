@@ -180,6 +180,11 @@ bool writes_json(const std::string& file) {
   return without_ending(file) == "batch/table" || file.starts_with("platform/web/");
 }
 
+bool reads_xml(const std::string& file) {
+  const std::string name = without_ending(file);
+  return name == "import/xml_text" || name.starts_with("import/tridas");
+}
+
 bool uses_vectors(const std::string& file) {
   const std::string source = without_ending(file);
   return source == "statistics/pair_tiles" || source == "statistics/pair_rows" ||
@@ -189,13 +194,16 @@ bool uses_vectors(const std::string& file) {
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
 // is for the edge, for tests, and for the files that speak to the file system and ask for memory. Two kernels
 // use vector instructions, through a library or a browser's compiler, tables and the browser's messages are
-// written as JSON through another, and one file speaks to the browser.
+// written as JSON through another, XML and archives are read through two more, and one file speaks to the
+// browser.
 bool may_use_system_header(const std::string& file, const std::string& header) {
   if (header.find_first_of("./") == std::string::npos) return true;
   return is_test(file) || file.starts_with("platform/qt/") || file.starts_with("apps/") ||
          without_ending(file) == "records/os_file" || without_ending(file) == "base/zero_memory" ||
          (uses_vectors(file) && header.starts_with("hwy/")) ||
          (without_ending(file) == "statistics/wasm_lanes" && header == "wasm_simd128.h") ||
+         (reads_xml(file) && header == "pugixml.hpp") ||
+         (without_ending(file) == "import/archive_parts" && header == "zip.h") ||
          (writes_json(file) && header.starts_with("nlohmann/")) ||
          (without_ending(file) == "platform/web/worker_port" && header == "emscripten.h");
 }

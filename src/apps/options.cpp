@@ -44,6 +44,7 @@ CLI::Validator finite() {
 
 TableFormat TypedOutput::as() const {
   if (json || format == "json") return TableFormat::json;
+  if (format == "xlsx") return TableFormat::workbook;
   return format == "csv" ? TableFormat::csv : TableFormat::table;
 }
 
@@ -65,7 +66,7 @@ void refuse_to_overwrite(const std::vector<std::string>& read, const std::string
 }
 
 void add_output(CLI::App& app, TypedOutput& output) {
-  add_choice(app, "--format", output.format, {"table", "csv", "json"},
+  add_choice(app, "--format", output.format, {"table", "csv", "json", "xlsx"},
              "how the rows are written; at first table");
   app.add_flag("--json", output.json, "the same as --format json");
   add_output_file(app, output.file);

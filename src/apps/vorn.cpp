@@ -20,6 +20,7 @@
 #include "base/parallel_for.h"
 #include "batch/collection.h"
 #include "batch/reference_folder.h"
+#include "batch/workbook_table.h"
 #include "records/disk_files.h"
 #include "records/os_file.h"
 
@@ -163,10 +164,10 @@ void say_what_is_not_there(const vorn::Request& request, const Written& written)
 // `grave`: something is as grave as --fail-on before any file is looked at.
 int run(const vorn::Request& request, bool grave) {
   vorn::Output out(request.output);
-  vorn::TableWriter writer(out.stream(), request.format, request.verb->form, VORN_VERSION,
-                           recipe_of(request));
-  const Written written = write_rows(request, writer, out.stream());
-  writer.end();
+  const auto writer =
+      vorn::table_writer(out.stream(), request.format, request.verb->form, VORN_VERSION, recipe_of(request));
+  const Written written = write_rows(request, *writer, out.stream());
+  writer->end();
   say_what_is_not_there(request, written);
   if (written.copies_lack) return out.end(vorn::cannot_go_on, written.failed);
   const int status = grave || written.grave ? vorn::found : vorn::done;

@@ -7,6 +7,7 @@
 #include "apps/vorn_work.h"
 #include "batch/changes_in_words.h"
 #include "batch/difference.h"
+#include "batch/workbook_table.h"
 
 namespace vorn {
 namespace {
@@ -51,17 +52,17 @@ int diff(const Wanted& wanted) {
   // Cores that could not be read are not gone.
   if (!any_before || !any_after) return cannot_go_on;
   Output out(wanted.output.file);
-  TableWriter writer(out.stream(), wanted.output.as(), difference_form(), VORN_VERSION,
-                     recipe_of(settings.careful));
+  const auto writer = table_writer(out.stream(), wanted.output.as(), difference_form(), VORN_VERSION,
+                                   recipe_of(settings.careful));
   bool grave = !all_were_read(before) || !all_were_read(after);
   difference_rows(before, after, [&](const Row& row) {
-    if (!wanted.words) writer.add(row);
+    if (!wanted.words) writer->add(row);
     grave = grave || severity_of_difference(row) >= severity_named(wanted.fail_on);
   });
   if (wanted.words)
     write_words(before, after, out.stream());
   else
-    writer.end();
+    writer->end();
   return out.end(grave && !wanted.fail_on.empty() ? found : done);
 }
 

@@ -29,7 +29,7 @@ constexpr int most_threads = 64;
 struct Typed {
   TypedOutput output;
   std::string grid = "report", fail_on, reference;
-  std::string unit, careful, recipe;
+  std::string unit, variable, careful, recipe;
   std::vector<std::string> moved;
   bool no_spline = false, no_ar = false, no_log = false, no_narrow = false, repair = false, noaa = false;
   bool no_cache = false;
@@ -149,6 +149,8 @@ void add_own(CLI::App& app, std::string_view verb, Request& request, Typed& type
     app.add_flag("--repair", typed.repair, "writes copies that are read whole to the folder that -o names");
     add_choice(app, "--unit", typed.unit, {"hundredths", "thousandths", "millimetres"},
                "repair: of widths whose unit is not known (millimetres: with a decimal point)");
+    add_choice(app, "--variable", typed.variable, {"earlywood", "latewood"},
+               "repair: of files that have both, instead of whole rings");
   }
   if (verb == "stats") add_beside(app, typed);
   // Of fewer years in common site tells nothing.
@@ -209,7 +211,11 @@ std::string set_segments(Request& request, const Typed& typed) {
 std::string take_repair(Request& request, const Typed& typed) {
   static const std::map<std::string, double> units = {
       {"millimetres", 1}, {"hundredths", 100}, {"thousandths", 1000}};
-  if (!typed.unit.empty()) request.switches.unit = request.repair_choices.unit = units.at(typed.unit);
+  if (!typed.unit.empty()) request.switches.wishes.unit = request.repair_choices.unit = units.at(typed.unit);
+  if (!typed.variable.empty())
+    request.switches.wishes.variable = request.repair_choices.variable =
+        typed.variable == "earlywood" ? RingVariable::earlywood : RingVariable::latewood;
+  if (!typed.repair && !typed.variable.empty()) return "--variable goes with --repair";
   if (!typed.repair) return typed.unit.empty() ? "" : "--unit goes with --repair";
   request.repair_folder = std::exchange(request.output, "");
   if (request.repair_folder.empty()) return "--repair needs a folder: -o DIR";

@@ -234,9 +234,9 @@ TEST_F(CommandLine, WritesCopiesThatAreReadWhole) {
   EXPECT_EQ(run(VORN " check --repair -q -o mended oak.rwl"), 0);
   EXPECT_EQ(said, "");
   EXPECT_NE(run("test -e mended/oak.rwl"), 0);
-  for (const char* wrong :
-       {"check --repair cut.rwl", "check --repair -o gone cut.rwl", "check --repair -o . cut.rwl",
-        "check --unit hundredths cut.rwl", "check --repair -o mended -", "check"})
+  for (const char* wrong : {"check --repair cut.rwl", "check --repair -o gone cut.rwl",
+                            "check --repair -o . cut.rwl", "check --unit hundredths cut.rwl",
+                            "check --variable earlywood cut.rwl", "check --repair -o mended -", "check"})
     EXPECT_EQ(run(VORN " " + std::string(wrong) + " </dev/null"), 2) << wrong;
 }
 

@@ -33,7 +33,7 @@ Answer answer_of(const Request& request, Files& files, const std::string& file) 
   try {
     Collection collection(files, file, request.settings);
     answer.words = collection.words();
-    answer.doubts = collection.doubts(request.switches.unit);
+    answer.doubts = collection.doubts(request.switches.wishes);
     answer.was_read = collection.was_read();
     if (!request.series.empty()) answer.series = collection.series();
     if (!answer.was_read && answer.words.empty())

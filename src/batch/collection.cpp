@@ -5,8 +5,10 @@
 #include <system_error>
 
 #include "batch/reading_check.h"
+#include "batch/written_tables.h"
 #include "chronology/index_pipeline.h"
 #include "formats/layouts.h"
+#include "import/source_text.h"
 #include "plot/plot.h"
 #include "records/file_name.h"
 #include "records/memory_files.h"
@@ -112,6 +114,7 @@ Collection::~Collection() = default;
 
 Collection::Collection(Files& files, const std::string& path, const Settings& settings)
     : path_(path), page_(std::make_unique<Page>()), w_(std::make_unique<Workspace>(page_->plot, files)) {
+  if (path_ != "-") name_ = as_utf_8(site_name(path_));
   w_->log = &page_->nowhere;
   static_cast<Settings&>(*w_) = settings;
   w_->nfil = w_->cf = 1;
@@ -152,7 +155,7 @@ bool Collection::is_no_loss(const Trouble& trouble) const {
 void Collection::import(Files& files) {
   std::string all;
   if (read_whole(files, path_, all)) return;
-  imported_ = vorn::imported(all, {});
+  imported_ = vorn::imported(all, wishes({}));
   if (!imported_) return;
   troubles_.clear();
   if (imported_->tucson.empty()) return;
@@ -224,9 +227,14 @@ std::vector<std::string> Collection::words() const {
   return all;
 }
 
-std::vector<std::string> Collection::doubts(std::optional<double> unit) const {
-  if (unit && imported_) {
-    const auto as_chosen = vorn::imported(bytes().value_or(""), {.unit = unit});
+ImportWishes Collection::wishes(ImportWishes of_user) const {
+  of_user.file = name_;
+  return of_user;
+}
+
+std::vector<std::string> Collection::doubts(const ImportWishes& of_user) const {
+  if ((of_user.unit || of_user.variable != RingVariable::whole) && imported_) {
+    const auto as_chosen = vorn::imported(bytes().value_or(""), wishes(of_user));
     return sentences_on(as_chosen ? &*as_chosen : nullptr, path_, Severity::warning);
   }
   return sentences_on(imported(), path_, Severity::warning);

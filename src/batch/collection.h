@@ -72,13 +72,15 @@ class Collection {
   // the path.
   std::vector<std::string> words() const;
   // Likewise, what the importers took for something that may not be what is meant, the unit above all.
-  std::vector<std::string> doubts(std::optional<double> unit = {}) const;
+  std::vector<std::string> doubts(const ImportWishes& of_user = {}) const;
+  // What the importers are told of this file beside these wishes: its name.
+  ImportWishes wishes(ImportWishes of_user) const;
 
  private:
   struct Page;
   void read(Files& files, const LayoutRow& row, Troubles& troubles);
   void import(Files& files);
-  std::string path_;
+  std::string path_, name_;
   std::unique_ptr<Page> page_;
   std::unique_ptr<Workspace> w_;
   Recognition recognition_;

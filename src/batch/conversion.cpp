@@ -25,10 +25,14 @@ std::string as_template(std::string_view site, std::span<const NamedCore> cores)
   return template_text(site, cores);
 }
 
+std::string as_workbook(std::string_view, std::span<const NamedCore> cores) {
+  return workbook_of(cores);
+}
+
 constexpr std::array targets = {
-    TargetLayout{"tucson", Layout::tucson_raw}, TargetLayout{"heidelberg", Layout::heidelberg},
-    TargetLayout{"compact", Layout::compact}, TargetLayout{.name = "csv", .write = as_commas},
-    TargetLayout{.name = "noaa", .write = as_template}};
+    TargetLayout{"tucson", Layout::tucson_raw},         TargetLayout{"heidelberg", Layout::heidelberg},
+    TargetLayout{"compact", Layout::compact},           TargetLayout{.name = "csv", .write = as_commas},
+    TargetLayout{.name = "noaa", .write = as_template}, TargetLayout{.name = "xlsx", .write = as_workbook}};
 
 const std::string in_memory = "what would be written";
 
@@ -119,6 +123,10 @@ void tell_names(const Collection& collection, Conversion& made) {
 
 Sentences not_read_back(const Collection& collection, const TargetLayout& target, MemoryFiles& files) {
   const Collection written(files, in_memory, untreated());
+  if (written.imported() && written.imported()->layout == OtherLayout::refused)
+    return {collection.path() +
+            ": what would be written cannot be read back, and so not be held against the file: "
+            "this edition of the program cannot read workbooks"};
   if (written.recognition().layout != target.layout || !written.has_cores())
     return {collection.path() + ": the layout would not be recognised by the first core, " +
             plain_name(collection.state(), 1)};

@@ -14,7 +14,7 @@ namespace vorn {
 
 // A layout that cores are written in, as the command line names it.
 struct TargetLayout {
-  std::string_view name;                   // "tucson", "heidelberg", "compact", "csv", "noaa"
+  std::string_view name;                   // "tucson", "heidelberg", "compact", "csv", "noaa", "xlsx"
   Layout layout = Layout::not_recognised;  // the program's, if it is one of them
   // Otherwise what it is written by: the name of the site, its cores.
   std::string (*write)(std::string_view, std::span<const NamedCore>) = nullptr;

@@ -80,12 +80,14 @@ class TakenCollection {
 }  // namespace
 
 void check_findings(const Collection& collection, int this_year,
-                    const std::function<void(const FileFinding&)>& add, std::optional<double> unit) {
+                    const std::function<void(const FileFinding&)>& add, const ImportWishes& wishes) {
   const auto bytes = collection.bytes();
   if (collection.imported()) {
     add({.kind = kind("imported"),
          .words = "the program itself does not read this layout, but a copy of it"});
-    if (const auto made = imported(bytes.value_or(""), {this_year, unit})) {
+    ImportWishes all = collection.wishes(wishes);
+    all.this_year = this_year;
+    if (const auto made = imported(bytes.value_or(""), all)) {
       for (const FileFinding& finding : made->findings) add(finding);
     }
     return;
@@ -98,10 +100,10 @@ void check_findings(const Collection& collection, int this_year,
 }
 
 void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add,
-                std::optional<double> unit) {
+                const ImportWishes& wishes) {
   check_findings(
       collection, this_year, [&](const FileFinding& finding) { add(check_row(collection.path(), finding)); },
-      unit);
+      wishes);
 }
 
 namespace {

@@ -12,15 +12,15 @@
 
 namespace vorn {
 
-// What is to be said of a collection, what failed while it was read among it. `unit`: what an imported file
-// says none is taken for, see ImportWishes.
+// What is to be said of a collection, what failed while it was read among it. `wishes`: by which a file is
+// imported, but for the year.
 void check_findings(const Collection& collection, int this_year,
-                    const std::function<void(const FileFinding&)>& add, std::optional<double> unit = {});
+                    const std::function<void(const FileFinding&)>& add, const ImportWishes& wishes = {});
 
 // Findings about the file, about each series, about lines (see study/file_findings.h). A ring behind
 // `this_year` is one; 0 for whoever does not know.
 void check_rows(const Collection& collection, int this_year, const std::function<void(const Row&)>& add,
-                std::optional<double> unit = {});
+                const ImportWishes& wishes = {});
 
 // What is to be said of a collection whose file holds these bytes.
 std::vector<FileFinding> findings_of(const Collection& collection, std::string_view bytes, int this_year);

@@ -174,6 +174,14 @@ std::string why_no_copy(const Imported& table) {
   return "";
 }
 
+ImportWishes wishes_of(const Collection& collection, const RepairChoices& choices) {
+  return collection.wishes({.unit = choices.unit, .variable = choices.variable});
+}
+
+bool has_choice(const RepairChoices& choices) {
+  return choices.unit || choices.variable != RingVariable::whole;
+}
+
 Repair copied(const Imported& table) {
   const std::string why = why_no_copy(table);
   return why.empty() ? repair_of(table) : Repair{.refused = {why}};
@@ -183,7 +191,7 @@ Repair copied(const Imported& table) {
 Repair repaired(const Collection& collection, std::string_view bytes, const RepairChoices& choices) {
   const Imported* imported_as = collection.imported();
   if (imported_as && imported_as->layout != OtherLayout::heidelberg)
-    return copied(choices.unit ? *imported(bytes, {.unit = choices.unit}) : *imported_as);
+    return copied(has_choice(choices) ? *imported(bytes, wishes_of(collection, choices)) : *imported_as);
   const std::vector<FileFinding> findings = findings_of(collection, bytes, 0);
   const bool is_unread = std::ranges::any_of(
       collection.troubles(), [](const Trouble& trouble) { return status::of_system(trouble.status); });
@@ -191,7 +199,7 @@ Repair repaired(const Collection& collection, std::string_view bytes, const Repa
   if (is_unread || is_whole) return {};
   Repair made = repaired_as(collection, bytes, choices, has(findings, kind("lost-series")));
   if (!made.bytes.empty()) return made;
-  if (const auto other = imported(bytes, {.unit = choices.unit});
+  if (const auto other = imported(bytes, wishes_of(collection, choices));
       other && !other->tucson.empty() && !is_a_guess(*other))
     return repair_of(*other);
   if (is_nothing(made)) made.refused.push_back(why_nothing(findings));

@@ -14,6 +14,8 @@ namespace vorn {
 struct RepairChoices {
   // Values a millimetre: 100 or 1000 of series without an end mark, 1 of widths with a decimal point.
   std::optional<double> unit = {};
+  // Which widths of those that have several of each ring; see ImportWishes.
+  RingVariable variable = RingVariable::whole;
 };
 
 struct Repair {

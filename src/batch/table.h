@@ -24,9 +24,10 @@ struct TableForm {
 };
 
 enum class TableFormat {
-  table,  // for people: columns in line, numbers to the right
-  csv,    // RFC 4180, fields in quotes where they have to be, a point in numbers, lines that end in LF
-  json    // one object with schema, version, recipe and rows
+  table,    // for people: columns in line, numbers to the right
+  csv,      // RFC 4180, fields in quotes where they have to be, a point in numbers, lines that end in LF
+  json,     // one object with schema, version, recipe and rows
+  workbook  // a sheet (workbook_table.h)
 };
 
 // Writes rows as they come, so that they need not all be kept. Numbers have 6 significant digits. Control
@@ -37,9 +38,12 @@ class TableWriter {
   // `recipe` says by what the values were computed.
   TableWriter(std::ostream& out, TableFormat format, TableForm form, std::string_view version,
               std::string_view recipe);
-  void add(const Row& row);
+  virtual ~TableWriter() = default;
+  TableWriter(const TableWriter&) = delete;
+  TableWriter& operator=(const TableWriter&) = delete;
+  virtual void add(const Row& row);
   // Once, and last. Answers whether all could be written.
-  bool end();
+  virtual bool end();
 
  private:
   void write_table();

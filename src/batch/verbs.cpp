@@ -143,7 +143,7 @@ void chron_rows(Collection& collection, const VerbSwitches&, const Add& add) {
 }
 
 void checked_rows(Collection& collection, const VerbSwitches& switches, const Add& add) {
-  check_rows(collection, switches.this_year, add, switches.unit);
+  check_rows(collection, switches.this_year, add, switches.wishes);
 }
 
 // --- How grave a row is.

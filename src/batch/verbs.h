@@ -37,7 +37,7 @@ struct VerbSwitches {
   std::shared_ptr<const OtherChronology> beside =
       nullptr;                          // corr, lags: instead of the core's own chronology
   int this_year = 0;                    // check: rings behind it are told; 0 for whoever does not know
-  std::optional<double> unit = {};      // check: as RepairChoices have it
+  ImportWishes wishes = {};             // check: as RepairChoices have them
   std::vector<std::string> cores = {};  // stats, recipe: of these alone; of all where it is empty
 };
 

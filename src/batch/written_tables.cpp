@@ -6,6 +6,9 @@
 #include <cmath>
 #include <vector>
 
+#include "base/loud_failure.h"
+#include "batch/table.h"
+#include "batch/workbook_text.h"
 #include "workspace/capacity.h"
 
 namespace vorn {
@@ -95,6 +98,26 @@ std::string comma_table(std::span<const NamedCore> cores) {
   text += '\n';
   add_rows(text, cores, ',', "NA", "");
   return text;
+}
+
+std::string workbook_of(std::span<const NamedCore> cores) {
+  if (cores.empty()) return "";
+  std::vector<std::string> names = {"year"};
+  for (const NamedCore& core : cores) names.push_back(plain_text(std::string(core.name)));
+  WorkbookText text("widths", names);
+  const YearSpan years = years_of(cores);
+  for (std::int64_t year = years.first; year <= years.last; ++year) {
+    std::vector<WorkbookCell> row = {{std::to_string(year), true}};
+    for (const NamedCore& core : cores) {
+      const YearSpan of_core = core.widths.years();
+      const bool has = core.widths.has(year);
+      const bool is_missing = year >= of_core.first && year <= of_core.last && !has;
+      row.push_back(has ? WorkbookCell{width_text(core.widths.at(year)), true}
+                        : WorkbookCell{is_missing ? "NA" : "", false});
+    }
+    VORN_ASSERT(text.add(row));
+  }
+  return text.finished();
 }
 
 std::string template_text(std::string_view site, std::span<const NamedCore> cores) {

@@ -17,6 +17,9 @@ namespace vorn {
 // missing is "NA", a year in which a core has none is empty. Nothing for no cores.
 std::string comma_table(std::span<const NamedCore> cores);
 
+// The same as a workbook; names are text and widths numbers.
+std::string workbook_of(std::span<const NamedCore> cores);
+
 // The same as template text: its header, a line of description for each column, and the table, parted by
 // tabs; what is missing is "NaN". `site` names the collection.
 std::string template_text(std::string_view site, std::span<const NamedCore> cores);

@@ -42,7 +42,7 @@ struct FoundSeries {
   std::int64_t line = 0;
   int column = 0;
   std::optional<double> unit = {};  // values a millimetre, where the file says them
-  bool unit_is_guess = false;       // which was said where it was made
+  bool unit_is_guess = false;       // or of what was computed, which was said where it was made
   bool has_points = false;          // a value is written with a point
   std::vector<FoundRing> rings = {};
   std::vector<FoundRing> negative = {};  // years marked as missing by a negative number

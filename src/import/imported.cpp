@@ -2,10 +2,15 @@
 
 #include <algorithm>
 
+#include "import/coordinates.h"
 #include "import/heidelberg_variants.h"
 #include "import/noaa_template.h"
+#include "import/refused_files.h"
+#include "import/sheffield.h"
 #include "import/source_text.h"
 #include "import/tables.h"
+#include "import/tridas.h"
+#include "import/workbook.h"
 #include "study/file_findings_parts.h"
 #include "study/file_lines.h"
 
@@ -21,6 +26,8 @@ bool is_no_text(std::string_view bytes) {
 
 std::optional<Imported> import_lines(std::string_view bytes, std::span<const FileLine> lines, bool is_utf_16,
                                      const ImportWishes& wishes) {
+  if (auto coordinates = import_coordinates(lines, is_utf_16, wishes)) return coordinates;
+  if (auto sheffield = import_sheffield(lines, is_utf_16, wishes)) return sheffield;
   if (starts_heidelberg(lines)) return import_heidelberg(bytes, lines, is_utf_16, wishes);
   if (auto noaa = import_noaa_template(lines, is_utf_16, wishes)) return noaa;
   return import_table(lines, is_utf_16, wishes);
@@ -45,8 +52,11 @@ void tell_zeros(std::span<const FileLine> lines, Imported& one) {
 
 std::optional<Imported> imported(std::string_view bytes, const ImportWishes& wishes) {
   if (bytes.size() > most_imported_bytes) return std::nullopt;
+  if (auto refused = refused_spreadsheet(bytes)) return refused;
+  if (auto workbook = import_workbook(bytes, wishes)) return workbook;
   const SourceText text(bytes);
   if (is_no_text(text.bytes)) return std::nullopt;
+  if (auto tridas = import_tridas(text.bytes, text.is_utf_16, wishes)) return tridas;
   const std::vector<FileLine> lines = lines_of(text.bytes);
   auto one = import_lines(bytes, lines, text.is_utf_16, wishes);
   if (one) tell_zeros(lines, *one);

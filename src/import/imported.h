@@ -2,7 +2,7 @@
 // a copy of it that the program loads whole.
 //
 // The layout is known from the bytes alone. What each looks like stands in docs/formats/: noaa-template.md,
-// tables.md and heidelberg-variants.md.
+// tables.md, heidelberg-variants.md, coordinates.md, sheffield.md, tridas.md and workbooks.md.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,23 @@
 
 namespace vorn {
 
-enum class OtherLayout { noaa_template, wide_table, long_table, heidelberg };
+enum class OtherLayout {
+  noaa_template,
+  wide_table,
+  long_table,
+  heidelberg,
+  coordinates,
+  sheffield,
+  tridas,
+  refused  // known, and not read: a finding of severity error says why and what to do
+};
+
+// Which widths are taken where a file has several of each ring.
+enum class RingVariable {
+  whole,  // the ring width, or else the sum of its parts
+  earlywood,
+  latewood
+};
 
 // Years that follow each other, of one core. A core with a longer gap than `longest_gap` (found_series.h) is
 // several of them, each with a name of its own in the copy.
@@ -51,6 +67,9 @@ struct ImportWishes {
   int this_year = 0;  // behind which no ring can have grown; 0 where nobody says
   std::optional<double> unit =
       {};  // values a millimetre of what says none: 1, 100 or 1000; else it is guessed
+  RingVariable variable = RingVariable::whole;
+  std::string_view file =
+      {};  // its name without folder and ending, where its bytes hold no name; may be empty
 };
 
 // What the bytes, which may be any, mean. Nothing where they are none of these layouts, nor where they are a

@@ -35,11 +35,13 @@ struct TableColumn {
 // Goes through the rows of a table, and tells what is odd about them.
 class TableReading {
  public:
-  TableReading(std::span<const FileLine> lines, char separator, FoundFile& file)
-      : found(file), rows(lines, separator) {}
+  // Of lines `first` (from 0) on.
+  TableReading(std::span<const FileLine> lines, char separator, FoundFile& file, std::size_t first = 0)
+      : found(file), rows(lines, separator, first) {}
 
   FoundFile& found;
   TableRows rows;
+  bool may_be_short = false;  // rows end where nothing more stands on them, as those of a sheet do
 
   // The next row, of which each field that is too much is told; false at the end.
   bool next();
@@ -49,7 +51,7 @@ class TableReading {
   void look_behind(std::size_t from);
   // That a row lacks its last fields.
   void count_short() {
-    if (++short_rows_ == 1) first_short_ = rows.first_line();
+    if (!may_be_short && ++short_rows_ == 1) first_short_ = rows.first_line();
   }
   // A column that is passed over since it holds `what`, and in which so many numbers stand.
   void tell_other(const NamedColumn& column, std::int64_t numbers, std::string_view what);

@@ -394,8 +394,8 @@ std::optional<TableShape> SampleTests::shape() {
 
 }  // namespace
 
-std::optional<TableShape> table_shape(std::span<const FileLine> lines) {
-  for (const char separator : {'\t', ';', ',', ' '}) {
+std::optional<TableShape> table_shape(std::span<const FileLine> lines, std::string_view separators) {
+  for (const char separator : separators) {
     if (auto shape = SampleTests(lines, separator).shape()) return shape;
   }
   return std::nullopt;

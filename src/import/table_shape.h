@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "import/imported.h"
@@ -32,7 +33,7 @@ struct TableShape {
 // So many rows of the beginning are looked at.
 inline constexpr std::size_t rows_looked_at = 200;
 
-// Strict: nothing where years and widths are not plain.
-std::optional<TableShape> table_shape(std::span<const FileLine> lines);
+// Strict: nothing where years and widths are not plain. `separators` are tried in their order.
+std::optional<TableShape> table_shape(std::span<const FileLine> lines, std::string_view separators = "\t;, ");
 
 }  // namespace vorn

@@ -17,15 +17,21 @@ namespace {
 
 class TableImport {
  public:
-  TableImport(std::span<const FileLine> lines, const TableShape& shape, const ImportWishes& wishes)
+  // Of lines `first` (from 0) on.
+  TableImport(std::span<const FileLine> lines, std::size_t first, const TableShape& shape, FoundFile& found)
       : lines_(lines),
         shape_(shape),
-        found_(wishes),
-        table_(lines, shape.separator, found_),
-        file_unit_(unit_of_comments(lines)) {
+        found_(found),
+        table_(lines, shape.separator, found_, first),
+        file_unit_(unit_of_comments(lines.subspan(first))) {
     found_.commas = shape.separator != ',';
   }
-  Imported read(bool is_utf_16);
+  void read();
+  void read_sheet() {
+    table_.may_be_short = true;
+    read();
+  }
+  std::string why() const;
 
  private:
   void skip_titles();
@@ -44,11 +50,10 @@ class TableImport {
   void tell_name_column();
   TableField field(std::size_t k) const;
   std::optional<std::size_t> new_series(std::string_view name, const TableField& at);
-  std::string why() const;
 
   std::span<const FileLine> lines_;
   const TableShape& shape_;
-  FoundFile found_;
+  FoundFile& found_;
   TableReading table_;
   std::optional<double> file_unit_;
   std::vector<NamedColumn> names_;  // of the first row
@@ -289,10 +294,7 @@ std::string TableImport::why() const {
          " and a column a series";
 }
 
-Imported TableImport::read(bool is_utf_16) {
-  if (is_utf_16)
-    found_.findings.add({.kind = kind("utf-16"),
-                         .words = "saved as UTF-16; lines and columns are those of the same text in UTF-8"});
+void TableImport::read() {
   skip_titles();
   if (shape_.layout == OtherLayout::long_table)
     read_long();
@@ -301,9 +303,6 @@ Imported TableImport::read(bool is_utf_16) {
   else
     read_wide();
   table_.finish(lines_);
-  return found_.finished(
-      shape_.layout,
-      shape_.layout == OtherLayout::long_table ? "table of a row a ring" : "table of ring widths", why());
 }
 
 }  // namespace
@@ -312,7 +311,23 @@ std::optional<Imported> import_table(std::span<const FileLine> lines, bool is_ut
                                      const ImportWishes& wishes) {
   const auto shape = table_shape(lines);
   if (!shape) return std::nullopt;
-  return TableImport(lines, *shape, wishes).read(is_utf_16);
+  FoundFile found(wishes);
+  if (is_utf_16)
+    found.findings.add({.kind = kind("utf-16"),
+                        .words = "saved as UTF-16; lines and columns are those of the same text in UTF-8"});
+  TableImport table(lines, 0, *shape, found);
+  table.read();
+  return found.finished(
+      shape->layout,
+      shape->layout == OtherLayout::long_table ? "table of a row a ring" : "table of ring widths",
+      table.why());
+}
+
+bool take_table(std::span<const FileLine> lines, std::size_t first, FoundFile& found) {
+  const auto shape = table_shape(lines.subspan(first), "\t");
+  if (!shape) return false;
+  TableImport(lines, first, *shape, found).read_sheet();
+  return true;
 }
 
 }  // namespace vorn

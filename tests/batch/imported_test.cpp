@@ -110,15 +110,14 @@ TEST_F(ImportedFiles, OfWholeNumbersTheUnitCanBeChosen) {
 TEST_F(ImportedFiles, AreCheckedInTheUnitThatIsChosen) {
   const Collection oaks = read("year,OAK1\n1900,123\n1901,98\n1902,110\n");
   std::vector<std::string> units;
-  check_findings(
-      oaks, 0,
-      [&](const FileFinding& finding) {
-        if (finding.kind->id.starts_with("unit"))
-          units.push_back(std::string(finding.kind->id) + finding.words);
-      },
-      1000);
+  check_findings(oaks, 0,
+                 [&](const FileFinding& finding) {
+                   if (finding.kind->id.starts_with("unit"))
+                     units.push_back(std::string(finding.kind->id) + finding.words);
+                 },
+                 {.unit = 1000});
   EXPECT_EQ(oaks.doubts().size(), 1u);
-  EXPECT_EQ(oaks.doubts(1000), Sentences{});
+  EXPECT_EQ(oaks.doubts({.unit = 1000}), Sentences{});
   EXPECT_EQ(units,
             std::vector<std::string>{
                 "unit-chosenno unit is said: taken for thousandths of a millimetre, as it was chosen"});

@@ -99,6 +99,21 @@ test('what is lost is told, and a copy written that the program reads whole', as
   assert.deepEqual((await again.panel(2)).spots.map(({file}) => file), ['yonder-clean.rwl']);
 });
 
+test('coordinates are copied into a file that the program reads, and workbooks are said not to be read here', async () => {
+  const points = '#DENDRO\nDATED 1992\n' + [...Array(40)].map((_, k) => `${k}.000,0.000\n`).join('');
+  const both = await Both.on(new Map([
+    ['Vorn.fil', Buffer.from('yonder.rwl\nbeam.pos\nbook.xlsx\n')], ['yonder.rwl', example('yonder.rwl')],
+    ['beam.pos', Buffer.from(points)], ['book.xlsx', Buffer.from('PK\x03\x04' + '\0'.repeat(60), 'latin1')]]));
+  await both.next('found');
+  while ((await both.panel(1)).spots.length < 4) await both.next('found');
+  const {text} = await both.asked({do: 'csv', name: 'files'}, 'csv');
+  assert.match(text, /this edition of the program cannot read workbooks: save the sheet as CSV/);
+  const offer = await both.offeredCopy();
+  assert.deepEqual([offer.file, offer.name, offer.can], ['beam.pos', 'beam.rwl', true]);
+  await both.asked({do: 'use_clean_copy', number: offer.number}, 'used_clean_copy');
+  assert.match(textOf(both, 'beam.rwl'), /^beam {4}1954   100/);
+});
+
 async function mended() {
   const both = await Both.on(examples());
   await both.act({do: 'act', id: 'crossdate'});

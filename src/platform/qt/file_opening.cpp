@@ -100,7 +100,8 @@ void FileOpening::ask_for_folder(const QString& start) {
 void FileOpening::ask_for_files(const QString& start) {
   QFileDialog* dialog = dialog_for(window_, "The files to work on", start, QFileDialog::ExistingFiles);
   dialog->setNameFilters(
-      {"Ring widths and chronologies (*.rwl *.raw *.rwm *.fh *.crn *.txt *.dat *.csv *.tsv)",
+      {"Ring widths and chronologies (*.rwl *.raw *.rwm *.fh *.crn *.txt *.dat *.csv *.tsv "
+       "*.xlsx *.pos *.d *.xml)",
        "All files (*)"});
   QObject::connect(dialog, &QFileDialog::filesSelected, &window_,
                    [this](const QStringList& paths) { open_files(paths); });

@@ -13,7 +13,7 @@ import {zipOf} from './zip.js';
 const mostLines = 2000;
 const mostRecent = 10;
 const mostLetters = 2 ** 21;  // of a text that is shown
-const kindsOfFiles = '.rwl,.raw,.rwm,.fh,.crn,.txt,.dat,.fil,.trw,.prn,.rww';
+const kindsOfFiles = '.rwl,.raw,.rwm,.fh,.crn,.txt,.dat,.fil,.trw,.prn,.rww,.pos';
 
 const shownTime = time => new Date(time).toLocaleString([], {dateStyle: 'medium', timeStyle: 'short'});
 

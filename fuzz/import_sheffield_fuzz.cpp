@@ -1,0 +1,16 @@
+// Sheffield files: any bytes behind the lines that say what the file is.
+//
+// What must hold: see import_checks.h.
+#include <string>
+
+#include "import_checks.h"
+#include "target.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace vorn;
+  using namespace vorn::fuzz;
+  const std::string bytes = "A\n9\nA\n11900\n" + std::string(as_text(data, size));
+  const auto one = imported(bytes, {2026});
+  if (one) must_be_empty(complaint_about(*one));
+  return 0;
+}
