@@ -10,12 +10,6 @@ foreach(line IN LISTS lines)
   set(VORN_LINKS_OF_${room} ${links})
 endforeach()
 
-# Files of the folder that are compiled by themselves where others are compiled together (VORN_TOGETHER): they have helpers of
-# the same names as their neighbours.
-function(vorn_alone)
-  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
-endfunction()
-
 # vorn_room(NAME SOURCES file... [TESTS file_test.cpp...] [NOT_LINKED room...])
 #
 # Makes the library vorn_NAME from the files of one room (a folder of src/), linked with every room that the list
@@ -41,7 +35,15 @@ function(vorn_room name)
   endif()
 endfunction()
 
-# vorn_test(NAME SOURCES file... LINKS target...): a GoogleTest program, each test known to CTest.
+# Files of tests that are compiled by themselves where others are compiled together: they have helpers of the same names as
+# their neighbours.
+function(vorn_alone)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
+# vorn_test(NAME SOURCES file... LINKS target...): a GoogleTest program, each test known to CTest. Most of the time that a
+# file of tests takes goes into the headers that it has in common with its neighbours: eight are compiled together. The
+# program's own files are not: there a name that means something else beside a neighbour's would change what users get.
 # Where nothing is measured tests need no strong optimisation, which takes longer to compile than they to run. With the
 # sanitizers the start of a process takes longer than most tests: there each program runs as a few parts of its tests.
 set(VORN_TEST_PARTS 4)
@@ -50,6 +52,9 @@ function(vorn_test name)
   add_executable(${name} ${test_SOURCES})
   target_link_libraries(${name} PRIVATE ${test_LINKS} vorn_testing GTest::gtest_main)
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
+  if(VORN_TOGETHER)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+  endif()
   if(NOT VORN_SANITIZE)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 600)
     return()
