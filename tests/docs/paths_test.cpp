@@ -35,8 +35,8 @@ Names all_matches(const std::string& text, const std::regex& pattern) {
 
 // What comes into being when the project is built, run or reported on, and so need not be there.
 bool is_made(const std::string& path) {
-  const Names made = {"build/",  "out/",      "share/",         "bin/",  "reports/",
-                      "corpus/", "failures/", "fuzz/failures/", ".vorn/"};
+  const Names made = {"build/",    "out/",           "share/", "bin/",     "reports/",   "corpus/",
+                      "failures/", "fuzz/failures/", ".vorn/", "results/", "/usr/share/"};
   return std::any_of(made.begin(), made.end(),
                      [&](const std::string& begin) { return path.starts_with(begin); });
 }

@@ -74,7 +74,7 @@ class Completions(unittest.TestCase):
             return "\n".join(line.split("\t")[0] for line in lines)
 
         self.expect(complete)
-        self.assertEqual(complete("convert", "--to", "").split(), ["compact", "csv", "heidelberg", "noaa", "tucson"])
+        self.assertEqual(complete("convert", "--to", "").split(), ["compact", "csv", "heidelberg", "noaa", "tucson", "xlsx"])
         self.assertNotIn("--gain", complete("stats", "--"))
 
     def test_zsh(self):
