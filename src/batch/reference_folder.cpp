@@ -141,7 +141,8 @@ void ReferenceFolder::sum_up() {
   std::string words = what_.folder + ": " + counted(size_, "reference", "references");
   if (none > 0) words += ", " + counted(none, "file", "files") + " without one";
   if (parts > 0)
-    words += ", " + counted(parts, "file", "files") + " not taken as it stands (vorn check says why)";
+    words += ", " + counted(parts, "file", "files") +
+             (parts == 1 ? " not taken as it stands" : " not taken as they stand") + " (vorn check says why)";
   words_.push_back(words);
 }
 
