@@ -227,7 +227,7 @@ void ReferenceFolder::date_core(const SeriesToDate& core, const std::vector<Plac
                                 const std::function<void(const std::string&, const Dates&)>& use) const {
   DatingReferences used;
   std::vector<SeriesToDate> series;
-  double further = static_cast<double>(positions);
+  auto further = static_cast<double>(positions);
   for (const Place& place : best) {
     used.push_back(reference(place.number));
     series.push_back(used.back()->series());
