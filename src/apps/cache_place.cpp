@@ -23,7 +23,8 @@ fs::path caches_of_user() {
 #ifdef _WIN32
   return variable("LOCALAPPDATA");
 #else
-  const fs::path chosen = variable("XDG_CACHE_HOME"), home = variable("HOME");
+  fs::path chosen = variable("XDG_CACHE_HOME");
+  const fs::path home = variable("HOME");
   if (chosen.is_absolute()) return chosen;
   if (!home.is_absolute()) return {};
 #ifdef __APPLE__
