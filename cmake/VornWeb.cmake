@@ -25,7 +25,7 @@ add_library(nlohmann_json::nlohmann_json ALIAS nlohmann_json)
 set(CMAKE_CXX_FLAGS_RELEASE -DNDEBUG)
 set(VORN_WEB_FAST chronology statistics study)
 # What is done once with a file need not be fast.
-set(VORN_WEB_SMALL "^(comparison|corrected|file_|finding_|ring_alignment|tucson_lines)")
+set(VORN_WEB_SMALL "^(agreement|comparison|corrected|file_|finding_|pointer_years|reference|ring_alignment|site|studied_cores|tucson_lines)")
 add_link_options(-Oz)
 
 # Nothing is thrown in these rooms, nor through them.
