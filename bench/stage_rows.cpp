@@ -314,7 +314,7 @@ std::vector<Stage> page_stages() {
   const auto paint = [](Desk& desk) { paint_picture(desk.plot.page()); };
   // The sample moved by a year, and all drawn again.
   const auto graph = [](Desk& desk) {
-    topbot(*desk.w, *desk.w, *desk.w, 1, -1);
+    topbot(*desk.w, 1, -1);
     plot_graph(*desk.w);
   };
   return {
