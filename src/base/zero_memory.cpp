@@ -4,41 +4,168 @@
 #include <new>
 
 // The address sanitizer watches over the ends of what the library gives.
-#if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__)
+#if !defined(_WIN32) && !defined(__EMSCRIPTEN__) && !defined(__SANITIZE_ADDRESS__)
 #define VORN_MAPS_MEMORY
 #include <sys/mman.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdint>
+#include <utility>
 #endif
 
 namespace vorn {
+
+#ifdef VORN_MAPS_MEMORY
 namespace {
 
-// From so many bytes on pages of their own are taken. The library would give fresh ones for the first tables
+// From so many bytes on a table has pages of its own. The library would give fresh ones for the first tables
 // of a program alone, and fill those of the next with zeros.
-[[maybe_unused]] constexpr std::size_t worth_mapping = std::size_t{1} << 16;
+constexpr std::size_t worth_pages = std::size_t{1} << 16;
+
+// Room for all the tables of one state of the program.
+constexpr std::size_t stretch_bytes = std::size_t{1} << 26;
+// Larger tables lie outside stretches.
+constexpr std::size_t most_in_stretch = stretch_bytes / 4;
+
+std::byte* mapped(std::size_t size) {
+  void* const pages = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (pages == MAP_FAILED) throw std::bad_alloc();
+  return static_cast<std::byte*>(pages);
+}
+
+std::size_t whole_pages(std::size_t size) {
+  static const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  return (size + page - 1) / page * page;
+}
+
+// Addresses that tables of one thread are taken from, one behind the other. Where many states are made and
+// given back, as for the files of an archive, each would otherwise be put together and taken apart by the
+// system table by table. It begins at a multiple of its size, so that a table tells where its stretch is.
+class Stretch {
+ public:
+  // Held by whoever made it.
+  static Stretch* make() {
+    std::byte* const room = mapped(2 * stretch_bytes);
+    const std::size_t before = (stretch_bytes - reinterpret_cast<std::uintptr_t>(room)) % stretch_bytes;
+    std::byte* const start = room + before;
+    if (before > 0) ::munmap(room, before);
+    ::munmap(start + stretch_bytes, stretch_bytes - before);
+#ifdef MADV_NOHUGEPAGE
+    // Most tables are used for a few pages at their start: large pages would be nearly all waste.
+    ::madvise(start, stretch_bytes, MADV_NOHUGEPAGE);
+#endif
+    return new (start) Stretch;
+  }
+  static Stretch* of(void* table) {
+    auto* const at = static_cast<std::byte*>(table);
+    return reinterpret_cast<Stretch*>(at - reinterpret_cast<std::uintptr_t>(at) % stretch_bytes);
+  }
+
+  // For the thread that made it: a table, or nothing where there is no room.
+  void* take(std::size_t size) {
+    if (holders_ == 1) clear();
+    size = whole_pages(size);
+    if (size > stretch_bytes - used_) return nullptr;
+    std::byte* const table = reinterpret_cast<std::byte*>(this) + used_;
+    used_ += size;
+    ++holders_;
+    return table;
+  }
+  // For the thread that made it, when it has given back a table: the pages of the last go back at once.
+  void clear_if_empty() {
+    if (holders_ == 1) clear();
+  }
+  // Its maker or a table lets go.
+  void let_go() {
+    if (--holders_ > 0) return;
+    this->~Stretch();
+    ::munmap(this, stretch_bytes);
+  }
+
+ private:
+  Stretch() = default;
+  ~Stretch() = default;
+
+  static std::size_t own_room() {
+    return whole_pages(sizeof(Stretch));
+  }
+
+  void clear() {
+    if (used_ == own_room()) return;
+    std::byte* const tables = reinterpret_cast<std::byte*>(this) + own_room();
+    const std::size_t size = used_ - own_room();
+#ifdef __linux__
+    const bool are_zero = ::madvise(tables, size, MADV_DONTNEED) == 0;
+#else  // elsewhere the pages may keep what they hold
+    const bool are_zero = ::mmap(tables, size, PROT_READ | PROT_WRITE,
+                                 MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) != MAP_FAILED;
+#endif
+    if (are_zero) used_ = own_room();
+  }
+
+  std::size_t used_ = own_room();
+  std::atomic<std::size_t> holders_{1};  // its maker, and each table
+};
+
+// The stretch that this thread takes tables from. Tables of the main thread may outlive all that it cleans up
+// when it ends: this pointer is there as long as the thread is.
+thread_local Stretch* own_stretch = nullptr;
+
+struct EndOfThread {
+  ~EndOfThread() { leave_stretch(); }
+  static void leave_stretch() {
+    if (own_stretch != nullptr) std::exchange(own_stretch, nullptr)->let_go();
+  }
+};
+
+void* take_from_stretch(std::size_t size) {
+  thread_local const EndOfThread at_end;
+  if (own_stretch != nullptr) {
+    if (void* const table = own_stretch->take(size)) return table;
+    EndOfThread::leave_stretch();
+  }
+  own_stretch = Stretch::make();
+  return own_stretch->take(size);
+}
+
+void give_back_to_stretch(void* table) {
+  Stretch* const stretch = Stretch::of(table);
+  stretch->let_go();
+  if (stretch == own_stretch) stretch->clear_if_empty();
+}
 
 }  // namespace
 
 void* zero_memory(std::size_t size) {
-#ifdef VORN_MAPS_MEMORY
-  if (size >= worth_mapping) {
-    void* const pages = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (pages == MAP_FAILED) throw std::bad_alloc();
-    return pages;
-  }
-#endif
+  if (size > most_in_stretch) return mapped(size);
+  if (size >= worth_pages) return take_from_stretch(size);
   void* const memory = std::calloc(size, 1);
   if (memory == nullptr && size > 0) throw std::bad_alloc();
   return memory;
 }
 
-void give_back_memory(void* memory, [[maybe_unused]] std::size_t size) {
-#ifdef VORN_MAPS_MEMORY
-  if (size >= worth_mapping) {
+void give_back_memory(void* memory, std::size_t size) {
+  if (size > most_in_stretch)
     ::munmap(memory, size);
-    return;
-  }
-#endif
+  else if (size >= worth_pages)
+    give_back_to_stretch(memory);
+  else
+    std::free(memory);
+}
+
+#else
+
+void* zero_memory(std::size_t size) {
+  void* const memory = std::calloc(size, 1);
+  if (memory == nullptr && size > 0) throw std::bad_alloc();
+  return memory;
+}
+
+void give_back_memory(void* memory, std::size_t /*size*/) {
   std::free(memory);
 }
+
+#endif
 
 }  // namespace vorn

@@ -3,6 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <iterator>
+#include <thread>
+#include <vector>
 
 namespace vorn {
 namespace {
@@ -16,6 +21,81 @@ TEST(ZeroMemory, IsZeroAlsoWhereOthersHaveWritten) {
       give_back_memory(bytes, size);
     }
   }
+}
+
+// More than one stretch of addresses has room for, in tables of the sizes that a state of the program has.
+TEST(ZeroMemory, IsZeroTimeAfterTimeWhateverElseIsHeld) {
+  constexpr std::size_t sizes[] = {9'800'000, 1'224'100, 65'536, 70'001, 9'600'000, 20'000'000};
+  struct Held {
+    unsigned char* bytes;
+    std::size_t size;
+  };
+  std::vector<Held> held;
+  for (int time = 0; time < 60; ++time) {
+    const std::size_t size = sizes[static_cast<std::size_t>(time) % std::size(sizes)];
+    auto* const bytes = static_cast<unsigned char*>(zero_memory(size));
+    for (std::size_t k = 0; k < size; k += 512) ASSERT_EQ(bytes[k], 0) << time << ": " << k;
+    ASSERT_EQ(bytes[size - 1], 0);
+    for (std::size_t k = 0; k < size; k += 512) bytes[k] = 0xff;
+    bytes[size - 1] = 0xff;
+    held.push_back({bytes, size});
+    if (time % 7 < 4) continue;  // some are given back at once, some later, all now and then
+    const std::size_t fewest = time % 21 == 20 ? 0 : 3;
+    while (held.size() > fewest) {
+      give_back_memory(held.front().bytes, held.front().size);
+      held.erase(held.begin());
+    }
+  }
+  for (const Held& one : held) give_back_memory(one.bytes, one.size);
+}
+
+// As tables are that one thread makes and another one takes over.
+TEST(ZeroMemory, IsGivenBackByAnyThread) {
+  constexpr std::size_t size = 300'000;
+  for (int time = 0; time < 20; ++time) {
+    std::vector<unsigned char*> taken(8);
+    std::thread([&] {
+      for (unsigned char*& bytes : taken) {
+        bytes = static_cast<unsigned char*>(zero_memory(size));
+        std::fill_n(bytes, size, 0xff);
+      }
+    }).join();
+    std::thread other([&] {
+      for (std::size_t k = 0; k < taken.size(); k += 2) give_back_memory(taken[k], size);
+    });
+    for (std::size_t k = 1; k < taken.size(); k += 2) {
+      EXPECT_EQ(taken[k][size - 1], 0xff);
+      give_back_memory(taken[k], size);
+      auto* const own = static_cast<unsigned char*>(zero_memory(size));
+      EXPECT_EQ(std::count(own, own + size, 0), static_cast<std::ptrdiff_t>(size));
+      std::fill_n(own, size, 0xff);
+      give_back_memory(own, size);
+    }
+    other.join();
+  }
+}
+
+// A table that is given back when all that threads keep is gone.
+struct LateTable {
+  ~LateTable() {
+    bytes[0] = 1;
+    give_back_memory(bytes, 200'000);
+    auto* const later = static_cast<unsigned char*>(zero_memory(200'000));
+    if (later[0] != 0) std::abort();
+    give_back_memory(later, 200'000);
+  }
+  unsigned char* bytes = nullptr;
+};
+
+TEST(ZeroMemory, IsGivenBackAfterTheEndOfThreadsAsWell) {
+  static LateTable late;  // goes when the program does
+  EXPECT_EXIT(
+      {
+        late.bytes = static_cast<unsigned char*>(zero_memory(200'000));
+        std::exit(7);
+      },
+      testing::ExitedWithCode(7), "");
+  late.bytes = static_cast<unsigned char*>(zero_memory(200'000));
 }
 
 TEST(ZeroMemory, NothingIsGivenForNothing) {
