@@ -147,6 +147,7 @@ void OtherChronology::put_beside(Workspace& w) const {
   w.cfy(second) = first_;
   w.cly(second) = last_;
   w.cyr(second) = static_cast<std::int32_t>(values_.size());
+  w.crn_written(second) = true;
   for (int k = 1; k <= w.cyr(second); ++k) {
     w.crn(k, second) = values_[static_cast<std::size_t>(k) - 1];
     w.num(k, second) = depths_[static_cast<std::size_t>(k) - 1];

@@ -116,8 +116,8 @@ Cell correlation(double r) {
 void stats_rows(Collection& collection, const VerbSwitches&, const Add& add) {
   if (!collection.has_cores()) return;
   Workspace& w = collection.state();
-  cbar(w, w, w, w.tree_to_chronology.range(1, max_series), w.careful);
-  rbar(w, w.tree_to_trees.range(1, max_series));
+  cbar(w, w, w, w.tree_to_chronology.range(1, w.nc), w.careful);
+  rbar(w, w.tree_to_trees.range(1, w.nc));
   for (int i = 1; i <= w.nc; ++i) {
     const auto widths = w.widths(i);
     const auto rings = static_cast<double>(widths.size());

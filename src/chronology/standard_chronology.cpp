@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "plot/screen.h"
 #include "records/edit_format.h"
@@ -19,7 +20,9 @@ namespace {
 constexpr std::string_view limit_and_length = "(I6,\", age=\",I6,\" \")";
 constexpr std::size_t limit_and_length_columns = 18;
 
+// A column that nothing was written to is left alone: clearing it takes longer than filling it with a site.
 void clear_column(Workspace& w) {
+  if (!std::exchange(w.crn_written(w.cf), true)) return;
   std::ranges::fill(w.crn.column(w.cf, max_years), 0.0);
   std::ranges::fill(w.num.column(w.cf, max_years), 0);
 }

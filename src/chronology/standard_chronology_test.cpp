@@ -79,6 +79,7 @@ TEST_F(StandardChronology, StartsItsColumnFromNothingAndTouchesNoOther) {
   w.cf = 2;
   w.crn.fill(7);
   w.num.fill(7);
+  w.crn_written.fill(true);
   add_core(1900, {1, 2});
   std_crn(w);
   EXPECT_EQ(column(3), (Values{1, 2, 0}));

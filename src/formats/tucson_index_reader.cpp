@@ -83,6 +83,7 @@ void IndexReader::read_headers() {
 // it. Returns the last position that is filled.
 int IndexReader::store_decade(int position) {
   const int last = std::min(position + years_a_line - 1, max_years);
+  w.crn_written(f_) = true;
   for (int k = std::max(position, 1); k <= last; ++k) {
     const std::size_t pair = 2 * static_cast<std::size_t>(k - position);
     w.crn(k, f_) = decade_[pair];

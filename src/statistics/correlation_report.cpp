@@ -27,6 +27,7 @@ YearSpan use_well_covered_years(Workspace& w) {
   while (first <= years && w.num(first, w.cf) <= 1) ++first;
   while (last >= first && w.num(last, w.cf) <= 1) --last;
   // Deliberate: [raised-depths] in the store itself; the raised depths stay until the column is built again.
+  w.crn_written(w.cf) = true;
   for (int p = 1; p <= years; ++p) w.num(p, w.cf) = std::max(w.num(p, w.cf), 2);
   const std::int64_t before = std::int64_t{w.cfy(w.cf)} - 1;
   return {before + first, before + last};

@@ -20,10 +20,11 @@ struct FileTable {
   Table<std::int32_t> cly;     // last year of its chronology
   Table<std::int32_t> cyr;     // years of its chronology
   Grid<double> crn;  // chronology: year k of file f is crn(k, f); thousandths where read from an index file
-  Grid<std::int32_t> num;  // its sample depth
-  std::int32_t nfil = 0;   // files kept after start-up
-  std::int32_t nraw = 0;   // how many of them hold ring widths
-  std::int32_t cf = 0;     // the current file
+  Grid<std::int32_t> num;   // its sample depth
+  Table<bool> crn_written;  // whether crn and num of the file hold anything yet
+  std::int32_t nfil = 0;    // files kept after start-up
+  std::int32_t nraw = 0;    // how many of them hold ring widths
+  std::int32_t cf = 0;      // the current file
 };
 
 }  // namespace vorn

@@ -26,7 +26,8 @@ FileTable::FileTable()
       cly(max_files),
       cyr(max_files),
       crn(max_years, max_files),
-      num(max_years, max_files) {}
+      num(max_years, max_files),
+      crn_written(max_files) {}
 
 Comparison::Comparison() : chc(entry_places) {}
 
