@@ -105,6 +105,13 @@ class Work::Stopping {
 };
 
 void Work::run(const std::function<bool(const Answer&)>& use) {
+  if (request_.threads > 1) return share(use);
+  for (const std::string& file : request_.files) {
+    if (!use(answer_of(request_, files_, file))) return;
+  }
+}
+
+void Work::share(const std::function<bool(const Answer&)>& use) {
   std::vector<std::jthread> threads;
   const Stopping stopping(*this);  // goes before the threads, which are waited for
   threads.reserve(static_cast<std::size_t>(request_.threads));

@@ -56,6 +56,7 @@ class Work {
 
  private:
   class Stopping;
+  void share(const std::function<bool(const Answer&)>& use);  // among threads
   void work();
 
   const Request& request_;
