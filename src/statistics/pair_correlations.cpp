@@ -239,6 +239,11 @@ constexpr double busy_pair = 15;
 // How far apart the ties are that six significant digits of a usual mean may lie at.
 constexpr double usual_unit = 1e-7;
 
+// Rows are filled eight series at a time, whatever they hold.
+PairWay way_of_few(std::size_t series) {
+  return series < fewest_in_rows ? PairWay::plainly : PairWay::in_rows;
+}
+
 // The work of each way is estimated, in cycles.
 class Ways {
  public:
@@ -330,7 +335,12 @@ PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_
 
 PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
                            const PairWork& work) {
-  if (series.size() <= few_series) return pair_correlations_plain(series, fewest_years);
+  if (series.size() <= few_series) {
+    return way_of_few(series.size()) == PairWay::plainly
+               ? pair_correlations_plain(series, fewest_years)
+               : pair_correlations_in_rows(series, fewest_years,
+                                           {work.told, std::max<std::size_t>(work.threads, 1)});
+  }
   const Ways ways(series, fewest_years);
   const PairWork shared = ways.with_threads(work);
   switch (ways.best()) {
@@ -345,7 +355,7 @@ PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewe
 }
 
 PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years) {
-  return series.size() <= few_series ? PairWay::plainly : Ways(series, fewest_years).best();
+  return series.size() <= few_series ? way_of_few(series.size()) : Ways(series, fewest_years).best();
 }
 
 }  // namespace vorn

@@ -166,9 +166,11 @@ TEST_F(PairCorrelations, OfConstantSeriesAmongOthersAreThePlainOnes) {
 
 // --- Which way is taken.
 
-TEST_F(PairCorrelations, OfFewSeriesAreHadPlainly) {
-  for (unsigned i = 0; i < few_series; ++i) add(1900, noise(118, i + 1));
+TEST_F(PairCorrelations, OfFewSeriesAreHadPlainlyOrInRows) {
+  for (unsigned i = 1; i < fewest_in_rows; ++i) add(1900, noise(118, i));
   EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+  for (unsigned i = fewest_in_rows; i <= few_series; ++i) add(1900, noise(118, i));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_rows);
   add(1900, noise(118, 1'000));
   EXPECT_EQ(pair_way(series(), 40), PairWay::in_tiles);
 }
