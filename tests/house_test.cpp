@@ -188,7 +188,7 @@ bool reads_xml(const std::string& file) {
 bool uses_vectors(const std::string& file) {
   const std::string source = without_ending(file);
   return source == "statistics/pair_tiles" || source == "statistics/pair_rows" ||
-         source == "statistics/sliding_match";
+         source == "statistics/sliding_match" || source == "statistics/vector_targets";
 }
 
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
@@ -201,9 +201,10 @@ bool may_use_system_header(const std::string& file, const std::string& header) {
   return is_test(file) || file.starts_with("platform/qt/") || file.starts_with("apps/") ||
          without_ending(file) == "records/os_file" || without_ending(file) == "base/zero_memory" ||
          (uses_vectors(file) && header.starts_with("hwy/")) ||
+         (without_ending(file) == "statistics/vector_targets" && header == "cpuid.h") ||
          (without_ending(file) == "statistics/wasm_lanes" && header == "wasm_simd128.h") ||
          (reads_xml(file) && header == "pugixml.hpp") ||
-         (without_ending(file) == "import/archive_parts" && header == "zip.h") ||
+         (without_ending(file) == "import/zip_library" && (header == "zip.h" || header == "dlfcn.h")) ||
          (writes_json(file) && header.starts_with("nlohmann/")) ||
          (without_ending(file) == "platform/web/worker_port" && header == "emscripten.h");
 }
