@@ -1,16 +1,17 @@
 #include "import/archive_parts.h"
 
-#include <zip.h>
+#include "import/zip_library.h"
 
 namespace vorn {
 
 struct ArchiveParts::Archive {
+  const ZipLibrary* library = zip_library();
   zip_t* zip = nullptr;
   Archive() = default;
   Archive(const Archive&) = delete;
   Archive& operator=(const Archive&) = delete;
   ~Archive() {
-    if (zip) zip_discard(zip);
+    if (zip) library->discard(zip);
   }
 };
 
@@ -23,9 +24,10 @@ std::string megabytes(std::size_t bytes) {
 // Closes it at the end.
 class OpenPart {
  public:
-  OpenPart(zip_t* zip, zip_uint64_t index) : file_(zip_fopen_index(zip, index, 0)) {}
+  OpenPart(const ZipLibrary& library, zip_t* zip, zip_uint64_t index)
+      : library_(library), file_(library.fopen_index(zip, index, 0)) {}
   ~OpenPart() {
-    if (file_) zip_fclose(file_);
+    if (file_) library_.fclose(file_);
   }
   OpenPart(const OpenPart&) = delete;
   OpenPart& operator=(const OpenPart&) = delete;
@@ -33,29 +35,35 @@ class OpenPart {
   bool fills(std::string& text) {
     std::size_t filled = 0;
     while (file_ && filled < text.size()) {
-      const zip_int64_t count = zip_fread(file_, text.data() + filled, text.size() - filled);
+      const zip_int64_t count = library_.fread(file_, text.data() + filled, text.size() - filled);
       if (count <= 0) return false;
       filled += static_cast<std::size_t>(count);
     }
     char more = 0;
-    return file_ && zip_fread(file_, &more, 1) == 0;  // where its sum is held against the bytes
+    return file_ && library_.fread(file_, &more, 1) == 0;  // where its sum is held against the bytes
   }
 
  private:
+  const ZipLibrary& library_;
   zip_file_t* file_;
 };
 
 }  // namespace
 
 ArchiveParts::ArchiveParts(std::string_view bytes) : archive_(std::make_unique<Archive>()) {
-  zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
-  archive_->zip = source ? zip_open_from_source(source, ZIP_RDONLY, nullptr) : nullptr;
+  const ZipLibrary* const library = archive_->library;
+  if (!library) {
+    failure_ = "libzip, which reads archives, is not installed";
+    return;
+  }
+  zip_source_t* source = library->source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
+  archive_->zip = source ? library->open_from_source(source, ZIP_RDONLY, nullptr) : nullptr;
   if (!archive_->zip) {
-    if (source) zip_source_free(source);
+    if (source) library->source_free(source);
     failure_ = "the archive is damaged or cut short";
     return;
   }
-  const auto parts = zip_get_num_entries(archive_->zip, 0);
+  const auto parts = library->get_num_entries(archive_->zip, 0);
   if (parts > static_cast<zip_int64_t>(most_archive_parts))
     failure_ = "the archive has " + std::to_string(parts) + " parts, more than " +
                std::to_string(most_archive_parts);
@@ -64,7 +72,7 @@ ArchiveParts::ArchiveParts(std::string_view bytes) : archive_(std::make_unique<A
 ArchiveParts::~ArchiveParts() = default;
 
 bool ArchiveParts::has(const std::string& name) const {
-  return archive_->zip && zip_name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE) >= 0;
+  return archive_->zip && archive_->library->name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE) >= 0;
 }
 
 bool ArchiveParts::is_within_bounds(const std::string& name, unsigned long long unpacked,
@@ -81,16 +89,18 @@ bool ArchiveParts::is_within_bounds(const std::string& name, unsigned long long 
 
 std::optional<std::string> ArchiveParts::read(const std::string& name) {
   if (!has(name) || !failure_.empty()) return std::nullopt;
-  const auto index = static_cast<zip_uint64_t>(zip_name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE));
+  const ZipLibrary& library = *archive_->library;
+  const auto index =
+      static_cast<zip_uint64_t>(library.name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE));
   zip_stat_t stat;
   constexpr zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE;
-  if (zip_stat_index(archive_->zip, index, 0, &stat) != 0 || (stat.valid & needed) != needed) {
+  if (library.stat_index(archive_->zip, index, 0, &stat) != 0 || (stat.valid & needed) != needed) {
     failure_ = "its part " + name + " is damaged";
     return std::nullopt;
   }
   if (!is_within_bounds(name, stat.size, stat.comp_size)) return std::nullopt;
   std::string text(stat.size, '\0');
-  if (!OpenPart(archive_->zip, index).fills(text)) {
+  if (!OpenPart(library, archive_->zip, index).fills(text)) {
     failure_ = "its part " + name + " is damaged, or has a password";
     return std::nullopt;
   }
