@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <vector>
 
 #include "base/parallel_for.h"
@@ -21,17 +22,33 @@ constexpr int cores_a_piece = 64;
 // Fewer rings are done before a thread has begun.
 constexpr int rings_for_threads = 20'000;
 
-// The bridge to the kernels. It copies, because a working entry may begin before the pool does.
+// The bridge to the kernels. It copies, because a working entry may begin before the pool does, or end behind
+// it: of a series of so many years from place `start` on, which of them lie in the pool.
+struct InPool {
+  std::size_t before, count;
+  int first;  // place of the first of them
+
+  InPool(const Table<double>& pool, int start, int years) {
+    const std::int64_t from = std::max(start, 1);
+    const std::int64_t to = std::min<std::int64_t>(std::int64_t{start} + years - 1, pool.size());
+    count = static_cast<std::size_t>(std::max<std::int64_t>(to - from + 1, 0));
+    before = count > 0 ? static_cast<std::size_t>(from - start) : 0;
+    first = static_cast<int>(from);
+  }
+};
+
 std::vector<double> values_of(const SeriesStore& w, const Pool<double>& pool, int i) {
   std::vector<double> values(static_cast<std::size_t>(w.yr(i)));
-  int p = w.ad(i);
-  for (double& value : values) value = pool.at(p++);
+  const InPool in(pool, w.ad(i), w.yr(i));
+  std::ranges::copy(pool.range(in.first, static_cast<int>(in.count)),
+                    values.begin() + static_cast<std::ptrdiff_t>(in.before));
   return values;
 }
 
 void put_values(const SeriesStore& w, Pool<double>& pool, int i, const std::vector<double>& values) {
-  int p = w.ad(i);
-  for (const double value : values) pool.put(p++, value);
+  const InPool in(pool, w.ad(i), w.yr(i));
+  std::ranges::copy(std::span(values).subspan(in.before, in.count),
+                    pool.range(in.first, static_cast<int>(in.count)).begin());
 }
 
 // Stage by stage through the pool: what falls outside it is nothing at the next stage.

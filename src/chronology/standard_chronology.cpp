@@ -55,13 +55,20 @@ void set_span(Workspace& w) {
 
 // A ring of a core whose years and length contradict each other may lie behind the column; it is passed over.
 void add_present_rings(Workspace& w, int i) {
-  const std::int64_t first = std::int64_t{w.fy(i)} - w.cfy(w.cf) + 1;
-  for (int j = 0; j < w.yr(i); ++j) {
-    const int p = w.ad(i) + j;
-    const std::int64_t k = first + j;
-    if (!w.xok.at(p) || k > max_years) continue;
-    w.crn(static_cast<int>(k), w.cf) += w.ax.at(p);
-    w.num(static_cast<int>(k), w.cf) += 1;
+  const int start = std::max(w.ad(i), 1);
+  const std::int64_t first = std::int64_t{w.fy(i)} - w.cfy(w.cf) + (start - w.ad(i));
+  const std::int64_t behind = std::int64_t{w.ad(i)} + w.yr(i);
+  const std::int64_t years =
+      std::min({behind - start, max_years - first, w.ax.size() + std::int64_t{1} - start});
+  if (years < 1) return;
+  const auto values = w.ax.range(start, static_cast<int>(years));
+  const auto present = w.xok.range(start, static_cast<int>(years));
+  const auto sums = w.crn.column(w.cf, max_years).subspan(static_cast<std::size_t>(first));
+  const auto depths = w.num.column(w.cf, max_years).subspan(static_cast<std::size_t>(first));
+  for (std::size_t k = 0; k < values.size(); ++k) {
+    if (!present[k]) continue;
+    sums[k] += values[k];
+    depths[k] += 1;
   }
 }
 
