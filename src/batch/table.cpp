@@ -130,6 +130,8 @@ TableWriter::TableWriter(std::ostream& out, TableFormat format, TableForm form, 
     out_ << "{\"schema\": " << json_text("vorn-" + std::string(form_.verb) + "-1")
          << ",\n \"version\": " << json_text(version) << ",\n \"recipe\": " << json_text(recipe)
          << ",\n \"rows\": [";
+    for (const std::string_view column : form_.columns)
+      keys_.push_back((keys_.empty() ? "" : ",") + json_text(column) + ':');
   } else if (format_ == TableFormat::csv) {
     for (std::size_t k = 0; k < form_.columns.size(); ++k) out_ << (k == 0 ? "" : ",") << form_.columns[k];
     out_ << '\n';
@@ -140,8 +142,7 @@ void TableWriter::add(const Row& row) {
   VORN_ASSERT(row.size() == form_.columns.size());
   if (format_ == TableFormat::json) {
     out_ << (first_ ? "\n  {" : ",\n  {");
-    for (std::size_t k = 0; k < row.size(); ++k)
-      out_ << (k == 0 ? "" : ",") << json_text(form_.columns[k]) << ':' << json_of(row[k]);
+    for (std::size_t k = 0; k < row.size(); ++k) out_ << keys_[k] << json_of(row[k]);
     out_ << '}';
   } else if (format_ == TableFormat::csv) {
     for (std::size_t k = 0; k < row.size(); ++k) out_ << (k == 0 ? "" : ",") << quoted(plain_text(row[k]));

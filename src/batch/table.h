@@ -52,6 +52,7 @@ class TableWriter {
   TableFormat format_;
   TableForm form_;
   std::vector<std::vector<std::string>> kept_;  // of a table, whose widths come from all rows
+  std::vector<std::string> keys_;               // of JSON: what each value of a row stands behind
   std::vector<bool> is_text_;
   bool first_ = true;
 };
