@@ -91,6 +91,20 @@ void write_many_files(const std::filesystem::path& folder) {
   write(folder / "Vorn.fil", list);
 }
 
+// An archive in a folder of its own: a site a file, of 15 to 45 cores. The list names the first alone.
+void write_archive(const std::filesystem::path& folder) {
+  const std::string archive = "archive/";
+  std::filesystem::create_directories(folder / archive);
+  examples::Random random(700'000'000);
+  for (int f = 1; f <= 1'000; ++f) {
+    const std::uint64_t seed = 700'000'000U + 100'000U * static_cast<std::uint64_t>(f);
+    const int first = random.between(1500, 1800);
+    const auto all = site(seed, 'G', random.between(15, 45), {100, 180}, {first, first + 199});
+    write(folder / (archive + "site" + padded_number(f, 4) + ".rwl"), raw(all));
+  }
+  write(folder / "Vorn.fil", archive + "site0001.rwl\n");
+}
+
 }  // namespace
 
 const std::vector<Collection>& all_collections() {
@@ -100,6 +114,7 @@ const std::vector<Collection>& all_collections() {
       {'c', "300 series of 150 to 450 rings over 4,600 years, years before year 0 included"},
       {'d', "100 files of 100 series, in the three layouts of ring widths"},
       {'e', "2 series of 12,000 years, the longest there can be"},
+      {'g', "1,000 files of 15 to 45 series of 100 to 180 rings, as an archive has them"},
       {'f', "2,500 series as in (a), a quarter of it: what grows with a collection, and how fast"},
   };
   return all;
@@ -119,6 +134,8 @@ void write_collection(char letter, const std::filesystem::path& folder) {
     case 'e':
       return write_one(folder, "e.rwm",
                        examples::compact(site(900'000'000, 'E', 2, {12'000, 12'000}, {-9'999, 2'000})));
+    case 'g':
+      return write_archive(folder);
     case 'f':
       return write_one(folder, "f.rwl", raw(site(100'000'000, 'F', 2'500, {98, 138}, {1, 2000})));
     default:

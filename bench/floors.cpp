@@ -51,18 +51,20 @@ double Floors::model() const {
 }
 
 double Floors::logarithm() const {
-  return rings() * 17 / rates_.bytes;
+  return rings() / rates_.logarithms;
 }
 
 double Floors::pairs() const {
-  double work = 0;
+  double work = 0, pairs = 0;
   for (int i = 1; i <= w.nc; ++i) {
     for (int j = i + 1; j <= w.nc; ++j) {
       const int years = std::min(w.ly(i), w.ly(j)) - std::max(w.fy(i), w.fy(j)) + 1;
-      if (years >= fewest_common_years) work += years;
+      if (years < fewest_common_years) continue;
+      work += years;
+      ++pairs;
     }
   }
-  return work / rates_.multiply_adds;
+  return work / rates_.multiply_adds + pairs / rates_.pair_ends;
 }
 
 double Floors::with_rest() const {
@@ -87,10 +89,15 @@ double Floors::best_match() const {
   return places * std::max(w.yr(w.nd + 1), length) / rates_.multiply_adds;
 }
 
+// Twice as many numbers lie in a vector.
+double Floors::single_precision(double multiply_adds) const {
+  return multiply_adds / (2 * rates_.multiply_adds);
+}
+
 double Floors::start() const {
   // The store holds the first file; the others are taken to be like it.
-  return recognising() + reading() + w.nfil * (estimates() + spline() + model() + logarithm()) + pairs() +
-         with_rest();
+  return rates_.start + recognising() + reading() +
+         w.nfil * (estimates() + spline() + model() + logarithm()) + pairs() + with_rest();
 }
 
 }  // namespace vorn::bench

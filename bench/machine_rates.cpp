@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -9,6 +10,8 @@
 #include <functional>
 #include <iterator>
 #include <vector>
+
+#include "whole_process.h"
 
 // This file is compiled once for each kind of vector instructions; which one runs is chosen at run time.
 #undef HWY_TARGET_INCLUDE
@@ -62,6 +65,17 @@ double sum(const double* values, std::size_t count) {
   return hn::GetLane(hn::SumOfLanes(lanes, hn::Add(hn::Add(s0, s1), hn::Add(s2, s3))));
 }
 
+// The sum of the correlations that sums of products and of squares give, each the length of a multiple of 64.
+double correlations(const double* products, const double* squares, std::size_t count) {
+  auto all = hn::Zero(lanes);
+  for (std::size_t i = 0; i < count; i += hn::Lanes(lanes)) {
+    const auto of_both =
+        hn::Mul(hn::LoadU(lanes, squares + i), hn::LoadU(lanes, squares + count - hn::Lanes(lanes) - i));
+    all = hn::Add(all, hn::Div(hn::LoadU(lanes, products + i), hn::Sqrt(of_both)));
+  }
+  return hn::GetLane(hn::SumOfLanes(lanes, all));
+}
+
 }  // namespace vorn::bench::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -72,12 +86,14 @@ namespace {
 HWY_EXPORT(multiply_add);
 HWY_EXPORT(lane_count);
 HWY_EXPORT(sum);
+HWY_EXPORT(correlations);
 
 constexpr int trials = 15;
 constexpr std::size_t multiply_add_rounds = 1'000'000, multiply_adds_a_round = 12;
 constexpr std::size_t large_array = std::size_t{24} << 20;  // numbers: 192 MB
 constexpr std::size_t scans = 4;                            // of the text, a trial
 constexpr std::size_t openings = 200;                       // of the file, a trial
+constexpr std::size_t small_array = 4'096, rounds = 250;  // numbers, and how often a trial goes through them
 
 // What keeps the compiler from leaving out work whose result nobody uses.
 volatile double result_of_work;
@@ -143,10 +159,53 @@ double rate_of_opening(const std::string& name) {
   return static_cast<double>(openings) / seconds;
 }
 
+// Numbers between 0.5 and 1.5, none like its neighbours.
+std::vector<double> some_numbers() {
+  std::vector<double> numbers(small_array);
+  for (std::size_t i = 0; i < numbers.size(); ++i)
+    numbers[i] = 0.5 + static_cast<double>(i * 2'654'435'761U % 65'536U) / 65'536.0;
+  return numbers;
+}
+
+double rate_of_logarithms() {
+  const std::vector<double> numbers = some_numbers();
+  const double seconds = shortest([&] {
+    double sum = 0;
+    for (std::size_t round = 0; round < rounds; ++round) {
+      for (const double number : numbers) sum += std::log(number);
+    }
+    return sum;
+  });
+  return static_cast<double>(rounds * small_array) / seconds;
+}
+
+double rate_of_pair_ends() {
+  const std::vector<double> numbers = some_numbers();
+  const double seconds = shortest([&] {
+    double sum = 0;
+    for (std::size_t round = 0; round < rounds; ++round)
+      sum += HWY_DYNAMIC_DISPATCH(correlations)(numbers.data(), numbers.data(), numbers.size());
+    return sum;
+  });
+  return static_cast<double>(rounds * small_array) / seconds;
+}
+
+double time_of_start() {
+  double best = 1e9;
+  for (int i = 0; i < trials; ++i) best = std::min(best, run_program({PROCESS_NOTHING}).cpu);
+  return best;
+}
+
 }  // namespace
 
 MachineRates measure_machine(const std::string& text_file) {
-  return {rate_of_multiply_adds(), rate_of_memory(), rate_of_scanning(text_file), rate_of_opening(text_file)};
+  return {rate_of_multiply_adds(),
+          rate_of_memory(),
+          rate_of_scanning(text_file),
+          rate_of_opening(text_file),
+          rate_of_logarithms(),
+          rate_of_pair_ends(),
+          time_of_start()};
 }
 
 }  // namespace vorn::bench

@@ -1,14 +1,13 @@
 #include "measured_table.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
 
 namespace vorn::bench {
 namespace {
-
-constexpr double most_memory = 250;  // MB, of the whole process
 
 double counter_of(const std::map<std::string, double>& counters, const char* name) {
   const auto found = counters.find(name);
@@ -59,12 +58,21 @@ double MeasuredTable::growth(const Row& row) const {
   return 0;
 }
 
+double MeasuredTable::calls(const Row& row) const {
+  const double files = counter_of(row.counters, counter::files);
+  if (files <= 1) return 0;
+  for (const Row& other : rows_) {
+    if (counter_of(other.counters, counter::files) == 1) return other.cpu * files / row.cpu;
+  }
+  return 0;
+}
+
 bool MeasuredTable::misses(const Row& row) const {
   const double mark = counter_of(row.counters, counter::mark),
                most = counter_of(row.counters, counter::multiple);
   const double floor = counter_of(row.counters, counter::floor);
   return (mark > 0 && row.cpu > mark) || (most > 0 && row.cpu > most * floor) ||
-         counter_of(row.counters, counter::memory) > most_memory ||
+         counter_of(row.counters, counter::memory) > counter_of(row.counters, counter::most_memory) ||
          (counter_of(row.counters, counter::growth) > 0 &&
           growth(row) > counter_of(row.counters, counter::growth));
 }
@@ -78,7 +86,11 @@ void MeasuredTable::print(std::ostream& out, const Row& row) const {
   if (memory > 0) {
     goal += goal.empty() ? "" : ", ";
     goal += std::to_string(static_cast<int>(memory)) + " of " +
-            std::to_string(static_cast<int>(most_memory)) + " MB";
+            std::to_string(static_cast<int>(counter_of(row.counters, counter::most_memory))) + " MB";
+  }
+  if (calls(row) > 0) {
+    goal += goal.empty() ? "" : ", ";
+    goal += "1/" + std::to_string(static_cast<int>(std::round(calls(row)))) + " of a call for each";
   }
   if (growth(row) > 0 && counter_of(row.counters, counter::growth) > 0) {
     goal += goal.empty() ? "" : ", ";

@@ -18,6 +18,8 @@ inline constexpr const char* growth = "grows";  // times as long as on (f), a qu
 inline constexpr const char* times = "times";  // how often the work is done in one iteration; 1 when not told
 inline constexpr const char* cpu = "cpu";      // seconds of processor time, of work done by another process
 inline constexpr const char* memory = "MB";    // resident at most; only of whole processes
+inline constexpr const char* most_memory = "most MB";  // what that may be
+inline constexpr const char* files = "files";          // that a process works on; 0 when not told
 }  // namespace counter
 
 // Of each benchmark the smallest time of its repetitions: what disturbs a measurement only ever adds to it.
@@ -36,6 +38,8 @@ class MeasuredTable : public benchmark::BenchmarkReporter {
     double wall = 1e9, cpu = 1e9;  // seconds
     std::map<std::string, double> counters;
   };
+  // Of a row of many files in one call: how many times as long a call for each of them takes; else 0.
+  double calls(const Row& row) const;
   // How many times as long a row on collection (a) took as the same on (f); 0 where there is none.
   double growth(const Row& row) const;
   bool misses(const Row& row) const;

@@ -22,13 +22,16 @@ struct Stage {
   double growth = 0;  // see counter
 };
 
-// The whole program as a process of its own.
+// A whole program as a process of its own: vorn_replay with a script, or another with its arguments.
 struct Process {
   std::string name;
   char letter;
   std::string script;
   double mark;
   bool floor_known;
+  double most_memory = 250;                 // MB
+  std::vector<std::string> arguments = {};  // the program first
+  double files = 0;                         // that it works on, where the row is one of two that are compared
 };
 
 std::vector<Stage> all_stages();

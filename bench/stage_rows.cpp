@@ -29,12 +29,14 @@
 #include "page_picture.h"
 #include "quiet_desk.h"
 #include "records/text_file.h"
+#include "seeded_random.h"
 #include "stage.h"
 #include "statistics/best_match.h"
 #include "statistics/correlation.h"
 #include "statistics/correlation_report.h"
 #include "statistics/lag_table.h"
 #include "statistics/pair_correlations.h"
+#include "statistics/sliding_match.h"
 #include "statistics/statistics_report.h"
 #include "statistics/tree_correlations.h"
 #include "toolkit/buttons.h"
@@ -232,6 +234,39 @@ void show_graph(Desk& desk) {
   plot_graph(*desk.w);
 }
 
+void show_all_years(Desk& desk) {
+  desk.w->sl = max_years;
+  show_graph(desk);
+}
+
+// --- A sample on the references of a folder.
+
+constexpr std::size_t references = 9'000, years_of_reference = 300, years_of_sample = 150, least_overlap = 40;
+
+std::vector<double> noise(std::size_t years, std::uint64_t seed) {
+  examples::Random random(seed);
+  std::vector<double> values(years);
+  for (double& value : values) value = random.between(-10'000, 10'000) / 1e4;
+  return values;
+}
+
+// The sums of products alone, in single precision.
+double floor_of_references(const Floors& floors) {
+  const double places = years_of_reference + years_of_sample - 2 * least_overlap + 1;
+  return floors.single_precision(references * places * years_of_sample);
+}
+
+void date_on_references(Desk&) {
+  static const std::vector<std::vector<float>> all = [] {
+    std::vector<std::vector<float>> made;
+    for (std::uint64_t k = 0; k < references; ++k)
+      made.push_back(standardised(noise(years_of_reference, k + 1)));
+    return made;
+  }();
+  SlidingMatch match(noise(years_of_sample, 0), 0.1, least_overlap);
+  for (const auto& reference : all) benchmark::DoNotOptimize(match.best_on(reference, 0.1));
+}
+
 // --- The rows.
 
 std::vector<Stage> kernel_stages() {
@@ -347,12 +382,16 @@ std::vector<Stage> page_stages() {
       {"a core deleted, the chooser left (a)", 'a', delete_a_core, {}, 0.5, 0, set_a_pair, load_the_file},
       {"another chronology, of that size (a)", 'a', load_the_file, {}, 0.5, 0},
       {"cross-dating page, painted (a)", 'a', paint, {}, click, 0, show_graph},
+      {"cross-dating page, all years painted (e)", 'e', paint, {}, click, 0, show_all_years},
   };
 }
 
 // The fast ways and what they took the place of.
 std::vector<Stage> plain_stages() {
   const auto told = [](Desk& desk, auto kernel) { benchmark::DoNotOptimize(kernel(trees(*desk.w))); };
+  const auto plain_pairs = [told](Desk& desk) {
+    told(desk, [](const auto& all) { return pair_correlations_plain(all, fewest_common_years); });
+  };
   return {
       {"lines read row by row (a)", 'a', read_row_by_row, &Floors::reading},
       {"lines read item by item, plainly (a)", 'a', read_item_by_item, &Floors::reading},
@@ -361,11 +400,10 @@ std::vector<Stage> plain_stages() {
          told(desk, [](const auto& all) { return pair_correlations_tiled(all, fewest_common_years); });
        },
        &Floors::pairs},
-      {"pairs one by one, plainly (a)", 'a',
-       [told](Desk& desk) {
-         told(desk, [](const auto& all) { return pair_correlations_plain(all, fewest_common_years); });
-       },
-       &Floors::pairs},
+      {"pairs one by one, plainly (a)", 'a', plain_pairs, &Floors::pairs},
+      {"pairs one by one, plainly (c)", 'c', plain_pairs, &Floors::pairs},
+      {"150 rings on 9,000 references (g)", 'g', date_on_references, floor_of_references, 0.050, 0,
+       date_on_references},
       {"best matches by estimates (e)", 'e', [](Desk& desk) { best_matches(*desk.w); }, &Floors::best_match,
        0, 0, set_a_pair},
       {"best matches at every place, plainly (e)", 'e', match_every_place, &Floors::best_match, 0, 0,
@@ -419,12 +457,29 @@ std::vector<Stage> all_stages() {
 }
 
 std::vector<Process> all_processes() {
+  constexpr double small = 25;  // MB, of a session on one file
   return {
       {"whole start-up (a)", 'a', start_script(), 0.5, true},
       {"whole start-up (b)", 'b', start_script(), 1.3, true},
       {"whole start-up (c)", 'c', start_script(), 0.2, true},
       {"whole start-up (d)", 'd', start_script(), 0.5, true},
       {"whole session, with a picture (b)", 'b', long_session_script(), 0, false},
+      {"one file of an archive, its report (g)",
+       'g',
+       press(button::stats_report) + press(button::quit),
+       0,
+       false,
+       small,
+       {},
+       1},
+      {"1,000 files in one call (g)",
+       'g',
+       "",
+       0,
+       false,
+       small,
+       {VORN, "stats", "--json", "-j", "1", "archive"},
+       1'000},
   };
 }
 

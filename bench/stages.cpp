@@ -56,12 +56,15 @@ class Laboratory {
     forget_loaded();  // so that two do not share the caches
     std::filesystem::current_path(top_ / std::string(1, process.letter));
     for ([[maybe_unused]] auto _ : state) {
-      const ProcessCost cost = run_program_with(process.script);
+      const ProcessCost cost =
+          process.arguments.empty() ? run_program_with(process.script) : run_program(process.arguments);
       state.SetIterationTime(cost.wall);
       state.counters[counter::cpu] = cost.cpu;
       state.counters[counter::memory] = cost.megabytes;
     }
     state.counters[counter::mark] = process.mark;
+    state.counters[counter::most_memory] = process.most_memory;
+    state.counters[counter::files] = process.files;
   }
 
  private:
@@ -117,7 +120,7 @@ void register_stages(const std::filesystem::path& top, const MachineRates& rates
 }
 
 void run_each_once(const std::filesystem::path& top, const std::string& part) {
-  Laboratory laboratory(top, {1, 1, 1, 1});
+  Laboratory laboratory(top, {1, 1, 1, 1, 1, 1, 1});
   std::vector<Stage> stages = all_stages();
   // So that each collection is loaded once.
   std::stable_sort(stages.begin(), stages.end(),

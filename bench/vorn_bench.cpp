@@ -37,7 +37,9 @@ void print(const MachineRates& rates) {
   std::cout << std::fixed << std::setprecision(1) << "Multiply-adds: " << rates.multiply_adds / billion
             << " thousand million a second. Memory: " << rates.bytes / billion
             << " GB/s. Line ends: " << rates.scanned / billion << " GB/s. Files opened: " << rates.files / 1e3
-            << " thousand a second.\n\n";
+            << " thousand a second. Logarithms: " << rates.logarithms / 1e6
+            << " million a second. Ends of pairs: " << rates.pair_ends / billion
+            << " thousand million a second. A program that does nothing: " << rates.start * 1e3 << " ms.\n\n";
 }
 
 int measure(const fs::path& top) {

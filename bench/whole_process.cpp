@@ -16,15 +16,20 @@ struct Closes {
 
 }  // namespace
 
-ProcessCost run_program_with(const std::string& script) {
-  std::ofstream(script_name) << script;
-  const std::string command = std::string("\"") + PROCESS_COST + "\" \"" + VORN_REPLAY + "\" " + script_name;
+ProcessCost run_program(const std::vector<std::string>& words) {
+  std::string command = std::string("\"") + PROCESS_COST + "\"";
+  for (const std::string& word : words) command += " \"" + word + "\"";
   const std::unique_ptr<std::FILE, Closes> answer(::popen(command.c_str(), "r"));
   ProcessCost cost;
   if (!answer || std::fscanf(answer.get(), "%lf %lf %lf", &cost.wall, &cost.cpu, &cost.megabytes) != 3) {
-    throw std::runtime_error("vorn_replay did not end well");
+    throw std::runtime_error(words.front() + " did not end well");
   }
   return cost;
+}
+
+ProcessCost run_program_with(const std::string& script) {
+  std::ofstream(script_name) << script;
+  return run_program({VORN_REPLAY, script_name});
 }
 
 }  // namespace vorn::bench

@@ -1,7 +1,8 @@
-// Runs the whole program as a process of its own, driven by a script.
+// Runs whole programs as processes of their own.
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vorn::bench {
 
@@ -10,8 +11,10 @@ struct ProcessCost {
   double megabytes = 0;      // resident at most
 };
 
-// Runs vorn_replay in the current folder with a script of these lines. Throws std::runtime_error when it
-// does not end well.
+// Runs a program, with its arguments, in the current folder. Throws std::runtime_error when it does not end
+// well.
+ProcessCost run_program(const std::vector<std::string>& words);
+// Runs vorn_replay so, with a script of these lines.
 ProcessCost run_program_with(const std::string& script);
 
 }  // namespace vorn::bench
