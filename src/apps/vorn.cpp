@@ -19,9 +19,9 @@
 #include "apps/vorn_work.h"
 #include "base/parallel_for.h"
 #include "batch/collection.h"
+#include "batch/files_below.h"
 #include "batch/reference_folder.h"
 #include "batch/workbook_table.h"
-#include "records/disk_files.h"
 #include "records/os_file.h"
 
 namespace {
@@ -193,7 +193,7 @@ int answer(int argc, char** argv) {
   if (const auto status = take_list(request)) return *status;
   const ReadReferences references = read_references(request);
   if (!references.are_some) return vorn::cannot_go_on;
-  vorn::DiskFiles disk;  // lives as long as the references
+  vorn::DiskOfFolders disk;  // lives as long as the references
   if (!read_reference_folder(request, disk)) return vorn::cannot_go_on;
   return run(request, request.fail_on && !references.are_whole);
 }

@@ -195,10 +195,10 @@ std::vector<std::string> ReferenceFolder::date(Collection& sample,
   if (!sample.has_cores()) return said;
   os::Stamp own = {};
   if (os::stamp_of(sample.path(), own) != 0) own = {};
-  for (const KeptReference& one : all_) {
-    if (!one.values.empty() && is_same_file(one.stamp, own))
-      said.push_back(sample.path() + ": is in " + what_.folder + " too, and no reference for its own cores");
-  }
+  if (std::ranges::any_of(all_, [&](const KeptReference& one) {
+        return !one.values.empty() && is_same_file(one.stamp, own);
+      }))
+    said.push_back(sample.path() + ": is in " + what_.folder + " too, and no reference for its own cores");
   const Workspace& w = sample.state();
   const auto cores = sample.cores();
   const StudiedCores studied(cores, w);
