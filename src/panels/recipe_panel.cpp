@@ -118,17 +118,14 @@ class RecipePanel {
   void figures() {
     row("r with the others",
         each([](const RecipeFigures& one) { return one.r ? three_decimals(*one.r) : "none"; }),
-        each([](const RecipeFigures& one) { return one.why; }));
+        each([](const RecipeFigures& one) { return one.p ? "p " + three_decimals(*one.p) : one.why; }));
     row("order of the model", each([](const RecipeFigures& one) { return std::to_string(one.order); }));
     figure("AR(1)", &RecipeFigures::autocorrelation);
     figure("mean sensitivity", &RecipeFigures::sensitivity);
     figure("skew", &RecipeFigures::skew);
     figure("Gini coefficient", &RecipeFigures::gini);
     y_ += 12;
-    for (const RecipeOf other : {RecipeOf::cofecha, RecipeOf::dplr}) {
-      if (core_.by(RecipeOf::program).r || other == RecipeOf::dplr)
-        words(difference_in_words(core_, other), colour::ink);
-    }
+    for (const std::string& sentence : agreement_in_words(core_)) words(sentence, colour::ink);
   }
 
   static std::string segment_text(const RecipeSegment* segment) {
