@@ -106,10 +106,8 @@ class MovingPanel {
     }
     all.emplace_back(
         "mean r: the mean correlation of the cores with the chronology without them (Holmes 1983). rbar: "
-        "that of "
-        "all pairs; EPS: the expressed population signal (Wigley, Briffa and Jones 1984). Each of 40 years "
-        "in "
-        "common or more; none where there are fewer");
+        "that of all pairs; EPS: the expressed population signal of the cores in pairs (Wigley, Briffa and "
+        "Jones 1984). Each of 40 years in common or more; none where there are fewer");
     return all;
   }
 
