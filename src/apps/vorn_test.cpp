@@ -62,7 +62,7 @@ TEST_F(CommandLine, AFolderStandsForAllFilesBelowIt) {
 
 TEST_F(CommandLine, SearchesTheReferencesOfAFolder) {
   std::filesystem::create_directory("archive");
-  std::filesystem::copy_file("oak.rwl", "archive/a.rwl");
+  folder.write("archive/a.rwl", folder.read("oak.rwl") + raw_core_text("OAK4", 1900, 60, 3u));
   const std::string search = "XDG_CACHE_HOME=$PWD/caches " VORN " date --format csv --series OAK2 oak.rwl ";
   ASSERT_EQ(run(search + "--reference archive/a.rwl"), 0);
   const std::string by_one = printed;

@@ -173,8 +173,9 @@ TEST_F(ReferenceFolders, LeaveOutTheSamplesOwnFileAndSaySo) {
   for (const Row& row : found) EXPECT_EQ(reference_of(row).find("sample.rwl"), std::string::npos);
   ASSERT_EQ(said_.size(), 2u);
   EXPECT_NE(said_[0].find("no reference for its own cores"), std::string::npos) << said_[0];
-  // Once, under however many names it lies there.
-  fs::create_hard_link(sample_, archive_ / "the same.rwl");
+  EXPECT_NE(said_[1].find(" tried on 13 references"), std::string::npos) << said_[1];
+  // Once, under however many names it or a copy of it lies there.
+  fs::copy_file(sample_, archive_ / "a copy.rwl");
   EXPECT_EQ(dated(what(100)).first.size(), 13u);
   EXPECT_EQ(said_.size(), 2u);
 }
