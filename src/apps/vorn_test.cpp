@@ -75,6 +75,15 @@ TEST_F(CommandLine, SearchesTheReferencesOfAFolder) {
   ASSERT_EQ(run(search + "--references archive --no-cache --best 1 -q"), 0);
   EXPECT_EQ(printed, by_one);
   EXPECT_EQ(said, "");
+  const std::string nobody =
+      "XDG_CACHE_HOME=$PWD/oak.rwl " VORN " date --format csv --series OAK2 oak.rwl --references archive";
+  ASSERT_EQ(run(nobody), 0);
+  EXPECT_EQ(printed, by_one);
+  EXPECT_NE(said.find("vorn: archive: the references cannot be kept: the user has no folder for caches\n"),
+            std::string::npos)
+      << said;
+  ASSERT_EQ(run(nobody + " --no-cache"), 0);
+  EXPECT_EQ(said.find("cannot be kept"), std::string::npos) << said;
   EXPECT_EQ(run(search + "--references nowhere"), 4);
   EXPECT_EQ(run(search + "--references archive --reference oak.rwl"), 2);
   EXPECT_EQ(run(search + "--best 3"), 2);
