@@ -28,7 +28,7 @@ complete -c vorn -n __vorn_no_verb -a save -d 'corrected cores, put back into th
 complete -c vorn -n __vorn_no_verb -a replay -d 'runs the whole program by a script, without a window'
 
 complete -c vorn -n "__vorn_verb $verbs" -l help -d 'lists the options'
-complete -c vorn -n "__vorn_verb $verbs" -l careful -d 'mends what is unsafe in the usual way, or some of it'
+complete -c vorn -n "__vorn_verb $verbs" -l careful -f -d 'mends what is unsafe in the usual way, or some of it'
 complete -c vorn -n "__vorn_verb $rows diff convert save" -s o -r -F -d 'writes to this file'
 complete -c vorn -n "__vorn_verb $rows diff convert save" -s q -d 'says nothing of what was not read'
 complete -c vorn -n "__vorn_verb $rows diff" -l format -x -a 'table csv json xlsx' -d 'how the rows are written'
@@ -47,7 +47,7 @@ complete -c vorn -n '__vorn_verb date corr' -l reference -r -F -d 'a chronology 
 complete -c vorn -n '__vorn_verb date' -l references -x -a '(__fish_complete_directories)' -d 'every file in and below a folder'
 complete -c vorn -n '__vorn_verb date' -l best -x -d 'with --references, so many of each core'
 complete -c vorn -n '__vorn_verb date' -l no-cache -d 'with --references, keeps nothing'
-complete -c vorn -n '__vorn_verb stats' -l recipe -d 'figures beside those of other programs'
+complete -c vorn -n '__vorn_verb stats' -l recipe -f -d 'figures beside those of other programs'
 complete -c vorn -n '__vorn_verb stats' -l move -x -d 'what it does to two files that cores move'
 complete -c vorn -n '__vorn_verb site corr' -l segment -x -d 'years of a segment'
 complete -c vorn -n '__vorn_verb site corr' -l step -x -d 'years from one segment to the next'

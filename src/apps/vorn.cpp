@@ -19,9 +19,9 @@
 #include "apps/vorn_work.h"
 #include "base/parallel_for.h"
 #include "batch/collection.h"
+#include "batch/files_below.h"
 #include "batch/reference_folder.h"
 #include "batch/workbook_table.h"
-#include "records/disk_files.h"
 #include "records/os_file.h"
 
 namespace {
@@ -68,6 +68,8 @@ ReadReferences read_references(vorn::Request& request) {
 bool read_reference_folder(vorn::Request& request, vorn::Files& files) {
   if (request.reference_folder.empty()) return true;
   const std::string recipe = recipe_of(request) + ", version " VORN_VERSION;
+  const std::string cache =
+      request.keeps_references ? vorn::reference_cache(request.reference_folder, recipe) : "";
   std::optional<vorn::Progress> progress;
   try {
     const auto folder = std::make_shared<const vorn::ReferenceFolder>(
@@ -76,7 +78,7 @@ bool read_reference_folder(vorn::Request& request, vorn::Files& files) {
             .folder = request.reference_folder,
             .settings = request.settings,
             .recipe = recipe,
-            .cache = request.keeps_references ? vorn::reference_cache(request.reference_folder, recipe) : "",
+            .cache = cache,
             .threads = std::max(vorn::threads_here(), static_cast<std::size_t>(request.threads)),
             .most_places = request.most_places},
         [&](std::size_t done, std::size_t of) {
@@ -85,6 +87,9 @@ bool read_reference_folder(vorn::Request& request, vorn::Files& files) {
         });
     progress.reset();
     if (!request.quiet) vorn::say(folder->words());
+    if (!request.quiet && request.keeps_references && cache.empty())
+      vorn::say(request.reference_folder +
+                ": the references cannot be kept: the user has no folder for caches");
     if (folder->size() > 0) {
       request.switches.folder = folder;
       return true;
@@ -193,7 +198,7 @@ int answer(int argc, char** argv) {
   if (const auto status = take_list(request)) return *status;
   const ReadReferences references = read_references(request);
   if (!references.are_some) return vorn::cannot_go_on;
-  vorn::DiskFiles disk;  // lives as long as the references
+  vorn::DiskOfFolders disk;  // lives as long as the references
   if (!read_reference_folder(request, disk)) return vorn::cannot_go_on;
   return run(request, request.fail_on && !references.are_whole);
 }

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -278,10 +279,15 @@ void take_recipe(Request& request, const Typed& typed) {
   request.switches.cores = request.series;
 }
 
+bool is_one_file(const std::string& a, const std::string& b) {
+  std::error_code unknown;
+  return a == b || std::filesystem::equivalent(a, b, unknown);
+}
+
 // Why nothing can be moved as it was typed, or nothing.
 std::string take_move(Request& request, const Typed& typed) {
   if (typed.moved.empty()) return "";
-  if (request.files.size() != 2 || request.files[0] == request.files[1])
+  if (request.files.size() != 2 || is_one_file(request.files[0], request.files[1]))
     return "--move takes two files: the one that is left and the one that is joined";
   if (!request.series.empty()) return "--move names its cores itself: --series does not go with it";
   if (std::ranges::count(request.files, "-") > 1) return "only one of all files can be standard input";

@@ -62,7 +62,7 @@ TEST_F(CommandLine, AFolderStandsForAllFilesBelowIt) {
 
 TEST_F(CommandLine, SearchesTheReferencesOfAFolder) {
   std::filesystem::create_directory("archive");
-  std::filesystem::copy_file("oak.rwl", "archive/a.rwl");
+  folder.write("archive/a.rwl", folder.read("oak.rwl") + raw_core_text("OAK4", 1900, 60, 3u));
   const std::string search = "XDG_CACHE_HOME=$PWD/caches " VORN " date --format csv --series OAK2 oak.rwl ";
   ASSERT_EQ(run(search + "--reference archive/a.rwl"), 0);
   const std::string by_one = printed;
@@ -75,6 +75,15 @@ TEST_F(CommandLine, SearchesTheReferencesOfAFolder) {
   ASSERT_EQ(run(search + "--references archive --no-cache --best 1 -q"), 0);
   EXPECT_EQ(printed, by_one);
   EXPECT_EQ(said, "");
+  const std::string nobody =
+      "XDG_CACHE_HOME=$PWD/oak.rwl " VORN " date --format csv --series OAK2 oak.rwl --references archive";
+  ASSERT_EQ(run(nobody), 0);
+  EXPECT_EQ(printed, by_one);
+  EXPECT_NE(said.find("vorn: archive: the references cannot be kept: the user has no folder for caches\n"),
+            std::string::npos)
+      << said;
+  ASSERT_EQ(run(nobody + " --no-cache"), 0);
+  EXPECT_EQ(said.find("cannot be kept"), std::string::npos) << said;
   EXPECT_EQ(run(search + "--references nowhere"), 4);
   EXPECT_EQ(run(search + "--references archive --reference oak.rwl"), 2);
   EXPECT_EQ(run(search + "--best 3"), 2);
@@ -531,8 +540,10 @@ TEST_F(CommandLine, StatsTellsWhatAMoveDoes) {
   EXPECT_EQ(run(VORN " stats --move NONE oak.rwl elm.rwl"), 4);
   EXPECT_NE(said.find("oak.rwl: no series NONE"), std::string::npos) << said;
   EXPECT_EQ(run(VORN " stats --move OAK1 oak.rwl gone.rwl"), 4);
-  EXPECT_EQ(run(VORN " stats --move OAK1 oak.rwl oak.rwl"), 2);
-  EXPECT_NE(said.find("two files"), std::string::npos) << said;
+  for (const char* same : {"oak.rwl", "./oak.rwl"}) {
+    EXPECT_EQ(run(std::string(VORN " stats --move OAK1 oak.rwl ") + same), 2);
+    EXPECT_NE(said.find("two files"), std::string::npos) << said;
+  }
 }
 
 // --- What a terminal is shown.

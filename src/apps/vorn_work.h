@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "apps/vorn_request.h"
+#include "batch/files_below.h"
 #include "batch/table.h"
-#include "records/disk_files.h"
 #include "records/memory_files.h"
 
 namespace vorn {
@@ -29,7 +29,7 @@ class InputFiles : public Files {
 
  private:
   Files& of(const std::string& name);
-  DiskFiles disk_;
+  DiskOfFolders disk_;
   MemoryFiles input_;
 };
 

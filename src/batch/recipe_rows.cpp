@@ -46,8 +46,9 @@ Cells each(const CoreRecipe& recipe, Of of) {
 
 Line line_of_r(const CoreRecipe& recipe) {
   Line line{"r", {}, each(recipe, [](const RecipeFigures& figures) { return known(figures.r); })};
-  line.words =
-      difference_in_words(recipe, RecipeOf::cofecha) + ". " + difference_in_words(recipe, RecipeOf::dplr);
+  line.p = known(recipe.by(RecipeOf::dplr).p);
+  for (const std::string& sentence : agreement_in_words(recipe))
+    line.words += (line.words.empty() ? "" : ". ") + sentence;
   return line;
 }
 

@@ -34,10 +34,6 @@ std::vector<double> present_values(const SeriesView& series) {
   return all;
 }
 
-bool is_same_file(const os::Stamp& a, const os::Stamp& b) {
-  return a.number != 0 && a.number == b.number && a.device == b.device;
-}
-
 std::int64_t seconds_now() {
   using namespace std::chrono;
   return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
@@ -161,15 +157,30 @@ std::shared_ptr<const DatingReference> ReferenceFolder::reference(std::size_t nu
   return made;
 }
 
+// Whether each reference is of the sample's own file, or of a copy of it: the cores would be dated by
+// themselves.
+std::vector<bool> ReferenceFolder::references_of(const Collection& sample) const {
+  std::vector<bool> is_own(all_.size(), false);
+  const auto bytes = sample.bytes();
+  for (std::size_t k = 0; bytes && k < all_.size(); ++k) {
+    const KeptReference& one = all_[k];
+    std::string others;
+    is_own[k] = !one.values.empty() && one.stamp.size == bytes->size() &&
+                !read_whole(files_, path_to(one), others) && others == *bytes;
+  }
+  return is_own;
+}
+
 // The best position on each reference by the quick way, the best first; `positions` becomes that of all that
 // were tried.
-std::vector<ReferenceFolder::Place> ReferenceFolder::places(const SeriesView& core, const os::Stamp& own,
+std::vector<ReferenceFolder::Place> ReferenceFolder::places(const SeriesView& core,
+                                                            const std::vector<bool>& is_own,
                                                             std::size_t& positions) const {
   SlidingMatch match(present_values(core), autocorrelation(core), least_years_in_common);
   std::vector<Place> all;
   for (std::size_t k = 0; k < all_.size(); ++k) {
     const KeptReference& one = all_[k];
-    if (one.values.empty() || is_same_file(one.stamp, own)) continue;
+    if (one.values.empty() || is_own[k]) continue;
     const BestMatch best = match.best_on(one.values, one.autocorrelation);
     positions += best.positions;
     if (best.positions > 0) all.push_back({k, best});
@@ -193,12 +204,10 @@ std::vector<std::string> ReferenceFolder::date(Collection& sample,
                                                const std::function<void(const Row&)>& add) const {
   std::vector<std::string> said;
   if (!sample.has_cores()) return said;
-  os::Stamp own = {};
-  if (os::stamp_of(sample.path(), own) != 0) own = {};
-  for (const KeptReference& one : all_) {
-    if (!one.values.empty() && is_same_file(one.stamp, own))
-      said.push_back(sample.path() + ": is in " + what_.folder + " too, and no reference for its own cores");
-  }
+  const std::vector<bool> is_own = references_of(sample);
+  const auto own = static_cast<std::size_t>(std::ranges::count(is_own, true));
+  if (own > 0)
+    said.push_back(sample.path() + ": is in " + what_.folder + " too, and no reference for its own cores");
   const Workspace& w = sample.state();
   const auto cores = sample.cores();
   const StudiedCores studied(cores, w);
@@ -207,7 +216,7 @@ std::vector<std::string> ReferenceFolder::date(Collection& sample,
     const std::string name(w.nam(static_cast<int>(i) + 1).trimmed());
     if (!is_wanted(name)) continue;
     std::size_t positions = 0;
-    const auto best = best_of(places(studied.core(i).compared, own, positions));
+    const auto best = best_of(places(studied.core(i).compared, is_own, positions));
     date_core({studied.core(i).compared, cores[i].values}, best, positions,
               [&](const std::string& reference, const Dates& found) {
                 add(date_row(sample.path(), name, reference, found));
@@ -218,7 +227,7 @@ std::vector<std::string> ReferenceFolder::date(Collection& sample,
   if (dated > 0)
     said.push_back(sample.path() + ": " + counted(dated, "core", "cores") + ", " +
                    counted(tried, "position", "positions") + " tried on " +
-                   counted(size_, "reference", "references"));
+                   counted(size_ - own, "reference", "references"));
   return said;
 }
 

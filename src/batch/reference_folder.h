@@ -43,8 +43,8 @@ class ReferenceFolder {
 
   // For each wanted core of the sample the references that it fits best, the best first, each with its best
   // position: rows of `date`. The p of each accounts for every position of every reference of the folder. A
-  // reference made of the sample's own file is left out. Answers what is to be said: how many positions were
-  // tried, and what was left out.
+  // reference made of the sample's own file, or of a copy of it, is left out. Answers what is to be said: how
+  // many positions were tried, and what was left out.
   //
   // Safe from several threads at once.
   std::vector<std::string> date(Collection& sample,
@@ -60,7 +60,9 @@ class ReferenceFolder {
   void keep(std::int64_t begun);
   void sum_up();
   std::string path_to(const KeptReference& one) const;
-  std::vector<Place> places(const SeriesView& core, const os::Stamp& own, std::size_t& positions) const;
+  std::vector<bool> references_of(const Collection& sample) const;
+  std::vector<Place> places(const SeriesView& core, const std::vector<bool>& is_own,
+                            std::size_t& positions) const;
   std::vector<Place> best_of(std::vector<Place> places) const;
   void date_core(const SeriesToDate& core, const std::vector<Place>& best, std::size_t positions,
                  const std::function<void(const std::string& reference, const Dates& found)>& use) const;

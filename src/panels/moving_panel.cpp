@@ -11,7 +11,7 @@ namespace vorn {
 namespace {
 
 constexpr int top = 112, row_height = 48, lowest_names = 120;
-constexpr double least_change = 0.0005, narrowest_column = 64, widest_column = 130;
+constexpr double least_change = 0.0005, narrowest_column = 96, widest_column = 130;
 
 std::string names_of(const std::vector<std::string>& cores) {
   constexpr std::size_t most = 3;
@@ -61,7 +61,7 @@ class MovingPanel {
 
   void row(const MovedFile& moved) {
     const double room = end_of(0) - column_ - margin;
-    pen_.fitted(margin, y_ + 12, std::max(room, 40.0), moved.file);
+    pen_.fitted(margin, y_ + 12, std::max(room, 40.0), moved.file, colour::ink, size_of(moved.file, room));
     pen_.right(end_of(0), y_ + 12, std::to_string(moved.now.cores));
     pen_.right(end_of(1), y_ + 12, std::to_string(moved.after.cores));
     figure(2, moved.now.r, moved.after.r);
@@ -106,10 +106,8 @@ class MovingPanel {
     }
     all.emplace_back(
         "mean r: the mean correlation of the cores with the chronology without them (Holmes 1983). rbar: "
-        "that of "
-        "all pairs; EPS: the expressed population signal (Wigley, Briffa and Jones 1984). Each of 40 years "
-        "in "
-        "common or more; none where there are fewer");
+        "that of all pairs; EPS: the expressed population signal of the cores in pairs (Wigley, Briffa and "
+        "Jones 1984). Each of 40 years in common or more; none where there are fewer");
     return all;
   }
 

@@ -49,6 +49,10 @@ double width_of(std::string_view writing, double size) {
   return text_width(writing, size, Font::arial);
 }
 
+double size_of(std::string_view writing, double room) {
+  return width_of(writing, body) > room ? small : body;
+}
+
 std::vector<std::string> wrapped(std::string_view writing, double room, double size) {
   std::vector<std::string> all(1);
   while (!writing.empty()) {

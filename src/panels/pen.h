@@ -52,6 +52,8 @@ class Pen {
 };
 
 double width_of(std::string_view writing, double size);
+// The size in which it fits: that of the body, else the small one, whether or not it does.
+double size_of(std::string_view writing, double room);
 // The writing in lines that fit, cut at blanks; a word that is too long for a line is one.
 std::vector<std::string> wrapped(std::string_view writing, double room, double size);
 // "0.81", "-.40" without the zero before the point; "1.0" for what rounds to one.

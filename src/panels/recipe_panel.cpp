@@ -14,7 +14,8 @@ namespace {
 
 constexpr int head = 124, row_height = 40;
 constexpr double line_height = small * line_step;
-constexpr double narrowest_column = 90, widest_column = 250;
+constexpr double narrowest_column = 100, column_of_small = 140, widest_column = 250, least_gap = 10;
+constexpr int narrow = 840;  // from here on down figures and their names are small
 
 using Texts = std::array<std::string, all_recipes.size()>;
 
@@ -32,6 +33,10 @@ class RecipePanel {
       : in_(inputs), view_(view), found_(found), core_(found.recipe), pen_(view), y_(head - view.scroll) {
     const double room = view.width - 2.0 * margin, share = room / (2 + all_recipes.size());
     column_ = std::clamp(share, std::min(narrowest_column, room / (1 + all_recipes.size())), widest_column);
+    if (view.width <= narrow) {
+      size_ = small;
+      column_ = std::min(column_, column_of_small);
+    }
   }
 
   Panel draw() {
@@ -60,21 +65,25 @@ class RecipePanel {
                               (core_.missing > 0 ? ", " + std::to_string(core_.missing) + " missing" : "");
     pen_.fitted(margin, head - 40, room_for_names(), rings, colour::muted, small);
     for (std::size_t k = 0; k < all_recipes.size(); ++k) {
-      const std::string_view title = title_of(all_recipes[k]);
-      pen_.right(end_of(k), head - 40, width_of(title, small) < column_ ? title : title.substr(0, 7),
-                 colour::muted, small);
+      pen_.right(end_of(k), head - 40, fitting_title(all_recipes[k]), colour::muted, small);
     }
     pen_.line(0, head - 6, view_.width, head - 6, colour::hairline);
   }
 
+  // "COFECHA-style", shorter where the column is narrow.
+  std::string_view fitting_title(RecipeOf recipe) const {
+    const std::string_view whole = title_of(recipe), first = whole.substr(0, whole.find('-'));
+    if (width_of(whole, small) + least_gap < column_) return whole;
+    return width_of(first, small) + least_gap < column_ || recipe != RecipeOf::cofecha ? first : "Holmes";
+  }
   std::string core_name() const { return found_.core.empty() ? "The core" : found_.core; }
 
   // A name and what each of the three has.
   void row(const std::string& name, const Texts& texts, const Texts& tips = {}) {
     if (is_seen(row_height)) {
-      pen_.fitted(margin, y_ + 9, room_for_names(), name);
+      pen_.fitted(margin, y_ + 9, room_for_names(), name, colour::ink, size_);
       for (std::size_t k = 0; k < texts.size(); ++k) {
-        pen_.right(end_of(k), y_ + 9, texts[k], texts[k] == "none" ? colour::muted : colour::ink);
+        pen_.right(end_of(k), y_ + 9, texts[k], texts[k] == "none" ? colour::muted : colour::ink, size_);
         if (!tips[k].empty()) tip(k, tips[k]);
       }
       pen_.line(margin, y_ + row_height, view_.width - margin, y_ + row_height, colour::hairline);
@@ -118,17 +127,14 @@ class RecipePanel {
   void figures() {
     row("r with the others",
         each([](const RecipeFigures& one) { return one.r ? three_decimals(*one.r) : "none"; }),
-        each([](const RecipeFigures& one) { return one.why; }));
+        each([](const RecipeFigures& one) { return one.p ? "p " + three_decimals(*one.p) : one.why; }));
     row("order of the model", each([](const RecipeFigures& one) { return std::to_string(one.order); }));
     figure("AR(1)", &RecipeFigures::autocorrelation);
     figure("mean sensitivity", &RecipeFigures::sensitivity);
     figure("skew", &RecipeFigures::skew);
     figure("Gini coefficient", &RecipeFigures::gini);
     y_ += 12;
-    for (const RecipeOf other : {RecipeOf::cofecha, RecipeOf::dplr}) {
-      if (core_.by(RecipeOf::program).r || other == RecipeOf::dplr)
-        words(difference_in_words(core_, other), colour::ink);
-    }
+    for (const std::string& sentence : agreement_in_words(core_)) words(sentence, colour::ink);
   }
 
   static std::string segment_text(const RecipeSegment* segment) {
@@ -197,6 +203,7 @@ class RecipePanel {
   Pen pen_;
   double y_;
   double column_;
+  double size_ = body;  // of figures and their names
 };
 
 }  // namespace

@@ -30,6 +30,19 @@ Pairwise among(std::span<const SeriesView> cores) {
   return all;
 }
 
+// Cores that have enough years in common with another one. Those that have not say nothing of the signal.
+std::size_t count_of_paired(std::span<const SeriesView> cores) {
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < cores.size(); ++i) {
+    for (std::size_t j = 0; j < cores.size(); ++j) {
+      if (i == j || common(cores[i].years(), cores[j].years()).count() < fewest_common_years) continue;
+      ++count;
+      break;
+    }
+  }
+  return count;
+}
+
 std::optional<double> mean_r(std::span<const SeriesView> cores, const ChronologyParts& chronology) {
   double sum = 0, count = 0;
   for (const SeriesView& core : cores) {
@@ -46,7 +59,7 @@ FileAgreement agreement(std::span<const SeriesView> cores, const ChronologyParts
   FileAgreement found{cores.size(), mean_r(cores, chronology), {}, {}};
   if (all.pairs < 1 || !std::isfinite(all.sum)) return found;
   found.rbar = all.sum / all.pairs;
-  const auto n = static_cast<double>(cores.size());
+  const auto n = static_cast<double>(count_of_paired(cores));
   const double eps = n * *found.rbar / (1 + (n - 1) * *found.rbar);
   if (std::isfinite(eps)) found.eps = eps;
   return found;

@@ -18,8 +18,9 @@ struct FileAgreement {
   // Nothing where no core, or no pair, has 40 years in common.
   std::optional<double> r;     // the mean of the cores' correlations with the chronology without them
   std::optional<double> rbar;  // the mean correlation of all pairs
-  std::optional<double> eps;   // n rbar / (1 + (n - 1) rbar), n the number of cores: the expressed population
-                               // signal
+  // The expressed population signal, n rbar / (1 + (n - 1) rbar), n the number of cores that are part of a
+  // pair.
+  std::optional<double> eps;
 
   bool operator==(const FileAgreement&) const = default;
 };

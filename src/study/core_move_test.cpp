@@ -75,6 +75,20 @@ TEST_F(CoreMove, GivesTheExpressedPopulationSignal) {
   EXPECT_NEAR(now.eps.value(), 2 * r / (1 + r), 1e-12);
 }
 
+// It would seem to make the signal better, by its number alone.
+TEST_F(CoreMove, OfACoreOfOtherYearsLeavesTheSignalAsItIs) {
+  std::vector<SeriesView> cores;
+  for (int k = 0; k < 5; ++k) cores.push_back(core(1800, 90, 0.6));
+  const AgreeingFile file(cores);
+  const std::vector<SeriesView> elsewhere = {core(1860, 200, 0.6)};
+  const FileAgreement after = file.with(elsewhere);
+  EXPECT_EQ(after.cores, 6u);
+  EXPECT_EQ(after.rbar, file.now().rbar);
+  EXPECT_EQ(after.eps, file.now().eps);
+  cores.push_back(elsewhere[0]);
+  EXPECT_EQ(AgreeingFile(cores).without(std::vector<std::size_t>{5}).eps, file.now().eps);
+}
+
 TEST_F(CoreMove, OfTooFewHasNoFigures) {
   const std::vector<SeriesView> two = {core(1800, 60, 0.8), core(1800, 39, 0.8)};
   const AgreeingFile file(two);

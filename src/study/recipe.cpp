@@ -195,10 +195,16 @@ class Work {
     const bool can = widths_.size() > 1 && !is_constant(widths_[k]);
     figures.order = cores.core(k).order;
     if (can) figures.r = finite(cores.correlation(k));
+    if (figures.r) figures.p = cores.probability(k);
     if (!figures.r) figures.why = why_none(widths_, core, recipe, can ? cores.years_in_common(k) : 0);
     if (can) figures.segments = segments(cores, k, recipe);
     const std::int64_t length = recipe == RecipeOf::program ? settings_.seg : recipe_segment;
     figures.why_no_segments = why_no_segments(figures, core, length);
+    const YearSpan first = dplr_first_segment(years_);
+    if (recipe == RecipeOf::dplr && !figures.why_no_segments.empty() && first.last > years_.last)
+      figures.why_no_segments = "the first segment would be " + std::to_string(first.first) + " to " +
+                                std::to_string(first.last) + ", and the last ring of the file is of " +
+                                std::to_string(years_.last);
   }
 
   std::vector<RecipeSegment> segments(const RecipeCores& cores, std::size_t k, RecipeOf recipe) const {

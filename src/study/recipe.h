@@ -24,12 +24,13 @@ struct RecipeSegment {
   double r = 0;             // with the others
   std::optional<double> p;  // that chance gives such an r or a higher one, where that decides
   bool low = false;         // flag A: r is too low, or p too high
-  bool lagging = false;     // flag B: another lag of -10 to +10 years is better
+  bool lagging = false;     // flag B: moved by 1 to 10 years either way along the others it agrees better
 };
 
 struct RecipeFigures {
   // With the others, nothing where it is not had: then `why` says why.
   std::optional<double> r = {};
+  std::optional<double> p = {};  // that chance gives such an r or a higher one, where the recipe says so
   std::string why = {};
   int order = 0;  // of the autoregressive model
   double sensitivity = 0, weighted_sensitivity = 0, autocorrelation = 0, skew = 0, gini = 0;  // of the widths

@@ -80,10 +80,14 @@ SeriesView RecipeCores::with_rings(std::size_t i) const {
   return counted(cores_[i], widths_[i], ways_);
 }
 
-std::vector<double> RecipeCores::mean_of_others(std::size_t i) const {
+std::vector<double> RecipeCores::mean_of_others(std::size_t i, YearSpan years) const {
   ChronologyParts others = chronology_;
   others.take(with_rings(i));
-  return others.means(cores_[i].years());
+  const YearSpan had = common(years, span_of(cores_));
+  const std::vector<double> means = others.means(had);
+  std::vector<double> all(static_cast<std::size_t>(std::max<std::int64_t>(years.count(), 0)), std::nan(""));
+  std::copy(means.begin(), means.end(), all.begin() + (means.empty() ? 0 : had.first - years.first));
+  return all;
 }
 
 std::vector<double> RecipeCores::biweight_of_others(std::size_t i) const {
@@ -96,20 +100,19 @@ std::vector<double> RecipeCores::biweight_of_others(std::size_t i) const {
 
 const std::vector<double>& RecipeCores::master(std::size_t i) const {
   if (of_kept_ != i) {
-    kept_ = by_year_ ? biweight_of_others(i) : mean_of_others(i);
+    kept_ = by_year_ ? biweight_of_others(i) : mean_of_others(i, cores_[i].years());
     of_kept_ = i;
   }
   return kept_;
 }
 
 int RecipeCores::years_in_common(std::size_t i) const {
-  return static_cast<int>(pairs_of(cores_[i].values, mean_of_others(i)).a.size());
+  return static_cast<int>(pairs_of(cores_[i].values, mean_of_others(i, cores_[i].years())).a.size());
 }
 
 std::optional<double> RecipeCores::correlation_of(const Pairs& pairs) const {
   if (pairs.a.size() < fewest_recipe_pairs) return {};
-  const bool by_ranks = ways_.of(RecipeStep::coefficient) == RecipeOf::dplr;
-  return by_ranks ? rank_correlation(pairs.a, pairs.b) : cov(pairs.a, pairs.b);
+  return is_by_ranks() ? rank_correlation(pairs.a, pairs.b) : cov(pairs.a, pairs.b);
 }
 
 std::optional<double> RecipeCores::correlation_over(std::size_t i, YearSpan years) const {
@@ -129,6 +132,14 @@ std::optional<double> RecipeCores::correlation(std::size_t i) const {
   if (cores_[i].values.empty()) return {};
   if (ways_.of(RecipeStep::master) == RecipeOf::program) return chronology_.correlation(with_rings(i));
   return correlation_of(pairs_of(cores_[i].values, master(i)));
+}
+
+std::optional<double> RecipeCores::probability(std::size_t i) const {
+  if (!is_by_ranks()) return {};
+  const Pairs pairs = pairs_of(cores_[i].values, master(i));
+  const double p = probability_of_ranks(rank_correlation(pairs.a, pairs.b), pairs.a.size(),
+                                        has_ties(pairs.a) || has_ties(pairs.b));
+  return std::isfinite(p) ? std::optional(p) : std::nullopt;
 }
 
 Pairs pairs_of(std::span<const double> a, std::span<const double> b) {

@@ -48,6 +48,11 @@ class RecipeCores {
   std::optional<double> correlation(std::size_t i) const;
   // The same of some of its years, not by the program's mean: rings that do not count are left out.
   std::optional<double> correlation_over(std::size_t i, YearSpan years) const;
+  // How probable its correlation of ranks is by chance (rank_correlation.h); nothing where it is none of
+  // ranks or cannot be told.
+  std::optional<double> probability(std::size_t i) const;
+  // The plain mean of the other cores in any years; not a number where there is none.
+  std::vector<double> mean_of_others(std::size_t i, YearSpan years) const;
   // The years in which core i and its master both have a value.
   int years_in_common(std::size_t i) const;
   const ChronologyParts& chronology() const { return chronology_; }
@@ -56,8 +61,9 @@ class RecipeCores {
 
  private:
   std::optional<double> correlation_of(const Pairs& pairs) const;
-  std::vector<double> mean_of_others(std::size_t i) const;
   std::vector<double> biweight_of_others(std::size_t i) const;
+
+  bool is_by_ranks() const { return ways_.of(RecipeStep::coefficient) == RecipeOf::dplr; }
 
   std::span<const SeriesView> widths_;
   Ways ways_;

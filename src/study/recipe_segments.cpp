@@ -43,15 +43,17 @@ YearSpan known_years(Values values, std::int64_t first) {
   return years;
 }
 
-// Whether the core, read by 1 to 10 years earlier or later, agrees better than as it is dated.
-bool is_better_elsewhere(const SeriesView& core, Values master, YearSpan years, double dated) {
-  const Values others = master.subspan(static_cast<std::size_t>(years.first - core.first),
-                                       static_cast<std::size_t>(years.count()));
-  for (int lag = -farthest_segment_lag; lag <= farthest_segment_lag; ++lag) {
-    const YearSpan moved{years.first + lag, years.last + lag};
-    if (lag == 0 || moved.first < core.first || moved.last > core.years().last) continue;
-    const Pairs pairs = pairs_of(part_of(core, moved), others);
-    if (pairs.a.size() >= others.size() && cov(pairs.a, pairs.b) > dated) return true;
+// Whether the segment, 1 to 10 years earlier or later, agrees better with all of as many years of the others
+// than as it is dated.
+bool is_better_elsewhere(const RecipeCores& cores, std::size_t core, YearSpan years, double dated) {
+  constexpr std::int64_t farthest = farthest_segment_lag;
+  const Values segment = part_of(cores.core(core).view(), years);
+  const std::vector<double> others =
+      cores.mean_of_others(core, {years.first - farthest, years.last + farthest});
+  for (std::size_t start = 0; start + segment.size() <= others.size(); ++start) {
+    if (start == static_cast<std::size_t>(farthest)) continue;
+    const Pairs pairs = pairs_of(segment, Values(others).subspan(start, segment.size()));
+    if (pairs.a.size() >= segment.size() && cov(pairs.a, pairs.b) > dated) return true;
   }
   return false;
 }
@@ -95,18 +97,22 @@ std::vector<RecipeSegment> holmes_segments(const RecipeCores& cores, std::size_t
     const Pairs pairs = pairs_of(part_of(own, years), part_of({own.first, master}, years));
     if (pairs.a.size() < fewest_recipe_pairs) return;
     const double r = cov(pairs.a, pairs.b);
-    all.push_back({segment, years, r, {}, r < holmes_critical, is_better_elsewhere(own, master, years, r)});
+    all.push_back({segment, years, r, {}, r < holmes_critical, is_better_elsewhere(cores, core, years, r)});
   });
   return all;
+}
+
+YearSpan dplr_first_segment(YearSpan years) {
+  const std::int64_t first = multiple_from(years.first, dplr_floor);
+  return {first, first + recipe_segment - 1};
 }
 
 std::vector<RecipeSegment> dplr_segments(const RecipeCores& cores, std::size_t core, YearSpan years) {
   const SeriesView own = cores.core(core).view();
   const std::vector<double>& master = cores.master(core);
   std::vector<RecipeSegment> all;
-  for (std::int64_t first = multiple_from(years.first, dplr_floor); first + recipe_segment - 1 <= years.last;
-       first += recipe_step) {
-    const YearSpan segment{first, first + recipe_segment - 1};
+  for (YearSpan segment = dplr_first_segment(years); segment.last <= years.last;
+       segment = {segment.first + recipe_step, segment.last + recipe_step}) {
     if (common(segment, own.years()) != segment) continue;
     const Pairs pairs = pairs_of(part_of(own, segment), part_of({own.first, master}, segment));
     if (pairs.a.size() < static_cast<std::size_t>(recipe_segment)) continue;

@@ -13,7 +13,9 @@ namespace vorn {
 std::vector<RecipeSegment> program_segments(const RecipeCores& cores, std::size_t core,
                                             const Settings& settings);
 std::vector<RecipeSegment> holmes_segments(const RecipeCores& cores, std::size_t core);
-// `years` are those of all cores as they were measured.
+// `years` are those of all cores as they were measured: where its first segment lies, whether or not it is
+// had.
+YearSpan dplr_first_segment(YearSpan years);
 std::vector<RecipeSegment> dplr_segments(const RecipeCores& cores, std::size_t core, YearSpan years);
 
 }  // namespace vorn

@@ -86,6 +86,36 @@ TEST_F(Recipes, OfACoreBesideTheOthersSayHowFewYearsTheyShare) {
   EXPECT_NE(late.by(RecipeOf::dplr).why.find("fewer than 10"), std::string::npos);
   EXPECT_EQ(difference_in_words(late, RecipeOf::dplr),
             "No r of this program: 5 years in common with the others, fewer than 40");
+  // Each reason once.
+  EXPECT_EQ(
+      agreement_in_words(late),
+      (std::vector<std::string>{"No r of this program: 5 years in common with the others, fewer than 40",
+                                "No r of COFECHA-style: " + late.by(RecipeOf::cofecha).why,
+                                "No r of dplR: " + late.by(RecipeOf::dplr).why}));
+}
+
+TEST_F(Recipes, OfAFileThatEndsTooEarlySayWhereDplrsSegmentsBegin) {
+  for (int k = 0; k < 4; ++k) add_core(1735, 60);
+  EXPECT_EQ(of(0).by(RecipeOf::dplr).why_no_segments,
+            "the first segment would be 1800 to 1849, and the last ring of the file is of 1794");
+  EXPECT_EQ(of(0).by(RecipeOf::cofecha).why_no_segments, "");
+}
+
+// The others go on before its first ring and behind its last one: there, too, a segment may agree better.
+TEST_F(Recipes, MoveSegmentsBeyondTheEndsOfTheCore) {
+  for (int k = 0; k < 4; ++k) add_core(1700, 200);
+  Widths early = *widths_[0];
+  early.erase(early.begin(), early.begin() + 5);
+  early.resize(130);
+  add(1700, early);  // dated five years too early
+  add_core(1700, 130);
+  const CoreRecipe misdated = of(4), dated = of(5);
+  const auto& segments = misdated.by(RecipeOf::cofecha).segments;
+  ASSERT_FALSE(segments.empty());
+  EXPECT_EQ(segments.back().years.last, 1829);
+  for (const RecipeSegment& segment : segments) EXPECT_TRUE(segment.lagging) << segment.segment.first;
+  for (const RecipeSegment& segment : dated.by(RecipeOf::cofecha).segments)
+    EXPECT_FALSE(segment.lagging) << segment.segment.first;
 }
 
 TEST_F(Recipes, GoFromThisProgramToTheOtherStepByStep) {

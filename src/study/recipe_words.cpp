@@ -71,9 +71,8 @@ std::string cofecha_words(RecipeStep step) {
     case RecipeStep::coefficient:
       return "Pearson's r (Pearson 1896; Holmes 1983)";
     case RecipeStep::segments:
-      return "50 years, one every 25, moved inwards at an end; A below 0.3281, B where another lag of -10 to "
-             "+10 "
-             "years is better (Holmes 1983)";
+      return "50 years, one every 25, moved inwards at an end; A below 0.3281, B where the segment, moved "
+             "along the others by 1 to 10 years either way, agrees better (Holmes 1983)";
   }
   return "";
 }
@@ -138,6 +137,19 @@ std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe) {
   if (!main) return all + "; no step makes a difference";
   return all + "; the step that makes most of it: " + std::string(title_of(main->step)) + ", " +
          decimals(main->moves, "%+.3f");
+}
+
+std::vector<std::string> agreement_in_words(const CoreRecipe& core) {
+  const RecipeFigures& ours = core.by(RecipeOf::program);
+  if (ours.r)
+    return {difference_in_words(core, RecipeOf::cofecha), difference_in_words(core, RecipeOf::dplr)};
+  std::vector<std::string> all = {"No r of this program: " + ours.why};
+  for (const RecipeOf other : {RecipeOf::cofecha, RecipeOf::dplr}) {
+    const std::string& why = core.by(other).why;
+    if (!core.by(other).r && why != ours.why)
+      all.push_back("No r of " + std::string(title_of(other)) + ": " + why);
+  }
+  return all;
 }
 
 std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe, std::int64_t first_year) {

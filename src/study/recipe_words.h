@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "study/recipe.h"
 
@@ -23,5 +24,7 @@ std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe);
 // The same of the segment that begins in that year: "dplR: +0.094, most by growth trend, +0.102"; empty where
 // one of them has no such segment, or they do not differ.
 std::string difference_in_words(const CoreRecipe& core, RecipeOf recipe, std::int64_t first_year);
+// Both of the others, or why there is nothing to compare: each sentence once.
+std::vector<std::string> agreement_in_words(const CoreRecipe& core);
 
 }  // namespace vorn

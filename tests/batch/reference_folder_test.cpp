@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
 
+#include "batch/files_below.h"
 #include "records/disk_files.h"
+#include "support/as_nobody.h"
 #include "support/scratch_folder.h"
 
 namespace vorn {
@@ -170,6 +173,11 @@ TEST_F(ReferenceFolders, LeaveOutTheSamplesOwnFileAndSaySo) {
   for (const Row& row : found) EXPECT_EQ(reference_of(row).find("sample.rwl"), std::string::npos);
   ASSERT_EQ(said_.size(), 2u);
   EXPECT_NE(said_[0].find("no reference for its own cores"), std::string::npos) << said_[0];
+  EXPECT_NE(said_[1].find(" tried on 13 references"), std::string::npos) << said_[1];
+  // Once, under however many names it or a copy of it lies there.
+  fs::copy_file(sample_, archive_ / "a copy.rwl");
+  EXPECT_EQ(dated(what(100)).first.size(), 13u);
+  EXPECT_EQ(said_.size(), 2u);
 }
 
 TEST_F(ReferenceFolders, SayWhichFilesGiveNone) {
@@ -184,6 +192,38 @@ TEST_F(ReferenceFolders, SayWhichFilesGiveNone) {
   dated(what());
   dated(what());
   EXPECT_EQ(words_, std::vector{archive_.string() + ": 13 references, 1 file without one"});
+}
+
+// One folder of many that is not the user's to read must not cost the others.
+TEST_F(ReferenceFolders, GoOnWhereAFolderBelowCannotBeRead) {
+  for (const fs::path& folder : {archive_.parent_path(), archive_, archive_ / "below"})
+    fs::permissions(folder, fs::perms::all);
+  fs::permissions(archive_ / "below" / "deeper", fs::perms::none);
+  const auto seen = [&] {
+    const AsNobody nobody;
+    return nobody.mighty() ? std::vector<std::string>() : files_below(archive_.string());
+  }();
+  fs::permissions(archive_ / "below" / "deeper", fs::perms::owner_all);
+  if (seen.empty()) GTEST_SKIP() << "no way to give up the rights of root";
+  ASSERT_EQ(seen.size(), 13u);
+  EXPECT_EQ(seen[0], "below/deeper");
+  EXPECT_EQ(seen[1], "site1.rwl");
+  EXPECT_EQ(files_below(archive_.string())[0], "below/deeper/other.rwl");
+}
+
+TEST_F(ReferenceFolders, SayWhyAFolderCannotBeRead) {
+  const fs::path folder = archive_ / "below";
+  DiskOfFolders disk;
+  std::unique_ptr<ByteSource> source;
+  EXPECT_EQ(disk.open(folder.string(), source).number(), EISDIR);
+  for (const fs::path& above : {archive_.parent_path(), archive_}) fs::permissions(above, fs::perms::all);
+  fs::permissions(folder, fs::perms::none);
+  const int why = [&] {
+    const AsNobody nobody;
+    return nobody.mighty() ? EACCES : disk.open(folder.string(), source).number();
+  }();
+  fs::permissions(folder, fs::perms::owner_all);
+  EXPECT_EQ(why, EACCES);
 }
 
 TEST_F(ReferenceFolders, SayThatASampleIsTooShort) {

@@ -66,6 +66,20 @@ class Completions(unittest.TestCase):
     def test_bash(self):
         self.expect(lambda *words: output("bash", "-c", BASH, "bash", PACKAGING, *words))
 
+    def test_bash_takes_names_with_blanks_whole(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name in ["old beam.rwl", "old 'oak'.rwl"]:
+                (pathlib.Path(folder) / name).touch()
+            (pathlib.Path(folder) / "old sites").mkdir()
+
+            def complete(*words):
+                script = f"cd '{folder}'; " + BASH
+                return sorted(output("bash", "-c", script, "bash", PACKAGING, *words).splitlines())
+
+            self.assertEqual(complete("stats", "ol"), ["old 'oak'.rwl", "old beam.rwl", "old sites"])
+            self.assertEqual(complete("date", "--references", "ol"), ["old sites"])
+            self.assertEqual(complete("stats", "--careful", "=", ""), [""])
+
     def test_fish(self):
         self.need("fish")
 
@@ -76,6 +90,8 @@ class Completions(unittest.TestCase):
         self.expect(complete)
         self.assertEqual(complete("convert", "--to", "").split(), ["compact", "csv", "heidelberg", "noaa", "tucson", "xlsx"])
         self.assertNotIn("--gain", complete("stats", "--"))
+        self.assertEqual(complete("stats", "--careful="), "")
+        self.assertNotEqual(complete("stats", ""), "")
 
     def test_zsh(self):
         self.need("zsh")

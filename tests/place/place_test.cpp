@@ -12,6 +12,7 @@
 #include <string>
 
 #include "menus/main_program.h"
+#include "support/as_nobody.h"
 #include "support/menu_bench.h"
 #include "support/places.h"
 #include "support/scratch_folder.h"
@@ -205,22 +206,6 @@ class Unwritable : public MenuBench {
     return "OpenStats.prn" + number + "Open Corr.prn" + number + "Openoak.RWW" + number + "OpenIndex.prn" +
            number;
   }
-};
-
-// The rights of nobody, if this test has those of root, which are above all permissions.
-class AsNobody {
- public:
-  AsNobody() : before_(geteuid()) {
-    if (before_ == 0) changed_ = seteuid(65'534) == 0;
-  }
-  ~AsNobody() {
-    if (changed_ && seteuid(before_) != 0) std::abort();
-  }
-  bool mighty() const { return before_ == 0 && !changed_; }
-
- private:
-  uid_t before_;
-  bool changed_ = false;
 };
 
 TEST_F(Unwritable, AFolderThatMayNotBeWrittenToIsToldAndKeepsItsFiles) {

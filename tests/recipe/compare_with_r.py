@@ -85,6 +85,10 @@ def of_file(file):
             wanted = [("cofecha", "holmes_order"), ("dplr", "dplr_order")]
         for column, name in wanted:
             found = theirs.pop((core, name, year), None)
+            if name == "holmes_segment" and found:
+                elsewhere = theirs.pop((core, "holmes_better_elsewhere", year))["value"] == "1"
+                if elsewhere != ("B" in row["cofecha_flag"]):
+                    wrong.append(f"{file.name} {core} flag B {year}: {row['cofecha_flag']}, in R {elsewhere}")
             if found is None:
                 wrong += [f"{core} {figure} {year}: R has none"] if name and row[column] else []
                 continue

@@ -92,7 +92,11 @@ for (way in names(ways)) {
     for (k in which(!is.na(others) & name %in% in_full & years %in% names(cores[[name]])))
       note(name, paste0(way, "_others"), others[k], years[k])
     both <- !is.na(own) & !is.na(others)
-    if (sum(both) >= 10) note(name, paste0(way, "_r"), cor(own[both], others[both], method = ways[[way]]$method))
+    if (sum(both) >= 10) {
+      by_ranks <- ways[[way]]$method == "spearman"
+      test <- suppressWarnings(cor.test(own[both], others[both], method = ways[[way]]$method, alternative = "greater"))
+      note(name, paste0(way, "_r"), unname(test$estimate), p = if (by_ranks) test$p.value else NA)
+    }
   }
 }
 
@@ -105,7 +109,7 @@ for (name in names(cores)) {
   for (first in if (from > max(years) - 49) NULL else seq(from, max(years) - 49, 25)) {
     here <- years >= first & years <= first + 49
     if (anyNA(own[here]) || anyNA(others[here])) next
-    test <- cor.test(own[here], others[here], method = "spearman", alternative = "greater")
+    test <- suppressWarnings(cor.test(own[here], others[here], method = "spearman", alternative = "greater"))
     note(name, "dplr_segment", unname(test$estimate), first, test$p.value)
   }
   own <- ready$holmes$cores[, name]
@@ -118,7 +122,12 @@ for (name in names(cores)) {
     to <- min(first + 49, had[2])
     if (to - from <= 25) next
     if (from > first) to <- min(from + 49, had[2]) else if (to < first + 49) from <- max(to - 49, had[1])
-    note(name, "holmes_segment", cor(own[years >= from & years <= to], others[years >= from & years <= to]), first)
+    here <- own[years >= from & years <= to]
+    at <- function(lag) unname(others[match(seq(from, to) + lag, years)])
+    dated <- cor(here, at(0))
+    note(name, "holmes_segment", dated, first)
+    better <- sapply(setdiff(-10:10, 0), function(lag) !anyNA(at(lag)) && cor(here, at(lag)) > dated)
+    note(name, "holmes_better_elsewhere", as.integer(any(better)), first)
   }
 }
 

@@ -130,14 +130,23 @@ TEST_F(RecipeInR, OrdersAndCorrelationsAreItsOwn) {
     EXPECT_EQ(ours.by(RecipeOf::dplr).order, one(core, "dplr_order"));
     EXPECT_NEAR(ours.by(RecipeOf::cofecha).r.value(), one(core, "holmes_r"), close);
     EXPECT_NEAR(ours.by(RecipeOf::dplr).r.value(), one(core, "dplr_r"), close);
+    EXPECT_NEAR(ours.by(RecipeOf::dplr).p.value(), in_r(core, "dplr_r").at(0).p, close);
+    EXPECT_FALSE(ours.by(RecipeOf::cofecha).p);
   }
 }
 
 TEST_F(RecipeInR, SegmentsAreItsOwn) {
-  int low = 0, all = 0;
+  int low = 0, all = 0, better_elsewhere = 0;
   for (const std::size_t core : wanted()) {
     expect_segments(core, RecipeOf::cofecha, "holmes_segment");
     expect_segments(core, RecipeOf::dplr, "dplr_segment");
+    for (const RecipeSegment& segment : all_[core].by(RecipeOf::cofecha).segments) {
+      const auto in_order =
+          static_cast<std::size_t>(&segment - all_[core].by(RecipeOf::cofecha).segments.data());
+      EXPECT_EQ(segment.lagging, in_r(core, "holmes_better_elsewhere").at(in_order).value == 1)
+          << names_[core];
+      better_elsewhere += segment.lagging;
+    }
     for (const RecipeSegment& segment : all_[core].by(RecipeOf::dplr).segments) {
       low += segment.low;
       ++all;
@@ -145,6 +154,7 @@ TEST_F(RecipeInR, SegmentsAreItsOwn) {
   }
   EXPECT_GT(low, 0);
   EXPECT_LT(low, all);
+  EXPECT_GT(better_elsewhere, 0);
 }
 
 }  // namespace
