@@ -79,19 +79,36 @@ class TakenCollection {
 
 }  // namespace
 
+namespace {
+
+// Whether importing it once more, with these wishes, finds what was found without any.
+bool finds_the_same(const Imported& made, const ImportWishes& wishes) {
+  if (wishes.unit || wishes.variable != RingVariable::whole) return false;
+  return wishes.this_year <= 0 || std::ranges::none_of(made.series, [&](const ImportedSeries& series) {
+           return series.first + std::ssize(series.widths) - 1 > wishes.this_year;
+         });
+}
+
+void imported_findings(const Collection& collection, const ImportWishes& wishes,
+                       const std::function<void(const FileFinding&)>& add) {
+  add({.kind = kind("imported"), .words = "the program itself does not read this layout, but a copy of it"});
+  if (finds_the_same(*collection.imported(), wishes)) {
+    for (const FileFinding& finding : collection.imported()->findings) add(finding);
+  } else if (const auto made = imported(collection.bytes().value_or(""), wishes)) {
+    for (const FileFinding& finding : made->findings) add(finding);
+  }
+}
+
+}  // namespace
+
 void check_findings(const Collection& collection, int this_year,
                     const std::function<void(const FileFinding&)>& add, const ImportWishes& wishes) {
-  const auto bytes = collection.bytes();
   if (collection.imported()) {
-    add({.kind = kind("imported"),
-         .words = "the program itself does not read this layout, but a copy of it"});
     ImportWishes all = collection.wishes(wishes);
     all.this_year = this_year;
-    if (const auto made = imported(bytes.value_or(""), all)) {
-      for (const FileFinding& finding : made->findings) add(finding);
-    }
-    return;
+    return imported_findings(collection, all, add);
   }
+  const auto bytes = collection.bytes();
   for (const Trouble& trouble : collection.troubles()) {
     if (!bytes || !collection.is_no_loss(trouble)) add(finding_of(trouble));
   }

@@ -123,6 +123,30 @@ TEST_F(ImportedFiles, AreCheckedInTheUnitThatIsChosen) {
                 "unit-chosenno unit is said: taken for thousandths of a millimetre, as it was chosen"});
 }
 
+// Whether a ring is still to come is asked of the check alone, which says all else as it was found at first.
+TEST_F(ImportedFiles, OfYearsToComeTheCheckIsAsked) {
+  const Collection oaks = read(table);
+  const auto words = [&](int this_year) {
+    std::vector<std::string> all;
+    check_findings(oaks, this_year, [&](const FileFinding& finding) {
+      if (finding.kind->id != "years-to-come")
+        all.push_back(std::string(finding.kind->id) + std::to_string(finding.line) + finding.words);
+    });
+    return all;
+  };
+  const auto count = [&](int this_year) {
+    std::int64_t come = 0;
+    check_findings(oaks, this_year,
+                   [&](const FileFinding& finding) { come += finding.kind->id == "years-to-come"; });
+    return come;
+  };
+  EXPECT_EQ(count(1902), 2);
+  EXPECT_EQ(count(1903), 0);
+  EXPECT_EQ(count(0), 0);
+  EXPECT_EQ(words(1902), words(0));
+  EXPECT_EQ(words(1903), words(0));
+}
+
 TEST_F(ImportedFiles, AreNoPlaceToPutCoresBackInto) {
   const Collection oaks = read(table);
   EXPECT_FALSE(saved(oaks, table, oaks).refused.empty());
