@@ -63,6 +63,12 @@ std::optional<FieldNumber> number_in(std::string_view text, bool commas) {
 
 std::optional<std::int64_t> whole_number_in(std::string_view text) {
   constexpr double largest = 1e9;
+  constexpr std::size_t most_digits = 9;
+  if (!text.empty() && text.size() <= most_digits && std::ranges::all_of(text, is_digit)) {
+    std::int64_t whole = 0;
+    for (const char digit : text) whole = 10 * whole + (digit - '0');
+    return whole;
+  }
   const auto number = number_in(text, false);
   if (!number || std::abs(number->value) > largest || number->value != std::floor(number->value))
     return std::nullopt;
@@ -113,6 +119,7 @@ bool says_missing(std::string_view text) {
                                                       ".",   "..",   "...",     "-",    "--",   "---",
                                                       "#nv", "n.a.", "missing", "null", "none", "?"};
   text = bare(text);
+  if (!text.empty() && is_digit(text.front())) return false;
   return text.size() <= 7 && std::ranges::find(words, lower_case(text)) != words.end();
 }
 

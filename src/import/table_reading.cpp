@@ -109,7 +109,9 @@ void TableReading::take_row(std::vector<TableColumn>& columns, std::size_t year,
   const auto& fields = rows.fields();
   const TableField year_field = year < fields.size() ? fields[year] : TableField{.line = rows.last_line()};
   const auto of_row = year_in(year_field, is_bp);
-  if (!of_row || !found.can_hold(*of_row, year_field, found.numbers_among(fields))) return;
+  if (!of_row) return;
+  const bool fits = *of_row >= earliest_year && *of_row <= latest_year;
+  if (!found.can_hold(*of_row, year_field, fits ? 0 : found.numbers_among(fields))) return;
   for (std::size_t k = 0; k < std::min(columns.size(), fields.size()); ++k) {
     if (columns[k].series)
       found.take(*columns[k].series, *of_row, fields[k]);
