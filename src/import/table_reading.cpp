@@ -117,6 +117,9 @@ void TableReading::take_row(std::vector<TableColumn>& columns, std::size_t year,
       found.take(*columns[k].series, *of_row, fields[k]);
     else if (!columns[k].is_year)
       columns[k].passed_over += found.numbers_among(std::span(fields).subspan(k, 1));
+    if (!columns[k].repeats_years) continue;
+    const auto said = whole_number_in(fields[k].text);
+    columns[k].other_years += said && said != whole_number_in(year_field.text);
   }
   look_behind(columns.size());
   if (fields.size() < columns.size()) count_short();
@@ -126,6 +129,14 @@ void TableReading::tell_others(std::span<const TableColumn> columns) {
   for (const TableColumn& column : columns) {
     if (!column.series && !column.is_year && (column.passed_over > 0 || !column.named.name.empty()))
       tell_other(column.named, column.passed_over, column.what);
+    if (column.other_years > 0)
+      found.findings.add({.kind = kind("second-table"),
+                          .line = column.named.line,
+                          .column = column.named.column,
+                          .value = column.other_years,
+                          .words = "a further column of years: " +
+                                   counted(column.other_years, "row has another one", "rows have others") +
+                                   " there, and widths behind it were taken by those of the first"});
   }
 }
 

@@ -28,8 +28,10 @@ struct TableColumn {
   NamedColumn named = {};
   std::optional<std::size_t> series = {};  // of the file found; none where its numbers are passed over
   bool is_year = false;
+  bool repeats_years = false;                // by its name, that of the column of years
   std::int64_t passed_over = 0;              // numbers
   std::string_view what = "no ring widths";  // that it holds, where it is passed over
+  std::int64_t other_years = 0;              // rows whose year is another one there
 };
 
 // Goes through the rows of a table, and tells what is odd about them.

@@ -93,6 +93,13 @@ void TableImport::read_names() {
 
 // --- Years down the side
 
+// "Year" or "Year.1" of "Year".
+bool is_name_again(std::string_view name, std::string_view first) {
+  const std::string letters = letters_of(name), of_first = letters_of(first);
+  return !of_first.empty() && letters.starts_with(of_first) &&
+         letters.find_first_not_of("0123456789", of_first.size()) == std::string::npos;
+}
+
 void TableImport::add_columns() {
   std::vector<std::string> names;
   for (const NamedColumn& one : names_) names.push_back(one.name);
@@ -102,6 +109,7 @@ void TableImport::add_columns() {
     TableColumn column{names_[k]};
     column.is_year = k == shape_.year;
     const ColumnMeaning meaning = meaning_of(names_[k].name);
+    column.repeats_years = !column.is_year && is_name_again(names_[k].name, names_[shape_.year].name);
     const bool unnamed_before_years = k < shape_.year && names_[k].name.empty();
     const bool is_width = meaning == ColumnMeaning::unknown || meaning == ColumnMeaning::width ||
                           meaning == ColumnMeaning::core || meaning == ColumnMeaning::tree;

@@ -249,6 +249,22 @@ TEST(Years, ThatTheCopyHasNoColumnsForAreSaid) {
   EXPECT_EQ(doubts(one), "unit-guessed:1 years-to-come:1 year-outside:4");
 }
 
+// Two tables beside each other: the widths of the second lie behind years of their own.
+TEST(Years, OfATableBesideTheFirstAreNotItsYears) {
+  const Imported one = taken("Year,A,,Year,B\n1990,1.5,,1880,1\n1991,1.5,,1881,2\n1992,1.25,,1882,1.5\n");
+  EXPECT_EQ(doubts(one), "second-table:1 unit-guessed:1");
+  for (const FileFinding& finding : one.findings) {
+    if (finding.kind == kind("second-table")) {
+      EXPECT_EQ(finding.column, 9);
+    }
+  }
+  const Imported again = taken("year,A,YEAR.1,B\n1990,1.5,1880,1\n1991,1.5,1881,2\n1992,1.25,1882,1.5\n");
+  EXPECT_NE(doubts(again).find("second-table:1"), std::string::npos);
+  EXPECT_EQ(doubts(taken("Year,A,Year,B\n1990,1.5,1990,1\n1991,1.5,1991,2\n1992,1.25,,1.5\n")),
+            "unit-guessed:1");
+  EXPECT_EQ(doubts(taken("Year,A,Age\n1990,1.5,10\n1991,1.5,11\n1992,1.25,12\n")), "unit-guessed:1");
+}
+
 TEST(Years, FarApartAreTwoSeries) {
   std::string table = "year,A\n";
   for (int year = 1000; year <= 1010; ++year) table += std::to_string(year) + ",1.5\n";
