@@ -165,6 +165,11 @@ TEST(Tridas, WhatCannotBeReadSaysWhy) {
   std::string deep = "<tridas>";
   for (int k = 0; k < 100'000; ++k) deep += "<a>";
   EXPECT_EQ(doubts(taken(deep)), "no-copy");
+  std::string wide = "<tridas>";
+  for (int k = 0; k < 12'000'000; ++k) wide += "<a/>";
+  const Imported bomb = taken(wide + "</tridas>");
+  EXPECT_EQ(doubts(bomb), "no-copy");
+  EXPECT_NE(bomb.findings.back().words.find("more than 12 million"), std::string::npos);
   EXPECT_FALSE(imported("<html><body>1990,1.25</body></html>", {2026}));
 }
 

@@ -319,6 +319,14 @@ TEST(Workbook, DepthIsBounded) {
   EXPECT_NE(words_of(taken(file_of(plain(deep)))).find("more than 100 deep"), std::string::npos);
 }
 
+// A few kilobytes of archive that would be gigabytes of elements.
+TEST(Workbook, ElementsAreBounded) {
+  std::string rows;
+  for (int k = 0; k < 12'000'001; ++k) rows += "<c/>";
+  EXPECT_NE(words_of(taken(book("<row>" + rows + "</row>"))).find("more than 12 million elements"),
+            std::string::npos);
+}
+
 TEST(Workbook, PartsAreBounded) {
   StoredArchive many;
   for (int k = 0; k < 5'001; ++k) many.add(std::to_string(k), "");

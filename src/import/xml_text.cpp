@@ -35,6 +35,9 @@ bool is_too_deep(const pugi::xml_document& document) {
 std::string read_xml(pugi::xml_document& document, std::string_view text) {
   if (text.size() > most_xml_bytes)
     return "it is larger than " + std::to_string(most_xml_bytes >> 20U) + " MB";
+  if (std::ranges::count_if(text, [](char c) { return c == '<' || c == '='; }) >
+      static_cast<std::ptrdiff_t>(most_xml_signs))
+    return "it has more than 12 million elements, ends of elements and attributes";
   if (declares_entities(text))
     return "it declares entities, which are not expanded: put in what they stand for";
   const auto result =

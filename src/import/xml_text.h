@@ -10,6 +10,9 @@ namespace vorn {
 
 inline constexpr std::size_t most_xml_bytes = 96U << 20U;
 inline constexpr std::size_t most_xml_depth = 100;
+// Signs "<" and "=" of a document. Each may become a node or an attribute, of which a few bytes of text need
+// some seventy in memory.
+inline constexpr std::size_t most_xml_signs = 12'000'000;
 
 // Reads the document; empty, or why it is not read. What lies deeper than most_xml_depth, declares entities,
 // or is larger than most_xml_bytes is not.
