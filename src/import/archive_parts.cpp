@@ -1,5 +1,7 @@
 #include "import/archive_parts.h"
 
+#include <algorithm>
+
 #include "import/zip_library.h"
 
 namespace vorn {
@@ -71,8 +73,18 @@ ArchiveParts::ArchiveParts(std::string_view bytes) : archive_(std::make_unique<A
 
 ArchiveParts::~ArchiveParts() = default;
 
+std::int64_t ArchiveParts::place_of(std::string name) const {
+  if (!archive_->zip) return -1;
+  const auto place = [&] {
+    return archive_->library->name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE);
+  };
+  if (const std::int64_t found = place(); found >= 0) return found;
+  std::ranges::replace(name, '/', '\\');  // as some programs of Windows part them
+  return place();
+}
+
 bool ArchiveParts::has(const std::string& name) const {
-  return archive_->zip && archive_->library->name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE) >= 0;
+  return place_of(name) >= 0;
 }
 
 bool ArchiveParts::is_within_bounds(const std::string& name, unsigned long long unpacked,
@@ -90,8 +102,7 @@ bool ArchiveParts::is_within_bounds(const std::string& name, unsigned long long 
 std::optional<std::string> ArchiveParts::read(const std::string& name) {
   if (!has(name) || !failure_.empty()) return std::nullopt;
   const ZipLibrary& library = *archive_->library;
-  const auto index =
-      static_cast<zip_uint64_t>(library.name_locate(archive_->zip, name.c_str(), ZIP_FL_NOCASE));
+  const auto index = static_cast<zip_uint64_t>(place_of(name));
   zip_stat_t stat;
   constexpr zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE;
   if (library.stat_index(archive_->zip, index, 0, &stat) != 0 || (stat.valid & needed) != needed) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,6 +33,8 @@ class ArchiveParts {
 
  private:
   struct Archive;
+  // Negative where there is none.
+  std::int64_t place_of(std::string name) const;
   bool is_within_bounds(const std::string& name, unsigned long long unpacked, unsigned long long packed);
 
   std::unique_ptr<Archive> archive_;

@@ -47,6 +47,7 @@ class SheetReading {
                SheetCells& sheet)
       : shared_(shared), styles_(styles), room_(room), sheet_(sheet) {}
   void read(const pugi::xml_node& data);
+  void count_hidden_columns(const pugi::xml_node& columns);
 
  private:
   bool read_row(const pugi::xml_node& row);
@@ -64,6 +65,7 @@ class SheetReading {
   SheetCells& sheet_;
   std::int64_t row_ = 0, column_ = 0;  // of the cell that was read last, from 1
   std::int64_t filled_ = 0;            // columns of the line at hand
+  std::int64_t widest_ = 0;            // columns of the widest line
 };
 
 void SheetReading::cut(std::string_view what) {
@@ -104,10 +106,23 @@ bool SheetReading::read_row(const pugi::xml_node& row) {
   for (pugi::xml_node cell = child_named(row, "c"); cell && sheet_.cut.empty(); cell = next_named(cell))
     read_cell(cell, line);
   if (line.empty() || !has_room(line.size())) return sheet_.cut.empty();
+  sheet_.hidden_rows += says_yes(attribute_named(row, "hidden"));
+  widest_ = std::max(widest_, filled_);
   if (static_cast<std::size_t>(row_) > sheet_.rows.size() + 1)
     sheet_.rows.resize(static_cast<std::size_t>(row_) - 1);
   sheet_.rows.push_back(std::move(line));
   return true;
+}
+
+void SheetReading::count_hidden_columns(const pugi::xml_node& columns) {
+  for (pugi::xml_node one = child_named(columns, "col"); one; one = next_named(one)) {
+    if (!says_yes(attribute_named(one, "hidden"))) continue;
+    const auto first = whole_number_in(attribute_named(one, "min")),
+               last = whole_number_in(attribute_named(one, "max"));
+    if (first && last)
+      sheet_.hidden_columns += std::max<std::int64_t>(std::min(*last, widest_) - *first + 1, 0);
+  }
+  sheet_.hidden_columns = std::min(sheet_.hidden_columns, widest_);
 }
 
 void SheetReading::read_cell(const pugi::xml_node& cell, std::string& line) {
@@ -132,8 +147,9 @@ bool SheetReading::is_date(const pugi::xml_node& cell) const {
 
 std::string SheetReading::text_of(const pugi::xml_node& cell) {
   const std::string_view type = attribute_named(cell, "t");
-  if (type == "inlineStr") return text_of_runs(child_named(cell, "is"));
+  if (type == "inlineStr") return unescaped(text_of_runs(child_named(cell, "is")));
   std::string text = value_of(cell, type);
+  if (styles_.computed_when_opened && text == "0" && child_named(cell, "f")) text.clear();
   if (text.empty() && type != "str" && child_named(cell, "f")) {
     if (++sheet_.not_computed == 1) sheet_.first_not_computed = row_;
   }
@@ -146,10 +162,13 @@ std::string SheetReading::value_of(const pugi::xml_node& cell, std::string_view 
   if (type == "s") {
     const auto index = whole_number_in(value);
     const bool known = index && *index >= 0 && static_cast<std::size_t>(*index) < shared_.size();
-    return known ? shared_[static_cast<std::size_t>(*index)] : std::string();
+    if (known) return shared_[static_cast<std::size_t>(*index)];
+    if (++sheet_.without_text == 1) sheet_.first_without_text = row_;
+    return {};
   }
   if (type == "b") return value.empty() ? "" : value == "0" ? "FALSE" : "TRUE";
-  if (type == "str" || type == "e" || type == "d") return value;
+  if (type == "str") return unescaped(std::move(value));
+  if (type == "e" || type == "d") return value;
   if (is_date(cell)) {
     const auto day = number_in(value, false);
     if (std::string date = day ? date_of(day->value, styles_.from_1904) : ""; !date.empty()) return date;
@@ -175,6 +194,24 @@ std::string calendar_date(std::int64_t days) {
 }
 
 }  // namespace
+
+bool says_yes(std::string_view attribute) {
+  return attribute == "1" || attribute == "true";
+}
+
+// Characters that XML cannot hold are written so, and "_" itself, as "_x005F_", where it would begin one.
+std::string unescaped(std::string text) {
+  constexpr std::size_t length = 7;
+  for (std::size_t at = text.find("_x"); at != std::string::npos; at = text.find("_x", at + 1)) {
+    unsigned number = 0;
+    const char* const digits = text.data() + at + 2;
+    if (text.size() < at + length || text[at + length - 1] != '_') continue;
+    const auto [end, failed] = std::from_chars(digits, digits + 4, number, 16);
+    if (failed != std::errc() || end != digits + 4 || number >= 0x80) continue;
+    text.replace(at, length, 1, number < ' ' ? ' ' : static_cast<char>(number));
+  }
+  return text;
+}
 
 std::string date_of(double day, bool from_1904) {
   constexpr std::int64_t day_0 = 693'899;          // 1899-12-30
@@ -219,7 +256,9 @@ std::string read_sheet(std::string_view xml, const std::vector<std::string>& sha
   pugi::xml_document document;
   if (std::string wrong = read_xml(document, xml); !wrong.empty()) return wrong;
   const pugi::xml_node root = document.document_element();
-  SheetReading(shared, styles, room, sheet).read(child_named(root, "sheetData"));
+  SheetReading reading(shared, styles, room, sheet);
+  reading.read(child_named(root, "sheetData"));
+  reading.count_hidden_columns(child_named(root, "cols"));
   const pugi::xml_node merged = child_named(root, "mergeCells");
   for (pugi::xml_node one = child_named(merged, "mergeCell"); one; one = next_named(one)) ++sheet.merged;
   return {};

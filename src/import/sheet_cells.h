@@ -18,6 +18,8 @@ inline constexpr std::size_t most_sheet_text = 64U << 20U;
 struct CellStyles {
   std::vector<bool> are_dates = {};  // by the number of the style
   bool from_1904 = false;            // days are counted from 1904-01-01, else from 1899-12-31
+  // Formulas are to be computed when the workbook is opened: one whose value is 0 may have none yet.
+  bool computed_when_opened = false;
 };
 
 struct SheetCells {
@@ -25,13 +27,23 @@ struct SheetCells {
   std::int64_t merged = 0;             // spans of cells that are one
   std::int64_t not_computed = 0,
                first_not_computed = 0;  // formulas without a value, and the row of the first
-  std::string cut = {};                 // what was left out, in words; empty where nothing was
+  std::int64_t without_text = 0,
+               first_without_text = 0;               // cells whose shared text is none of the workbook's
+  std::int64_t hidden_rows = 0, hidden_columns = 0;  // that hold something
+  std::string cut = {};                              // what was left out, in words; empty where nothing was
 };
 
 // Reads the XML of a sheet; answers why it cannot be read, or nothing. `room` is what is left of
 // most_sheet_text, and is lowered.
 std::string read_sheet(std::string_view xml, const std::vector<std::string>& shared, const CellStyles& styles,
                        std::size_t& room, SheetCells& sheet);
+
+// Whether an attribute is true, "1" or "true".
+bool says_yes(std::string_view attribute);
+
+// A text as it is meant where the workbook has characters of ASCII by their numbers, "_x000A_"; those of
+// control are blanks.
+std::string unescaped(std::string text);
 
 // "2019-05-31" of a day of a workbook, with the time of day left out; nothing where it is none of the years 1
 // to 9999.

@@ -102,6 +102,16 @@ void WorkbookImport::tell_cells(const SheetPart& part, const SheetCells& cells, 
          cells.not_computed,
          counted(cells.not_computed, "formula has", "formulas have") +
              " no stored value: open the workbook, " + "compute it and save it");
+  if (cells.without_text > 0)
+    tell(kind("no-stored-value"), first + static_cast<std::size_t>(cells.first_without_text),
+         cells.without_text,
+         counted(cells.without_text, "cell has a text", "cells have texts") +
+             " that the workbook does not hold");
+  if (cells.hidden_rows + cells.hidden_columns > 0)
+    tell(kind("hidden-sheet"), 0, cells.hidden_rows + cells.hidden_columns,
+         name + ": " + counted(cells.hidden_rows, "row", "rows") + " and " +
+             counted(cells.hidden_columns, "column", "columns") +
+             " that are hidden are taken as if they were not");
   if (cells.merged > 0)
     tell(kind("merged-cells"), 0, cells.merged,
          name + ": " + counted(cells.merged, "span of cells is", "spans of cells are") +
@@ -188,6 +198,10 @@ Imported WorkbookImport::read() {
   if (wrong.empty() && parts_.sheets.empty()) wrong = "it has no sheet";
   if (!wrong.empty()) return refused_file(std::string(layout_name), std::string(why_not_read), wrong);
   for (const SheetPart& part : parts_.sheets) read_part(part);
+  if (parts_.sheets_behind > 0)
+    tell(kind("too-large"), 0, parts_.sheets_behind,
+         counted(parts_.sheets_behind, "sheet", "sheets") + " behind " + the_nth(most_sheets) +
+             (parts_.sheets_behind == 1 ? " is" : " are") + " not looked at");
   if (!failure_.empty()) return refused_file(std::string(layout_name), std::string(why_not_read), failure_);
   take_sheets();
   const std::string tables =

@@ -65,7 +65,7 @@ std::string read_shared(ArchiveParts& archive, const std::string& name, std::vec
   pugi::xml_document document;
   if (std::string wrong = read_part(archive, name, document); !wrong.empty()) return wrong;
   for (pugi::xml_node one = child_named(document.document_element(), "si"); one; one = next_named(one)) {
-    shared.push_back(text_of_runs(one));
+    shared.push_back(unescaped(text_of_runs(one)));
   }
   return {};
 }
@@ -95,10 +95,14 @@ std::string read_styles(ArchiveParts& archive, const std::string& name, CellStyl
 // --- Sheets
 
 void take_sheets(const pugi::xml_node& root, const Relations& relations, WorkbookParts& parts) {
-  const std::string_view epoch = attribute_named(child_named(root, "workbookPr"), "date1904");
-  parts.styles.from_1904 = epoch == "1" || epoch == "true";
-  for (pugi::xml_node one = child_named(child_named(root, "sheets"), "sheet");
-       one && parts.sheets.size() < most_sheets; one = next_named(one)) {
+  parts.styles.from_1904 = says_yes(attribute_named(child_named(root, "workbookPr"), "date1904"));
+  parts.styles.computed_when_opened =
+      says_yes(attribute_named(child_named(root, "calcPr"), "fullCalcOnLoad"));
+  for (pugi::xml_node one = child_named(child_named(root, "sheets"), "sheet"); one; one = next_named(one)) {
+    if (parts.sheets.size() == most_sheets) {
+      ++parts.sheets_behind;
+      continue;
+    }
     SheetPart sheet{.name = std::string(attribute_named(one, "name").substr(0, 200))};
     const std::string_view state = attribute_named(one, "state");
     sheet.is_hidden = state == "hidden" || state == "veryHidden";

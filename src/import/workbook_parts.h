@@ -1,6 +1,7 @@
 // A workbook (.xlsx, ECMA-376): which parts of its archive hold what.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,7 @@ struct SheetPart {
 
 struct WorkbookParts {
   std::vector<SheetPart> sheets = {};
+  std::int64_t sheets_behind = 0;        // more than most_sheets
   std::vector<std::string> shared = {};  // texts that cells share
   CellStyles styles = {};
 };

@@ -120,6 +120,25 @@ TEST(Workbook, TextsMayBeSharedAndOfRuns) {
   EXPECT_EQ(one.series[0].name, "PIN 1");
 }
 
+TEST(Workbook, TextsThatTheWorkbookLacksAreSaid) {
+  Parts parts = plain(sheet(row({"year", "A"}) + row({"1990", "1.25"}) +
+                            row({"1991", "<c t=\"s\"><v>7</v></c>"}) + row({"1992", "1.5"})));
+  const Imported one = taken(file_of(parts));
+  EXPECT_EQ(shown(one), "A 1990: 1.25 - 1.5\n");
+  EXPECT_EQ(doubts(one), "unit-guessed:1 no-stored-value:3");
+}
+
+TEST(Workbook, CharactersMayBeWrittenByTheirNumbers) {
+  EXPECT_EQ(unescaped("a_x000D_b"), "a b");
+  EXPECT_EQ(unescaped("A_x005F_x0031_"), "A_x0031_");
+  EXPECT_EQ(unescaped("_x0041__x0042_"), "AB");
+  for (const std::string as_it_is : {"_x", "a_x12", "_x000g_", "_x00411", "_x0041", "_x20AC_", "_xxxxx_"})
+    EXPECT_EQ(unescaped(as_it_is), as_it_is);
+  const Imported one = taken(book(row({"year", "PIN_x000A_1"}) + row({"1990", "1.25"}) + row({"1991", "1"})));
+  ASSERT_EQ(one.series.size(), 1U);
+  EXPECT_EQ(one.series[0].name, "PIN 1");
+}
+
 TEST(Workbook, NumbersHaveAllTheirDigits) {
   const Imported one = taken(book(row({"year", "A (mm)"}) + row({"1990", "1.2345678901234567"}) +
                                   row({"1991", "1.1000000000000001"})));
@@ -144,6 +163,20 @@ TEST(Workbook, FormulasHaveTheirStoredValues) {
   const Imported one =
       taken(book(row({"year", "A"}) + row({"1990", "1.25"}) + row({"1991", none}) + row({"1992", "2.5"})));
   EXPECT_EQ(doubts(one), "unit-guessed:1 no-stored-value:3");
+}
+
+// Programs that do not compute write 0, and that it is to be done when the workbook is opened.
+TEST(Workbook, FormulasThatWaitToBeComputedHaveNoValue) {
+  const std::string zero = "<c><f>B1*2</f><v>0</v></c>", other = "<c><f>B1*2</f><v>1.25</v></c>";
+  const std::string rows = row({"year", "A"}) + row({"1990", "1.5"}) + row({"1991", zero}) +
+                           row({"1992", other}) + row({"1993", "0"});
+  EXPECT_EQ(series_of(book(rows)), "A 1990: 1.5 0 1.25 0\n");
+  Parts parts = plain(sheet(rows));
+  parts["xl/workbook.xml"].insert(parts["xl/workbook.xml"].find("</workbook>"),
+                                  "<calcPr fullCalcOnLoad=\"1\"/>");
+  const Imported one = taken(file_of(parts));
+  EXPECT_EQ(shown(one), "A 1990: 1.5 - 1.25 0\n");
+  EXPECT_NE(doubts(one).find("no-stored-value:3"), std::string::npos);
 }
 
 TEST(Workbook, ErrorsAndBooleansAreNoWidths) {
@@ -239,6 +272,36 @@ TEST(Workbook, HiddenSheetsArePassedOverAndSaid) {
   }
 }
 
+TEST(Workbook, HiddenRowsAndColumnsAreTakenAndSaid) {
+  std::string rows = three_years;
+  rows.replace(rows.rfind("<row>"), 5, "<row hidden=\"1\">");
+  Parts parts = plain(sheet(rows));
+  std::string& xml = parts["xl/worksheets/sheet1.xml"];
+  xml.insert(xml.find("<sheetData>"), "<cols><col min=\"2\" max=\"16384\" hidden=\"true\"/></cols>");
+  const Imported one = taken(file_of(parts));
+  EXPECT_EQ(shown(one), as_three_years);
+  EXPECT_EQ(doubts(one), "hidden-sheet unit-guessed:1");
+  for (const FileFinding& finding : one.findings) {
+    if (finding.kind == kind("hidden-sheet")) {
+      EXPECT_EQ(finding.words,
+                "sheet \"Widths\": 1 row and 2 columns that are hidden are taken as if they were not");
+    }
+  }
+  xml.erase(xml.find(" hidden=\"1\""), 11);
+  xml.replace(xml.find("min=\"2\""), 7, "min=\"4\"");
+  EXPECT_EQ(doubts(taken(file_of(parts))), "unit-guessed:1") << "columns that hold nothing";
+}
+
+TEST(Workbook, PartsMayBePartedAsOnWindows) {
+  StoredArchive archive;
+  for (const auto& [name, bytes] : plain(sheet(three_years))) {
+    std::string parted = name;
+    std::ranges::replace(parted, '/', '\\');
+    archive.add(parted, bytes);
+  }
+  EXPECT_EQ(series_of(archive.finished()), as_three_years);
+}
+
 TEST(Workbook, MergedCellsAreSaid) {
   const Imported one = taken(book(three_years, "<mergeCells><mergeCell ref=\"A6:B6\"/></mergeCells>"));
   EXPECT_NE(notes(one).find("merged-cells"), std::string::npos);
@@ -325,6 +388,16 @@ TEST(Workbook, ElementsAreBounded) {
   for (int k = 0; k < 12'000'001; ++k) rows += "<c/>";
   EXPECT_NE(words_of(taken(book("<row>" + rows + "</row>"))).find("more than 12 million elements"),
             std::string::npos);
+}
+
+TEST(Workbook, SheetsBehindTheLastAreSaid) {
+  Parts parts = plain(sheet(three_years));
+  std::string list = "<sheet name=\"A\" r:id=\"rId1\"/>";
+  for (int k = 0; k < 1'000; ++k) list += "<sheet name=\"x\"/>";
+  parts["xl/workbook.xml"] = "<workbook xmlns:r=\"r\"><sheets>" + list + "</sheets></workbook>";
+  const Imported one = taken(file_of(parts));
+  EXPECT_EQ(shown(one), as_three_years);
+  EXPECT_EQ(words_of(one), "1 sheet behind the 1,000th is not looked at\n");
 }
 
 TEST(Workbook, PartsAreBounded) {
