@@ -44,11 +44,15 @@ void find_unit(const pugi::xml_node& unit, TridasValues& values) {
   }
 }
 
-std::vector<TridasValues> values_of(const pugi::xml_node& series) {
+// `behind` counts those that are more than are looked at.
+std::vector<TridasValues> values_of(const pugi::xml_node& series, std::int64_t& behind) {
   constexpr std::size_t most = 50;
   std::vector<TridasValues> groups;
-  for (pugi::xml_node one = child_named(series, "values"); one && groups.size() < most;
-       one = next_named(one)) {
+  for (pugi::xml_node one = child_named(series, "values"); one; one = next_named(one)) {
+    if (groups.size() == most) {
+      ++behind;
+      continue;
+    }
     TridasValues group;
     group.words = tridas_words(child_named(one, "variable"));
     group.variable = variable_of(group.words);
@@ -65,16 +69,44 @@ std::vector<TridasValues> values_of(const pugi::xml_node& series) {
 struct SaidYear {
   std::int64_t year = 0;
   bool is_relative = false, is_bc = false, is_bp = false;
+  std::string unknown_suffix = {};
+  std::string certainty = {};  // where it is not exact
 };
 
 std::optional<SaidYear> year_of(const pugi::xml_node& node) {
   const auto number = whole_number_in(text_within(node));
   if (!node || !number) return std::nullopt;
-  const std::string suffix = letters_of(attribute_named(node, "suffix"));
+  const std::string suffix = letters_of(attribute_named(node, "suffix")),
+                    certainty = letters_of(attribute_named(node, "certainty"));
   constexpr std::int64_t present = 1950;
-  if (suffix == "bc" || suffix == "bce") return SaidYear{.year = 1 - *number, .is_bc = true};
-  if (suffix == "bp") return SaidYear{.year = present - *number, .is_bp = true};
-  return SaidYear{.year = *number, .is_relative = suffix == "relative"};
+  SaidYear said{.year = *number};
+  if (certainty != "exact") said.certainty = certainty.substr(0, 60);
+  said.is_relative = suffix == "relative";
+  said.is_bc = suffix == "bc" || suffix == "bce";
+  said.is_bp = suffix == "bp";
+  // A year BC that has a sign as well is the same year.
+  if (said.is_bc) said.year = 1 - std::abs(*number);
+  if (said.is_bp) said.year = present - *number;
+  constexpr std::array<std::string_view, 4> plain = {"", "ad", "ce", "astronomical"};
+  const bool is_known =
+      said.is_relative || said.is_bc || said.is_bp || std::ranges::find(plain, suffix) != plain.end();
+  if (!is_known) said.unknown_suffix = suffix.substr(0, 60);
+  return said;
+}
+
+// Of what kind a dating is, as its attribute says.
+std::string tridas_dating(const pugi::xml_node& dating) {
+  return std::string(attribute_named(dating, "type"));
+}
+
+// An element without the attribute may hold its value as text.
+std::string value_text(const pugi::xml_node& value) {
+  constexpr std::size_t longest = 100;
+  for (const pugi::xml_attribute& one : value.attributes()) {
+    if (local_name(one.name()) == "value")
+      return std::string(std::string_view(one.value()).substr(0, longest));
+  }
+  return std::string(bare(text_within(value)).substr(0, longest));
 }
 
 class TridasSeriesImport {
@@ -84,7 +116,7 @@ class TridasSeriesImport {
         node_(series),
         name_(std::move(name)),
         line_(source.line_of(series)),
-        groups_(values_of(series)) {}
+        groups_(values_of(series, groups_behind_)) {}
   void take();
 
  private:
@@ -108,6 +140,7 @@ class TridasSeriesImport {
   pugi::xml_node node_;
   std::string name_;
   std::int64_t line_;
+  std::int64_t groups_behind_ = 0;
   std::vector<TridasValues> groups_;
   std::size_t series_ = 0;
   std::vector<std::pair<std::string, std::vector<std::int64_t>>> remarks_;  // with their years
@@ -153,6 +186,18 @@ void TridasSeriesImport::tell_years(const SaidYear& year) {
   if (year.is_bc)
     tell(kind("years-bc"), year.year, "its years BC are counted with a year 0 before the year 1");
   if (year.is_bp) tell(kind("years-bp"), year.year, "its years are counted back from 1950");
+  if (!year.unknown_suffix.empty())
+    tell(kind("dates-disagree"), year.year,
+         "its year has the suffix " + quoted(as_utf_8(year.unknown_suffix)) +
+             ", which is not known: it is taken for one AD");
+  const std::string dating =
+      lower_case(tridas_dating(child_named(child_named(node_, "interpretation"), "dating")).substr(0, 60));
+  if (!year.is_relative && !dating.empty() && dating != "absolute")
+    tell(kind("undated"), year.year,
+         "its dating is " + quoted(as_utf_8(dating)) + ": the years may not be those of the calendar");
+  if (!year.certainty.empty())
+    tell(kind("undated"), year.year,
+         "its year is said to be " + quoted(as_utf_8(year.certainty)) + ", and taken as it stands");
 }
 
 std::int64_t TridasSeriesImport::first_year(std::int64_t rings) {
@@ -202,29 +247,46 @@ void TridasSeriesImport::take_values(const TridasValues& values, std::int64_t fi
   if (values.times != 1) tell_unit(values.unit_words);
   for (std::size_t k = 0; k < values.all.size(); ++k) {
     const std::int64_t year = first + static_cast<std::int64_t>(k);
-    std::string text(attribute_named(values.all[k], "value").substr(0, 100));
+    std::string text = value_text(values.all[k]);
     const auto number = number_in(text, true);
     const bool missing = is_missing(values.all[k], year);
-    if (missing && (!number || number->value <= 0)) text = "NA";
-    if (number && values.times != 1) text = decimal(number->value * values.times, decimals);
+    if (missing && (!number || number->value <= 0))
+      text = "NA";
+    else if (number && values.times != 1)
+      text = decimal(number->value * values.times, decimals);
     take_text(std::move(text), year, source_.line_of(values.all[k]));
   }
 }
 
-std::optional<double> millimetres(const TridasValues& values, std::size_t k) {
-  const auto number = number_in(attribute_named(values.all[k], "value"), true);
+// In the unit of `of`; as it stands where that has none.
+std::optional<double> millimetres(const TridasValues& values, const TridasValues& of, std::size_t k) {
+  const auto number = number_in(value_text(values.all[k]), true);
   if (!number || number->value < 0) return std::nullopt;
-  return number->value * values.times / values.unit.value_or(1);
+  return number->value * of.times / of.unit.value_or(1);
+}
+
+// As short as it can be written: where units are guessed a point is a sign of millimetres.
+std::string short_decimal(double value) {
+  constexpr int decimals = 6;
+  std::string text = decimal(value, decimals);
+  if (text.find('.') == std::string::npos) return text;
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
 }
 
 // Of a ring of which a part is no number nothing is taken.
 void TridasSeriesImport::take_sum(const TridasValues& early, const TridasValues& late, std::int64_t first) {
-  constexpr int decimals = 6;
   if (early.unit || late.unit) {
     source_.found.series(series_).unit = 1;
     tell_unit(early.unit_words == late.unit_words ? early.unit_words
                                                   : early.unit_words + " and " + late.unit_words);
   }
+  const bool has_both = early.unit && late.unit;
+  if ((early.unit || late.unit) && !has_both)
+    tell(kind("unit-guessed"), {},
+         "only one of its earlywood and latewood widths has a unit: the other is taken for the same");
+  const TridasValues &of_early = early.unit ? early : late, &of_late = late.unit ? late : early;
   const std::size_t both = std::min(early.all.size(), late.all.size());
   if (early.all.size() != late.all.size())
     tell(kind("short-data"), static_cast<std::int64_t>(both),
@@ -232,10 +294,16 @@ void TridasSeriesImport::take_sum(const TridasValues& early, const TridasValues&
              std::to_string(late.all.size()) + " latewood widths: the first " + std::to_string(both) +
              " are added");
   for (std::size_t k = 0; k < both; ++k) {
-    const auto one = millimetres(early, k), other = millimetres(late, k);
+    const auto one = millimetres(early, of_early, k), other = millimetres(late, of_late, k);
     const std::int64_t year = first + static_cast<std::int64_t>(k);
     const bool missing = is_missing(early.all[k], year) || is_missing(late.all[k], year);
-    std::string text = one && other ? decimal(*one + *other, decimals) : std::string("NA");
+    std::string text = one && other ? short_decimal(*one + *other) : std::string("NA");
+    for (const pugi::xml_node& value : {late.all[k], early.all[k]}) {
+      // What is no width is told as such.
+      std::string said = value_text(value);
+      const auto number = number_in(said, true);
+      if (!says_missing(said) && (!number || number->value < 0)) text = std::move(said);
+    }
     if (missing && one.value_or(0) + other.value_or(0) <= 0) text = "NA";
     take_text(std::move(text), year, source_.line_of(early.all[k]));
   }
@@ -261,10 +329,14 @@ void TridasSeriesImport::tell_others(const std::vector<const TridasValues*>& tak
   for (const TridasValues& group : groups_) {
     if (std::ranges::find(taken, &group) != taken.end()) continue;
     const auto values = static_cast<std::int64_t>(group.all.size());
-    tell(taken.empty() ? kind("no-widths") : kind("other-column"), values,
+    const bool is_double = !taken.empty() && taken.front()->variable == group.variable;
+    const FindingKind* of = taken.empty() ? kind("no-widths")
+                            : is_double   ? kind("variable")
+                                          : kind("other-column");
+    tell(of, values,
          counted(values, "value", "values") + " of " +
              quoted(as_utf_8(group.words.empty() ? "ring width" : group.words.substr(0, 80))) +
-             " are not taken");
+             (values == 1 ? " is not taken" : " are not taken"));
   }
 }
 
@@ -317,6 +389,9 @@ void TridasSeriesImport::take() {
   const auto values = chosen();
   tell_others(values);
   tell_not_kept();
+  if (groups_behind_ > 0)
+    tell(kind("too-large"), groups_behind_,
+         counted(groups_behind_, "kind", "kinds") + " of values behind the 50th are not looked at");
   if (values.empty() || values.front()->all.empty()) return;
   const std::int64_t first = first_year(std::ssize(values.front()->all));
   if (values.size() == 1)

@@ -88,6 +88,43 @@ TEST(Tridas, YearsMayBeCountedOtherwise) {
   EXPECT_EQ(doubts(with("<firstYear>1990</firstYear><lastYear>1999</lastYear>")), "dates-disagree:3");
 }
 
+// 30 BC is the year -29, with or without a sign before it.
+TEST(Tridas, YearsThatMayBeNoneOfTheCalendarAreSaid) {
+  const auto with = [](const std::string& years) {
+    return taken(document(series("A", "<interpretation>" + years + "</interpretation>" + three)));
+  };
+  EXPECT_EQ(shown(with("<firstYear suffix=\"BC\">-30</firstYear>")), "A -29: 1.25 0.98 2.1\n");
+  EXPECT_EQ(shown(with("<firstYear suffix=\"BC\">30</firstYear>")), "A -29: 1.25 0.98 2.1\n");
+  EXPECT_EQ(doubts(with("<dating type=\"relative\"/><firstYear>7</firstYear>")), "undated:3");
+  EXPECT_EQ(doubts(with("<dating type=\"relative\"/><firstYear suffix=\"relative\">7</firstYear>")),
+            "undated:3");
+  EXPECT_EQ(doubts(with("<dating type=\"radiocarbon\"/><lastYear suffix=\"BP\">7</lastYear>")), "undated:3");
+  EXPECT_EQ(doubts(with("<dating type=\"absolute\"/><firstYear certainty=\"exact\">1990</firstYear>")), "");
+  EXPECT_EQ(doubts(with("<firstYear certainty=\"circa\">1990</firstYear>")), "undated:3");
+  EXPECT_EQ(doubts(with("<firstYear suffix=\"b2k\">300</firstYear>")), "dates-disagree:3");
+  EXPECT_EQ(doubts(with("<firstYear suffix=\"astronomical\">-30</firstYear>")), "");
+}
+
+TEST(Tridas, ValuesMayStandAsText) {
+  EXPECT_EQ(series_of(document(series(
+                "A", from_1990 + values("ring width", hundredths, "<value>125</value><value> 98 </value>")))),
+            "A 1990: 1.25 0.98\n");
+  EXPECT_EQ(series_of(document(series(
+                "A", from_1990 +
+                         values("ring width", hundredths,
+                                "<value value=\"125\"/><value value=\"\">7</value><value value=\"98\"/>")))),
+            "A 1990: 1.25 - 0.98\n");
+}
+
+TEST(Tridas, OfTwoKindsAlikeTheFirstIsTaken) {
+  const Imported one = taken(document(series("A", from_1990 + three + three)));
+  EXPECT_EQ(shown(one), "A 1990: 1.25 0.98 2.1\n");
+  EXPECT_EQ(doubts(one), "variable:3");
+  std::string many;
+  for (int k = 0; k < 52; ++k) many += values("density", "", value("1"));
+  EXPECT_EQ(doubts(taken(document(series("A", from_1990 + three + many)))), "too-large:3");
+}
+
 const std::string early = values("earlywood width", hundredths, value("100") + value("50")),
                   late = values("latewood width", hundredths, value("25") + value("48"));
 
@@ -105,6 +142,42 @@ TEST(Tridas, PartsOfRingsAreAddedOrChosen) {
   EXPECT_EQ(shown(whole), "A 1990: 1.25 0.98 2.1\n");
   EXPECT_EQ(doubts(whole), "");
   EXPECT_EQ(doubts(taken(document(series("A", from_1990 + early)))), "variable:3");
+}
+
+// Of a sum nothing is taken where a part is no width, and that is said as of a whole one.
+TEST(Tridas, PartsThatAreNoWidthsAreSaid) {
+  const std::string odd = values("latewood width", hundredths, value("x") + value("-1"));
+  const Imported one = taken(document(series("A", from_1990 + early + odd + three)));
+  EXPECT_EQ(shown(one), "A 1990: 1.25 0.98 2.1\n");
+  const std::string long_early =
+      values("earlywood width", hundredths, value("100") + value("50") + value("60") + value("40"));
+  const std::string long_late =
+      values("latewood width", hundredths, value("25") + value("x") + value("-1") + value("30"));
+  const Imported sum = taken(document(series("A", from_1990 + long_early + long_late)));
+  EXPECT_EQ(shown(sum), "A 1990: 1.25 - - 0.7\n");
+  EXPECT_EQ(doubts(sum), "variable:3 no-number:3");
+  EXPECT_NE(notes(sum).find("negative"), std::string::npos);
+}
+
+TEST(Tridas, PartsWithoutAUnitHaveThatOfTheOther) {
+  const std::string unitless = values("latewood width", "", value("25") + value("48"));
+  const Imported one = taken(document(series("A", from_1990 + early + unitless)));
+  EXPECT_EQ(shown(one), "A 1990: 1.25 0.98\n");
+  EXPECT_EQ(doubts(one), "variable:3 unit-guessed:3");
+  // Whole numbers, of which none says a unit, stay whole: they are no millimetres.
+  const Imported none =
+      taken(document(series("A", from_1990 + values("earlywood width", "", value("10") + value("9")) +
+                                     values("latewood width", "", value("4") + value("3")))));
+  EXPECT_EQ(shown(none), "A 1990: 0.14 0.12\n");
+}
+
+// 0 in fiftieths, too.
+TEST(Tridas, MissingRingsAreNoneInAnyUnit) {
+  EXPECT_EQ(series_of(document(series(
+                "A", from_1990 + values("ring width", "1/50th millimetres",
+                                        value("50") + value("0", "<remark normalTridas=\"missing ring\"/>") +
+                                            value("25"))))),
+            "A 1990: 1 - 0.5\n");
 }
 
 TEST(Tridas, OtherMeasuresAreNotTaken) {
