@@ -39,6 +39,7 @@ class CoordinateImport {
   void read_point(const PathLine& point, std::int64_t line);
   void take_boundary(const PathLine& point, std::int64_t line);
   void not_understood(std::string_view text, std::int64_t line);
+  void tell(const FindingKind* of, std::int64_t line, std::string words);
   void name_series();
   void take_widths();
   void tell_points();
@@ -75,6 +76,10 @@ void CoordinateImport::not_understood(std::string_view text, std::int64_t line) 
                              " is no point that is known: the years of all rings within it are not known"});
 }
 
+void CoordinateImport::tell(const FindingKind* of, std::int64_t line, std::string words) {
+  found_.findings.add({.kind = of, .line = line, .words = std::move(words)});
+}
+
 // "C:\pictures\A12.jpg" is A12.
 std::string stem_of(std::string_view path) {
   path = path.substr(path.find_last_of("/\\") + 1);
@@ -84,16 +89,18 @@ std::string stem_of(std::string_view path) {
 void CoordinateImport::read_key(const KeyedWords& words, std::int64_t line) {
   if (words.key == "imagefile") picture_ = stem_of(words.value);
   if (words.key == "dated") {
-    dated_ = whole_number_in(words.value.substr(0, words.value.find_first_of(" \t")));
-    if (dated_) return;
+    const auto year = whole_number_in(words.value.substr(0, words.value.find_first_of(" \t")));
+    if (year && dated_ && *year != *dated_)
+      tell(kind("dates-disagree"), line, "DATED said another year before: this one is taken");
+    if (year) dated_ = year;
+    if (year) return;
   }
   if (words.key == "scale") {
     const auto scale = number_in(words.value, true);
     if (!scale || scale->value != 1)
-      found_.findings.add({.kind = kind("scale"),
-                           .line = line,
-                           .words = "SCALE is " + quoted(as_utf_8(words.value.substr(0, 60))) +
-                                    ": coordinates are taken for millimetres all the same"});
+      tell(kind("scale"), line,
+           "SCALE is " + quoted(as_utf_8(words.value.substr(0, 60))) +
+               ": coordinates are taken for millimetres all the same");
     return;
   }
   if (words.key.find("pith") != std::string::npos)
@@ -136,8 +143,10 @@ void CoordinateImport::read_line(std::string_view text, std::int64_t line) {
     if (is_known(*point)) return read_point(*point, line);
     return not_understood(text, line);
   }
+  const bool are_words = lower_case(bare(text).substr(0, 2)) == "c ";
   for (const KeyedWords& words : keyed_words(text)) {
     const bool known =
+        are_words ||
         std::ranges::find(coordinate_keys, words.key, &CoordinateKey::word) != coordinate_keys.end() ||
         words.key.find("pith") != std::string::npos;
     if (!known) return not_understood(text, line);
@@ -150,8 +159,7 @@ void CoordinateImport::name_series() {
   if (name.empty()) name = picture_;
   if (name.empty()) {
     name = "S1";
-    found_.findings.add(
-        {.kind = kind("no-names"), .line = 1, .words = "the file has no name: the series is named S1"});
+    tell(kind("no-names"), 1, "the file has no name: the series is named S1");
   }
   const auto series = found_.add_series(name, 1, 1);
   if (series) found_.series(*series).unit = 1;
@@ -160,9 +168,7 @@ void CoordinateImport::name_series() {
 void CoordinateImport::take_widths() {
   constexpr int thousandths = 3;
   const auto rings = static_cast<std::int64_t>(widths_.size());
-  if (!dated_)
-    found_.findings.add(
-        {.kind = kind("undated"), .line = 1, .words = "DATED says no year: years are counted from 1 on"});
+  if (!dated_) tell(kind("undated"), 1, "DATED says no year: years are counted from 1 on");
   const std::int64_t outermost = dated_.value_or(rings);
   for (std::int64_t k = 0; k < rings; ++k) {
     const Width& width = widths_[static_cast<std::size_t>(k)];
@@ -195,8 +201,9 @@ void CoordinateImport::tell_points() {
                                   " earlywood and latewood: rings are taken whole"});
   tell_words(kind("comments"), header_, counted(header_.count, "line", "lines") + " of the header");
   tell_words(kind("not-kept"), pith_, "what is said of the pith is not kept");
-  tell_words(kind("not-kept"), comments_,
-             counted(comments_.count, "comment", "comments") + " behind points are not kept");
+  tell_words(
+      kind("not-kept"), comments_,
+      counted(comments_.count, "comment behind a point is", "comments behind points are") + " not kept");
 }
 
 Imported CoordinateImport::read(bool is_utf_16) {

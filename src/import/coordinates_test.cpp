@@ -73,6 +73,24 @@ TEST(Coordinates, WithoutAYearTheyAreCountedFrom1) {
   }
 }
 
+// Words on the core may stand there with "#" or without; what they say beside its year is not asked for.
+TEST(Coordinates, WordsOnTheCoreMayBeAny) {
+  for (const std::string sign : {"#", ""}) {
+    const Imported one =
+        taken(path("0,0\n0,1\n0,3\n", sign + "C DATED 1992; Written=2013-01-02 11:12:13; Version=7;\n"));
+    EXPECT_EQ(shown(one), "A12 1991: 2 1\n") << sign;
+    EXPECT_EQ(doubts(one), "") << sign;
+  }
+  EXPECT_EQ(doubts(taken(path("0,0\n0,1\n", "Cores 3\n"))), "no-copy not-understood:6");
+}
+
+TEST(Coordinates, OfTwoYearsTheLastIsTaken) {
+  const Imported one = taken(path("0,0\n0,1\n0,3\n", "#C DATED 1990\nDATED 1992\n"));
+  EXPECT_EQ(shown(one), "A12 1991: 2 1\n");
+  EXPECT_EQ(doubts(one), "dates-disagree:7");
+  EXPECT_EQ(doubts(taken(path("0,0\n0,1\n", "#C DATED 1992\nDATED 1992\n"))), "");
+}
+
 TEST(Coordinates, YearsBefore1AreWritten) {
   EXPECT_EQ(series_of(path("0,0\n0,1\n0,3\n", "DATED 0\n")), "A12 -1: 2 1\n");
   EXPECT_EQ(doubts(taken(path("0,0\n0,1\n0,3\n", "DATED -9999\n"))), "year-outside:9");
