@@ -44,9 +44,9 @@ std::int64_t rings_of(const Imported& one) {
 
 // The numbers that findings say are no rings.
 std::int64_t counted_by_findings(const Imported& one) {
-  constexpr std::array<std::string_view, 12> with_value = {
-      "other-column", "year-outside",   "no-year",       "no-column", "no-series", "negative",
-      "counts",       "trailing-zeros", "behind-length", "no-widths", "header",    "second-table"};
+  constexpr std::array<std::string_view, 13> with_value = {
+      "other-column",   "year-outside",  "no-year",   "no-column", "no-series",    "negative",  "counts",
+      "trailing-zeros", "behind-length", "no-widths", "header",    "second-table", "behind-end"};
   constexpr std::array<std::string_view, 2> of_one = {"year-twice", "too-wide"};
   std::int64_t all = 0;
   for (const FileFinding& finding : one.findings) {

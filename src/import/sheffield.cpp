@@ -58,6 +58,7 @@ class SheffieldImport {
   std::string name_;
   std::size_t values_ = 0;  // the first line of them, from 0
   std::int64_t rings_ = 0;
+  bool are_taken_ = false;
 };
 
 void SheffieldImport::tell(const FindingKind* of, std::size_t k, FindingValue value, std::string words) {
@@ -152,10 +153,12 @@ void SheffieldImport::tell_not_kept() {
            quoted(as_utf_8(said.substr(0, 60)));
   }
   if (!all.empty()) tell(kind("not-kept"), kept_from, {}, "what the file says of it is not kept: " + all);
-  if (values_ > sheffield_header.size())
-    tell(kind("header"), sheffield_header.size(), std::int64_t{0},
+  if (values_ != sheffield_header.size())
+    tell(kind("header"), std::min(values_ - 1, sheffield_header.size()), std::int64_t{0},
          "the header has " + std::to_string(values_) + " lines, not " +
-             std::to_string(sheffield_header.size()) + "; all before the values are passed over");
+             std::to_string(sheffield_header.size()) +
+             (values_ > sheffield_header.size() ? "; all before the values are passed over"
+                                                : "; what each of them is may be mistaken"));
 }
 
 void SheffieldImport::take_values() {
@@ -191,11 +194,16 @@ void SheffieldImport::tell_behind(std::size_t from) {
     if (is_number(k) && ++counts == 1) first = k;
     if (!is_number(k)) tell_words_behind(k);
   }
-  if (there > rings_)
+  if (there > rings_ && are_taken_)
     tell(kind("behind-length"), values_ + static_cast<std::size_t>(rings_), there - rings_,
          counted(there, "value stands", "values stand") + " there, and " + std::to_string(rings_) +
              " are taken, as the header says");
-  if (counts > 0)
+  const bool is_mean = letter_of(text(kind_at)) != 'R';
+  if (counts > 0 && !is_mean)
+    tell(kind("behind-end"), first, counts,
+         counted(counts, "number stands", "numbers stand") +
+             " behind the values, where a single series has none: not taken");
+  if (counts > 0 && is_mean)
     tell(kind("counts"), first, counts,
          counted(counts, "number", "numbers") + " behind the values, as numbers of series, " +
              (counts == 1 ? "is" : "are") + " not taken");
@@ -215,7 +223,8 @@ Imported SheffieldImport::read(bool is_utf_16) {
   if (series) found_.series(*series).unit = 100;
   tell_mean();
   tell_not_kept();
-  if (holds_widths()) take_values();
+  are_taken_ = holds_widths();
+  if (are_taken_) take_values();
   tell_behind(values_ + numbers_from(values_));
   return found_.finished(OtherLayout::sheffield, "Sheffield",
                          "lines of the number of rings, A or R, the first year and a letter");

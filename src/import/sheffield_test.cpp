@@ -71,11 +71,27 @@ TEST(Sheffield, OtherMeasuresAreSaid) {
   const Imported densities = taken(header("A\n2\nA\n11450\nR\n", "A") + "825\n798\n");
   EXPECT_EQ(densities.tucson, "");
   EXPECT_EQ(doubts(densities), "no-copy no-widths:15");
+  // Two a ring: nothing is said of values that are taken.
+  EXPECT_EQ(doubts(taken(header("A\n2\nA\n11450\nR\n", "S") + "82\n79\n50\n61\n")), "no-copy no-widths:15");
 }
 
 TEST(Sheffield, HeadersMayHaveALineMore) {
   const Imported one = taken("A\n3\nA\n11450\nR\n0\nY\nme\nC\n?\n?\n?\nM\nQUSP\n?\nD\n125\n98\n210\nR\n");
   EXPECT_EQ(shown(one), "A 1450: 1.25 0.98 2.1\n");
+}
+
+TEST(Sheffield, WhatAShorterHeaderSaysMayBeMistaken) {
+  const Imported one = taken("A\n3\nA\n11450\nR\n0\nY\nme\nM\nQUSP\nD\n125\n98\n210\nR\n");
+  EXPECT_EQ(shown(one), "A 1450: 1.25 0.98 2.1\n");
+  EXPECT_NE(notes(one).find("header"), std::string::npos);
+  EXPECT_EQ(notes(taken(dated("3", "11450", "125\n98\n210\nR\n"))).find("header"), std::string::npos);
+}
+
+// Where a single series ends no numbers of series follow: they are widths that nothing took.
+TEST(Sheffield, NumbersBehindASingleSeriesAreLost) {
+  const std::string one = dated("3", "11450", "125\n98\n210\nR\n");
+  EXPECT_NE(doubts(taken(one + one)).find("behind-end:21"), std::string::npos);
+  EXPECT_EQ(doubts(taken(dated("3", "11450", "125\n\n98\n210\nR\n"))), "short-data:2 behind-end:18");
 }
 
 TEST(Sheffield, OtherTextsAreNone) {
@@ -89,7 +105,7 @@ TEST(Sheffield, OtherTextsAreNone) {
 TEST(Sheffield, WordsAmongTheValuesEndThem) {
   const Imported one = taken(dated("3", "11450", "125\nhm\n210\nR\n"));
   EXPECT_EQ(shown(one), "Halbeam3 1450: 1.25\n");
-  EXPECT_EQ(doubts(one), "short-data:2 text-behind-end:17");
+  EXPECT_EQ(doubts(one), "short-data:2 text-behind-end:17 behind-end:18");
 }
 
 }  // namespace
