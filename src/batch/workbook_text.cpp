@@ -79,6 +79,14 @@ std::string_view beginning(std::string_view text) {
   return text.substr(0, length);
 }
 
+// "_x0041_", which readers of workbooks take for the character of that number.
+bool begins_number_of_character(std::string_view text) {
+  constexpr std::string_view begin = "_x", digits = "0123456789abcdefABCDEF";
+  constexpr std::size_t length = 7;
+  return text.size() >= length && text.starts_with(begin) && text[length - 1] == '_' &&
+         text.substr(begin.size(), 4).find_first_not_of(digits) == std::string_view::npos;
+}
+
 }  // namespace
 
 std::string column_letters(std::size_t column) {
@@ -100,6 +108,7 @@ std::string xml_escaped(std::string_view text) {
       all += "\xef\xbf\xbd";
       k += 2;
     } else {
+      if (begins_number_of_character(text.substr(k))) all += "_x005F";
       all += text[k];
     }
   }

@@ -51,6 +51,7 @@ TEST(WorkbookText, TheSameCellsGiveTheSameBytes) {
 
 TEST(WorkbookText, TextsStayWithinACellAndWithinXml) {
   EXPECT_EQ(xml_escaped("a\xef\xbf\xbe\"\xef\xbf\xbf"), "a\xef\xbf\xbd&quot;\xef\xbf\xbd");
+  EXPECT_EQ(xml_escaped("_x0041_ _x00g1_ _x0041"), "_x005F_x0041_ _x00g1_ _x0041") << "read as A else";
   WorkbookText book("widths", {"name"});
   std::string text;
   while (text.size() < 40'000) text += "\xc3\xa4";
