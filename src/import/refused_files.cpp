@@ -20,6 +20,10 @@ Imported refused_file(std::string layout_name, std::string why, std::string word
   return one;
 }
 
+Imported refused_open_document(std::string why) {
+  return refused_file("OpenDocument", std::move(why), "save it as a workbook (.xlsx) or as CSV");
+}
+
 std::optional<Imported> refused_spreadsheet(std::string_view bytes) {
   if (bytes.starts_with("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1"))
     return refused_file("older spreadsheet", "begins as binary workbooks do, and those with a password",
@@ -27,8 +31,7 @@ std::optional<Imported> refused_spreadsheet(std::string_view bytes) {
   constexpr std::string_view document = "mimetypeapplication/vnd.oasis.opendocument";
   if (bytes.starts_with("PK\x03\x04") &&
       bytes.substr(std::min(first_name, bytes.size())).starts_with(document))
-    return refused_file("OpenDocument", "the first part of the archive says so",
-                        "save it as a workbook (.xlsx) or as CSV");
+    return refused_open_document("the first part of the archive says so");
   return std::nullopt;
 }
 

@@ -217,6 +217,8 @@ Imported WorkbookImport::read() {
 std::optional<Imported> import_workbook(std::string_view bytes, const ImportWishes& wishes) {
   if (!bytes.starts_with("PK\x03\x04")) return std::nullopt;
   ArchiveParts archive(bytes);
+  if (archive.failure().empty() && archive.has("content.xml") && archive.has("META-INF/manifest.xml"))
+    return refused_open_document("the parts of the archive say so");
   if (archive.failure().empty() && !holds_workbook(archive))
     return refused_file("archive", "begins as an archive",
                         "it holds no workbook: unpack it and open the files in it");

@@ -342,6 +342,11 @@ TEST(Workbook, OtherArchivesAndSpreadsheetsSayWhatToDo) {
   StoredArchive ods;
   ods.add("mimetype", "application/vnd.oasis.opendocument.spreadsheet");
   EXPECT_EQ(words_of(taken(ods.finished())), "is not read: save it as a workbook (.xlsx) or as CSV\n");
+  StoredArchive in_another_order;
+  for (const std::string part : {"META-INF/manifest.xml", "content.xml", "mimetype"})
+    in_another_order.add(part, "");
+  EXPECT_EQ(words_of(taken(in_another_order.finished())),
+            "is not read: save it as a workbook (.xlsx) or as CSV\n");
   StoredArchive zip;
   zip.add("a.rwl", "x");
   EXPECT_EQ(words_of(taken(zip.finished())),
