@@ -1,6 +1,7 @@
 #include "import/workbook.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -49,18 +50,6 @@ class CellColumns {
   std::vector<std::size_t> tabs_;
 };
 
-// Lines that are named in the words of findings which hold no text of the file, as rows of their sheet.
-void name_rows(FileFinding& finding, std::int64_t before) {
-  constexpr std::string_view on_line = "on line ";
-  const bool names_lines = finding.kind->id == "year-twice" || finding.kind->id == "two-points";
-  for (std::size_t at = 0; names_lines && (at = finding.words.find(on_line, at)) != std::string::npos;) {
-    at += on_line.size();
-    const std::size_t end = std::min(finding.words.find_first_not_of("0123456789", at), finding.words.size());
-    const auto line = whole_number_in(std::string_view(finding.words).substr(at, end - at));
-    if (line && *line > before) finding.words.replace(at, end - at, std::to_string(*line - before));
-  }
-}
-
 class WorkbookImport {
  public:
   WorkbookImport(ArchiveParts& archive, const ImportWishes& wishes) : archive_(archive), found_(wishes) {}
@@ -72,6 +61,7 @@ class WorkbookImport {
   void tell(const FindingKind* of, std::size_t row, std::int64_t value, std::string words);
   void take_sheets();
   void put_in_place(Imported& one) const;
+  void name_rows(FileFinding& finding, const SheetRows& own) const;
   const SheetRows* sheet_of(std::int64_t line) const;
 
   ArchiveParts& archive_;
@@ -171,6 +161,26 @@ const SheetRows* WorkbookImport::sheet_of(std::int64_t line) const {
   return found == sheets_.end() ? nullptr : &*found;
 }
 
+// Lines that are named in the words of findings which hold no text of the file, as rows of their sheet, which
+// is named where it is another one.
+void WorkbookImport::name_rows(FileFinding& finding, const SheetRows& own) const {
+  constexpr std::array<std::string_view, 5> kinds = {"year-twice", "two-points", "name-twice",
+                                                     "name-twice-same-years", "gap"};
+  constexpr std::string_view before_number = "line ", digits = "0123456789";
+  if (std::ranges::find(kinds, finding.kind->id) == kinds.end()) return;
+  for (std::size_t at = 0; (at = finding.words.find(before_number, at)) != std::string::npos;) {
+    at += before_number.size();
+    const std::size_t end = std::min(finding.words.find_first_not_of(digits, at), finding.words.size());
+    const auto line = whole_number_in(std::string_view(finding.words).substr(at, end - at));
+    const SheetRows* sheet = line ? sheet_of(*line) : nullptr;
+    if (!sheet) continue;
+    std::string row = std::to_string(*line - static_cast<std::int64_t>(sheet->first));
+    if (sheet != &own) row += " of " + sheet_words(sheet->name);
+    finding.words.replace(at, end - at, row);
+    at += row.size();
+  }
+}
+
 // Lines of all sheets become rows of each; where there are several, findings name theirs.
 void WorkbookImport::put_in_place(Imported& one) const {
   CellColumns columns(lines_);
@@ -187,7 +197,7 @@ void WorkbookImport::put_in_place(Imported& one) const {
     const auto before = static_cast<std::int64_t>(sheet->first);
     for (std::int64_t* line : {&finding.line, &finding.from, &finding.to})
       *line = std::max<std::int64_t>(*line - before, 0);
-    name_rows(finding, before);
+    name_rows(finding, *sheet);
     if (sheets_.size() > 1 && finding.kind != kind("sheet"))
       finding.words += " (" + sheet_words(sheet->name) + ")";
   }

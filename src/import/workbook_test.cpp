@@ -264,6 +264,18 @@ TEST(Workbook, WordsNameTheRowsOfTheirSheet) {
   EXPECT_EQ(twice->words, "1991 stands on line 3 too, with the same width (sheet \"Plot 2\")");
 }
 
+TEST(Workbook, SeriesOfOneNameAreNamedByTheirSheets) {
+  const Imported one =
+      taken(file_of(of_sheets({sheet(three_years), sheet(row({"year", "C"}) + row({"1990", "1.5"})),
+                               sheet(row({"year", "C"}) + row({"1990", "2.5"}) + row({"1991", "2"}))})));
+  const auto twice = std::ranges::find(one.findings, std::string_view("name-twice-same-years"),
+                                       [](const FileFinding& finding) { return finding.kind->id; });
+  ASSERT_NE(twice, one.findings.end());
+  EXPECT_EQ(twice->words,
+            "two series of one name: 1990 to 1990 from line 1 of sheet \"Plot 2\" on, and here 1990 to 1991 "
+            "(sheet \"Plot 3\")");
+}
+
 TEST(Workbook, HiddenSheetsArePassedOverAndSaid) {
   for (const std::string state : {" state=\"hidden\"", " state=\"veryHidden\""}) {
     const Imported one = taken(file_of(of_sheets({sheet(three_years), sheet(three_years)}, state)));
