@@ -86,10 +86,16 @@ class LinesOfText {
 
 }  // namespace
 
-std::optional<Imported> import_tridas(std::string_view text, bool is_utf_16, const ImportWishes& wishes) {
-  if (!looks_like_tridas(text)) return std::nullopt;
+std::optional<Imported> import_tridas(std::string_view bytes, bool is_utf_16, const ImportWishes& wishes) {
+  if (!looks_like_tridas(bytes)) return std::nullopt;
+  // Places are those of UTF-8, in which the lines are counted, whatever the document says that it is in.
+  const bool is_recoded = bytes.size() <= most_xml_bytes && !is_utf_8(bytes);
+  const std::string recoded = is_recoded ? as_utf_8(bytes) : std::string();
+  const std::string_view text = is_recoded ? recoded : bytes;
   pugi::xml_document document;
-  if (const std::string wrong = read_xml(document, text); !wrong.empty())
+  if (const std::string wrong =
+          read_xml(document, text, is_recoded || is_utf_16 ? pugi::encoding_utf8 : pugi::encoding_auto);
+      !wrong.empty())
     return refused_file(std::string(layout_name), std::string(why_one), wrong);
   const std::vector<pugi::xml_node> series = series_in(document);
   if (series.empty())

@@ -43,6 +43,6 @@ bool looks_like_tridas(std::string_view text);
 
 // Nothing where the text does not look like one. One that is no XML, or passes the bounds, is not read, and
 // an error says why. A program that was built without what reads XML says that.
-std::optional<Imported> import_tridas(std::string_view text, bool is_utf_16, const ImportWishes& wishes);
+std::optional<Imported> import_tridas(std::string_view bytes, bool is_utf_16, const ImportWishes& wishes);
 
 }  // namespace vorn

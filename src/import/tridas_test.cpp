@@ -54,6 +54,25 @@ TEST(Tridas, NamespacesMayBeAnyOrNone) {
   EXPECT_EQ(series_of(prefixed), "A 1990: 1.25 0.98 2.1\n");
 }
 
+// Letters of a byte each are two in UTF-8: lines behind them keep their numbers.
+TEST(Tridas, LinesAreThoseOfTheFileInAnyEncoding) {
+  const std::string letters = "<!--" + std::string(500, '\xe4') + "-->\n";
+  std::string text = document(
+      letters + series("Tr\xe4"
+                       "d",
+                       from_1990 + values("ring width", hundredths,
+                                          value("125") + "\n" + value("x") + "\n" + value("98") + "\n")));
+  for (const std::string encoding : {"ISO-8859-1", "windows-1252", "UTF-8"}) {
+    text.replace(text.find("encoding=\"") + 10, text.find("\"?>") - text.find("encoding=\"") - 10, encoding);
+    const Imported one = taken(text);
+    ASSERT_EQ(one.series.size(), 1U);
+    EXPECT_EQ(one.series[0].name,
+              "Tr\xc3\xa4"
+              "d");
+    EXPECT_EQ(doubts(one), "no-number:5") << encoding;
+  }
+}
+
 // 3 x 1/50 mm is 6/100 mm.
 TEST(Tridas, UnitsAreThoseOfTheStandardOrInWords) {
   const auto with = [](const std::string& unit) {

@@ -32,7 +32,7 @@ bool is_too_deep(const pugi::xml_document& document) {
 
 }  // namespace
 
-std::string read_xml(pugi::xml_document& document, std::string_view text) {
+std::string read_xml(pugi::xml_document& document, std::string_view text, pugi::xml_encoding encoding) {
   if (text.size() > most_xml_bytes)
     return "it is larger than " + std::to_string(most_xml_bytes >> 20U) + " MB";
   if (std::ranges::count_if(text, [](char c) { return c == '<' || c == '='; }) >
@@ -40,8 +40,8 @@ std::string read_xml(pugi::xml_document& document, std::string_view text) {
     return "it has more than 12 million elements, ends of elements and attributes";
   if (declares_entities(text))
     return "it declares entities, which are not expanded: put in what they stand for";
-  const auto result =
-      document.load_buffer(text.data(), text.size(), pugi::parse_default | pugi::parse_ws_pcdata_single);
+  const auto result = document.load_buffer(text.data(), text.size(),
+                                           pugi::parse_default | pugi::parse_ws_pcdata_single, encoding);
   if (!result) {
     const auto line =
         1 + std::count(text.begin(),

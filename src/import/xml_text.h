@@ -16,7 +16,8 @@ inline constexpr std::size_t most_xml_signs = 12'000'000;
 
 // Reads the document; empty, or why it is not read. What lies deeper than most_xml_depth, declares entities,
 // or is larger than most_xml_bytes is not.
-std::string read_xml(pugi::xml_document& document, std::string_view text);
+std::string read_xml(pugi::xml_document& document, std::string_view text,
+                     pugi::xml_encoding encoding = pugi::encoding_auto);
 
 // The name of an element or attribute without what stands before its colon.
 std::string_view local_name(const char* name);
