@@ -110,7 +110,10 @@ void CoordinateImport::read_key(const KeyedWords& words, std::int64_t line) {
 
 void CoordinateImport::read_header(std::string_view text, std::int64_t line) {
   header_.add(line, text);
-  for (const KeyedWords& words : keyed_words(text)) read_key(words, line);
+  for (const KeyedWords& words : keyed_words(text)) {
+    if (words.key == "dendro" && last_) return not_understood(text, line);  // a second file behind the first
+    read_key(words, line);
+  }
 }
 
 void CoordinateImport::take_boundary(const PathLine& point, std::int64_t line) {

@@ -91,6 +91,13 @@ TEST(Coordinates, OfTwoYearsTheLastIsTaken) {
   EXPECT_EQ(doubts(taken(path("0,0\n0,1\n", "#C DATED 1992\nDATED 1992\n"))), "");
 }
 
+// The path of a second file would go on from the pith of the first.
+TEST(Coordinates, AFileHoldsOnePath) {
+  const Imported one = taken(path("0,0\n0,1\n") + path("0,0\n0,3\n", "DATED 1700\n"));
+  EXPECT_EQ(one.tucson, "");
+  EXPECT_NE(doubts(one).find("not-understood:9"), std::string::npos) << doubts(one);
+}
+
 TEST(Coordinates, YearsBefore1AreWritten) {
   EXPECT_EQ(series_of(path("0,0\n0,1\n0,3\n", "DATED 0\n")), "A12 -1: 2 1\n");
   EXPECT_EQ(doubts(taken(path("0,0\n0,1\n0,3\n", "DATED -9999\n"))), "year-outside:9");
