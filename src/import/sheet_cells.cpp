@@ -41,6 +41,19 @@ std::string number_text(std::string_view text) {
   return {digits.data(), end.ptr};
 }
 
+// What a cell says of itself.
+struct CellSaid {
+  std::string_view place = {}, type = {}, style = {};
+  explicit CellSaid(const pugi::xml_node& cell) {
+    for (const pugi::xml_attribute& one : cell.attributes()) {
+      const std::string_view name = local_name(one.name());
+      if (name == "r") place = one.value();
+      if (name == "t") type = one.value();
+      if (name == "s") style = one.value();
+    }
+  }
+};
+
 class SheetReading {
  public:
   SheetReading(const std::vector<std::string>& shared, const CellStyles& styles, std::size_t& room,
@@ -52,9 +65,9 @@ class SheetReading {
  private:
   bool read_row(const pugi::xml_node& row);
   void read_cell(const pugi::xml_node& cell, std::string& line);
-  std::string text_of(const pugi::xml_node& cell);
-  std::string value_of(const pugi::xml_node& cell, std::string_view type);
-  bool is_date(const pugi::xml_node& cell) const;
+  std::string text_of(const pugi::xml_node& cell, const CellSaid& said);
+  std::string value_of(const pugi::xml_node& cell, const CellSaid& said);
+  bool is_date(const CellSaid& said) const;
   bool has_room(std::size_t bytes);
   void cut(std::string_view what);
   void cut_text();
@@ -126,11 +139,11 @@ void SheetReading::count_hidden_columns(const pugi::xml_node& columns) {
 }
 
 void SheetReading::read_cell(const pugi::xml_node& cell, std::string& line) {
-  const std::string_view reference = attribute_named(cell, "r");
-  const std::int64_t at = reference.empty() ? column_ + 1 : place_of_cell(reference).column;
+  const CellSaid said(cell);
+  const std::int64_t at = said.place.empty() ? column_ + 1 : place_of_cell(said.place).column;
   if (at <= column_ || at > most_sheet_columns) return cut("the cells of a row are not in order");
   column_ = at;
-  const std::string text = text_of(cell);
+  const std::string text = text_of(cell, said);
   const auto gap = static_cast<std::size_t>(at - std::max<std::int64_t>(filled_, 1));
   if (text.empty() || line.size() + gap + text.size() > room_) return text.empty() ? void() : cut_text();
   // As many tabs as columns are passed over; behind the last cell none is needed.
@@ -139,37 +152,36 @@ void SheetReading::read_cell(const pugi::xml_node& cell, std::string& line) {
   line += as_field(text);
 }
 
-bool SheetReading::is_date(const pugi::xml_node& cell) const {
-  const auto style = whole_number_in(attribute_named(cell, "s"));
+bool SheetReading::is_date(const CellSaid& said) const {
+  const auto style = whole_number_in(said.style);
   return style && *style >= 0 && static_cast<std::size_t>(*style) < styles_.are_dates.size() &&
          styles_.are_dates[static_cast<std::size_t>(*style)];
 }
 
-std::string SheetReading::text_of(const pugi::xml_node& cell) {
-  const std::string_view type = attribute_named(cell, "t");
-  if (type == "inlineStr") return unescaped(text_of_runs(child_named(cell, "is")));
-  std::string text = value_of(cell, type);
+std::string SheetReading::text_of(const pugi::xml_node& cell, const CellSaid& said) {
+  if (said.type == "inlineStr") return unescaped(text_of_runs(child_named(cell, "is")));
+  std::string text = value_of(cell, said);
   if (styles_.computed_when_opened && text == "0" && child_named(cell, "f")) text.clear();
-  if (text.empty() && type != "str" && child_named(cell, "f")) {
+  if (text.empty() && said.type != "str" && child_named(cell, "f")) {
     if (++sheet_.not_computed == 1) sheet_.first_not_computed = row_;
   }
   return text;
 }
 
 // A cell of its type: numbers, shared texts ("s"), results of formulas ("str"), booleans, errors, dates.
-std::string SheetReading::value_of(const pugi::xml_node& cell, std::string_view type) {
+std::string SheetReading::value_of(const pugi::xml_node& cell, const CellSaid& said) {
   std::string value = text_within(child_named(cell, "v"));
-  if (type == "s") {
+  if (said.type == "s") {
     const auto index = whole_number_in(value);
     const bool known = index && *index >= 0 && static_cast<std::size_t>(*index) < shared_.size();
     if (known) return shared_[static_cast<std::size_t>(*index)];
     if (++sheet_.without_text == 1) sheet_.first_without_text = row_;
     return {};
   }
-  if (type == "b") return value.empty() ? "" : value == "0" ? "FALSE" : "TRUE";
-  if (type == "str") return unescaped(std::move(value));
-  if (type == "e" || type == "d") return value;
-  if (is_date(cell)) {
+  if (said.type == "b") return value.empty() ? "" : value == "0" ? "FALSE" : "TRUE";
+  if (said.type == "str") return unescaped(std::move(value));
+  if (said.type == "e" || said.type == "d") return value;
+  if (is_date(said)) {
     const auto day = number_in(value, false);
     if (std::string date = day ? date_of(day->value, styles_.from_1904) : ""; !date.empty()) return date;
   }
