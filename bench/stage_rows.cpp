@@ -483,7 +483,8 @@ std::vector<Process> all_processes() {
        false,
        small,
        {VORN, "stats", "--json", "-j", "1", "archive"},
-       1'000},
+       1'000,
+       20},
   };
 }
 
