@@ -405,6 +405,11 @@ std::vector<Stage> plain_stages() {
        },
        &Floors::pairs},
       {"pairs one by one, plainly (a)", 'a', plain_pairs, &Floors::pairs},
+      {"pairs in the way that is chosen (c)", 'c',
+       [told](Desk& desk) {
+         told(desk, [](const auto& all) { return pair_correlations(all, fewest_common_years); });
+       },
+       &Floors::pairs},
       {"pairs one by one, plainly (c)", 'c', plain_pairs, &Floors::pairs},
       {"150 rings on 9,000 references (g)", 'g', date_on_references, floor_of_references, 0.050, 0,
        date_on_references},
