@@ -2,13 +2,32 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "chronology/burg_model.h"
 #include "statistics/tree_correlations.h"
 
 namespace vorn::bench {
+namespace {
+
+using Years = std::pair<int, int>;  // the first and the last
+
+// What has the same years in common.
+struct Meeting {
+  double pairs = 0, series = 0;
+  Years latest{1, 0};  // the series that were added last: they come one after the other
+
+  void add(const Years& own, double count, double more) {
+    pairs += more;
+    if (latest != own) series += count;
+    latest = own;
+  }
+};
+
+}  // namespace
 
 double Floors::rings() const {
   return w.ad(w.nc + 1) - 1;
@@ -54,17 +73,32 @@ double Floors::logarithm() const {
   return rings() / rates_.logarithms;
 }
 
+// A root and a division a pair; or a series, where a series has the same years in common with many.
 double Floors::pairs() const {
-  double work = 0, pairs = 0;
+  std::map<Years, double> series_of;
+  int longest = 0;
   for (int i = 1; i <= w.nc; ++i) {
-    for (int j = i + 1; j <= w.nc; ++j) {
-      const int years = std::min(w.ly(i), w.ly(j)) - std::max(w.fy(i), w.fy(j)) + 1;
-      if (years < fewest_common_years) continue;
-      work += years;
-      ++pairs;
+    ++series_of[{w.fy(i), w.ly(i)}];
+    longest = std::max(longest, w.yr(i));
+  }
+  double work = 0;
+  std::map<Years, Meeting> meetings;
+  for (const auto& [own, count] : series_of) {
+    for (auto at = series_of.lower_bound({own.first - longest, own.first - longest}); at != series_of.end();
+         ++at) {
+      const auto& [other, others] = *at;
+      if (other.first > own.second) break;
+      const Years common{std::max(own.first, other.first), std::min(own.second, other.second)};
+      const int years = common.second - common.first + 1;
+      const double pairs = count * (other == own ? count - 1 : others) / 2;  // each is met from both sides
+      if (years < fewest_common_years || pairs == 0) continue;
+      work += pairs * years;
+      meetings[common].add(own, count, pairs);
     }
   }
-  return work / rates_.multiply_adds + pairs / rates_.pair_ends;
+  double ends = 0;
+  for (const auto& [common, meeting] : meetings) ends += std::min(meeting.pairs, meeting.series);
+  return work / rates_.multiply_adds + ends / rates_.pair_ends;
 }
 
 double Floors::with_rest() const {

@@ -15,7 +15,7 @@ struct MachineRates {
   double scanned = 0;     // bytes of text looked through for line ends, a second
   double files = 0;       // opened, their first bytes read, and closed, a second
   double logarithms = 0;  // of the library's `log`, a second
-  double pair_ends = 0;   // of a pair of series, behind its sums: see Floors::pairs; with the widest vectors
+  double pair_ends = 0;   // roots and divisions behind the sums, see Floors::pairs; with the widest vectors
   double start = 0;       // seconds that a program takes that does nothing, from its start to its end
 };
 

@@ -1,7 +1,6 @@
 #include "measured_table.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
@@ -73,6 +72,7 @@ bool MeasuredTable::misses(const Row& row) const {
   const double floor = counter_of(row.counters, counter::floor);
   return (mark > 0 && row.cpu > mark) || (most > 0 && row.cpu > most * floor) ||
          counter_of(row.counters, counter::memory) > counter_of(row.counters, counter::most_memory) ||
+         (calls(row) > 0 && calls(row) < counter_of(row.counters, counter::calls)) ||
          (counter_of(row.counters, counter::growth) > 0 &&
           growth(row) > counter_of(row.counters, counter::growth));
 }
@@ -90,7 +90,8 @@ void MeasuredTable::print(std::ostream& out, const Row& row) const {
   }
   if (calls(row) > 0) {
     goal += goal.empty() ? "" : ", ";
-    goal += "1/" + std::to_string(static_cast<int>(std::round(calls(row)))) + " of a call for each";
+    goal += "1/" + times(calls(row)) + " of a call for each, at most 1/" +
+            times(counter_of(row.counters, counter::calls));
   }
   if (growth(row) > 0 && counter_of(row.counters, counter::growth) > 0) {
     goal += goal.empty() ? "" : ", ";
