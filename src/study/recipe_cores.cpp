@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "statistics/correlation.h"
 #include "study/biweight_mean.h"
@@ -86,7 +87,8 @@ std::vector<double> RecipeCores::mean_of_others(std::size_t i, YearSpan years) c
   const YearSpan had = common(years, span_of(cores_));
   const std::vector<double> means = others.means(had);
   std::vector<double> all(static_cast<std::size_t>(std::max<std::int64_t>(years.count(), 0)), std::nan(""));
-  std::copy(means.begin(), means.end(), all.begin() + (means.empty() ? 0 : had.first - years.first));
+  const auto before = static_cast<std::ptrdiff_t>(means.empty() ? 0 : had.first - years.first);
+  std::copy(means.begin(), means.end(), all.begin() + before);
   return all;
 }
 
