@@ -46,8 +46,8 @@ endfunction()
 
 # vorn_test(NAME SOURCES file... LINKS target...): a GoogleTest program, each test known to CTest. Most of the time that a
 # file of tests takes goes into the headers that it has in common with its neighbours: eight are compiled together. The
-# program's own files are not: there a name that means something else beside a neighbour's would change what users get. With the
-# sanitizers each file of tests is compiled alone, as it is written.
+# program's own files are not: there a name that means something else beside a neighbour's would change what users get. With
+# VORN_TOGETHER=OFF each file of tests is compiled alone, as it is written.
 # Where nothing is measured tests need no strong optimisation, which takes longer to compile than they to run. With the
 # sanitizers the start of a process takes longer than most tests: there each program runs as a few parts of its tests.
 set(VORN_TEST_PARTS 4)
