@@ -90,10 +90,12 @@ void CoordinateImport::read_key(const KeyedWords& words, std::int64_t line) {
   if (words.key == "imagefile") picture_ = stem_of(words.value);
   if (words.key == "dated") {
     const auto year = whole_number_in(words.value.substr(0, words.value.find_first_of(" \t")));
-    if (year && dated_ && *year != *dated_)
-      tell(kind("dates-disagree"), line, "DATED said another year before: this one is taken");
-    if (year) dated_ = year;
-    if (year) return;
+    if (year) {
+      if (dated_ && *year != *dated_)
+        tell(kind("dates-disagree"), line, "DATED said another year before: this one is taken");
+      dated_ = year;
+      return;
+    }
   }
   if (words.key == "scale") {
     const auto scale = number_in(words.value, true);
