@@ -229,75 +229,104 @@ class Settler {
 
 // Less is not worth a thread.
 constexpr double little_work = 2e6;
-// As measured: rows take half the time of the plain definition, and a sixth where all series have the same
-// years.
-constexpr double speed_of_rows = 2;
-// Tiles are taken when they save as much of the plain definition.
+// As measured: where all series have the same years rows take a sixth of the time of the plain definition,
+// else more.
+constexpr double speed_of_rows = 2, best_speed_of_rows = 6;
+// Tiles are taken when they save as much of the other ways.
 constexpr double worth_tiles = 0.25;
-// Where a pair takes fewer cycles than these on the average, most have no years in common.
-constexpr double busy_pair = 15;
 // How far apart the ties are that six significant digits of a usual mean may lie at.
 constexpr double usual_unit = 1e-7;
 
-// Rows are filled eight series at a time, whatever they hold.
-PairWay way_of_few(std::size_t series) {
-  return series < fewest_in_rows ? PairWay::plainly : PairWay::in_rows;
-}
+struct Tiling {
+  Tiling(std::span<const SeriesView> series, std::int64_t fewest_years)
+      : sorted(series, fewest_years), tiles(plan_tiles(series, sorted.good)) {}
 
-// The work of each way is estimated, in cycles.
+  SortedSeries sorted;
+  std::vector<TilePlan> tiles;
+};
+
+// Estimates how much work each way is, in cycles.
 class Ways {
  public:
   Ways(std::span<const SeriesView> series, std::int64_t fewest_years)
-      : sorted(series, fewest_years),
-        tiles(plan_tiles(series, sorted.good)),
-        good_plain_(work_of_pairs(series, sorted.good)) {
-    const auto count = static_cast<double>(sorted.good.size() + sorted.bad.size());
-    pairs_ = count * count / 2;
-    plain_ = sorted.bad.empty() ? good_plain_ : work_of_pairs(series, long_enough(series, fewest_years));
-    // Hardly more than one series a tile: there is nothing to be counted.
-    if (tiles.size() > few_series && tiles.size() > sorted.good.size() / 2) return;
-    double means = 0;  // that will have to be settled
-    for (const std::size_t i : sorted.good)
-      means += std::min(1.0, 4 * error_of(series[i], fewest_years) / usual_unit);
-    tiled_ = work_of_tiles(tiles, fewest_years) + (plain_ - good_plain_) / speed_of_rows +
-             2 * means / count * plain_ / speed_of_rows;
+      : series_(series), fewest_years_(fewest_years), numbers_(long_enough(series, fewest_years)) {
+    if (series.size() < fewest_in_rows) return;
+    plain_ = work_of_pairs(series, numbers_);
+    work_ = plain_;
+    const double tiled = series.size() > few_series ? work_tiled() : never;
+    const bool surely_tiled = tiled < (1 - worth_tiles) * plain_ / best_speed_of_rows;
+    const double in_rows = surely_tiled ? never : work_of_rows(series, numbers_);
+    if (in_rows < work_) take(PairWay::in_rows, in_rows);
+    if (tiled < (1 - worth_tiles) * work_) take(PairWay::in_tiles, tiled);
   }
 
-  // Of series that hardly vary the means are often nought: they would be had in rows behind the tiles, too.
-  PairWay best() const {
-    if (sorted.bad.size() <= sorted.good.size() && tiled_ < (1 - worth_tiles) * plain_)
-      return PairWay::in_tiles;
-    return plain_ < busy_pair * pairs_ ? PairWay::plainly : PairWay::in_rows;
-  }
+  PairWay best() const { return best_; }
+  // Where it is the best.
+  const Tiling& tiling() const { return *tiling_; }
 
   // How many threads are worth it, where nobody says.
   PairWork with_threads(const PairWork& work) const {
     if (work.threads > 0) return work;
-    return {work.told, std::min(plain_, tiled_) > little_work ? threads_here() : 1};
+    return {work.told, series_.size() > few_series && work_ > little_work ? threads_here() : 1};
   }
 
-  SortedSeries sorted;
-  std::vector<TilePlan> tiles;
-
  private:
-  double pairs_ = 0, plain_ = 0, good_plain_, tiled_ = std::numeric_limits<double>::infinity();
+  static constexpr double never = std::numeric_limits<double>::infinity();
+
+  void take(PairWay way, double work) {
+    best_ = way;
+    work_ = work;
+  }
+
+  // Which series can go into tiles takes a look at all values: that is left out where it would not be worth
+  // it if all of them could.
+  double work_tiled() {
+    if (work_of(plan_tiles(series_, numbers_), numbers_.size()) >= (1 - worth_tiles) * plain_) return never;
+    tiling_.emplace(series_, fewest_years_);
+    const auto& [good, bad] = tiling_->sorted;
+    // Of series that hardly vary the means are often nought: they would be had in rows behind the tiles, too.
+    if (bad.size() > good.size()) return never;
+    double means = 0;  // that will have to be settled
+    for (const std::size_t i : good)
+      means += std::min(1.0, 4 * error_of(series_[i], fewest_years_) / usual_unit);
+    const double plain_rest = bad.empty() ? 0 : plain_ - work_of_pairs(series_, good);
+    return work_of(tiling_->tiles, good.size()) +
+           (plain_rest + 2 * means / static_cast<double>(numbers_.size()) * plain_) / speed_of_rows;
+  }
+
+  // Hardly more than one series a tile: there is nothing to be counted.
+  double work_of(const std::vector<TilePlan>& tiles, std::size_t series) const {
+    if (tiles.size() > few_series && tiles.size() > series / 2) return never;
+    return work_of_tiles(tiles, fewest_years_);
+  }
+
+  std::span<const SeriesView> series_;
+  std::int64_t fewest_years_;
+  std::vector<std::size_t> numbers_;
+  std::optional<Tiling> tiling_;
+  PairWay best_ = PairWay::plainly;
+  double plain_ = 0, work_ = 0;
 };
 
-PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years, const Ways& ways,
+std::size_t threads_for(const PairWork& work) {
+  return work.threads > 0 ? work.threads : threads_here();
+}
+
+PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years, const Tiling& tiling,
                   const PairWork& work) {
   PairSums sums = nothing_yet(series.size());
-  const auto good = static_cast<double>(ways.sorted.good.size()),
-             bad = static_cast<double>(ways.sorted.bad.size());
+  const auto good = static_cast<double>(tiling.sorted.good.size()),
+             bad = static_cast<double>(tiling.sorted.bad.size());
   const double share_of_rows = bad > 0 ? 8 * bad / (8 * bad + good) : 0;
   const auto told = [&](double from, double to) {
     if (!work.told) return ShareDone();
     return ShareDone([&work, from, to](double share) { work.told(from + (to - from) * share); });
   };
   if (bad > 0) {
-    PairsOfSome(series, ways.sorted.bad, ways.sorted.good, fewest_years)
+    PairsOfSome(series, tiling.sorted.bad, tiling.sorted.good, fewest_years)
         .add(sums, work.threads, told(0, share_of_rows));
   }
-  add_tiled_pairs(series, ways.tiles, fewest_years, work.threads, told(share_of_rows, 1), sums);
+  add_tiled_pairs(series, tiling.tiles, fewest_years, work.threads, told(share_of_rows, 1), sums);
   sums.sum = std::accumulate(sums.sum_of.begin(), sums.sum_of.end(), 0.0) / 2;
   count_pairs(sums);
   if (work.told) work.told(1);
@@ -322,25 +351,18 @@ PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int6
                                    const PairWork& work) {
   PairSums sums = nothing_yet(series.size());
   PairsOfSome(series, long_enough(series, fewest_years), {}, fewest_years)
-      .add(sums, work.threads > 0 ? work.threads : threads_here(), work.told);
+      .add(sums, threads_for(work), work.told);
   count_pairs(sums);
   return sums;
 }
 
 PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
                                  const PairWork& work) {
-  const Ways ways(series, fewest_years);
-  return in_tiles(series, fewest_years, ways, ways.with_threads(work));
+  return in_tiles(series, fewest_years, Tiling(series, fewest_years), {work.told, threads_for(work)});
 }
 
 PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
                            const PairWork& work) {
-  if (series.size() <= few_series) {
-    return way_of_few(series.size()) == PairWay::plainly
-               ? pair_correlations_plain(series, fewest_years)
-               : pair_correlations_in_rows(series, fewest_years,
-                                           {work.told, std::max<std::size_t>(work.threads, 1)});
-  }
   const Ways ways(series, fewest_years);
   const PairWork shared = ways.with_threads(work);
   switch (ways.best()) {
@@ -349,13 +371,13 @@ PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewe
     case PairWay::in_rows:
       return pair_correlations_in_rows(series, fewest_years, shared);
     default:
-      return Settler(series, fewest_years, ways.sorted.good)
-          .settled(in_tiles(series, fewest_years, ways, shared), shared);
+      return Settler(series, fewest_years, ways.tiling().sorted.good)
+          .settled(in_tiles(series, fewest_years, ways.tiling(), shared), shared);
   }
 }
 
 PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years) {
-  return series.size() <= few_series ? way_of_few(series.size()) : Ways(series, fewest_years).best();
+  return Ways(series, fewest_years).best();
 }
 
 }  // namespace vorn

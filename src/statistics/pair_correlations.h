@@ -52,16 +52,15 @@ PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_
 PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int64_t fewest_years,
                                    const PairWork& work = {});
 
-// Of so few series a site's figures are those of the plain definition to the last bit; from so many on they
-// are had in rows.
+// Of so few series a site's figures are those of the plain definition to the last bit. Of fewer than the
+// second nothing is laid out in rows first.
 inline constexpr std::size_t few_series = 150, fewest_in_rows = 8;
 
 // How they are had.
 enum class PairWay { plainly, in_rows, in_tiles };
 
-// Few series are had plainly or in rows. Of others, that which is estimated to be the least work: the plain
-// definition where few of the pairs have years in common; rows where long series have, or most hardly vary;
-// else tiles. It depends on
+// That which is estimated to be the least work: the plain definition where few of the pairs have years in
+// common; rows where more have, or most series hardly vary; of more than few series else tiles. It depends on
 // nothing but the series.
 PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years);
 

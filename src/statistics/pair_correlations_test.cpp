@@ -180,10 +180,30 @@ TEST_F(PairCorrelations, OfSeriesThatHardlyMeetAreHadPlainly) {
   EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
 }
 
-TEST_F(PairCorrelations, OfLongSeriesFarApartAreHadInRows) {
+// Three hundred series that begin in one of so many years.
+void add_long_series(PairCorrelations& to, int years) {
   for (unsigned i = 0; i < 300; ++i)
-    add(16 * static_cast<int>(i * 7 % 300), noise(150 + static_cast<int>(i * 37 % 300), i + 1));
+    to.add(years * static_cast<int>(i * 7 % 300) / 300, noise(150 + static_cast<int>(i * 37 % 300), i + 1));
+}
+
+TEST_F(PairCorrelations, OfLongSeriesFarApartAreHadInRows) {
+  add_long_series(*this, 2'000);
   EXPECT_EQ(pair_way(series(), 40), PairWay::in_rows);
+}
+
+TEST_F(PairCorrelations, OfLongSeriesFartherApartAreHadPlainly) {
+  add_long_series(*this, 4'800);
+  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+}
+
+TEST_F(PairCorrelations, OfLongSeriesOfOneTimeAreHadInTiles) {
+  add_long_series(*this, 200);
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_tiles);
+}
+
+TEST_F(PairCorrelations, OfFewSeriesThatHardlyMeetAreHadPlainly) {
+  for (unsigned i = 0; i < 30; ++i) add(60 * static_cast<int>(i * 7 % 30), noise(118, i + 1));
+  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
 }
 
 TEST_F(PairCorrelations, OfConstantSeriesAreHadInRows) {

@@ -123,30 +123,37 @@ SeriesPack::SeriesPack(std::span<const SeriesView> series, std::vector<std::size
   }
 }
 
-PairRows::PairRows(std::span<const SeriesView> series, std::vector<std::size_t> numbers,
-                   std::int64_t fewest_years)
-    : series_(series), fewest_years_(fewest_years) {
+namespace {
+
+// Whether one starts within the years of the first of a pack, and is no longer than twice as long.
+bool fits(const SeriesView& first, const SeriesView& one) {
+  return std::bit_width(first.values.size()) == std::bit_width(one.values.size()) &&
+         one.first <= first.years().last;
+}
+
+}  // namespace
+
+std::vector<std::vector<std::size_t>> plan_packs(std::span<const SeriesView> series,
+                                                 std::vector<std::size_t> numbers) {
   const auto length = [&](std::size_t i) { return std::bit_width(series[i].values.size()); };
   std::stable_sort(numbers.begin(), numbers.end(), [&](std::size_t i, std::size_t j) {
     return std::tuple(length(i), series[i].first, series[i].years().last) <
            std::tuple(length(j), series[j].first, series[j].years().last);
   });
-  std::vector<std::size_t> members;
-  const auto finish = [&] {
-    if (!members.empty()) packs_.emplace_back(series, std::exchange(members, {}));
-  };
+  std::vector<std::vector<std::size_t>> packs;
   for (const std::size_t i : numbers) {
-    // Those of a pack start within the years of the first, so that it spans few more years than they have.
-    if (members.size() == pack_width || (!members.empty() && !fits(series[members.front()], series[i])))
-      finish();
-    members.push_back(i);
+    if (packs.empty() || packs.back().size() == pack_width || !fits(series[packs.back().front()], series[i]))
+      packs.emplace_back().reserve(pack_width);
+    packs.back().push_back(i);
   }
-  finish();
+  return packs;
 }
 
-bool PairRows::fits(const SeriesView& first, const SeriesView& one) {
-  return std::bit_width(first.values.size()) == std::bit_width(one.values.size()) &&
-         one.first <= first.years().last;
+PairRows::PairRows(std::span<const SeriesView> series, std::vector<std::size_t> numbers,
+                   std::int64_t fewest_years)
+    : series_(series), fewest_years_(fewest_years) {
+  for (auto& members : plan_packs(series, std::move(numbers)))
+    packs_.emplace_back(series, std::move(members));
 }
 
 void PairRows::row(std::size_t i, std::ptrdiff_t after, std::span<double> r) const {

@@ -33,6 +33,11 @@ struct SeriesPack {
 // for years that the pair has not in common is nought, which changes no sum.
 void correlate_with_pack(const SeriesView& one, const SeriesPack& pack, std::array<double, pack_width>& r);
 
+// Which series stand side by side, by their numbers: those of like length and age, so that a pack spans few
+// more years than they have.
+std::vector<std::vector<std::size_t>> plan_packs(std::span<const SeriesView> series,
+                                                 std::vector<std::size_t> numbers);
+
 // Rows of the table of all correlations.
 class PairRows {
  public:
@@ -44,8 +49,6 @@ class PairRows {
   void row(std::size_t i, std::ptrdiff_t after, std::span<double> r) const;
 
  private:
-  static bool fits(const SeriesView& first, const SeriesView& one);
-
   std::span<const SeriesView> series_;
   std::int64_t fewest_years_;
   std::vector<SeriesPack> packs_;

@@ -5,6 +5,8 @@
 #include <tuple>
 #include <utility>
 
+#include "statistics/pair_rows.h"
+
 namespace vorn {
 namespace {
 
@@ -14,10 +16,12 @@ constexpr double least_variation = 1e-4;
 // Between these lie the sums of squares of which four can be multiplied.
 constexpr double least_squares = 1e-70, most_squares = 1e70;
 
-// As measured: a year of two tiles, a year of a tile that is made, the pairs of two tiles behind their sums
-// of products, two tiles that are looked at; a year of a pair, a pair that is looked at.
-constexpr double tile_pair_year = 300, tile_year = 1'000, tile_pair = 15'000, tiles_met = 5;
+// As measured: a year of two tiles, a year of a tile that is made, in fresh memory, the pairs of two tiles
+// behind their sums of products, two tiles that are looked at; a year of a pair, a pair that is looked at; a
+// year of a series and a pack, both that are looked at, a year of a pack that is made.
+constexpr double tile_pair_year = 300, tile_year = 3'000, tile_pair = 15'000, tiles_met = 5;
 constexpr double pair_year = 8, pair_met = 2;
+constexpr double pack_year = 18, pack_met = 50, packed_year = 100;
 
 bool suits_tiles(const SeriesView& series) {
   const auto count = static_cast<double>(series.values.size());
@@ -108,29 +112,86 @@ double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_yea
   return work;
 }
 
+namespace {
+
+// Spans of years, as where they start and where they end.
+class Running {
+ public:
+  void reserve(std::size_t count) {
+    starts_.reserve(count);
+    ends_.reserve(count);
+  }
+  void add(const YearSpan& years) {
+    starts_.push_back(years.first);
+    ends_.push_back(years.last + 1);
+  }
+  void sort() {
+    std::ranges::sort(starts_);
+    std::ranges::sort(ends_);
+  }
+
+  bool at_end() const { return ended_ == ends_.size(); }
+  // The year when their number changes next; not at the end.
+  std::int64_t next() const {
+    return started_ < starts_.size() ? std::min(starts_[started_], ends_[ended_]) : ends_[ended_];
+  }
+  void go_on_to(std::int64_t year) {
+    while (started_ < starts_.size() && starts_[started_] <= year) ++started_;
+    while (ended_ < ends_.size() && ends_[ended_] <= year) ++ended_;
+  }
+  // How many there are, from the year that it went on to until the next.
+  double now() const { return static_cast<double>(started_ - ended_); }
+
+ private:
+  std::vector<std::int64_t> starts_, ends_;
+  std::size_t started_ = 0, ended_ = 0;
+};
+
+}  // namespace
+
 // From year to year as many pairs go on as there are pairs of the series that have both years.
 double work_of_pairs(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers) {
-  std::vector<std::int64_t> starts, ends;
-  for (const std::size_t i : numbers) {
-    starts.push_back(series[i].first);
-    ends.push_back(series[i].years().last + 1);
-  }
-  std::ranges::sort(starts);
-  std::ranges::sort(ends);
-  double years = 0, running = 0;
-  std::int64_t now = 0;
-  const auto go_on_to = [&](std::int64_t year, int more) {
-    years += 0.5 * running * (running - 1) * static_cast<double>(year - now);
-    now = year;
-    running += more;
-  };
-  auto start = starts.begin();
-  for (const std::int64_t end : ends) {
-    for (; start != starts.end() && *start < end; ++start) go_on_to(*start, 1);
-    go_on_to(end, -1);
+  Running all;
+  all.reserve(numbers.size());
+  for (const std::size_t i : numbers) all.add(series[i].years());
+  all.sort();
+  double years = 0;
+  while (!all.at_end()) {
+    const std::int64_t year = all.next();
+    all.go_on_to(year);
+    if (!all.at_end()) years += 0.5 * all.now() * (all.now() - 1) * static_cast<double>(all.next() - year);
   }
   const auto count = static_cast<double>(numbers.size());
   return pair_year * years + pair_met * 0.5 * count * count;
+}
+
+// Each series goes through the years of each pack, all of its columns at once.
+double work_of_rows(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers) {
+  Running all, packs;
+  all.reserve(numbers.size());
+  double packed = 0, count = 0;
+  for (const auto& members : plan_packs(series, numbers)) {
+    YearSpan span = series[members.front()].years();
+    for (const std::size_t m : members) {
+      const YearSpan own = series[m].years();
+      span = {std::min(span.first, own.first), std::max(span.last, own.last)};
+      all.add(own);
+    }
+    packs.add(span);
+    packed += static_cast<double>(span.count());
+    ++count;
+  }
+  all.sort();
+  packs.sort();
+  double years = 0;
+  while (!all.at_end()) {
+    const std::int64_t year = std::min(all.next(), packs.next());
+    all.go_on_to(year);
+    packs.go_on_to(year);
+    if (!all.at_end())
+      years += all.now() * packs.now() * static_cast<double>(std::min(all.next(), packs.next()) - year);
+  }
+  return pack_year * years + pack_met * count * static_cast<double>(numbers.size()) + packed_year * packed;
 }
 
 }  // namespace vorn

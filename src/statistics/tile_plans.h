@@ -1,4 +1,4 @@
-// Which series go into tiles, into which, and how much work that saves.
+// Which series go into tiles, into which, and how much work each way to have all pairs is.
 #pragma once
 
 #include <cstddef>
@@ -24,8 +24,10 @@ struct SortedSeries {
 // do; where many have the same years they stand in tiles of their own.
 std::vector<TilePlan> plan_tiles(std::span<const SeriesView> series, std::vector<std::size_t> numbers);
 
-// Estimates, in cycles of a processor: of the pairs of tiles, and of the plain definition of these series.
+// Estimates, in cycles of a processor: of the pairs of tiles; of the plain definition of these series, and of
+// the same in rows.
 double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_years);
 double work_of_pairs(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers);
+double work_of_rows(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers);
 
 }  // namespace vorn
