@@ -3,11 +3,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <string_view>
 
 #include "example_files.h"
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
+  if (argc != 2 || std::string_view(argv[1]).starts_with('-')) {
     std::cerr << "use: make_examples FOLDER\n";
     return 2;
   }
