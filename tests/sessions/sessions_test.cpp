@@ -143,8 +143,8 @@ TEST_P(Session, EndsAsItSays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Scripts, Session, ::testing::ValuesIn(all_scripts()),
-                         [](const ::testing::TestParamInfo<std::string>& info) {
-                           std::string name = fs::path(info.param).stem().string();
+                         [](const ::testing::TestParamInfo<std::string>& of) {
+                           std::string name = fs::path(of.param).stem().string();
                            std::replace(name.begin(), name.end(), '-', '_');
                            return name;
                          });
