@@ -12,9 +12,9 @@ string(APPEND CMAKE_CXX_FLAGS " -fPIE")
 string(APPEND CMAKE_EXE_LINKER_FLAGS " -pie")
 
 # The C library's calls know the sizes of what they fill, where the compiler does: level 3 as far as it can.
-# Without optimisation it cannot.
-target_compile_options(vorn_settings INTERFACE
-  $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
+# Without optimisation it cannot, as in tests.
+set(optimised $<NOT:$<OR:$<CONFIG:Debug>,$<BOOL:$<TARGET_PROPERTY:VORN_PLAIN>>>>)
+target_compile_options(vorn_settings INTERFACE $<${optimised}:-U_FORTIFY_SOURCE> $<${optimised}:-D_FORTIFY_SOURCE=3>)
 
 # The last two are not for every processor.
 foreach(flag IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-protection)

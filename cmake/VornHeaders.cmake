@@ -27,7 +27,7 @@ endif()
 if(BUILD_TESTING)
   add_library(vorn_test_headers OBJECT ${PROJECT_BINARY_DIR}/headers.cpp)
   target_link_libraries(vorn_test_headers PRIVATE vorn_settings GTest::gtest)
-  target_compile_options(vorn_test_headers PRIVATE $<$<CONFIG:Release>:-O1>)
+  vorn_plain(vorn_test_headers)
   target_precompile_headers(vorn_test_headers PRIVATE ${VORN_LIBRARY_HEADERS} <filesystem> <gtest/gtest.h>)
 endif()
 

@@ -48,14 +48,19 @@ endfunction()
 # file of tests takes goes into the headers that it has in common with its neighbours: eight are compiled together. The
 # program's own files are not: there a name that means something else beside a neighbour's would change what users get. With
 # VORN_TOGETHER=OFF each file of tests is compiled alone, as it is written.
-# Where nothing is measured tests need no strong optimisation, which takes longer to compile than they to run. With the
-# sanitizers the start of a process takes longer than most tests: there each program runs as a few parts of its tests.
+# Where nothing is measured tests need no optimisation, which takes longer to compile than they to run: most of all what the
+# sanitizers add to it. With these the start of a process takes longer than most tests: there each program runs as a few
+# parts of its tests.
 set(VORN_TEST_PARTS 4)
+function(vorn_plain target)
+  target_compile_options(${target} PRIVATE -O0)
+  set_target_properties(${target} PROPERTIES VORN_PLAIN ON)
+endfunction()
 function(vorn_test name)
   cmake_parse_arguments(test "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${test_SOURCES})
   target_link_libraries(${name} PRIVATE ${test_LINKS} vorn_settings vorn_testing GTest::gtest_main)
-  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
+  vorn_plain(${name})
   if(NOT test_LINKS MATCHES "Qt6|vorn_painters|vorn_platform_qt")
     vorn_precompile(${name} vorn_test_headers)
   endif()
