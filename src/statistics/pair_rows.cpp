@@ -152,8 +152,9 @@ std::vector<std::vector<std::size_t>> plan_packs(std::span<const SeriesView> ser
 PairRows::PairRows(std::span<const SeriesView> series, std::vector<std::size_t> numbers,
                    std::int64_t fewest_years)
     : series_(series), fewest_years_(fewest_years) {
-  for (auto& members : plan_packs(series, std::move(numbers)))
-    packs_.emplace_back(series, std::move(members));
+  auto plan = plan_packs(series, std::move(numbers));
+  packs_.reserve(plan.size());
+  for (auto& members : plan) packs_.emplace_back(series, std::move(members));
 }
 
 void PairRows::row(std::size_t i, std::ptrdiff_t after, std::span<double> r) const {
