@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <string_view>
+#include <utility>
 
 namespace vorn {
 
@@ -28,17 +30,56 @@ class AnsweredFiles::Source : public ByteSource {
 
 namespace {
 
-// All that a source has, up to its end or a failure.
-std::string read_all(ByteSource& source, FileAnswer& answer) {
-  std::string bytes;
-  std::vector<char> buffer(std::size_t{1} << 18);
-  std::size_t count = 1;
-  while (answer.read_status == status::ok && count > 0) {
-    answer.read_status = source.read(buffer, count);
-    if (answer.read_status == status::ok) bytes.append(buffer.data(), count);
+// What a source has, up to its end or a failure. Files are read again and again, and the largest take
+// longest: while one goes on as the contents that are known of it, these stand for it; what is new is put
+// together when its length is known.
+class WholeRead {
+ public:
+  explicit WholeRead(Contents known) : known_(std::move(known)) {}
+
+  void read(ByteSource& source, FileAnswer& answer) {
+    std::vector<char> buffer(std::size_t{1} << 18);
+    std::size_t count = 1;
+    while (answer.read_status == status::ok && count > 0) {
+      answer.read_status = source.read(buffer, count);
+      if (answer.read_status == status::ok) take({buffer.data(), count});
+    }
+    answer.close_status = source.close();
   }
-  answer.close_status = source.close();
-  return bytes;
+
+  // Whether it was all as it is known.
+  bool is_known() const { return known_ && pieces_.empty() && as_known_ == known_->size(); }
+  std::string bytes() && {
+    if (as_known_ == 0 && pieces_.size() == 1) return std::move(pieces_.front());
+    std::size_t all = as_known_;
+    for (const std::string& piece : pieces_) all += piece.size();
+    std::string bytes;
+    bytes.reserve(all);
+    if (as_known_ > 0) bytes.append(*known_, 0, as_known_);
+    for (std::string& piece : pieces_) bytes += std::exchange(piece, {});
+    return bytes;
+  }
+
+ private:
+  void take(std::string_view piece) {
+    if (piece.empty()) return;
+    if (known_ && pieces_.empty() && std::string_view(*known_).substr(as_known_).starts_with(piece))
+      as_known_ += piece.size();
+    else
+      pieces_.emplace_back(piece);
+  }
+
+  Contents known_;
+  std::size_t as_known_ = 0;  // so many bytes of its start
+  std::vector<std::string> pieces_;
+};
+
+// What a file of that name had when it was last read; nothing where it was not.
+Contents last_contents(const std::vector<FileAnswer>& answers, const std::string& name) {
+  const auto last = std::find_if(answers.rbegin(), answers.rend(), [&](const FileAnswer& answer) {
+    return answer.contents && answer.name == name;
+  });
+  return last != answers.rend() ? last->contents : nullptr;
 }
 
 }  // namespace
@@ -131,10 +172,15 @@ std::size_t AnsweredFiles::keep(FileAnswer answer) {
   return answers_.size() - 1;
 }
 
-// Files are read again and again: what was the same before is kept once.
-Contents AnsweredFiles::shared(const std::string& name, std::string bytes) const {
-  const auto same = std::find_if(answers_.rbegin(), answers_.rend(), [&](const FileAnswer& answer) {
-    return answer.contents && answer.name == name && *answer.contents == bytes;
+// What was the same before is kept once.
+Contents AnsweredFiles::read(const std::string& name, ByteSource& source, FileAnswer& answer) const {
+  Contents last = last_contents(answers_, name);
+  WholeRead whole(last);
+  whole.read(source, answer);
+  if (whole.is_known()) return last;
+  std::string bytes = std::move(whole).bytes();
+  const auto same = std::find_if(answers_.rbegin(), answers_.rend(), [&](const FileAnswer& one) {
+    return one.contents && one.name == name && *one.contents == bytes;
   });
   return same != answers_.rend() ? same->contents : std::make_shared<const std::string>(std::move(bytes));
 }
@@ -158,7 +204,7 @@ Status AnsweredFiles::open(const std::string& name, std::unique_ptr<ByteSource>&
   std::unique_ptr<ByteSource> real;
   answer.status = files_.open(name, real);
   if (answer.status == status::ok) {
-    answer.contents = shared(name, read_all(*real, answer));
+    answer.contents = read(name, *real, answer);
     source = std::make_unique<Source>(answer);
   }
   const Status status = answer.status;
@@ -195,7 +241,7 @@ Status AnsweredFiles::extend(const std::string& name, std::unique_ptr<ByteSource
   std::unique_ptr<ByteSink> real_sink;
   const Status status = answer.status = files_.extend(name, real_older, real_sink);
   if (status == status::ok && real_older) {
-    answer.contents = shared(name, read_all(*real_older, answer));
+    answer.contents = read(name, *real_older, answer);
     older = std::make_unique<Source>(answer);
   }
   const std::size_t place = keep(std::move(answer));

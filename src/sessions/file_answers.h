@@ -71,7 +71,7 @@ class AnsweredFiles : public Files {
   const FileAnswer* next_answer(FileAnswer::Kind kind, const std::string& name);
   const FileAnswer* go_astray();
   std::size_t keep(FileAnswer answer);
-  Contents shared(const std::string& name, std::string bytes) const;
+  Contents read(const std::string& name, ByteSource& source, FileAnswer& answer) const;
 
   Files& files_;
   Files* replayed_ = nullptr;

@@ -240,6 +240,40 @@ TEST_F(Answers, KeepTheSameContentsOnce) {
   EXPECT_NE(files.answers()[0].contents, files.answers()[2].contents);
 }
 
+// However the contents begin, and wherever they part from those before.
+TEST_F(Answers, KeepWhatEachReadingFound) {
+  const std::vector<std::string> contents = {"rings of oaks",
+                                             "rings of oak",
+                                             "rings of oaks and elms",
+                                             "rings on oaks",
+                                             "",
+                                             "",
+                                             "Rings of oaks",
+                                             "rings of oaks",
+                                             "r",
+                                             "rings of oaks",
+                                             "rings of oakS"};
+  for (std::size_t k = 0; k < contents.size(); ++k) {
+    disk.memory.put("oak.rwl", contents[k]);
+    EXPECT_EQ(read("oak.rwl"), contents[k] + ", closed 0");
+    EXPECT_EQ(*files.answers().back().contents, contents[k]);
+    const auto before =
+        std::find(contents.begin(), contents.begin() + static_cast<std::ptrdiff_t>(k), contents[k]);
+    const auto first = static_cast<std::size_t>(before - contents.begin());
+    EXPECT_EQ(files.answers().back().contents, files.answers()[first].contents) << "kept once";
+  }
+}
+
+TEST_F(Answers, KeepAsMuchAsWasReadOfWhatIsKnown) {
+  read("oak.rwl");
+  disk.reads_before_failure = 2;
+  EXPECT_EQ(read("oak.rwl"), "rings of then 5, closed 0");
+  EXPECT_EQ(*files.answers().back().contents, "rings of");
+  disk.reads_before_failure = 4;  // behind its last byte
+  EXPECT_EQ(read("oak.rwl"), "rings of oaks then 5, closed 0");
+  EXPECT_EQ(files.answers().back().contents, files.answers().front().contents);
+}
+
 // --- Replays that do not fit.
 
 TEST_F(Answers, GoAstrayAtAnotherNameOrKind) {

@@ -27,7 +27,13 @@ bool is_copy(const SeriesStore& w, int i, const SeriesCopy& copy) {
 template <class T>
 auto values_of(const Pool<T>& pool, int first, int count) {
   std::vector<std::conditional_t<std::is_same_v<T, bool>, std::uint8_t, T>> values;
-  values.reserve(static_cast<std::size_t>(std::max(count, 0)));
+  if (count <= 0) return values;
+  if (pool.holds(first) && pool.size() - first >= count - 1) {
+    const auto all = pool.range(first, count);
+    values.assign(all.begin(), all.end());
+    return values;
+  }
+  values.reserve(static_cast<std::size_t>(count));
   for (int p = first; p < first + count; ++p) values.push_back(pool.at(p));
   return values;
 }
