@@ -9,9 +9,12 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <cstring>
 #include <utility>
+#include <vector>
 #endif
 
 namespace vorn {
@@ -34,9 +37,52 @@ std::byte* mapped(std::size_t size) {
   return static_cast<std::byte*>(pages);
 }
 
+std::size_t page_size() {
+  static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  return size;
+}
+
 std::size_t whole_pages(std::size_t size) {
-  static const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-  return (size + page - 1) / page * page;
+  return (size + page_size() - 1) / page_size() * page_size();
+}
+
+// The system gives zeros in place of what these pages held. False where it does not.
+bool give_back_pages(std::byte* first, std::size_t size) {
+  if (size == 0) return true;
+#ifdef __linux__
+  return ::madvise(first, size, MADV_DONTNEED) == 0;
+#else  // elsewhere such pages may keep what they hold
+  return ::mmap(first, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) !=
+         MAP_FAILED;
+#endif
+}
+
+// Pages of a stretch one behind the other, in bytes.
+struct Pages {
+  std::size_t first, size;
+};
+
+// The pages that are in memory: none where they are many, or the system does not tell. A page that is not may
+// hold something all the same, where the system has put it aside.
+std::vector<Pages> few_pages_in_memory([[maybe_unused]] std::byte* first, [[maybe_unused]] std::size_t size) {
+#ifdef __linux__
+  // As many as some ten thousand rings take.
+  constexpr std::ptrdiff_t most = 512;
+  std::vector<unsigned char> in_memory(size / page_size());
+  if (::mincore(first, size, in_memory.data()) != 0) return {};
+  for (unsigned char& page : in_memory) page &= 1;
+  if (std::count(in_memory.begin(), in_memory.end(), 1) > most) return {};
+  std::vector<Pages> found;
+  for (auto to = in_memory.begin();;) {
+    const auto from = std::find(to, in_memory.end(), 1);
+    if (from == in_memory.end()) return found;
+    to = std::find(from, in_memory.end(), 0);
+    found.push_back({static_cast<std::size_t>(from - in_memory.begin()) * page_size(),
+                     static_cast<std::size_t>(to - from) * page_size()});
+  }
+#else
+  return {};
+#endif
 }
 
 // Addresses that tables of one thread are taken from, one behind the other. Where many states are made and
@@ -95,15 +141,29 @@ class Stretch {
     if (used_ == own_room()) return;
     std::byte* const tables = reinterpret_cast<std::byte*>(this) + own_room();
     const std::size_t size = used_ - own_room();
-#ifdef __linux__
-    const bool are_zero = ::madvise(tables, size, MADV_DONTNEED) == 0;
-#else  // elsewhere the pages may keep what they hold
-    const bool are_zero = ::mmap(tables, size, PROT_READ | PROT_WRITE,
-                                 MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) != MAP_FAILED;
-#endif
-    if (are_zero) used_ = own_room();
+    if (++clears_ % clears_a_look == 2) look(tables, size);
+    std::size_t done = 0;
+    for (const Pages& kept : kept_) {
+      if (kept.first + kept.size > size) break;
+      if (!give_back_pages(tables + done, kept.first - done)) return;
+      std::memset(tables + kept.first, 0, kept.size);
+      done = kept.first + kept.size;
+    }
+    if (give_back_pages(tables + done, size - done)) used_ = own_room();
   }
 
+  void look(std::byte* tables, std::size_t size) try {
+    kept_ = few_pages_in_memory(tables, size);
+  } catch (const std::bad_alloc&) {
+    kept_.clear();
+  }
+
+  // Which pages are in memory is asked so seldom since the answer costs as much as having them anew; of a
+  // program that reads one file, never.
+  static constexpr std::size_t clears_a_look = 16;
+
+  std::size_t clears_ = 0;
+  std::vector<Pages> kept_;  // what tables use time after time: filled with zeros, not given back
   std::size_t used_ = own_room();
   std::atomic<std::size_t> holders_{1};  // its maker, and each table
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 #include <thread>
 #include <vector>
@@ -47,6 +48,31 @@ TEST(ZeroMemory, IsZeroTimeAfterTimeWhateverElseIsHeld) {
     }
   }
   for (const Held& one : held) give_back_memory(one.bytes, one.size);
+}
+
+// As the tables of an archive are, file by file: mostly the same few pages, now and then others or all. A
+// page that is looked at counts as used: so not all are, each time.
+void use_tables_time_after_time() {
+  const auto all_zero = [](const unsigned char* bytes, std::size_t size) {
+    return bytes[0] == 0 && std::memcmp(bytes, bytes + 1, size - 1) == 0;
+  };
+  for (std::size_t time = 0; time < 90; ++time) {
+    const std::size_t sizes[] = {time % 7 == 3 ? 70'000u : 1'000'000u, time % 11 == 5 ? 0u : 3'000'000u};
+    unsigned char* tables[2];
+    for (std::size_t t = 0; t < 2; ++t) {
+      tables[t] = static_cast<unsigned char*>(zero_memory(sizes[t]));
+      if (sizes[t] == 0) continue;
+      EXPECT_TRUE(time % 4 != 3 || all_zero(tables[t], sizes[t])) << time << ": " << t;
+      for (std::size_t k = 0; k < std::min<std::size_t>(sizes[t], 30'000); k += 100) tables[t][k] = 0xff;
+      for (std::size_t k = 0; k < 5; ++k) tables[t][(time * 7919 + k * 104'729) % sizes[t]] = 0xff;
+      if (time % 20 == 19) std::fill_n(tables[t], sizes[t], 0xff);
+    }
+    for (std::size_t t = 0; t < 2; ++t) give_back_memory(tables[t], sizes[t]);
+  }
+}
+
+TEST(ZeroMemory, IsZeroAlsoOnPagesThatAreKept) {
+  std::thread(use_tables_time_after_time).join();  // whose tables start anew
 }
 
 // As tables are that one thread makes and another one takes over.
