@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "workspace/capacity.h"
@@ -10,17 +11,20 @@
 namespace vorn {
 namespace {
 
-// The mean width at each place of a row: a row of calendar years, or of ring numbers. Places count from 1;
-// what lies outside is passed over and reads as 0, as do places without a ring.
+// The mean width at each place of a row: a row of calendar years, or of ring numbers. Places count from 0;
+// what lies behind the last is passed over and reads as 0, as do places without a ring.
 class MeanWidths {
  public:
   explicit MeanWidths(std::int64_t places)
       : mean_(static_cast<std::size_t>(places)), count_(static_cast<std::size_t>(places)) {}
 
-  void add(std::int64_t place, double width) {
-    if (!holds(place)) return;
-    mean_[static_cast<std::size_t>(place - 1)] += width;
-    ++count_[static_cast<std::size_t>(place - 1)];
+  // The first of the widths, of those that are present, is that of `place`.
+  void add(std::int64_t place, std::span<const double> widths, std::span<const bool> present) {
+    const std::size_t from = index(place), count = std::min(widths.size(), mean_.size() - from);
+    for (std::size_t k = 0; k < count; ++k) {
+      mean_[from + k] += present[k] ? widths[k] : 0.0;
+      count_[from + k] += present[k] ? 1 : 0;
+    }
   }
   // To be called once, when all is added.
   void divide() {
@@ -29,12 +33,13 @@ class MeanWidths {
     }
   }
   double at(std::int64_t place) const {
-    return holds(place) ? mean_[static_cast<std::size_t>(place - 1)] : 0;
+    const std::size_t k = index(place);
+    return k < mean_.size() ? mean_[k] : 0;
   }
 
  private:
-  bool holds(std::int64_t place) const {
-    return place >= 1 && place <= static_cast<std::int64_t>(mean_.size());
+  std::size_t index(std::int64_t place) const {
+    return std::min(static_cast<std::size_t>(place), mean_.size());
   }
 
   std::vector<double> mean_;  // sums until divide
@@ -44,40 +49,36 @@ class MeanWidths {
 // How a group of entries grows.
 struct Growth {
   std::int64_t first_year;
-  MeanWidths by_year;         // place 1 is first_year
-  MeanWidths by_ring_number;  // place 1 is each series' first ring
+  MeanWidths by_year;         // place 0 is first_year
+  MeanWidths by_ring_number;  // place 0 is each series' first ring
 
-  // The place in by_year before that of entry i's first ring.
-  std::int64_t before(const SeriesStore& w, int i) const { return w.fy(i) - first_year; }
+  // The place in by_year of entry i's first ring.
+  std::int64_t start(const SeriesStore& w, int i) const { return w.fy(i) - first_year; }
 };
 
-// First and last year of entries i1 to i2, and the length of the longest.
+// First and last year of entries i1 to i2, the longest, and how many years after the first year the last ring
+// lies, of lengths that contradict the years as well.
 struct Extent {
-  std::int64_t first_year, last_year;
-  std::int32_t longest;
+  std::int64_t first_year, last_year, longest, reach;
 };
 
 Extent extent_of(const SeriesStore& w, int i1, int i2) {
-  Extent extent = {w.fy(i1), w.ly(i1), w.yr(i1)};
-  for (int i = i1 + 1; i <= i2; ++i) {
+  Extent extent = {w.fy(i1), w.ly(i1), 0, 0};
+  for (int i = i1; i <= i2; ++i) {
     extent.first_year = std::min<std::int64_t>(extent.first_year, w.fy(i));
     extent.last_year = std::max<std::int64_t>(extent.last_year, w.ly(i));
-    extent.longest = std::max(extent.longest, w.yr(i));
+    extent.longest = std::max<std::int64_t>(extent.longest, w.yr(i));
   }
+  for (int i = i1; i <= i2; ++i) extent.reach = std::max(extent.reach, w.fy(i) - extent.first_year + w.yr(i));
   return extent;
 }
 
 Growth growth_of(const SeriesStore& w, int i1, int i2, const Extent& extent) {
-  Growth growth = {extent.first_year, MeanWidths(max_years), MeanWidths(std::max(extent.longest, 0))};
+  const std::int64_t years = std::min<std::int64_t>(extent.reach, max_years);
+  Growth growth = {extent.first_year, MeanWidths(years), MeanWidths(extent.longest)};
   for (int i = i1; i <= i2; ++i) {
-    const int years = w.yr(i), start = w.ad(i);
-    const std::int64_t before = growth.before(w, i);
-    for (int j = 1; j <= years; ++j) {
-      const int p = start + j - 1;
-      if (!w.xok.at(p)) continue;
-      growth.by_year.add(before + j, w.x.at(p));
-      growth.by_ring_number.add(j, w.x.at(p));
-    }
+    growth.by_year.add(growth.start(w, i), w.widths(i), w.presence(i));
+    growth.by_ring_number.add(0, w.widths(i), w.presence(i));
   }
   growth.by_year.divide();
   growth.by_ring_number.divide();
@@ -86,24 +87,26 @@ Growth growth_of(const SeriesStore& w, int i1, int i2, const Extent& extent) {
 
 // How wide entry i grows against the group's growth curve; not a number for a series without a present ring.
 double level_of(const SeriesStore& w, int i, const Growth& growth) {
-  double widths = 0, curve = 0;
-  const int years = w.yr(i), start = w.ad(i);
-  for (int j = 1; j <= years; ++j) {
-    const int p = start + j - 1;
-    if (!w.xok.at(p)) continue;
-    widths += w.x.at(p);
-    curve += growth.by_ring_number.at(j);
+  double sum = 0, curve = 0;
+  const auto widths = w.widths(i);
+  const auto present = w.presence(i);
+  for (std::size_t k = 0; k < widths.size(); ++k) {
+    if (!present[k]) continue;
+    sum += widths[k];
+    curve += growth.by_ring_number.at(static_cast<std::int64_t>(k));
   }
-  return widths / curve;
+  return sum / curve;
 }
 
 void estimate(SeriesStore& w, int i, const Growth& growth) {
+  const auto present = w.presence(i);
+  const auto first_missing = std::find(present.begin(), present.end(), false);
+  if (first_missing == present.end()) return;
   const double level = level_of(w, i, growth);
-  const int years = w.yr(i), start = w.ad(i);
-  const std::int64_t before = growth.before(w, i);
-  for (int j = 1; j <= years; ++j) {
-    const int p = start + j - 1;
-    if (!w.xok.at(p)) w.x.put(p, growth.by_year.at(before + j) * level);
+  const auto widths = w.widths(i);
+  const std::int64_t start = growth.start(w, i);
+  for (auto k = static_cast<std::size_t>(first_missing - present.begin()); k < widths.size(); ++k) {
+    if (!present[k]) widths[k] = growth.by_year.at(start + static_cast<std::int64_t>(k)) * level;
   }
 }
 

@@ -128,5 +128,21 @@ TEST_F(MissingRings, ASeriesLongerThanAnyChronologyIsSafe) {
   EXPECT_EQ(w.x(19001), 0);
 }
 
+// Of 8 mm, 6 of them behind ring 12,000, where the other series has twice as much at each ring number: the
+// level counts them all.
+TEST_F(MissingRings, RingNumbersGoOnBehindTheLongestChronology) {
+  Widths narrow(12006, 0.0), wide(12006, 0.0);
+  for (const std::size_t k : {0u, 1u, 12'000u, 12'001u, 12'002u, 12'003u, 12'004u, 12'005u})
+    narrow[k] = wide[k] = 1;
+  for (std::size_t k = 12'000; k < wide.size(); ++k) wide[k] = 3;
+  narrow[2] = missing;
+  wide[2] = 5;
+  add_core(1, narrow);
+  add_core(1, wide);
+  w.ly(1) = w.ly(2) = 12000;
+  mdet_miss(w, 1, 2);
+  EXPECT_EQ(w.x(3), 5 * (8 / 14.));
+}
+
 }  // namespace
 }  // namespace vorn

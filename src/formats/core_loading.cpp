@@ -20,10 +20,13 @@ bool take_places(SeriesStore& w, int i, int years, const Reading& reading, std::
 }
 
 std::int32_t finish_cores(SeriesStore& w) {
+  const int rings = w.ad(w.nc + 1) - 1;
+  const auto widths = w.x.range(1, rings);
+  const auto present = w.xok.range(1, rings);
   std::int32_t missing = 0;
-  for (int p = 1; p < w.ad(w.nc + 1); ++p) {
-    w.xok(p) = w.x(p) >= 0;
-    missing += !w.xok(p);
+  for (std::size_t p = 0; p < widths.size(); ++p) {
+    present[p] = widths[p] >= 0;
+    missing += present[p] ? 0 : 1;
   }
   if (missing > 0) mdet_miss(w, 1, w.nc);
   return missing;
