@@ -1,10 +1,12 @@
 // Reading items from records by an edit format.
 #include <algorithm>
+#include <utility>
 
 #include "records/edit_format.h"
 #include "records/edit_walk.h"
 #include "records/item_list.h"
 #include "records/number_text.h"
+#include "records/plain_number.h"
 
 namespace vorn {
 namespace {
@@ -52,6 +54,16 @@ class Columns {
     return field.substr(0, comma);
   }
 
+  // The number in the next `width` columns, where it is a plain one; otherwise they are still to be taken.
+  std::int32_t take_plain_number(int width) {
+    const auto wide = static_cast<std::size_t>(width);
+    const std::size_t end = column_ + wide;
+    if (end < widest_plain_number || end > record_.size()) return no_plain_number;
+    const std::int32_t number = plain_number_before(record_.data() + end, wide);
+    if (number != no_plain_number) taken_from_ = std::exchange(column_, end);
+    return number;
+  }
+
   // The column, from 1, in which the field taken last begins.
   int field_begins() const { return static_cast<int>(taken_from_) + 1; }
 
@@ -73,26 +85,40 @@ Status read_text(Columns& columns, const EditStep& step, std::span<char> text) {
   return status::ok;
 }
 
+Status read_number(Columns& columns, const EditStep& step, std::int32_t& number) {
+  const std::int32_t plain = columns.take_plain_number(step.width);
+  if (plain == no_plain_number) return read_integer(columns.take_number(step.width), number);
+  number = plain;
+  return status::ok;
+}
+
+Status read_number(Columns& columns, const EditStep& step, double& number) {
+  const bool may_be_plain = step.decimals <= most_plain_decimals;
+  const std::int32_t plain = may_be_plain ? columns.take_plain_number(step.width) : no_plain_number;
+  if (plain == no_plain_number) return read_real(columns.take_number(step.width), step.decimals, number);
+  number = with_decimals(plain, step.decimals);
+  return status::ok;
+}
+
 Status read_place(Columns& columns, const EditStep& step, const Place& place) {
   if (step.kind == EditStep::Kind::text) {
     const auto* text = std::get_if<std::span<char>>(&place);
     return text ? read_text(columns, step, *text) : status::format_unusable;
   }
-  if (const auto* real = std::get_if<double*>(&place))
-    return read_real(columns.take_number(step.width), step.decimals, **real);
+  if (const auto* real = std::get_if<double*>(&place)) return read_number(columns, step, **real);
   const auto* integer = std::get_if<std::int32_t*>(&place);
   if (step.kind != EditStep::Kind::integer || !integer) return status::format_unusable;
-  return read_integer(columns.take_number(step.width), **integer);
+  return read_number(columns, step, **integer);
 }
 
 // Reads the items that the descriptor at hand, which comes again, has for a span of numbers: what a loop of
 // single items would do, without asking at each of them what it is.
-template <class Number, class Read>
-Status read_row(EditWalk& walk, ItemList<ReadItem>& list, Read read) {
+template <class Number>
+Status read_row(Columns& columns, const EditStep& step, EditWalk& walk, ItemList<ReadItem>& list) {
   const std::span<Number> numbers = list.numbers<Number>();
   const std::size_t count = walk.repeats(numbers.size());
   for (Number& number : numbers.first(count)) {
-    if (const Status bad = read(number)) return bad;
+    if (const Status bad = read_number(columns, step, number)) return bad;
   }
   list.pop_front(count);
   return status::ok;
@@ -100,17 +126,10 @@ Status read_row(EditWalk& walk, ItemList<ReadItem>& list, Read read) {
 
 Status read_repeats(Columns& columns, const EditStep& step, EditWalk& walk, ItemList<ReadItem>& list) {
   if (step.kind == EditStep::Kind::integer) {
-    const auto read = [&](std::int32_t& number) {
-      return read_integer(columns.take_number(step.width), number);
-    };
-    if (const Status bad = read_row<std::int32_t>(walk, list, read)) return bad;
+    if (const Status bad = read_row<std::int32_t>(columns, step, walk, list)) return bad;
   }
-  if (step.kind == EditStep::Kind::integer || step.kind == EditStep::Kind::real) {
-    const auto read = [&](double& number) {
-      return read_real(columns.take_number(step.width), step.decimals, number);
-    };
-    return read_row<double>(walk, list, read);
-  }
+  if (step.kind == EditStep::Kind::integer || step.kind == EditStep::Kind::real)
+    return read_row<double>(columns, step, walk, list);
   return status::ok;
 }
 

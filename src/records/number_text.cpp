@@ -56,9 +56,9 @@ class Decimal {
 };
 
 // Those that a double holds exactly.
-constexpr std::array<double, 23> powers_of_ten{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                               1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                               1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::array<double, most_plain_decimals + 1> powers_of_ten{
+    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // The double nearest to the number that `text` shows as digits, "e" and a power; `outside` when it is too
 // large or too small for one. (The libraries of some systems lack the direct way for reals; the other depends
@@ -88,20 +88,6 @@ double Decimal::value() const {
   }
   const bool large = power_ + static_cast<long long>(digits_.size()) > 0;
   return nearest(digits_ + "e" + std::to_string(power_), large ? HUGE_VAL : 0.0);
-}
-
-// Most fields are blanks and then digits, few enough that no sum of them is too large. Of such a field the
-// number; of any other nothing, and it has to be looked at closely.
-std::optional<std::int32_t> plain_number(std::string_view field) {
-  constexpr std::size_t most_digits = 9;
-  skip_blanks(field);
-  if (field.empty() || field.size() > most_digits) return {};
-  std::int32_t number = 0;
-  for (const char c : field) {
-    if (!is_digit(c)) return {};
-    number = 10 * number + (c - '0');
-  }
-  return number;
 }
 
 // "Inf", "Infinity", "NaN", "NaN(...)", in letters of either case, blanks behind them.
@@ -179,11 +165,11 @@ std::string fixed(double value, int decimals) {
 
 }  // namespace
 
+double with_decimals(std::int32_t number, int decimals) {
+  return number / powers_of_ten[static_cast<std::size_t>(decimals)];
+}
+
 Status read_integer(std::string_view field, std::int32_t& value) {
-  if (const auto number = plain_number(field)) {
-    value = *number;
-    return status::ok;
-  }
   skip_blanks(field);
   const bool signed_ = !field.empty() && is_sign(field.front());
   const bool minus = take_sign(field);
@@ -201,11 +187,6 @@ Status read_integer(std::string_view field, std::int32_t& value) {
 }
 
 Status read_real(std::string_view field, int decimals, double& value) {
-  const auto number_of_digits = plain_number(field);
-  if (number_of_digits && static_cast<std::size_t>(decimals) < powers_of_ten.size()) {
-    value = *number_of_digits / powers_of_ten[static_cast<std::size_t>(decimals)];
-    return status::ok;
-  }
   skip_blanks(field);
   const bool minus = take_sign(field);
   skip_blanks(field);

@@ -9,6 +9,11 @@
 
 namespace vorn {
 
+// What a real is that stands as `number` in a field without a point: at most so many of its digits stand
+// behind one.
+inline constexpr int most_plain_decimals = 22;
+double with_decimals(std::int32_t number, int decimals);
+
 // Reads an integer from its field. Blanks within are passed over, an all-blank field is 0. Answers
 // status::ok, not_a_number or number_too_large; `value` is touched only by the first.
 Status read_integer(std::string_view field, std::int32_t& value);
