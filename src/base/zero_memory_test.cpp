@@ -124,6 +124,29 @@ TEST(ZeroMemory, IsGivenBackAfterTheEndOfThreadsAsWell) {
   late.bytes = static_cast<unsigned char*>(zero_memory(200'000));
 }
 
+// Pages of any size hold the same, and go back like others.
+TEST(ZeroMemory, HoldsWhatIsWrittenWhereMuchUseIsExpected) {
+  constexpr std::size_t sizes[] = {100'000, 9'600'000, 20'000'000};
+  for (int time = 0; time < 3; ++time) {
+    for (const std::size_t size : sizes) {
+      auto* const bytes = static_cast<unsigned char*>(zero_memory(size));
+      auto* const beside = static_cast<unsigned char*>(zero_memory(70'000));
+      expect_use(bytes, size);
+      EXPECT_EQ(std::count(bytes, bytes + size, 0), static_cast<std::ptrdiff_t>(size));
+      EXPECT_EQ(std::count(beside, beside + 70'000, 0), 70'000);
+      std::fill_n(bytes, size, 0xff);
+      std::fill_n(beside, 70'000, 0xfe);
+      EXPECT_EQ(std::count(bytes, bytes + size, 0xff), static_cast<std::ptrdiff_t>(size));
+      give_back_memory(bytes, size);
+      give_back_memory(beside, 70'000);
+    }
+  }
+  std::vector<unsigned char> of_the_library(5'000'000, 7);
+  expect_use(of_the_library.data(), of_the_library.size());
+  EXPECT_EQ(std::ranges::count(of_the_library, 7), 5'000'000);
+  expect_use(of_the_library.data(), 0);
+}
+
 TEST(ZeroMemory, NothingIsGivenForNothing) {
   give_back_memory(zero_memory(0), 0);
 }

@@ -11,10 +11,20 @@ void start_store(SeriesStore& w) {
   w.ad(1) = 1;
 }
 
+namespace {
+
+// From so many rings on it pays to tell the system that there will be more.
+constexpr int many_rings = 1 << 16;
+
+}  // namespace
+
 bool take_places(SeriesStore& w, int i, int years, const Reading& reading, std::int64_t line) {
   const bool fits = years <= max_pool - (w.ad(i) - 1);
   w.yr(i) = fits ? years : 0;
   w.ad(i + 1) = w.ad(i) + w.yr(i);
+  if (w.ad(i) <= many_rings && w.ad(i + 1) > many_rings) {
+    for (Pool<double>* pool : {&w.x, &w.tx, &w.ax}) pool->expect_use();
+  }
   if (!fits) tell_words(reading, "Would be too many rings", line);
   return fits;
 }

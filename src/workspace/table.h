@@ -57,6 +57,8 @@ class Table {
     return elements_.get()[i - 1];
   }
   void fill(const T& value) { std::fill_n(elements_.get(), size_, value); }
+  // Tells that most elements will be written.
+  void expect_use() { vorn::expect_use(elements_.get(), static_cast<std::size_t>(size_) * sizeof(T)); }
 
   // The bridge to code that counts from 0: elements first to first + count - 1 (none when count is 0 or
   // less).
