@@ -16,6 +16,10 @@ class DiskSource : public ByteSource {
   Status read(std::span<char> buffer, std::size_t& count) override {
     return Status(file_.read(buffer, count));
   }
+  std::uint64_t expected_size() const override {
+    os::Stamp now;
+    return file_.stamp(now) == 0 ? now.size : 0;
+  }
   Status close() override { return Status(file_.close()); }
 
  private:

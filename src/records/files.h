@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,6 +25,9 @@ class ByteSource {
   virtual ~ByteSource() = default;
   // Reads into the start of `buffer`, at least one byte unless the file is at its end. Sets how many.
   virtual Status read(std::span<char> buffer, std::size_t& count) = 0;
+  // How many bytes it will have given at its end, where that can be told beforehand; 0 where not. It may come
+  // otherwise.
+  virtual std::uint64_t expected_size() const { return 0; }
   virtual Status close() = 0;
 };
 

@@ -108,6 +108,16 @@ TEST_P(EveryPlace, WhatIsWrittenStandsThere) {
   EXPECT_EQ(contents("a.txt"), "");
 }
 
+TEST_P(EveryPlace, AFileTellsItsSizeBeforehand) {
+  put("a.txt", std::string(100'000, 'x'));
+  ASSERT_EQ(files.open("a.txt", source_), status::ok);
+  EXPECT_EQ(source_->expected_size(), 100'000u);
+  EXPECT_EQ(rest_of(*source_).size(), 100'000u);
+  put("a.txt", "");
+  ASSERT_EQ(files.open("a.txt", source_), status::ok);
+  EXPECT_EQ(source_->expected_size(), 0u);
+}
+
 TEST_P(EveryPlace, InAMissingFolderAndInAFileNothingIsThere) {
   put("a.txt", "");
   EXPECT_EQ(kind("folder/b.txt"), FileKind::missing);

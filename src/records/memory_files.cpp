@@ -30,6 +30,7 @@ class MemoryFiles::Source : public ByteSource {
     rest_.remove_prefix(count);
     return status::ok;
   }
+  std::uint64_t expected_size() const override { return contents_->size(); }
   Status close() override { return status::ok; }
 
  private:

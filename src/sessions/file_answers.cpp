@@ -5,6 +5,9 @@
 #include <cerrno>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include "base/zero_memory.h"
 
 namespace vorn {
 
@@ -31,14 +34,15 @@ class AnsweredFiles::Source : public ByteSource {
 namespace {
 
 // What a source has, up to its end or a failure. Files are read again and again, and the largest take
-// longest: while one goes on as the contents that are known of it, these stand for it; what is new is put
-// together when its length is known.
+// longest: while one goes on as the contents that are known of it, these stand for it.
 class WholeRead {
  public:
   explicit WholeRead(Contents known) : known_(std::move(known)) {}
 
   void read(ByteSource& source, FileAnswer& answer) {
-    std::vector<char> buffer(std::size_t{1} << 18);
+    expected_ = static_cast<std::size_t>(std::min<std::uint64_t>(source.expected_size(), most_expected));
+    // One byte more, to meet the end with the first call.
+    std::vector<char> buffer(expected_ > 0 ? std::min(expected_ + 1, piece_size) : piece_size);
     std::size_t count = 1;
     while (answer.read_status == status::ok && count > 0) {
       answer.read_status = source.read(buffer, count);
@@ -48,30 +52,37 @@ class WholeRead {
   }
 
   // Whether it was all as it is known.
-  bool is_known() const { return known_ && pieces_.empty() && as_known_ == known_->size(); }
-  std::string bytes() && {
-    if (as_known_ == 0 && pieces_.size() == 1) return std::move(pieces_.front());
-    std::size_t all = as_known_;
-    for (const std::string& piece : pieces_) all += piece.size();
-    std::string bytes;
-    bytes.reserve(all);
-    if (as_known_ > 0) bytes.append(*known_, 0, as_known_);
-    for (std::string& piece : pieces_) bytes += std::exchange(piece, {});
-    return bytes;
-  }
+  bool is_known() const { return known_ && !differs_ && as_known_ == known_->size(); }
+  std::string bytes() && { return differs_ ? std::move(bytes_) : known_start(); }
 
  private:
+  static constexpr std::size_t piece_size = std::size_t{1} << 18;
+  static constexpr std::size_t most_expected = std::size_t{1} << 26;
+
   void take(std::string_view piece) {
     if (piece.empty()) return;
-    if (known_ && pieces_.empty() && std::string_view(*known_).substr(as_known_).starts_with(piece))
+    if (known_ && !differs_ && std::string_view(*known_).substr(as_known_).starts_with(piece)) {
       as_known_ += piece.size();
-    else
-      pieces_.emplace_back(piece);
+      return;
+    }
+    if (!differs_) begin_bytes();
+    bytes_ += piece;
   }
+
+  void begin_bytes() {
+    differs_ = true;
+    bytes_.reserve(expected_);
+    expect_use(bytes_.data(), expected_);
+    bytes_ += known_start();
+  }
+
+  std::string known_start() const { return known_ ? known_->substr(0, as_known_) : std::string(); }
 
   Contents known_;
   std::size_t as_known_ = 0;  // so many bytes of its start
-  std::vector<std::string> pieces_;
+  std::size_t expected_ = 0;  // in all
+  bool differs_ = false;
+  std::string bytes_;  // where it differs
 };
 
 // What a file of that name had when it was last read; nothing where it was not.

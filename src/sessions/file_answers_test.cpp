@@ -19,6 +19,7 @@ class FailingFiles : public Files {
   MemoryFiles memory;
   std::optional<std::size_t> reads_before_failure, writes_before_failure;
   Status close_status, commit_status;
+  std::uint64_t expected_size = 0;
   int calls = 0;
 
   Status look_at(const std::string& name, FileKind& kind) override {
@@ -57,6 +58,7 @@ class FailingFiles : public Files {
       if (files_.reads_before_failure && reads_++ == *files_.reads_before_failure) return Status(EIO);
       return real_->read(buffer.first(std::min<std::size_t>(buffer.size(), 4)), count);
     }
+    std::uint64_t expected_size() const override { return files_.expected_size; }
     Status close() override { return files_.close_status; }
 
    private:
@@ -275,6 +277,19 @@ TEST_F(Answers, KeepAsMuchAsWasReadOfWhatIsKnown) {
 }
 
 // --- Replays that do not fit.
+
+// A file may grow or shrink while it is read.
+TEST_F(Answers, KeepAllThatIsReadWhateverSizeWasExpected) {
+  for (const std::uint64_t expected : {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{3},
+                                       std::uint64_t{15}, std::uint64_t{1000}, std::uint64_t{1} << 60}) {
+    const std::string rings = "rings of oaks " + std::to_string(expected);
+    disk.expected_size = expected;
+    disk.memory.put("oak.rwl", rings);
+    EXPECT_EQ(read("oak.rwl"), rings + ", closed 0");
+    disk.memory.put("oak.rwl", rings.substr(0, 8) + "elms");
+    EXPECT_EQ(read("oak.rwl"), rings.substr(0, 8) + "elms, closed 0");
+  }
+}
 
 TEST_F(Answers, GoAstrayAtAnotherNameOrKind) {
   look("oak.rwl");
