@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/parallel_for.h"
+#include "base/zero_memory.h"
 #include "statistics/correlation.h"
 
 namespace vorn {
@@ -15,11 +16,42 @@ namespace {
 constexpr std::size_t tiles_at_once = 32;
 
 // As many tiles, and what they give, are held at once, twice; those behind are made anew for each such group.
-constexpr std::size_t group_bytes = std::size_t{24} << 20;
+constexpr std::size_t group_bytes = std::size_t{40} << 20;
 
 using Group = std::span<const TilePlan>;
-// A tile that meets none of the others is not made.
-using Tiles = std::vector<std::unique_ptr<const Tile>>;
+
+struct GiveBack {
+  void operator()(double* memory) const { give_back_memory(memory, bytes); }
+  std::size_t bytes = 0;
+};
+
+// The tiles of a group, side by side in memory.
+class Tiles {
+ public:
+  explicit Tiles(Group group) : tiles_(group.size()), starts_(group.size()) {
+    std::size_t numbers = 0;
+    for (std::size_t t = 0; t < group.size(); ++t) {
+      starts_[t] = numbers;
+      numbers += group[t].numbers();
+    }
+    const std::size_t bytes = numbers * sizeof(double);
+    room_ = {static_cast<double*>(zero_memory(bytes)), GiveBack{bytes}};
+    expect_use(room_.get(), bytes);
+  }
+
+  void make(std::size_t t, std::span<const SeriesView> series, const TilePlan& plan) {
+    const std::span<double> room(room_.get() + starts_[t], plan.numbers());
+    tiles_[t] = std::make_unique<const Tile>(series, plan, room);
+  }
+  std::size_t size() const { return tiles_.size(); }
+  // Null for one that was not made, since it meets none of the others.
+  const Tile* operator[](std::size_t t) const { return tiles_[t].get(); }
+
+ private:
+  std::unique_ptr<double, GiveBack> room_;
+  std::vector<std::unique_ptr<const Tile>> tiles_;
+  std::vector<std::size_t> starts_;  // in the room
+};
 
 std::size_t room_of(const TilePlan& tile) {
   return tile.bytes() + tiles_at_once * sizeof(TileSums);
@@ -72,9 +104,9 @@ class TiledPairs {
 
   // The tiles of a group, for others.
   Tiles made(Group group, Group others) const {
-    Tiles tiles(group.size());
+    Tiles tiles(group);
     parallel_for(group.size(), threads_, [&](std::size_t t) {
-      if (meets(group[t], others)) tiles[t] = std::make_unique<const Tile>(series_, group[t]);
+      if (meets(group[t], others)) tiles.make(t, series_, group[t]);
     });
     return tiles;
   }
@@ -89,14 +121,14 @@ class TiledPairs {
           count, threads_,
           [&](std::size_t k) { correlate(tiles, from + k, others, same ? from + k : 0, results[k]); },
           [this](std::size_t) { tell(); });
-      for (std::size_t k = 0; k < count; ++k) take(tiles[from + k].get(), results[k]);
+      for (std::size_t k = 0; k < count; ++k) take(tiles[from + k], results[k]);
     }
   }
 
   void correlate(const Tiles& tiles, std::size_t tile, const Tiles& others, std::size_t from,
                  TileResult& result) {
     for (std::size_t t = from; t < others.size(); ++t) {
-      if (meet(tiles[tile].get(), others[t].get())) result.others.push_back({others[t].get(), {}});
+      if (meet(tiles[tile], others[t])) result.others.push_back({others[t], {}});
     }
     for (MetTile& other : result.others) correlate(*tiles[tile], result.own, *other.tile, other.sums);
     pairs_done_ += others.size() - from;
