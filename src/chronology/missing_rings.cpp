@@ -11,6 +11,10 @@
 namespace vorn {
 namespace {
 
+bool are_all(std::span<const bool> present) {
+  return std::find(present.begin(), present.end(), false) == present.end();
+}
+
 // The mean width at each place of a row: a row of calendar years, or of ring numbers. Places count from 0;
 // what lies behind the last is passed over and reads as 0, as do places without a ring.
 class MeanWidths {
@@ -21,9 +25,16 @@ class MeanWidths {
   // The first of the widths, of those that are present, is that of `place`.
   void add(std::int64_t place, std::span<const double> widths, std::span<const bool> present) {
     const std::size_t from = index(place), count = std::min(widths.size(), mean_.size() - from);
+    double* const mean = mean_.data() + from;
+    std::int32_t* const counted = count_.data() + from;
+    if (are_all(present)) {
+      for (std::size_t k = 0; k < count; ++k) mean[k] += widths[k];
+      for (std::size_t k = 0; k < count; ++k) ++counted[k];
+      return;
+    }
     for (std::size_t k = 0; k < count; ++k) {
-      mean_[from + k] += present[k] ? widths[k] : 0.0;
-      count_[from + k] += present[k] ? 1 : 0;
+      mean[k] += present[k] ? widths[k] : 0.0;
+      counted[k] += present[k] ? 1 : 0;
     }
   }
   // To be called once, when all is added.
@@ -100,12 +111,11 @@ double level_of(const SeriesStore& w, int i, const Growth& growth) {
 
 void estimate(SeriesStore& w, int i, const Growth& growth) {
   const auto present = w.presence(i);
-  const auto first_missing = std::find(present.begin(), present.end(), false);
-  if (first_missing == present.end()) return;
+  if (are_all(present)) return;
   const double level = level_of(w, i, growth);
   const auto widths = w.widths(i);
   const std::int64_t start = growth.start(w, i);
-  for (auto k = static_cast<std::size_t>(first_missing - present.begin()); k < widths.size(); ++k) {
+  for (std::size_t k = 0; k < widths.size(); ++k) {
     if (!present[k]) widths[k] = growth.by_year.at(start + static_cast<std::int64_t>(k)) * level;
   }
 }

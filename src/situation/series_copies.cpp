@@ -29,8 +29,10 @@ auto values_of(const Pool<T>& pool, int first, int count) {
   std::vector<std::conditional_t<std::is_same_v<T, bool>, std::uint8_t, T>> values;
   if (count <= 0) return values;
   if (pool.holds(first) && pool.size() - first >= count - 1) {
-    const auto all = pool.range(first, count);
-    values.assign(all.begin(), all.end());
+    using Value = typename decltype(values)::value_type;
+    const auto* const all =
+        reinterpret_cast<const Value*>(pool.range(first, count).data());  // bytes for bools
+    values.assign(all, all + count);
     return values;
   }
   values.reserve(static_cast<std::size_t>(count));
