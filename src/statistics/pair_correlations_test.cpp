@@ -243,16 +243,30 @@ TEST_F(PairCorrelations, InTilesNeedNoRoomForTheYearsBetweenSeriesFarApart) {
   expect_both_alike(40);
 }
 
-// 48 series start within 3,760 years: tiles of 4,010 years, 4.6 MB each, of which 24 MB hold six. Each series
-// meets the three before and behind it, in another tile and another group too.
+// Seven series stand in a tile of 730 years, so that there are some 130 tiles, one behind the other. Each
+// series meets the three before and behind it, in another tile too.
 TEST_F(PairCorrelations, InTilesAgreeWithThePlainOnesWhereTheirTilesAreTooManyToBeHeldAtOnce) {
-  for (int i = 0; i < 450; ++i) add(80 * i, noise(250, static_cast<unsigned>(i) + 1));
+  for (int i = 0; i < 900; ++i) add(80 * i, noise(250, static_cast<unsigned>(i) + 1));
   expect_both_alike(10);
   std::vector<double> shares;
   pair_correlations_tiled(series(), 10, {[&](double share) { shares.push_back(share); }, 1});
   EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
   EXPECT_DOUBLE_EQ(shares.back(), 1);
-  EXPECT_EQ(pair_correlations_tiled(series(), 10).pairs, 449 + 448 + 447);
+  EXPECT_EQ(pair_correlations_tiled(series(), 10).pairs, 899 + 898 + 897);
+}
+
+// A tile for each length, of 26, 25, 14 and 7 MB, that meet each other: no more than 40 MB of those behind
+// one are held at once.
+TEST_F(PairCorrelations, InTilesAgreeWithThePlainOnesWhereThoseThatMeetAreTooLarge) {
+  unsigned seed = 0;
+  for (const auto& [length, last_start] :
+       {std::pair(12000, 11000), {8000, 14000}, {4000, 7900}, {2000, 3900}}) {
+    for (int i = 0; i <= 5; ++i) add(last_start * i / 5, noise(length + i, ++seed));
+  }
+  expect_both_alike(10);
+  std::vector<double> shares;
+  pair_correlations_tiled(series(), 10, {[&](double share) { shares.push_back(share); }, 1});
+  expect_grow_to_all(shares);
 }
 
 TEST_F(PairCorrelations, InTilesAgreeWithThePlainOnesForLengthsOfEveryKind) {

@@ -91,7 +91,7 @@ struct Standard {
                end = row_of(tile, years.last + 1) * tile_width;
     const auto count = hn::Set(lanes, static_cast<double>(years.count())), one = hn::Set(lanes, 1.0);
     for (std::size_t j = 0; j < tile_width; j += hn::Lanes(lanes)) {
-      const auto over = [&](std::span<const double> running) {
+      const auto over = [&](const TileRows& running) {
         return hn::Sub(hn::LoadU(lanes, running.data() + end + j),
                        hn::LoadU(lanes, running.data() + start + j));
       };
@@ -219,7 +219,7 @@ void correlate_vector(MixedPair& pair, std::size_t i, std::size_t k, std::size_t
     counts = hn::And(counts, hn::Gt(hn::Iota(lanes, static_cast<double>(j)), behind));
   }
   if (hn::AllFalse(lanes, counts)) return;
-  const auto over = [&](std::span<const double> running) {
+  const auto over = [&](const TileRows& running) {
     return hn::Sub(hn::LoadU(lanes, running.data() + pair.of_a_in_b.end[i] + j),
                    hn::LoadU(lanes, running.data() + pair.of_a_in_b.start[i] + j));
   };
@@ -340,6 +340,8 @@ void sum_up(Tile& tile) {
   const std::size_t end = tile.values.size();
   const double* const values = tile.values.data();
   double *const sums = tile.sums.data(), *const squares = tile.squares.data();
+  std::fill_n(sums, tile_width, 0.0);
+  std::fill_n(squares, tile_width, 0.0);
   for (std::size_t at = 0; at < end; ++at) {
     sums[at + tile_width] = sums[at] + values[at];
     squares[at + tile_width] = squares[at] + values[at] * values[at];
@@ -350,12 +352,25 @@ void sum_up(Tile& tile) {
 
 }  // namespace
 
-Tile::Tile(std::span<const SeriesView> series, const TilePlan& plan, std::span<double> room)
-    : members(plan.members), first(plan.years.first), last(plan.years.last) {
-  const std::size_t size = static_cast<std::size_t>(plan.years.count()) * tile_width;
-  values = room.first(size);
-  sums = room.subspan(size, size + tile_width);
-  squares = room.subspan(2 * size + tile_width, size + tile_width);
+void Tile::make_room(const TilePlan& plan) {
+  const std::size_t numbers = plan.numbers() + tile_width;
+  for (TileRows* rows : {&values, &sums, &squares}) {
+    rows->clear();
+    if (rows->capacity() > 4 * numbers) *rows = TileRows();  // of a tile that was much longer
+    rows->reserve(numbers);
+  }
+  members.reserve(tile_width);
+}
+
+void Tile::fill(std::span<const SeriesView> series, const TilePlan& plan) {
+  members = plan.members;
+  first = plan.years.first;
+  last = plan.years.last;
+  level = true;
+  values.assign(plan.numbers(), 0.0);
+  sums.resize(plan.numbers() + tile_width);
+  squares.resize(plan.numbers() + tile_width);
+  least_squares.fill(0);
   first_year.fill(1e15);
   last_year.fill(-1e15);
   group_years.fill(

@@ -48,9 +48,9 @@ struct TilePlan {
   std::vector<std::size_t> members;
   YearSpan years;
 
-  // How many numbers a tile takes, and bytes.
-  std::size_t numbers() const { return (3 * static_cast<std::size_t>(years.count()) + 2) * tile_width; }
-  std::size_t bytes() const { return numbers() * sizeof(double); }
+  // How many numbers a row for each year makes; how many bytes the tile takes.
+  std::size_t numbers() const { return static_cast<std::size_t>(years.count()) * tile_width; }
+  std::size_t bytes() const { return (3 * numbers() + 2 * tile_width) * sizeof(double); }
 };
 
 // The share of its sum of squares that a series of so many years has to keep over the years that it has in
@@ -76,16 +76,17 @@ inline double quick_mean(std::span<const double> values) {
 // Some series year by year: row y holds the values of year first + y, a column a series, 0 where a series has
 // no value. Each series is taken less its own mean, which no correlation sees.
 struct Tile {
-  // Lies in `room`, as long as that is there: plan.numbers() numbers, 0 as yet. It is faster where it starts
-  // as a cache line does.
-  Tile(std::span<const SeriesView> series, const TilePlan& plan, std::span<double> room);
+  // Sees to it that the tile of this plan can be filled without memory being asked for.
+  void make_room(const TilePlan& plan);
+  // Makes it the tile of this plan.
+  void fill(std::span<const SeriesView> series, const TilePlan& plan);
 
   std::vector<std::size_t> members;  // numbers of the series
-  std::int64_t first, last;          // years that the tile spans
+  std::int64_t first = 0, last = 0;  // years that the tile spans
   bool level = true;                 // whether all series have just these years
-  std::span<double> values;
+  TileRows values;
   // Row y: sums and sums of squares over the years before first + y.
-  std::span<double> sums, squares;
+  TileRows sums, squares;
   // By column. A column without a series starts after every year and ends before it.
   alignas(64) TileColumns first_year, last_year;
   // What it has to keep of its sum of squares, least_share of it.

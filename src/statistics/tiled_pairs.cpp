@@ -6,68 +6,80 @@
 #include <utility>
 
 #include "base/parallel_for.h"
-#include "base/zero_memory.h"
 #include "statistics/correlation.h"
 
 namespace vorn {
 namespace {
 
-// So many tiles are correlated with all others before what they gave is added up.
+// So many tiles are correlated with those behind them before what they gave is added up.
 constexpr std::size_t tiles_at_once = 32;
 
-// As many tiles, and what they give, are held at once, twice; those behind are made anew for each such group.
-constexpr std::size_t group_bytes = std::size_t{40} << 20;
-
-using Group = std::span<const TilePlan>;
-
-struct GiveBack {
-  void operator()(double* memory) const { give_back_memory(memory, bytes); }
-  std::size_t bytes = 0;
-};
-
-// The tiles of a group, side by side in memory.
-class Tiles {
- public:
-  explicit Tiles(Group group) : tiles_(group.size()), starts_(group.size()) {
-    std::size_t numbers = 0;
-    for (std::size_t t = 0; t < group.size(); ++t) {
-      starts_[t] = numbers;
-      numbers += group[t].numbers();
-    }
-    const std::size_t bytes = numbers * sizeof(double);
-    room_ = {static_cast<double*>(zero_memory(bytes)), GiveBack{bytes}};
-    expect_use(room_.get(), bytes);
-  }
-
-  void make(std::size_t t, std::span<const SeriesView> series, const TilePlan& plan) {
-    const std::span<double> room(room_.get() + starts_[t], plan.numbers());
-    tiles_[t] = std::make_unique<const Tile>(series, plan, room);
-  }
-  std::size_t size() const { return tiles_.size(); }
-  // Null for one that was not made, since it meets none of the others.
-  const Tile* operator[](std::size_t t) const { return tiles_[t].get(); }
-
- private:
-  std::unique_ptr<double, GiveBack> room_;
-  std::vector<std::unique_ptr<const Tile>> tiles_;
-  std::vector<std::size_t> starts_;  // in the room
-};
+// As many tiles, and what they give, are held at once, twice.
+constexpr std::size_t most_bytes = std::size_t{40} << 20;
 
 std::size_t room_of(const TilePlan& tile) {
   return tile.bytes() + tiles_at_once * sizeof(TileSums);
 }
 
-std::vector<Group> groups_of(const std::vector<TilePlan>& tiles) {
-  std::vector<Group> groups;
-  for (std::size_t from = 0; from < tiles.size();) {
-    std::size_t end = from, bytes = 0;
-    while (end < tiles.size() && (end == from || bytes + room_of(tiles[end]) <= group_bytes))
-      bytes += room_of(tiles[end++]);
-    groups.push_back(Group(tiles).subspan(from, end - from));
-    from = end;
-  }
-  return groups;
+// Tiles one behind the other.
+struct Part {
+  std::size_t from, end;
+
+  bool holds(std::size_t t) const { return t >= from && t < end; }
+};
+
+// The longest part from `from` on that may be held at once, up to `end`.
+Part part_of(const std::vector<TilePlan>& plans, std::size_t from, std::size_t end) {
+  Part part{from, from};
+  std::size_t bytes = 0;
+  while (part.end < end && (part.end == from || bytes + room_of(plans[part.end]) <= most_bytes))
+    bytes += room_of(plans[part.end++]);
+  return part;
 }
+
+// The tiles that are there. They are filled by several threads; the memory of those that go is for those that
+// come, so that few pages are touched.
+class Tiles {
+ public:
+  Tiles(std::span<const SeriesView> series, const std::vector<TilePlan>& plans)
+      : series_(series), plans_(plans), tiles_(plans.size()) {}
+
+  // Lets those go that lie in neither part and makes those of the second that `needed` tells, and all of the
+  // first.
+  template <class Needed>
+  void hold(Part all, Part some, std::size_t threads, const Needed& needed) {
+    for (std::size_t t = 0; t < tiles_.size(); ++t) {
+      if (tiles_[t] && !all.holds(t) && !some.holds(t)) spare_.push_back(std::move(tiles_[t]));
+    }
+    std::vector<std::size_t> missing;
+    for (std::size_t t = all.from; t < std::max(all.end, some.end); ++t) {
+      const bool is_needed = all.holds(t) || (some.holds(t) && needed(t));
+      if (!is_needed || tiles_[t]) continue;
+      missing.push_back(t);
+      tiles_[t] = with_room(plans_[t]);
+    }
+    spare_.clear();
+    parallel_for(missing.size(), threads,
+                 [&](std::size_t k) { tiles_[missing[k]]->fill(series_, plans_[missing[k]]); });
+  }
+  // Null for one that is not there.
+  const Tile* operator[](std::size_t t) const { return tiles_[t].get(); }
+
+ private:
+  std::unique_ptr<Tile> with_room(const TilePlan& plan) {
+    auto tile = std::make_unique<Tile>();
+    if (!spare_.empty()) {
+      tile = std::move(spare_.back());
+      spare_.pop_back();
+    }
+    tile->make_room(plan);
+    return tile;
+  }
+
+  std::span<const SeriesView> series_;
+  const std::vector<TilePlan>& plans_;
+  std::vector<std::unique_ptr<Tile>> tiles_, spare_;
+};
 
 // What one tile gave with those of a group that it meets.
 struct MetTile {
@@ -81,62 +93,67 @@ struct TileResult {
 
 class TiledPairs {
  public:
-  TiledPairs(std::span<const SeriesView> series, std::int64_t fewest_years, std::size_t threads,
-             const ShareDone& told, PairSums& sums)
-      : series_(series), fewest_years_(fewest_years), threads_(threads), told_(told), sums_(sums) {}
+  // The tiles are in the order of their first years.
+  TiledPairs(std::span<const SeriesView> series, const std::vector<TilePlan>& plans,
+             std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums)
+      : series_(series),
+        plans_(plans),
+        tiles_(series, plans),
+        fewest_years_(fewest_years),
+        threads_(threads),
+        told_(told),
+        sums_(sums) {}
 
-  void add(const std::vector<TilePlan>& plans) {
-    all_pairs_ = 0.5 * static_cast<double>(plans.size()) * static_cast<double>(plans.size() + 1);
-    const std::vector<Group> groups = groups_of(plans);
-    for (std::size_t g = 0; g < groups.size(); ++g) {
-      const Tiles tiles = made(groups[g], groups[g]);
-      add(tiles, tiles);
-      for (std::size_t h = g + 1; h < groups.size(); ++h) add(tiles, made(groups[h], groups[g]));
+  void add() {
+    for (std::size_t t = 0; t < plans_.size(); ++t) all_pairs_ += static_cast<double>(reach_of(t) - t);
+    for (std::size_t from = 0; from < plans_.size();) {
+      const Part rows = part_of(plans_, from, std::min(from + tiles_at_once, plans_.size()));
+      std::size_t reach = rows.end;
+      for (std::size_t t = rows.from; t < rows.end; ++t) reach = std::max(reach, reach_of(t));
+      for (std::size_t other = from; other < reach;) {
+        const Part others = part_of(plans_, other, reach);
+        add(rows, others);
+        other = others.end;
+      }
+      from = rows.end;
     }
   }
 
  private:
-  bool meets(const TilePlan& tile, Group others) const {
-    return std::ranges::any_of(others, [&](const TilePlan& other) {
-      return common(tile.years, other.years).count() >= fewest_years_;
+  // Where those end, from a tile on, that may meet it.
+  std::size_t reach_of(std::size_t tile) const {
+    const std::int64_t last_start = plans_[tile].years.last - fewest_years_ + 1;
+    const auto behind =
+        std::upper_bound(plans_.begin() + static_cast<std::ptrdiff_t>(tile) + 1, plans_.end(), last_start,
+                         [](std::int64_t year, const TilePlan& plan) { return year < plan.years.first; });
+    return static_cast<std::size_t>(behind - plans_.begin());
+  }
+
+  bool meet(std::size_t a, std::size_t b) const {
+    return common(plans_[a].years, plans_[b].years).count() >= fewest_years_;
+  }
+
+  // Adds the pairs of some tiles with those of others, each once: with those from itself on.
+  void add(Part rows, Part others) {
+    tiles_.hold(rows, others, threads_, [&](std::size_t other) {
+      for (std::size_t t = rows.from; t < rows.end; ++t)
+        if (meet(t, other)) return true;
+      return false;
     });
+    std::vector<TileResult> results(rows.end - rows.from);
+    parallel_for(
+        results.size(), threads_, [&](std::size_t k) { correlate(rows.from + k, others, results[k]); },
+        [this](std::size_t) { tell(); });
+    for (std::size_t k = 0; k < results.size(); ++k) take(*tiles_[rows.from + k], results[k]);
   }
 
-  // The tiles of a group, for others.
-  Tiles made(Group group, Group others) const {
-    Tiles tiles(group);
-    parallel_for(group.size(), threads_, [&](std::size_t t) {
-      if (meets(group[t], others)) tiles.make(t, series_, group[t]);
-    });
-    return tiles;
-  }
-
-  // Adds the pairs of two groups; of a group with itself each once.
-  void add(const Tiles& tiles, const Tiles& others) {
-    const bool same = &tiles == &others;
-    for (std::size_t from = 0; from < tiles.size(); from += tiles_at_once) {
-      const std::size_t count = std::min(tiles_at_once, tiles.size() - from);
-      std::vector<TileResult> results(count);
-      parallel_for(
-          count, threads_,
-          [&](std::size_t k) { correlate(tiles, from + k, others, same ? from + k : 0, results[k]); },
-          [this](std::size_t) { tell(); });
-      for (std::size_t k = 0; k < count; ++k) take(tiles[from + k], results[k]);
+  void correlate(std::size_t tile, Part others, TileResult& result) {
+    const std::size_t from = std::max(tile, others.from), end = std::min(reach_of(tile), others.end);
+    for (std::size_t t = from; t < end; ++t) {
+      if (meet(tile, t)) result.others.push_back({tiles_[t], {}});
     }
-  }
-
-  void correlate(const Tiles& tiles, std::size_t tile, const Tiles& others, std::size_t from,
-                 TileResult& result) {
-    for (std::size_t t = from; t < others.size(); ++t) {
-      if (meet(tiles[tile], others[t])) result.others.push_back({others[t], {}});
-    }
-    for (MetTile& other : result.others) correlate(*tiles[tile], result.own, *other.tile, other.sums);
-    pairs_done_ += others.size() - from;
-  }
-
-  bool meet(const Tile* a, const Tile* b) const {
-    return a != nullptr && b != nullptr &&
-           common({a->first, a->last}, {b->first, b->last}).count() >= fewest_years_;
+    for (MetTile& other : result.others) correlate(*tiles_[tile], result.own, *other.tile, other.sums);
+    if (from < end) pairs_done_ += end - from;
   }
 
   void correlate(const Tile& a, TileSums& of_a, const Tile& b, TileSums& of_b) const {
@@ -155,9 +172,8 @@ class TiledPairs {
   }
 
   // In the order of the tiles, whichever was done first.
-  void take(const Tile* tile, const TileResult& result) {
-    if (tile == nullptr) return;
-    take(*tile, result.own);
+  void take(const Tile& tile, const TileResult& result) {
+    take(tile, result.own);
     for (const MetTile& other : result.others) take(*other.tile, other.sums);
   }
 
@@ -173,6 +189,8 @@ class TiledPairs {
   }
 
   std::span<const SeriesView> series_;
+  const std::vector<TilePlan>& plans_;
+  Tiles tiles_;
   std::int64_t fewest_years_;
   std::size_t threads_;
   const ShareDone& told_;
@@ -183,9 +201,11 @@ class TiledPairs {
 
 }  // namespace
 
-void add_tiled_pairs(std::span<const SeriesView> series, const std::vector<TilePlan>& tiles,
+// A tile then meets those that stand close behind it, and they need not be there for long.
+void add_tiled_pairs(std::span<const SeriesView> series, std::vector<TilePlan> tiles,
                      std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums) {
-  TiledPairs(series, fewest_years, threads, told, sums).add(tiles);
+  std::ranges::stable_sort(tiles, {}, [](const TilePlan& tile) { return tile.years.first; });
+  TiledPairs(series, tiles, fewest_years, threads, told, sums).add();
 }
 
 }  // namespace vorn
