@@ -57,13 +57,6 @@ bool give_back_pages(std::byte* first, std::size_t size) {
 #endif
 }
 
-// Most tables are used for a few pages at their start: large pages would be nearly all waste.
-void expect_little_use([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) {
-#ifdef MADV_NOHUGEPAGE
-  ::madvise(memory, size, MADV_NOHUGEPAGE);
-#endif
-}
-
 // Pages of a stretch one behind the other, in bytes.
 struct Pages {
   std::size_t first, size;
@@ -104,7 +97,10 @@ class Stretch {
     std::byte* const start = room + before;
     if (before > 0) ::munmap(room, before);
     ::munmap(start + stretch_bytes, stretch_bytes - before);
-    expect_little_use(start, stretch_bytes);
+#ifdef MADV_NOHUGEPAGE
+    // Most tables are used for a few pages at their start: large pages would be nearly all waste.
+    ::madvise(start, stretch_bytes, MADV_NOHUGEPAGE);
+#endif
     return new (start) Stretch;
   }
   static Stretch* of(void* table) {
@@ -137,7 +133,9 @@ class Stretch {
   Stretch() = default;
   ~Stretch() = default;
 
-  static std::size_t own_room() { return whole_pages(sizeof(Stretch)); }
+  static std::size_t own_room() {
+    return whole_pages(sizeof(Stretch));
+  }
 
   void clear() {
     if (used_ == own_room()) return;
@@ -151,9 +149,7 @@ class Stretch {
       std::memset(tables + kept.first, 0, kept.size);
       done = kept.first + kept.size;
     }
-    if (!give_back_pages(tables + done, size - done)) return;
-    expect_little_use(this, stretch_bytes);  // other tables will lie here
-    used_ = own_room();
+    if (give_back_pages(tables + done, size - done)) used_ = own_room();
   }
 
   void look(std::byte* tables, std::size_t size) try {
@@ -219,13 +215,14 @@ void give_back_memory(void* memory, std::size_t size) {
 }
 
 void expect_use([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) {
-#ifdef MADV_HUGEPAGE
-  constexpr std::size_t large_page = std::size_t{1} << 21;
-  if (size < large_page) return;
-  // Its ends may share their large pages with what lies beside it.
-  const std::size_t before = reinterpret_cast<std::uintptr_t>(memory) % large_page;
-  const std::size_t whole = (before + size + large_page - 1) / large_page * large_page;
-  ::madvise(static_cast<std::byte*>(memory) - before, whole, MADV_HUGEPAGE);
+#ifdef MADV_POPULATE_WRITE
+  // Whole pages alone, and not so few that the call is not worth it. An older system does not know it.
+  constexpr std::size_t fewest_pages = 4;
+  const std::size_t before =
+      (page_size() - reinterpret_cast<std::uintptr_t>(memory) % page_size()) % page_size();
+  if (size < before + fewest_pages * page_size()) return;
+  ::madvise(static_cast<std::byte*>(memory) + before, (size - before) / page_size() * page_size(),
+            MADV_POPULATE_WRITE);
 #endif
 }
 

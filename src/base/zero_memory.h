@@ -11,8 +11,8 @@ void* zero_memory(std::size_t size);
 // Gives back what zero_memory(size) gave.
 void give_back_memory(void* memory, std::size_t size);
 
-// Tells that most of this memory, of whatever kind, will be written soon. Where it is much the system may
-// then give it in large pages, of which each costs hardly more than one of the many small ones in its place.
+// Tells that all of this memory, of whatever kind, will be written next. The system may then give its pages
+// together, which costs less than giving them one by one. What it holds stays as it is.
 void expect_use(void* memory, std::size_t size);
 
 }  // namespace vorn

@@ -103,8 +103,10 @@ void data_man_cores(Workspace& w, std::size_t threads) {
   LongWork work(w.plot, "Indices");
   const auto derive_piece = [&w](std::size_t piece) {
     SplineFactor factor(w.ss);
-    const int before = static_cast<int>(piece) * cores_a_piece;
-    for (int i = before + 1; i <= std::min(before + cores_a_piece, w.nc); ++i) derive(w, w, w, i, factor);
+    const int first = static_cast<int>(piece) * cores_a_piece + 1;
+    const int last = std::min(first + cores_a_piece - 1, w.nc);
+    for (Pool<double>* pool : {&w.tx, &w.ax}) pool->expect_use(w.ad(first), w.ad(last) + w.yr(last) - 1);
+    for (int i = first; i <= last; ++i) derive(w, w, w, i, factor);
   };
   const auto tell = [&](std::size_t pieces) {
     const int cores = static_cast<int>(pieces) * cores_a_piece;

@@ -13,8 +13,8 @@ void start_store(SeriesStore& w) {
 
 namespace {
 
-// From so many rings on it pays to tell the system that there will be more.
-constexpr int many_rings = 1 << 16;
+// Where there were so many rings there will be as many more.
+constexpr int rings_at_once = 1 << 15;
 
 }  // namespace
 
@@ -22,15 +22,15 @@ bool take_places(SeriesStore& w, int i, int years, const Reading& reading, std::
   const bool fits = years <= max_pool - (w.ad(i) - 1);
   w.yr(i) = fits ? years : 0;
   w.ad(i + 1) = w.ad(i) + w.yr(i);
-  if (w.ad(i) <= many_rings && w.ad(i + 1) > many_rings) {
-    for (Pool<double>* pool : {&w.x, &w.tx, &w.ax}) pool->expect_use();
-  }
+  if (const int part = w.ad(i + 1) / rings_at_once; part > w.ad(i) / rings_at_once)
+    w.x.expect_use(w.ad(i + 1), (part + 1) * rings_at_once);
   if (!fits) tell_words(reading, "Would be too many rings", line);
   return fits;
 }
 
 std::int32_t finish_cores(SeriesStore& w) {
   const int rings = w.ad(w.nc + 1) - 1;
+  w.xok.expect_use(1, rings);
   const auto widths = w.x.range(1, rings);
   const auto present = w.xok.range(1, rings);
   std::int32_t missing = 0;

@@ -57,8 +57,12 @@ class Table {
     return elements_.get()[i - 1];
   }
   void fill(const T& value) { std::fill_n(elements_.get(), size_, value); }
-  // Tells that most elements will be written.
-  void expect_use() { vorn::expect_use(elements_.get(), static_cast<std::size_t>(size_) * sizeof(T)); }
+  // Tells that elements `first` to `last`, as far as there are such, will be written next.
+  void expect_use(int first, int last) {
+    first = std::max(first, 1), last = std::min(last, size_);
+    if (first > last) return;
+    vorn::expect_use(elements_.get() + (first - 1), static_cast<std::size_t>(last - first + 1) * sizeof(T));
+  }
 
   // The bridge to code that counts from 0: elements first to first + count - 1 (none when count is 0 or
   // less).
