@@ -16,19 +16,6 @@ double mean_of(std::span<const double> values) {
   return sum / static_cast<double>(values.size());
 }
 
-std::vector<double> centred(std::span<const double> series) {
-  const double mean = mean_of(series);
-  std::vector<double> data(series.begin(), series.end());
-  for (double& value : data) value -= mean;
-  return data;
-}
-
-double variance_about_zero(std::span<const double> data) {
-  double sum = 0;
-  for (const double value : data) sum += value * value;
-  return sum / static_cast<double>(data.size());
-}
-
 // The corrected Akaike criterion. With no years to spare the correction divides by zero or turns negative;
 // what the floating-point rules make of that is left to the comparisons.
 double criterion(double n, double error_variance, int order) {
@@ -41,40 +28,74 @@ double criterion_of_no_model(double n, double variance) {
   return n * std::log(variance) + 2;
 }
 
-// What is left of the series when each year is foretold from the years before it, and from those after it.
+// Sums of products of the errors forward and backward, and of their squares.
+struct Sums {
+  double product = 0, power = 0;
+
+  void add(double forward, double backward) {
+    product += forward * backward;
+    power += forward * forward + backward * backward;
+  }
+};
+
+// What is left of the series when each year is foretold from the years before it, and from those after it. A
+// sum goes from year to year, and each addition waits for the one before it: so all sums of a year are added
+// to at once.
 class PredictionErrors {
  public:
-  explicit PredictionErrors(std::span<const double> data) {
-    if (data.size() < 2) return;
-    forward_.assign(data.begin(), data.end() - 1);
-    backward_.assign(data.begin() + 1, data.end());
+  PredictionErrors(std::span<const double> series, double mean) : forward_(series.begin(), series.end()) {
+    for (double& value : forward_) value -= mean;
+    if (forward_.empty()) return;
+    backward_.assign(forward_.begin() + 1, forward_.end());
+    add_up();
+    forward_.pop_back();
   }
 
+  // The sum of the squares of the series about its mean.
+  double squares() const { return squares_; }
+
   // The weight of the year that the next order adds. Not a number where no years are left to compare.
-  double reflection() const {
-    double product = 0, power = 0;
-    for (std::size_t j = 0; j < forward_.size(); ++j) {
-      product += forward_[j] * backward_[j];
-      power += forward_[j] * forward_[j] + backward_[j] * backward_[j];
-    }
-    return 2 * product / power;
-  }
+  double reflection() const { return 2 * sums_.product / sums_.power; }
 
   // Goes on to the errors of the next order; they are one year fewer.
   void take_out(double reflection) {
     if (forward_.empty()) return;
     const std::size_t fewer = forward_.size() - 1;
-    for (std::size_t j = 0; j < fewer; ++j) {
-      forward_[j] = forward_[j] - reflection * backward_[j];
-      // The forward error here is still that of the order before.
-      backward_[j] = backward_[j + 1] - reflection * forward_[j + 1];
-    }
+    go_on(reflection, fewer);
     forward_.resize(fewer);
     backward_.resize(fewer);
   }
 
  private:
+  // Not inlined, since sums are kept in registers only where no logarithm is taken between them.
+  [[gnu::noinline]] void add_up() {
+    double squares = 0;
+    Sums sums;
+    for (std::size_t j = 0; j < backward_.size(); ++j) {
+      squares += forward_[j] * forward_[j];
+      sums.add(forward_[j], backward_[j]);
+    }
+    squares_ = squares + forward_.back() * forward_.back();
+    sums_ = sums;
+  }
+  [[gnu::noinline]] void go_on(double reflection, std::size_t fewer) {
+    double* const forward = forward_.data();
+    double* const backward = backward_.data();
+    Sums sums;
+    double before = forward[0];  // of the order before
+    for (std::size_t j = 0; j < fewer; ++j) {
+      const double taken = before - reflection * backward[j];
+      before = forward[j + 1];
+      forward[j] = taken;
+      backward[j] = backward[j + 1] - reflection * before;
+      sums.add(taken, backward[j]);
+    }
+    sums_ = sums;
+  }
+
   std::vector<double> forward_, backward_;
+  double squares_ = 0;
+  Sums sums_;  // of the errors
 };
 
 // The coefficients of the next order, from those of the order before and the new last one.
@@ -86,14 +107,13 @@ void levinson_step(std::vector<double>& coefficients, double reflection) {
   coefficients.push_back(reflection);
 }
 
-}  // namespace
-
-BurgModel memcof2(std::span<const double> series, int max_order, std::span<double> coefficients) {
-  const std::vector<double> data = centred(series);
-  const auto n = static_cast<double>(data.size());
-  const double variance = variance_about_zero(data);
+// memcof2 of a series whose mean is known.
+BurgModel model_about(double mean, std::span<const double> series, int max_order,
+                      std::span<double> coefficients) {
+  PredictionErrors errors(series, mean);
+  const auto n = static_cast<double>(series.size());
+  const double variance = errors.squares() / n;
   const double no_model = criterion_of_no_model(n, variance);
-  PredictionErrors errors(data);
   double error_variance = variance;
   double best = no_model;
   std::vector<double> kept;  // of the last order that was accepted
@@ -122,9 +142,9 @@ BurgModel memcof2(std::span<const double> series, int max_order, std::span<doubl
   return {static_cast<int>(kept.size()), 1 - error_variance / variance};
 }
 
-void albino2(std::span<double> series, std::span<const double> coefficients) {
+// albino2 of a series whose mean is known.
+void take_residuals(double mean, std::span<double> series, std::span<const double> coefficients) {
   const std::size_t n = series.size(), m = coefficients.size();
-  const double mean = mean_of(series);
 
   // The series about its mean, with room for the m years before it. A series shorter than the model is
   // continued by 0, its mean, as far as the back-casting looks.
@@ -143,12 +163,23 @@ void albino2(std::span<double> series, std::span<const double> coefficients) {
   }
 }
 
+}  // namespace
+
+BurgModel memcof2(std::span<const double> series, int max_order, std::span<double> coefficients) {
+  return model_about(mean_of(series), series, max_order, coefficients);
+}
+
+void albino2(std::span<double> series, std::span<const double> coefficients) {
+  take_residuals(mean_of(series), series, coefficients);
+}
+
 int armod2(std::span<const double> index, std::span<double> prewhitened, std::span<double> coefficients,
            int max_order) {
   VORN_ASSERT(prewhitened.size() == index.size());
-  const BurgModel model = memcof2(index, max_order, coefficients);
+  const double mean = mean_of(index);
+  const BurgModel model = model_about(mean, index, max_order, coefficients);
   std::copy(index.begin(), index.end(), prewhitened.begin());
-  albino2(prewhitened, coefficients.first(static_cast<std::size_t>(model.order)));
+  take_residuals(mean, prewhitened, coefficients.first(static_cast<std::size_t>(model.order)));
   for (double& value : prewhitened) {
     const double raised = 1 + value;
     // Deliberate: [constant-series] 0 also where it is not a number.

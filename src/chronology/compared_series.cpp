@@ -20,9 +20,16 @@ double at_least_lowest(double curve) {
 // Deliberate: [estimates-detrended] whether a ring is missing is not asked; its estimate counts like any
 // width.
 void detrend(std::span<double> widths, SplineFactor& factor) {
-  std::vector<double> curve(widths.size());
-  spline(widths, factor, curve);
-  for (std::size_t k = 0; k < widths.size(); ++k) widths[k] = widths[k] / at_least_lowest(curve[k]);
+  detrend(std::span(&widths, 1), factor);
+}
+
+void detrend(std::span<const std::span<double>> widths, SplineFactor& factor) {
+  const std::vector<double> curves =
+      splines(std::vector<std::span<const double>>(widths.begin(), widths.end()), factor);
+  const double* curve = curves.data();
+  for (const auto series : widths) {
+    for (double& width : series) width = width / at_least_lowest(*curve++);
+  }
 }
 
 void prewhiten(std::span<double> index, std::span<double> coefficients, int max_order) {

@@ -22,6 +22,9 @@ struct Treatment {
 // takes part. `factor` is that of the spline's period.
 void detrend(std::span<double> widths, SplineFactor& factor);
 
+// The same for several series, to the last bit, and faster.
+void detrend(std::span<const std::span<double>> widths, SplineFactor& factor);
+
 // Prewhitens an index by a model of order below max_order (see armod2, for the coefficients too).
 void prewhiten(std::span<double> index, std::span<double> coefficients, int max_order);
 

@@ -19,6 +19,9 @@ namespace {
 // What one thread takes at a time, and what is told of.
 constexpr int cores_a_piece = 64;
 
+// Of these the curves are fitted together: their values fit into the nearest memory.
+constexpr int cores_together = 8;
+
 // Fewer rings are done before a thread has begun.
 constexpr int rings_for_threads = 20'000;
 
@@ -38,34 +41,42 @@ struct InPool {
 };
 
 std::vector<double> values_of(const SeriesStore& w, const Pool<double>& pool, int i) {
-  std::vector<double> values(static_cast<std::size_t>(w.yr(i)));
   const InPool in(pool, w.ad(i), w.yr(i));
+  std::vector<double> values(static_cast<std::size_t>(w.yr(i)));
   std::ranges::copy(pool.range(in.first, static_cast<int>(in.count)),
                     values.begin() + static_cast<std::ptrdiff_t>(in.before));
   return values;
 }
 
-void put_values(const SeriesStore& w, Pool<double>& pool, int i, const std::vector<double>& values) {
+// Puts the values into their places and keeps those that have one: the others are nothing at the next stage.
+void put_values(const SeriesStore& w, Pool<double>& pool, int i, std::span<double> values) {
   const InPool in(pool, w.ad(i), w.yr(i));
-  std::ranges::copy(std::span(values).subspan(in.before, in.count),
+  std::ranges::copy(values.subspan(in.before, in.count),
                     pool.range(in.first, static_cast<int>(in.count)).begin());
+  std::ranges::fill(values.first(in.before), 0.0);
+  std::ranges::fill(values.subspan(in.before + in.count), 0.0);
 }
 
-// Stage by stage through the pool: what falls outside it is nothing at the next stage.
-void derive(SeriesStore& w, const Settings& settings, WorkVectors& work, int i, SplineFactor& factor) {
-  if (w.yr(i) < 1) return;
+// Stage by stage through the pool, for entries that share no place: the curves of all of them at once.
+void derive(SeriesStore& w, const Settings& settings, WorkVectors& work, int first, int last,
+            SplineFactor& factor) {
   const Treatment treatment = treatment_of(settings);
-  std::vector<double> values = values_of(w, w.x, i);
-  if (treatment.spline) detrend(values, factor);
-  put_values(w, w.tx, i, values);
-  values = values_of(w, w.tx, i);
-  if (treatment.model)
-    prewhiten(values, work.ar_coefficients.column(i, work.ar_coefficients.rows()), treatment.max_order);
-  put_values(w, w.ax, i, values);
-  if (!treatment.logarithm) return;
-  values = values_of(w, w.ax, i);
-  take_logarithms(values);
-  put_values(w, w.ax, i, values);
+  std::vector<std::vector<double>> entries(static_cast<std::size_t>(last - first + 1));
+  for (int i = first; i <= last; ++i) {
+    if (w.yr(i) > 0) entries[static_cast<std::size_t>(i - first)] = values_of(w, w.x, i);
+  }
+  if (treatment.spline) detrend(std::vector<std::span<double>>(entries.begin(), entries.end()), factor);
+  for (int i = first; i <= last; ++i) {
+    if (w.yr(i) < 1) continue;
+    std::vector<double>& values = entries[static_cast<std::size_t>(i - first)];
+    put_values(w, w.tx, i, values);
+    if (treatment.model)
+      prewhiten(values, work.ar_coefficients.column(i, work.ar_coefficients.rows()), treatment.max_order);
+    put_values(w, w.ax, i, values);
+    if (!treatment.logarithm) continue;
+    take_logarithms(values);
+    put_values(w, w.ax, i, values);
+  }
 }
 
 // Whether no place of the pool belongs to two cores, as tables would have it whose lengths and places
@@ -94,19 +105,22 @@ Treatment treatment_of(const Settings& settings) {
 
 void data_man(SeriesStore& w, const Settings& settings, WorkVectors& work, int i) {
   SplineFactor factor(settings.ss);
-  derive(w, settings, work, i, factor);
+  derive(w, settings, work, i, i, factor);
 }
 
 // A core is read and written between its own bounds alone, and its coefficients in a column of its own. What
 // is made for many cores, the factor of the spline, each piece makes for itself: it has the same bits.
 void data_man_cores(Workspace& w, std::size_t threads) {
   LongWork work(w.plot, "Indices");
-  const auto derive_piece = [&w](std::size_t piece) {
+  const bool apart = lie_apart(w);
+  const auto derive_piece = [&w, apart](std::size_t piece) {
     SplineFactor factor(w.ss);
     const int first = static_cast<int>(piece) * cores_a_piece + 1;
     const int last = std::min(first + cores_a_piece - 1, w.nc);
     for (Pool<double>* pool : {&w.tx, &w.ax}) pool->expect_use(w.ad(first), w.ad(last) + w.yr(last) - 1);
-    for (int i = first; i <= last; ++i) derive(w, w, w, i, factor);
+    const int together = apart ? cores_together : 1;
+    for (int i = first; i <= last; i += together)
+      derive(w, w, w, i, std::min(i + together - 1, last), factor);
   };
   const auto tell = [&](std::size_t pieces) {
     const int cores = static_cast<int>(pieces) * cores_a_piece;
@@ -114,7 +128,7 @@ void data_man_cores(Workspace& w, std::size_t threads) {
   };
   const int pieces = (std::max(w.nc, 0) + cores_a_piece - 1) / cores_a_piece;
   if (threads == 0) threads = are_worth_threads(w) ? threads_here() : 1;
-  parallel_for(static_cast<std::size_t>(pieces), lie_apart(w) ? threads : 1, derive_piece, tell);
+  parallel_for(static_cast<std::size_t>(pieces), apart ? threads : 1, derive_piece, tell);
 }
 
 void data_man2(Workspace& w) {

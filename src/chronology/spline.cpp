@@ -1,5 +1,7 @@
 #include "chronology/spline.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/loud_failure.h"
@@ -30,20 +32,89 @@ Equation factored(const std::vector<Equation>& before, double r) {
   return row;
 }
 
-// Solves the factored system for the second differences of y.
-std::vector<double> solved(std::span<const Equation> rows, std::span<const double> y) {
-  const std::size_t n = y.size();
-  std::vector<double> d(n + margin);
-  for (std::size_t k = margin; k < n; ++k) {
-    const double difference = y[k - 2] - 2 * y[k - 1] + y[k];
-    d[k] = (difference - rows[k].two_back * d[k - 2] - rows[k].one_back * d[k - 1]) * rows[k].diagonal;
+// Series that are solved side by side: in one alone each operation waits for the one before it.
+constexpr std::size_t abreast = 4;
+
+// The second differences of one series: of its n values, and so many places of 0 behind them.
+struct Solution {
+  std::span<const double> y;
+  double* d = nullptr;
+
+  std::size_t n() const { return y.size(); }
+  Equation row_behind(std::span<const Equation> rows, std::size_t k) const {
+    return k < n() ? rows[k] : Equation();
   }
-  const auto row_behind = [&](std::size_t k) { return k < n ? rows[k] : Equation(); };
-  for (std::size_t k = n; k-- > margin;) {
-    d[k] = (d[k] - row_behind(k + 1).one_back * d[k + 1] - row_behind(k + 2).two_back * d[k + 2]) *
+};
+
+// From the first equation towards the last: those from `from` on, before `to`.
+template <std::size_t count>
+void go_forward(std::span<const Equation> rows, const Solution* all, std::size_t from, std::size_t to) {
+  if (from >= to) return;
+  std::array<double, count> one, two;  // of the equations before
+  for (std::size_t s = 0; s < count; ++s) {
+    one[s] = all[s].d[from - 1];
+    two[s] = all[s].d[from - 2];
+  }
+  for (std::size_t k = from; k < to; ++k) {
+    const Equation row = rows[k];
+    for (std::size_t s = 0; s < count; ++s) {
+      const double* const y = all[s].y.data();
+      const double difference = y[k - 2] - 2 * y[k - 1] + y[k];
+      const double d = (difference - row.two_back * two[s] - row.one_back * one[s]) * row.diagonal;
+      two[s] = one[s];
+      one[s] = all[s].d[k] = d;
+    }
+  }
+}
+
+// Back from the last equation to the first: those before `from`, down to `to`. All of them have two behind
+// them.
+template <std::size_t count>
+void go_back(std::span<const Equation> rows, const Solution* all, std::size_t from, std::size_t to) {
+  if (from <= to) return;
+  std::array<double, count> one, two;  // of the equations behind
+  for (std::size_t s = 0; s < count; ++s) {
+    one[s] = all[s].d[from];
+    two[s] = all[s].d[from + 1];
+  }
+  for (std::size_t k = from; k-- > to;) {
+    const double one_back = rows[k + 1].one_back, two_back = rows[k + 2].two_back,
+                 diagonal = rows[k].diagonal;
+    for (std::size_t s = 0; s < count; ++s) {
+      const double d = (all[s].d[k] - one_back * one[s] - two_back * two[s]) * diagonal;
+      two[s] = one[s];
+      one[s] = all[s].d[k] = d;
+    }
+  }
+}
+
+// The last two equations of a series, which have not two behind them.
+void turn_back(std::span<const Equation> rows, const Solution& it) {
+  double* const d = it.d;
+  const std::size_t n = it.n();
+  for (std::size_t k = n; k-- > margin && k + margin >= n;) {
+    d[k] = (d[k] - it.row_behind(rows, k + 1).one_back * d[k + 1] -
+            it.row_behind(rows, k + 2).two_back * d[k + 2]) *
            rows[k].diagonal;
   }
-  return d;
+}
+
+// Solves the factored system for the second differences of each series. Where there are enough of them the
+// equations that all have are gone through abreast; the rest of each by itself.
+void solve(std::span<const Equation> rows, std::span<const Solution> all) {
+  std::size_t shared = margin;  // the equations before this one are gone through abreast
+  if (all.size() == abreast) {
+    std::size_t shortest = all[0].n();
+    for (const Solution& it : all) shortest = std::min(shortest, it.n());
+    shared = std::max(shortest, 2 * margin) - margin;
+    go_forward<abreast>(rows, all.data(), margin, shared);
+  }
+  for (const Solution& it : all) {
+    go_forward<1>(rows, &it, shared, it.n());
+    turn_back(rows, it);
+    go_back<1>(rows, &it, std::max(it.n(), 2 * margin) - margin, shared);
+  }
+  if (all.size() == abreast) go_back<abreast>(rows, all.data(), shared, margin);
 }
 
 }  // namespace
@@ -62,8 +133,31 @@ void spline(std::span<const double> y, int ss, std::span<double> f) {
 
 void spline(std::span<const double> y, SplineFactor& factor, std::span<double> f) {
   VORN_ASSERT(f.size() == y.size());
-  const std::vector<double> d = solved(factor.equations(y.size()), y);
-  for (std::size_t t = 0; t < y.size(); ++t) f[t] = y[t] - (d[t] - 2 * d[t + 1] + d[t + 2]);
+  const std::vector<double> curve = splines(std::span(&y, 1), factor);
+  std::ranges::copy(curve, f.begin());
+}
+
+std::vector<double> splines(std::span<const std::span<const double>> y, SplineFactor& factor) {
+  std::size_t values = 0, longest = 0;
+  for (const auto& one : y) {
+    values += one.size();
+    longest = std::max(longest, one.size());
+  }
+  const auto rows = factor.equations(longest);
+  std::vector<double> curves(values);
+  double* f = curves.data();
+  for (std::size_t first = 0; first < y.size(); first += abreast) {
+    const auto now = y.subspan(first, std::min(abreast, y.size() - first));
+    std::vector<double> differences(now.size() * (longest + margin));
+    std::array<Solution, abreast> all;
+    for (std::size_t s = 0; s < now.size(); ++s) all[s] = {now[s], &differences[s * (longest + margin)]};
+    solve(rows, std::span(all).first(now.size()));
+    for (std::size_t s = 0; s < now.size(); ++s) {
+      const double* const d = all[s].d;
+      for (std::size_t t = 0; t < now[s].size(); ++t) *f++ = now[s][t] - (d[t] - 2 * d[t + 1] + d[t + 2]);
+    }
+  }
+  return curves;
 }
 
 }  // namespace vorn

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <numbers>
+#include <span>
 #include <vector>
 
 namespace vorn {
@@ -165,6 +166,28 @@ TEST(Spline, AgreesToTheLastBitWithTheBandsWrittenOut) {
     const Series y = random_widths(n, static_cast<std::uint32_t>(n));
     for (const int ss : {3, 4, 5, 10, 32, 100, 999}) {
       EXPECT_EQ(curve_of(y, ss), BandsWrittenOut(y, ss).curve(y)) << n << " values, ss " << ss;
+    }
+  }
+}
+
+// Longer and shorter ones side by side, in any order, and what is left over of them.
+TEST(Spline, OfManySeriesIsTheCurveOfEachToTheLastBit) {
+  for (std::size_t many = 0; many <= 13; ++many) {
+    for (const std::size_t step : {1u, 7u, 31u}) {
+      std::vector<Series> y;
+      Series own;
+      for (std::size_t s = 0; s < many; ++s) {
+        const std::size_t n = (s * step + many) % 40;
+        y.push_back(random_widths(n, static_cast<std::uint32_t>(40 * many + s)));
+        if (s % 3 == 1 && n > 0) y.back()[n / 2] = -0.0;
+        const Series curve = BandsWrittenOut(y.back(), 32).curve(y.back());
+        own.insert(own.end(), curve.begin(), curve.end());
+      }
+      SplineFactor factor(32);
+      const Series all = splines(std::vector<std::span<const double>>(y.begin(), y.end()), factor);
+      ASSERT_EQ(all.size(), own.size());
+      EXPECT_TRUE(all.empty() || std::memcmp(all.data(), own.data(), own.size() * sizeof(double)) == 0)
+          << many << " series";
     }
   }
 }
