@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/parallel_for.h"
+#include "statistics/cohorts.h"
 #include "statistics/correlation.h"
 #include "statistics/pair_rows.h"
 #include "statistics/pair_tiles.h"
@@ -297,7 +298,7 @@ class Ways {
   // Hardly more than one series a tile: there is nothing to be counted.
   double work_of(const std::vector<TilePlan>& tiles, std::size_t series) const {
     if (tiles.size() > few_series && tiles.size() > series / 2) return never;
-    return work_of_tiles(tiles, fewest_years_);
+    return work_of_tiles(tiles, fewest_years_) + work_of_cohorts(tiles, fewest_years_);
   }
 
   std::span<const SeriesView> series_;
@@ -326,6 +327,7 @@ PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years,
     PairsOfSome(series, tiling.sorted.bad, tiling.sorted.good, fewest_years)
         .add(sums, work.threads, told(0, share_of_rows));
   }
+  add_cohort_pairs(series, tiling.tiles, fewest_years, work.threads, sums);
   add_tiled_pairs(series, tiling.tiles, fewest_years, work.threads, told(share_of_rows, 1), sums);
   sums.sum = std::accumulate(sums.sum_of.begin(), sums.sum_of.end(), 0.0) / 2;
   count_pairs(sums);
@@ -358,6 +360,13 @@ PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int6
 
 PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
                                  const PairWork& work) {
+  Tiling tiling(series, fewest_years);
+  for (TilePlan& tile : tiling.tiles) tile.in_cohort = false;
+  return in_tiles(series, fewest_years, tiling, {work.told, threads_for(work)});
+}
+
+PairSums pair_correlations_in_cohorts(std::span<const SeriesView> series, std::int64_t fewest_years,
+                                      const PairWork& work) {
   return in_tiles(series, fewest_years, Tiling(series, fewest_years), {work.told, threads_for(work)});
 }
 

@@ -48,6 +48,10 @@ struct PairWork {
 PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
                                  const PairWork& work = {});
 
+// The same, where many series have the same years without going through their pairs (cohorts.h).
+PairSums pair_correlations_in_cohorts(std::span<const SeriesView> series, std::int64_t fewest_years,
+                                      const PairWork& work = {});
+
 // All pairs as pair_correlations_plain has them, to the last bit, but many at a time.
 PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int64_t fewest_years,
                                    const PairWork& work = {});
@@ -60,8 +64,8 @@ inline constexpr std::size_t few_series = 150, fewest_in_rows = 8;
 enum class PairWay { plainly, in_rows, in_tiles };
 
 // That which is estimated to be the least work: the plain definition where few of the pairs have years in
-// common; rows where more have, or most series hardly vary; of more than few series else tiles. It depends on
-// nothing but the series.
+// common; rows where more have, or most series hardly vary; of more than few series else tiles, and cohorts.
+// It depends on nothing but the series.
 PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years);
 
 // All pairs, in that way.

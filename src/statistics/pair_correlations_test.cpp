@@ -31,14 +31,17 @@ struct PairCorrelations : ::testing::Test {
   }
   void expect_both_alike(std::int64_t fewest_years) {
     const PairSums plain = pair_correlations_plain(series(), fewest_years);
-    const PairSums tiled = pair_correlations_tiled(series(), fewest_years);
-    EXPECT_EQ(tiled.pairs, plain.pairs);
-    EXPECT_EQ(tiled.pairs_of, plain.pairs_of);
-    for (std::size_t i = 0; i < kept.size(); ++i) {
+    expect_alike(pair_correlations_tiled(series(), fewest_years), plain);
+    expect_alike(pair_correlations_in_cohorts(series(), fewest_years), plain);
+  }
+  static void expect_alike(const PairSums& found, const PairSums& plain) {
+    EXPECT_EQ(found.pairs, plain.pairs);
+    EXPECT_EQ(found.pairs_of, plain.pairs_of);
+    for (std::size_t i = 0; i < plain.sum_of.size(); ++i) {
       // 1e-12 for each correlation that was added.
-      EXPECT_NEAR(tiled.sum_of[i], plain.sum_of[i], 1e-12 * std::max(1, plain.pairs_of[i])) << i;
+      EXPECT_NEAR(found.sum_of[i], plain.sum_of[i], 1e-12 * std::max(1, plain.pairs_of[i])) << i;
     }
-    EXPECT_NEAR(tiled.sum, plain.sum, 1e-12 * std::max(1.0, plain.pairs));
+    EXPECT_NEAR(found.sum, plain.sum, 1e-12 * std::max(1.0, plain.pairs));
   }
 
   static void expect_grow_to_all(const std::vector<double>& shares) {
@@ -123,10 +126,12 @@ struct AllKindsOfPairs : PairCorrelations, ::testing::WithParamInterface<unsigne
 TEST_P(AllKindsOfPairs, HaveTheSameBitsForAnyNumberOfThreads) {
   const PairSums tiled = pair_correlations_tiled(series(), 40, {{}, 1}),
                  in_rows = pair_correlations_in_rows(series(), 40, {{}, 1}),
+                 in_cohorts = pair_correlations_in_cohorts(series(), 40, {{}, 1}),
                  chosen = pair_correlations(series(), 40, {{}, 1});
   for (const std::size_t threads : {2u, 3u, 4u, 7u}) {
     expect_same_bits(pair_correlations_tiled(series(), 40, {{}, threads}), tiled);
     expect_same_bits(pair_correlations_in_rows(series(), 40, {{}, threads}), in_rows);
+    expect_same_bits(pair_correlations_in_cohorts(series(), 40, {{}, threads}), in_cohorts);
     expect_same_bits(pair_correlations(series(), 40, {{}, threads}), chosen);
   }
 }

@@ -47,6 +47,7 @@ using TileColumns = std::array<double, tile_width>;  // a number a column
 struct TilePlan {
   std::vector<std::size_t> members;
   YearSpan years;
+  bool in_cohort = false;  // whether the pairs with others in cohorts are had elsewhere (cohorts.h)
 
   // How many numbers a row for each year makes; how many bytes the tile takes.
   std::size_t numbers() const { return static_cast<std::size_t>(years.count()) * tile_width; }

@@ -50,7 +50,8 @@ class Planner {
       const std::size_t end = end_of_alike(from);
       const bool own_tiles = end - from >= tile_width;
       if (own_tiles) open_ = false;
-      for (; from < end; ++from) put(numbers_[from]);
+      const bool in_cohort = end - from >= fewest_in_cohort;
+      for (; from < end; ++from) put(numbers_[from], in_cohort);
       if (own_tiles) open_ = false;
     }
     return std::move(tiles_);
@@ -71,9 +72,9 @@ class Planner {
            one.first - first.first <= 2 * static_cast<std::int64_t>(first.values.size());
   }
 
-  void put(std::size_t number) {
+  void put(std::size_t number, bool in_cohort) {
     const SeriesView& one = series_[number];
-    if (!fits(one)) tiles_.push_back({{}, one.years()});
+    if (!fits(one)) tiles_.push_back({{}, one.years(), in_cohort});
     open_ = true;
     TilePlan& tile = tiles_.back();
     tile.members.push_back(number);
@@ -100,13 +101,15 @@ std::vector<TilePlan> plan_tiles(std::span<const SeriesView> series, std::vector
 }
 
 double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_years) {
+  if (std::ranges::all_of(tiles, &TilePlan::in_cohort)) return 0;
   double work = 0;
   for (std::size_t a = 0; a < tiles.size(); ++a) {
     work += tile_year * static_cast<double>(tiles[a].years.count());
     for (std::size_t b = a; b < tiles.size(); ++b) {
       const std::int64_t years = common(tiles[a].years, tiles[b].years).count();
       work += tiles_met;
-      if (years >= fewest_years) work += tile_pair + tile_pair_year * static_cast<double>(years);
+      if (years >= fewest_years && !(tiles[a].in_cohort && tiles[b].in_cohort))
+        work += tile_pair + tile_pair_year * static_cast<double>(years);
     }
   }
   return work;

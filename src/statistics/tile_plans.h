@@ -21,11 +21,13 @@ struct SortedSeries {
 };
 
 // Those of like length, then of like age, stand together, so that a tile spans few more years than its series
-// do; where many have the same years they stand in tiles of their own.
+// do; where many have the same years they stand in tiles of their own. Where at least `fewest_in_cohort`
+// have, these are a cohort.
+inline constexpr std::size_t fewest_in_cohort = 2 * tile_width;
 std::vector<TilePlan> plan_tiles(std::span<const SeriesView> series, std::vector<std::size_t> numbers);
 
-// Estimates, in cycles of a processor: of the pairs of tiles; of the plain definition of these series, and of
-// the same in rows.
+// Estimates, in cycles of a processor: of the pairs of tiles, those of cohorts left out; of the plain
+// definition of these series, and of the same in rows.
 double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_years);
 double work_of_pairs(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers);
 double work_of_rows(std::span<const SeriesView> series, const std::vector<std::size_t>& numbers);

@@ -130,7 +130,8 @@ class TiledPairs {
   }
 
   bool meet(std::size_t a, std::size_t b) const {
-    return common(plans_[a].years, plans_[b].years).count() >= fewest_years_;
+    return !(plans_[a].in_cohort && plans_[b].in_cohort) &&
+           common(plans_[a].years, plans_[b].years).count() >= fewest_years_;
   }
 
   // Adds the pairs of some tiles with those of others, each once: with those from itself on.
@@ -204,6 +205,7 @@ class TiledPairs {
 // A tile then meets those that stand close behind it, and they need not be there for long.
 void add_tiled_pairs(std::span<const SeriesView> series, std::vector<TilePlan> tiles,
                      std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums) {
+  if (std::ranges::all_of(tiles, &TilePlan::in_cohort)) return;
   std::ranges::stable_sort(tiles, {}, [](const TilePlan& tile) { return tile.years.first; });
   TiledPairs(series, tiles, fewest_years, threads, told, sums).add();
 }
