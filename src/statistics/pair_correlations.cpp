@@ -239,12 +239,15 @@ constexpr double worth_tiles = 0.25;
 constexpr double usual_unit = 1e-7;
 
 struct Tiling {
-  Tiling(std::span<const SeriesView> series, std::int64_t fewest_years)
-      : sorted(series, fewest_years), tiles(plan_tiles(series, sorted.good)) {}
-
   SortedSeries sorted;
   std::vector<TilePlan> tiles;
 };
+
+Tiling tiling_of(std::span<const SeriesView> series, std::int64_t fewest_years) {
+  SortedSeries sorted(series, fewest_years);
+  auto tiles = plan_tiles(series, sorted.good);
+  return {std::move(sorted), std::move(tiles)};
+}
 
 // Estimates how much work each way is, in cycles.
 class Ways {
@@ -282,9 +285,11 @@ class Ways {
   // Which series can go into tiles takes a look at all values: that is left out where it would not be worth
   // it if all of them could.
   double work_tiled() {
-    if (work_of(plan_tiles(series_, numbers_), numbers_.size()) >= (1 - worth_tiles) * plain_) return never;
-    tiling_.emplace(series_, fewest_years_);
+    auto tiles = plan_tiles(series_, numbers_);
+    if (work_of(tiles, numbers_.size()) >= (1 - worth_tiles) * plain_) return never;
+    tiling_ = Tiling{SortedSeries(series_, fewest_years_), std::move(tiles)};
     const auto& [good, bad] = tiling_->sorted;
+    if (!bad.empty()) tiling_->tiles = plan_tiles(series_, good);
     // Of series that hardly vary the means are often nought: they would be had in rows behind the tiles, too.
     if (bad.size() > good.size()) return never;
     double means = 0;  // that will have to be settled
@@ -360,14 +365,14 @@ PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int6
 
 PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_t fewest_years,
                                  const PairWork& work) {
-  Tiling tiling(series, fewest_years);
+  Tiling tiling = tiling_of(series, fewest_years);
   for (TilePlan& tile : tiling.tiles) tile.in_cohort = false;
   return in_tiles(series, fewest_years, tiling, {work.told, threads_for(work)});
 }
 
 PairSums pair_correlations_in_cohorts(std::span<const SeriesView> series, std::int64_t fewest_years,
                                       const PairWork& work) {
-  return in_tiles(series, fewest_years, Tiling(series, fewest_years), {work.told, threads_for(work)});
+  return in_tiles(series, fewest_years, tiling_of(series, fewest_years), {work.told, threads_for(work)});
 }
 
 PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
