@@ -20,13 +20,11 @@ inline constexpr const char* cpu = "cpu";      // seconds of processor time, of 
 inline constexpr const char* memory = "MB";    // resident at most; only of whole processes
 inline constexpr const char* most_memory = "most MB";  // what that may be
 inline constexpr const char* files = "files";          // that a process works on; 0 when not told
-inline constexpr const char* calls =
-    "calls";  // a call for each file takes at least so many times as long; or 0
 }  // namespace counter
 
 // Of each benchmark the smallest time of its repetitions: what disturbs a measurement only ever adds to it.
-// Processor time is held against floor and mark, since other programs on the machine disturb it least; all
-// the work is done by one thread.
+// Processor time, of all threads together, is held against floor and mark, since other programs on the
+// machine disturb it least.
 class MeasuredTable : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context&) override { return true; }

@@ -32,7 +32,6 @@ struct Process {
   double most_memory = 250;                 // MB
   std::vector<std::string> arguments = {};  // the program first
   double files = 0;                         // that it works on, where the row is one of two that are compared
-  double calls = 0;                         // see counter
 };
 
 std::vector<Stage> all_stages();

@@ -65,7 +65,6 @@ class Laboratory {
     state.counters[counter::mark] = process.mark;
     state.counters[counter::most_memory] = process.most_memory;
     state.counters[counter::files] = process.files;
-    state.counters[counter::calls] = process.calls;
   }
 
  private:
