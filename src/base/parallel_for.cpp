@@ -9,6 +9,9 @@
 #include <system_error>
 #include <thread>
 #include <vector>
+#ifdef __linux__
+#include <sched.h>
+#endif
 #endif
 
 namespace vorn {
@@ -81,10 +84,18 @@ std::vector<std::jthread> helpers(std::size_t wanted, Pieces& pieces) {
   return threads;
 }
 
+std::size_t processors() {
+#ifdef __linux__
+  cpu_set_t own;
+  if (sched_getaffinity(0, sizeof own, &own) == 0) return static_cast<std::size_t>(CPU_COUNT(&own));
+#endif
+  return std::thread::hardware_concurrency();
+}
+
 }  // namespace
 
 std::size_t threads_here() {
-  return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, most_threads);
+  return std::clamp<std::size_t>(processors(), 1, most_threads);
 }
 
 void parallel_for(std::size_t count, std::size_t threads, const std::function<void(std::size_t)>& piece,

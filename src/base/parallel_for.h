@@ -6,7 +6,8 @@
 
 namespace vorn {
 
-// How many threads such work is worth here: one for each processor, eight at most; one in a browser.
+// How many threads such work is worth here: one for each processor, on Linux for each that this thread may
+// run on, as a cluster's queue gives them out; eight at most; one in a browser.
 std::size_t threads_here();
 
 // Runs piece(0) to piece(count - 1), each once, on `threads` threads, the calling one among them, and returns

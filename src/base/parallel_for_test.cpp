@@ -10,6 +10,10 @@
 #include <thread>
 #include <vector>
 
+#ifdef __linux__
+#include <sched.h>
+#endif
+
 namespace vorn {
 namespace {
 
@@ -91,6 +95,22 @@ TEST(ParallelFor, KnowsHowManyThreadsThereAre) {
   EXPECT_GE(threads_here(), 1u);
   EXPECT_LE(threads_here(), 8u);
 }
+
+#ifdef __linux__
+TEST(ParallelFor, CountsTheProcessorsThatTheThreadMayRunOn) {
+  std::size_t all = 0, with_one = 0;
+  std::jthread([&] {
+    all = threads_here();
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(static_cast<std::size_t>(sched_getcpu()), &one);
+    ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
+    with_one = threads_here();
+  }).join();
+  EXPECT_EQ(with_one, 1u);
+  EXPECT_EQ(threads_here(), all);
+}
+#endif
 
 }  // namespace
 }  // namespace vorn
