@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <utility>
 
 #include "base/parallel_for.h"
-#include "statistics/correlation.h"
+#include "statistics/pair_rows.h"
 
 namespace vorn {
 namespace {
@@ -16,6 +20,12 @@ using Lanes = std::array<double, lanes>;
 
 // So many strips are a piece of work.
 constexpr std::size_t strips_a_piece = 8;
+
+// So many numbers of sums are held at once, or those of one cohort.
+constexpr std::size_t most_numbers = 2'000'000;
+
+// Rows of the table of correlations that are held at once.
+constexpr std::size_t rows_at_once = 64;
 
 // As measured: a year of a series that is met, on either side.
 constexpr double met_year = 4;
@@ -105,6 +115,13 @@ Lanes products_with(const Lanes* rows, std::span<const double> sums) {
   return products;
 }
 
+// How far a correlation of a series may lie from that of cov, at most; of a pair it is what both give
+// together. Sums of n numbers are off by n roundings, those of squares of 1 / scale^2 are left of 1.
+double error_of(std::size_t years, double scale) {
+  constexpr double rounding = std::numeric_limits<double>::epsilon() / 2;
+  return 4 * (1 + scale * scale) * static_cast<double>(years) * rounding;
+}
+
 double across(const Lanes& a) {
   return ((a[0] + a[4]) + (a[1] + a[5])) + ((a[2] + a[6]) + (a[3] + a[7]));
 }
@@ -112,124 +129,200 @@ double across(const Lanes& a) {
 // The sum, year by year, of standardised series of a cohort over the years that it has in common with
 // another.
 struct Sum {
-  const Cohort* of;
+  std::size_t of;  // which cohort
   YearSpan years;
   std::vector<double> values = {};
-  double total = 0;                        // of the values: nought, but for rounding
-  std::int32_t series = 0;                 // so many are in it
-  std::vector<std::size_t> doubtful = {};  // numbers of those that are not
+  double total = 0;         // of the values: nought, but for rounding
+  std::int32_t series = 0;  // so many are in it
+};
 
-  void add(std::size_t first_strip, std::size_t last_strip) {
-    std::vector<Lanes> sums(static_cast<std::size_t>(years.count()));
-    for (std::size_t s = first_strip; s < last_strip; ++s) {
-      const Standard standard = standard_over(*of, s, years);
-      add_standardised(of->strip(s, years.first), standard, sums);
-      const auto members = of->members_of(s);
-      for (std::size_t k = 0; k < members.size(); ++k) {
-        if (standard.scale[k] > 0)
-          ++series;
-        else
-          doubtful.push_back(members[k]);
-      }
-    }
-    for (const Lanes& sum : sums) values.push_back(across(sum));
-  }
-
-  void add(const Sum& more) {
-    values.resize(more.values.size());
-    for (std::size_t y = 0; y < values.size(); ++y) values[y] += more.values[y];
-    series += more.series;
-    doubtful.insert(doubtful.end(), more.doubtful.begin(), more.doubtful.end());
-  }
+// Series of a cohort that keep too little of their squares over the years that it has in common with another.
+struct Doubtful {
+  std::size_t of, with;  // which cohorts
+  std::vector<std::size_t> series;
 };
 
 class CohortPairs {
  public:
-  CohortPairs(std::span<const SeriesView> series, const std::vector<TilePlan>& tiles,
-              std::int64_t fewest_years, std::size_t threads, PairSums& sums)
+  CohortPairs(std::span<const SeriesView> series, std::vector<Cohort> cohorts, std::int64_t fewest_years,
+              std::size_t threads, PairSums& sums, std::span<double> errors)
       : series_(series),
-        cohorts_(cohorts_of(tiles)),
+        cohorts_(std::move(cohorts)),
         fewest_years_(std::max<std::int64_t>(fewest_years, 1)),
         threads_(threads),
-        sums_(sums) {}
+        sums_(sums),
+        errors_(errors) {}
 
-  void add() {
-    parallel_for(cohorts_.size(), threads_, [this](std::size_t c) { fill(cohorts_[c]); });
-    for (const Cohort& cohort : cohorts_) {
-      const std::vector<Sum> sums = sums_over_years_of(cohort);
-      parallel_for(pieces_of(cohort), threads_, [&](std::size_t piece) {
-        for (std::size_t s = piece * strips_a_piece; s < end_of(cohort, piece); ++s) {
-          for (const Sum& sum : sums) correlate(cohort, s, sum);
-        }
-      });
+  void add(const ShareDone& told) {
+    const std::vector<Piece> all = pieces_of(0, cohorts_.size());
+    parallel_for(all.size(), threads_, [&](std::size_t k) { fill(all[k]); });
+    std::size_t done = 0;
+    const auto tell = [&](std::size_t more) {
+      if (told) told(static_cast<double>(done + more) / static_cast<double>(all.size()));
+    };
+    for (std::size_t from = 0; from < cohorts_.size();) {
+      const std::size_t end = end_of_batch(from);
+      done += add(from, end, tell);
+      from = end;
     }
+    add_doubtful();
+    tell(0);
   }
 
  private:
-  void fill(Cohort& cohort) const {
-    cohort.rows.resize(cohort.strips() * cohort.length());
-    for (std::size_t m = 0; m < cohort.members.size(); ++m)
-      put_lane(series_[cohort.members[m]].values, cohort.rows.data() + m / lanes * cohort.length(),
-               m % lanes);
-  }
+  // Some strips of a cohort, next to each other.
+  struct Piece {
+    std::size_t cohort, first_strip, end_strip;
+  };
 
-  static std::size_t pieces_of(const Cohort& cohort) {
+  static std::size_t pieces_in(const Cohort& cohort) {
     return (cohort.strips() + strips_a_piece - 1) / strips_a_piece;
   }
-  static std::size_t end_of(const Cohort& cohort, std::size_t piece) {
-    return std::min((piece + 1) * strips_a_piece, cohort.strips());
+  std::vector<Piece> pieces_of(std::size_t first, std::size_t end) const {
+    std::vector<Piece> pieces;
+    for (std::size_t c = first; c < end; ++c) {
+      const std::size_t strips = cohorts_[c].strips();
+      for (std::size_t s = 0; s < strips; s += strips_a_piece)
+        pieces.push_back({c, s, std::min(s + strips_a_piece, strips)});
+    }
+    return pieces;
   }
 
-  // Of each cohort that meets this one, itself among them.
-  std::vector<Sum> sums_over_years_of(const Cohort& cohort) const {
-    struct Piece {
-      Sum sum;
-      std::size_t number;
-    };
-    std::vector<Piece> pieces;
-    for (const Cohort& other : cohorts_) {
-      const YearSpan both = common(cohort.years, other.years);
-      if (both.count() < fewest_years_) continue;
-      for (std::size_t p = 0; p < pieces_of(other); ++p) pieces.push_back({{&other, both}, p});
+  void fill(const Piece& piece) {
+    Cohort& cohort = cohorts_[piece.cohort];
+    for (std::size_t s = piece.first_strip; s < piece.end_strip; ++s) {
+      const auto members = cohort.members_of(s);
+      for (std::size_t k = 0; k < members.size(); ++k)
+        put_lane(series_[members[k]].values, cohort.rows.data() + s * cohort.length(), k);
     }
-    parallel_for(pieces.size(), threads_, [&pieces](std::size_t k) {
-      auto& [sum, number] = pieces[k];
-      sum.add(number * strips_a_piece, end_of(*sum.of, number));
-    });
-    std::vector<Sum> sums;
-    for (const auto& [sum, number] : pieces) {
-      if (number == 0) sums.push_back({sum.of, sum.years});
-      sums.back().add(sum);
+  }
+
+  YearSpan years_of_both(std::size_t a, std::size_t b) const {
+    return common(cohorts_[a].years, cohorts_[b].years);
+  }
+  bool meet(std::size_t a, std::size_t b) const { return years_of_both(a, b).count() >= fewest_years_; }
+
+  // Where those end, from `from` on, whose sums are held at once.
+  std::size_t end_of_batch(std::size_t from) const {
+    std::size_t numbers = 0, end = from;
+    for (; end < cohorts_.size() && (end == from || numbers < most_numbers); ++end) {
+      for (std::size_t other = 0; other < cohorts_.size(); ++other) {
+        if (meet(end, other))
+          numbers += pieces_in(cohorts_[other]) * static_cast<std::size_t>(years_of_both(end, other).count());
+      }
     }
-    for (Sum& sum : sums) sum.total = quick_sum(sum.values, [](double value) { return value; });
+    return end;
+  }
+
+  // Adds the pairs of some cohorts with all others. Result: how many pieces they are.
+  template <class Tell>
+  std::size_t add(std::size_t first, std::size_t end, const Tell& tell) {
+    const std::vector<std::vector<Sum>> sums = sums_for(first, end);
+    const std::vector<Piece> pieces = pieces_of(first, end);
+    std::vector<std::vector<Doubtful>> doubtful(pieces.size());
+    parallel_for(
+        pieces.size(), threads_,
+        [&](std::size_t k) {
+          for (const Sum& sum : sums[pieces[k].cohort - first]) correlate(pieces[k], sum, doubtful[k]);
+        },
+        tell);
+    for (auto& more : doubtful) std::ranges::move(more, std::back_inserter(doubtful_));
+    return pieces.size();
+  }
+
+  // For each of some cohorts the sums of those that meet it, itself among them.
+  std::vector<std::vector<Sum>> sums_for(std::size_t first, std::size_t end) const {
+    std::vector<std::pair<Piece, Sum>> parts;
+    for (std::size_t c = first; c < end; ++c) {
+      for (const Piece& piece : pieces_of(0, cohorts_.size())) {
+        if (meet(c, piece.cohort)) parts.push_back({piece, {piece.cohort, years_of_both(c, piece.cohort)}});
+      }
+    }
+    parallel_for(parts.size(), threads_, [&](std::size_t k) { sum_up(parts[k].first, parts[k].second); });
+    std::vector<std::vector<Sum>> sums(end - first);
+    auto part = parts.begin();
+    for (std::size_t c = first; c < end; ++c) {
+      for (std::size_t other = 0; other < cohorts_.size(); ++other) {
+        if (!meet(c, other)) continue;
+        Sum& sum = sums[c - first].emplace_back(std::move((part++)->second));
+        for (std::size_t k = 1; k < pieces_in(cohorts_[other]); ++k) add((part++)->second, sum);
+        sum.total = quick_sum(sum.values, [](double value) { return value; });
+      }
+    }
     return sums;
   }
 
-  // Adds the pairs of a strip with all that the sum is of. Nobody else writes to its series meanwhile.
-  void correlate(const Cohort& cohort, std::size_t strip, const Sum& with) {
-    const bool with_itself = with.of == &cohort;
-    const Lanes* const rows = cohort.strip(strip, with.years.first);
-    const Standard standard = standard_over(cohort, strip, with.years);
-    const Lanes products = products_with(rows, with.values);
-    const auto members = cohort.members_of(strip);
-    for (std::size_t k = 0; k < members.size(); ++k) {
-      const std::size_t m = members[k];
-      if (standard.scale[k] == 0) {
-        for (const std::size_t other : with.of->members) add_plain(m, other);
-        continue;
+  void sum_up(const Piece& piece, Sum& sum) const {
+    const Cohort& cohort = cohorts_[piece.cohort];
+    std::vector<Lanes> sums(static_cast<std::size_t>(sum.years.count()));
+    for (std::size_t s = piece.first_strip; s < piece.end_strip; ++s) {
+      const Standard standard = standard_over(cohort, s, sum.years);
+      add_standardised(cohort.strip(s, sum.years.first), standard, sums);
+      sum.series += static_cast<std::int32_t>(lanes - std::ranges::count(standard.scale, 0.0));
+    }
+    for (const Lanes& row : sums) sum.values.push_back(across(row));
+  }
+
+  static void add(const Sum& part, Sum& sum) {
+    for (std::size_t y = 0; y < sum.values.size(); ++y) sum.values[y] += part.values[y];
+    sum.series += part.series;
+  }
+
+  // Adds the pairs of some series with all that the sum is of. Nobody else writes to them meanwhile.
+  void correlate(const Piece& piece, const Sum& with, std::vector<Doubtful>& doubtful) {
+    const Cohort& cohort = cohorts_[piece.cohort];
+    const bool with_itself = with.of == piece.cohort;
+    std::vector<std::size_t> left;
+    for (std::size_t s = piece.first_strip; s < piece.end_strip; ++s) {
+      const Standard standard = standard_over(cohort, s, with.years);
+      const Lanes products = products_with(cohort.strip(s, with.years.first), with.values);
+      const auto members = cohort.members_of(s);
+      for (std::size_t k = 0; k < members.size(); ++k) {
+        const std::size_t m = members[k];
+        const double scale = standard.scale[k];
+        if (scale == 0) {
+          left.push_back(m);
+          continue;
+        }
+        const double own = with_itself ? 1 : 0;
+        sums_.sum_of[m] += (products[k] - standard.mean[k] * with.total) * scale - own;
+        sums_.pairs_of[m] += with.series - static_cast<std::int32_t>(own);
+        errors_[m] = std::max(errors_[m], error_of(cohort.length(), scale));
       }
-      const double own = with_itself ? 1 : 0;
-      sums_.sum_of[m] += (products[k] - standard.mean[k] * with.total) * standard.scale[k] - own;
-      sums_.pairs_of[m] += with.series - static_cast<std::int32_t>(own);
-      for (const std::size_t other : with.doubtful) add_plain(m, other);
+    }
+    if (!left.empty()) doubtful.push_back({piece.cohort, with.of, std::move(left)});
+  }
+
+  // Each pair once: of two that both are doubtful with the cohort that comes first.
+  void add_doubtful() {
+    std::map<std::pair<std::size_t, std::size_t>, std::vector<std::size_t>> doubtful;
+    for (const Doubtful& some : doubtful_) {
+      auto& all = doubtful[{some.of, some.with}];
+      all.insert(all.end(), some.series.begin(), some.series.end());
+    }
+    for (const auto& [which, some] : doubtful) {
+      const auto& [of, with] = which;
+      std::vector<std::size_t> others = cohorts_[with].members;
+      if (const auto also = doubtful.find({with, of}); of > with && also != doubtful.end()) {
+        std::vector<std::size_t> sure;
+        std::ranges::set_difference(others, also->second, std::back_inserter(sure));
+        others = std::move(sure);
+      }
+      add_by_definition(some, others);
     }
   }
 
-  // Of two cohorts: over the years of its own no series is doubtful, so none meets itself here.
-  void add_plain(std::size_t m, std::size_t other) {
-    const YearSpan both = common(series_[m].years(), series_[other].years());
-    sums_.sum_of[m] += cov(series_[m].over(both).values, series_[other].over(both).values);
-    ++sums_.pairs_of[m];
+  void add_by_definition(const std::vector<std::size_t>& some, const std::vector<std::size_t>& others) {
+    const PairRows all(series_, others, fewest_years_);
+    std::vector<std::vector<double>> rows(std::min(rows_at_once, some.size()),
+                                          std::vector<double>(series_.size()));
+    for (std::size_t from = 0; from < some.size(); from += rows.size()) {
+      const std::size_t count = std::min(rows.size(), some.size() - from);
+      parallel_for(count, threads_, [&](std::size_t k) { all.row(some[from + k], -1, rows[k]); });
+      for (std::size_t k = 0; k < count; ++k) {
+        for (const std::size_t j : others) sums_.add(some[from + k], j, rows[k][j]);
+      }
+    }
   }
 
   std::span<const SeriesView> series_;
@@ -237,13 +330,19 @@ class CohortPairs {
   std::int64_t fewest_years_;
   std::size_t threads_;
   PairSums& sums_;
+  std::span<double> errors_;
+  std::vector<Doubtful> doubtful_;
 };
 
 }  // namespace
 
 void add_cohort_pairs(std::span<const SeriesView> series, const std::vector<TilePlan>& tiles,
-                      std::int64_t fewest_years, std::size_t threads, PairSums& sums) {
-  CohortPairs(series, tiles, fewest_years, threads, sums).add();
+                      std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums,
+                      std::span<double> errors) {
+  std::vector<Cohort> cohorts = cohorts_of(tiles);
+  if (cohorts.empty()) return;
+  for (Cohort& cohort : cohorts) cohort.rows.resize(cohort.strips() * cohort.length());
+  CohortPairs(series, std::move(cohorts), fewest_years, threads, sums, errors).add(told);
 }
 
 double work_of_cohorts(const std::vector<TilePlan>& tiles, std::int64_t fewest_years) {

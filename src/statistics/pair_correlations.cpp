@@ -42,14 +42,6 @@ PairSums nothing_yet(std::size_t series) {
   return sums;
 }
 
-void add_pair(PairSums& sums, std::size_t i, std::size_t j, double r) {
-  sums.sum_of[i] += r;
-  sums.sum_of[j] += r;
-  ++sums.pairs_of[i];
-  ++sums.pairs_of[j];
-  sums.sum += r;
-}
-
 void count_pairs(PairSums& sums) {
   sums.pairs = std::accumulate(sums.pairs_of.begin(), sums.pairs_of.end(), 0.0) / 2;
 }
@@ -91,7 +83,7 @@ class PairsOfSome {
   void add_row(PairSums& sums, std::size_t i, std::span<const double> row) const {
     const auto& partners = is_of_some(i) ? all_ : some_;
     for (auto j = std::upper_bound(partners.begin(), partners.end(), i); j != partners.end(); ++j) {
-      if (common_years(series_[i], series_[*j]) >= fewest_years_) add_pair(sums, i, *j, row[*j]);
+      if (common_years(series_[i], series_[*j]) >= fewest_years_) sums.add(i, *j, row[*j]);
     }
   }
 
@@ -154,11 +146,11 @@ constexpr std::size_t few_unsure = 8;
 class Settler {
  public:
   Settler(std::span<const SeriesView> series, std::int64_t fewest_years,
-          const std::vector<std::size_t>& tiled)
+          const std::vector<std::size_t>& tiled, std::vector<double> errors)
       : series_(series),
         fewest_years_(fewest_years),
         tiled_(tiled),
-        errors_(errors_of(series, tiled, fewest_years)),
+        errors_(std::move(errors)),
         all_errors_(std::accumulate(errors_.begin(), errors_.end(), 0.0)),
         largest_error_(*std::max_element(errors_.begin(), errors_.end())) {}
 
@@ -292,9 +284,11 @@ class Ways {
     if (!bad.empty()) tiling_->tiles = plan_tiles(series_, good);
     // Of series that hardly vary the means are often nought: they would be had in rows behind the tiles, too.
     if (bad.size() > good.size()) return never;
-    double means = 0;  // that will have to be settled
-    for (const std::size_t i : good)
-      means += std::min(1.0, 4 * error_of(series_[i], fewest_years_) / usual_unit);
+    double means = 0;  // that will have to be settled: of cohorts hardly any
+    if (!are_all_in_cohorts(tiling_->tiles)) {
+      for (const std::size_t i : good)
+        means += std::min(1.0, 4 * error_of(series_[i], fewest_years_) / usual_unit);
+    }
     const double plain_rest = bad.empty() ? 0 : plain_ - work_of_pairs(series_, good);
     return work_of(tiling_->tiles, good.size()) +
            (plain_rest + 2 * means / static_cast<double>(numbers_.size()) * plain_) / speed_of_rows;
@@ -318,9 +312,15 @@ std::size_t threads_for(const PairWork& work) {
   return work.threads > 0 ? work.threads : threads_here();
 }
 
-PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years, const Tiling& tiling,
-                  const PairWork& work) {
-  PairSums sums = nothing_yet(series.size());
+struct InTiles {
+  PairSums sums;
+  std::vector<double> errors;  // by series, of a correlation: see error_of
+};
+
+InTiles in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years, const Tiling& tiling,
+                 const PairWork& work) {
+  InTiles all{nothing_yet(series.size()), std::vector<double>(series.size(), 0.0)};
+  PairSums& sums = all.sums;
   const auto good = static_cast<double>(tiling.sorted.good.size()),
              bad = static_cast<double>(tiling.sorted.bad.size());
   const double share_of_rows = bad > 0 ? 8 * bad / (8 * bad + good) : 0;
@@ -332,12 +332,19 @@ PairSums in_tiles(std::span<const SeriesView> series, std::int64_t fewest_years,
     PairsOfSome(series, tiling.sorted.bad, tiling.sorted.good, fewest_years)
         .add(sums, work.threads, told(0, share_of_rows));
   }
-  add_cohort_pairs(series, tiling.tiles, fewest_years, work.threads, sums);
-  add_tiled_pairs(series, tiling.tiles, fewest_years, work.threads, told(share_of_rows, 1), sums);
+  const double of_cohorts = work_of_cohorts(tiling.tiles, fewest_years),
+               of_tiles = work_of_tiles(tiling.tiles, fewest_years);
+  const double done = share_of_rows + (1 - share_of_rows) * of_cohorts / std::max(of_cohorts + of_tiles, 1.0);
+  add_cohort_pairs(series, tiling.tiles, fewest_years, work.threads, told(share_of_rows, done), sums,
+                   all.errors);
+  if (!are_all_in_cohorts(tiling.tiles)) {
+    add_tiled_pairs(series, tiling.tiles, fewest_years, work.threads, told(done, 1), sums);
+    all.errors = errors_of(series, tiling.sorted.good, fewest_years);
+  }
   sums.sum = std::accumulate(sums.sum_of.begin(), sums.sum_of.end(), 0.0) / 2;
   count_pairs(sums);
   if (work.told) work.told(1);
-  return sums;
+  return all;
 }
 
 }  // namespace
@@ -347,7 +354,7 @@ PairSums pair_correlations_plain(std::span<const SeriesView> series, std::int64_
   for (std::size_t i = 0; i < series.size(); ++i) {
     for (std::size_t j = i + 1; j < series.size(); ++j) {
       if (common_years(series[i], series[j]) < fewest_years) continue;
-      add_pair(sums, i, j, plain_correlation(series[i], series[j]));
+      sums.add(i, j, plain_correlation(series[i], series[j]));
     }
   }
   count_pairs(sums);
@@ -367,12 +374,12 @@ PairSums pair_correlations_tiled(std::span<const SeriesView> series, std::int64_
                                  const PairWork& work) {
   Tiling tiling = tiling_of(series, fewest_years);
   for (TilePlan& tile : tiling.tiles) tile.in_cohort = false;
-  return in_tiles(series, fewest_years, tiling, {work.told, threads_for(work)});
+  return in_tiles(series, fewest_years, tiling, {work.told, threads_for(work)}).sums;
 }
 
 PairSums pair_correlations_in_cohorts(std::span<const SeriesView> series, std::int64_t fewest_years,
                                       const PairWork& work) {
-  return in_tiles(series, fewest_years, tiling_of(series, fewest_years), {work.told, threads_for(work)});
+  return in_tiles(series, fewest_years, tiling_of(series, fewest_years), {work.told, threads_for(work)}).sums;
 }
 
 PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewest_years,
@@ -384,9 +391,11 @@ PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewe
       return pair_correlations_plain(series, fewest_years);
     case PairWay::in_rows:
       return pair_correlations_in_rows(series, fewest_years, shared);
-    default:
-      return Settler(series, fewest_years, ways.tiling().sorted.good)
-          .settled(in_tiles(series, fewest_years, ways.tiling(), shared), shared);
+    default: {
+      InTiles all = in_tiles(series, fewest_years, ways.tiling(), shared);
+      return Settler(series, fewest_years, ways.tiling().sorted.good, std::move(all.errors))
+          .settled(std::move(all.sums), shared);
+    }
   }
 }
 

@@ -17,6 +17,15 @@ struct PairSums {
   double pairs = 0.0;                  // and their number
   std::vector<double> sum_of;          // by series: of its correlations with the others
   std::vector<std::int32_t> pairs_of;  // and their number
+
+  // Adds the correlation of two series.
+  void add(std::size_t i, std::size_t j, double r) {
+    sum_of[i] += r;
+    sum_of[j] += r;
+    ++pairs_of[i];
+    ++pairs_of[j];
+    sum += r;
+  }
 };
 
 // Correlates each pair of series, all of whose values count, that have at least `fewest_years` years in
@@ -60,11 +69,11 @@ PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int6
 // second nothing is laid out in rows first.
 inline constexpr std::size_t few_series = 150, fewest_in_rows = 8;
 
-// How they are had.
+// How they are had; in_tiles stands for cohorts, too.
 enum class PairWay { plainly, in_rows, in_tiles };
 
 // That which is estimated to be the least work: the plain definition where few of the pairs have years in
-// common; rows where more have, or most series hardly vary; of more than few series else tiles, and cohorts.
+// common; rows where more have, or most series hardly vary; of more than few series else tiles and cohorts.
 // It depends on nothing but the series.
 PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years);
 

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -222,6 +223,15 @@ TEST_F(PairCorrelations, OfSomeConstantSeriesAmongManyAreHadInTiles) {
   EXPECT_EQ(pair_way(series(), 40), PairWay::in_tiles);
 }
 
+// Of noise no mean lies near a tie: those of cohorts are given as they are.
+TEST_F(PairCorrelations, OfManySeriesOfTheSameYearsAreHadInCohorts) {
+  for (unsigned i = 0; i < 300; ++i) add(1900 + i % 2, noise(118, i + 1));
+  ASSERT_EQ(pair_way(series(), 40), PairWay::in_tiles);
+  const PairSums found = pair_correlations(series(), 40);
+  EXPECT_EQ(found.sum_of, pair_correlations_in_cohorts(series(), 40).sum_of);
+  EXPECT_NE(found.sum_of, pair_correlations_tiled(series(), 40).sum_of);
+}
+
 TEST_F(PairCorrelations, OfThreeSeriesAreThoseOfTheThreePairs) {
   add(1900, noise(60, 1));
   add(1910, noise(60, 2));
@@ -359,19 +369,40 @@ struct TiedMeans : PairCorrelations {
   }
 };
 
-TEST_F(TiedMeans, OfATreeArePrintedAsThePlainDefinitionGivesThem) {
-  int otherwise_by_tiles = 0;
+TEST_F(TiedMeans, OfATreeInACohortArePrintedAsThePlainDefinitionGivesThem) {
+  int otherwise = 0;
   for (int k = 0; k < 40; ++k) {
     clear();
     add(1900, tree(k, 64));
     for (int i = 1; kept.size() <= few_series; ++i) add(1900, tree(k + i, 36));
     const double plain = pair_correlations_plain(series(), 40).sum_of[0] / few_series;
     ASSERT_NEAR(plain, 0.125, 1e-12);
+    const double found = pair_correlations_in_cohorts(series(), 40).sum_of[0] / few_series;
+    otherwise += printed(found) != printed(plain) ? 1 : 0;
+    EXPECT_EQ(pair_correlations(series(), 40).sum_of[0] / few_series, plain);
+  }
+  EXPECT_GT(otherwise, 0);  // else this would show nothing
+}
+
+// The others began in years of their own, before the tree.
+TEST_F(TiedMeans, OfATreeArePrintedAsThePlainDefinitionGivesThem) {
+  int otherwise_by_tiles = 0;
+  for (int k = 0; k < 40; ++k) {
+    clear();
+    add(1900, tree(k, 64));
+    for (int i = 1; kept.size() <= few_series; ++i) {
+      auto values = noise(i, static_cast<unsigned>(i));
+      std::ranges::copy(tree(k + i, 36), std::back_inserter(values));
+      add(1900 - i, std::move(values));
+    }
+    const double plain = pair_correlations_plain(series(), 40).sum_of[0] / few_series;
+    ASSERT_NEAR(plain, 0.125, 1e-12);
     otherwise_by_tiles +=
         printed(pair_correlations_tiled(series(), 40).sum_of[0] / few_series) != printed(plain) ? 1 : 0;
     EXPECT_EQ(pair_correlations(series(), 40).sum_of[0] / few_series, plain);
   }
-  EXPECT_GT(otherwise_by_tiles, 0);  // else this would show nothing
+  EXPECT_EQ(pair_way(series(), 40), PairWay::in_tiles);
+  EXPECT_GT(otherwise_by_tiles, 0);
 }
 
 // Couples, each in a century of its own.
@@ -396,7 +427,7 @@ TEST_F(TiedMeans, OfAllPairsArePrintedAsThePlainDefinitionGivesThem) {
 // A tree among couples of trees that are each other's opposites is as unlike the one as it is like the other:
 // its mean is nought, and the sign of a nought is printed.
 TEST_F(TiedMeans, OfNoughtKeepTheSignOfThePlainDefinition) {
-  int otherwise_by_tiles = 0;
+  int otherwise = 0;
   for (unsigned k = 0; k < 10; ++k) {
     clear();
     add(1900, noise(60, 1'000 + k));
@@ -407,16 +438,16 @@ TEST_F(TiedMeans, OfNoughtKeepTheSignOfThePlainDefinition) {
     }
     const double plain = pair_correlations_plain(series(), 40).sum_of[0];
     ASSERT_NEAR(plain, 0, 1e-12);
-    otherwise_by_tiles += printed(pair_correlations_tiled(series(), 40).sum_of[0]) != printed(plain) ? 1 : 0;
+    otherwise += printed(pair_correlations_in_cohorts(series(), 40).sum_of[0]) != printed(plain) ? 1 : 0;
     EXPECT_EQ(pair_correlations(series(), 40).sum_of[0], plain);
   }
-  EXPECT_GT(otherwise_by_tiles, 0);
+  EXPECT_GT(otherwise, 0);
 }
 
 // A tree with 256 others: unlike any but one, with which it correlates at 1/4. A mean of 1/1024, which is
 // 0.0009765625, is a tie when it is rounded to six significant digits.
 TEST_F(TiedMeans, ArePrintedWithSixDigitsAsThePlainDefinitionGivesThem) {
-  int otherwise_by_tiles = 0;
+  int otherwise = 0;
   for (int k = 0; k < 40; ++k) {
     clear();
     add(1900, tree(k, 64));
@@ -424,11 +455,11 @@ TEST_F(TiedMeans, ArePrintedWithSixDigitsAsThePlainDefinitionGivesThem) {
     for (int i = 2; i <= 256; ++i) add(1900, tree(k + i, 32));
     const double plain = pair_correlations_plain(series(), 40).sum_of[0] / 256;
     ASSERT_NEAR(plain, 1.0 / 1024, 1e-14);
-    const double tiled = pair_correlations_tiled(series(), 40).sum_of[0] / 256;
-    otherwise_by_tiles += printed_in_full(tiled) != printed_in_full(plain) ? 1 : 0;
+    const double found = pair_correlations_in_cohorts(series(), 40).sum_of[0] / 256;
+    otherwise += printed_in_full(found) != printed_in_full(plain) ? 1 : 0;
     EXPECT_EQ(pair_correlations(series(), 40).sum_of[0] / 256, plain);
   }
-  EXPECT_GT(otherwise_by_tiles, 0);
+  EXPECT_GT(otherwise, 0);
 }
 
 TEST_F(PairCorrelations, TellHowFarTheyAre) {

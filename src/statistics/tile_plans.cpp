@@ -100,8 +100,12 @@ std::vector<TilePlan> plan_tiles(std::span<const SeriesView> series, std::vector
   return Planner(series, std::move(numbers)).plan();
 }
 
+bool are_all_in_cohorts(const std::vector<TilePlan>& tiles) {
+  return std::ranges::all_of(tiles, &TilePlan::in_cohort);
+}
+
 double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_years) {
-  if (std::ranges::all_of(tiles, &TilePlan::in_cohort)) return 0;
+  if (are_all_in_cohorts(tiles)) return 0;
   double work = 0;
   for (std::size_t a = 0; a < tiles.size(); ++a) {
     work += tile_year * static_cast<double>(tiles[a].years.count());

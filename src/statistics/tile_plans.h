@@ -26,6 +26,9 @@ struct SortedSeries {
 inline constexpr std::size_t fewest_in_cohort = 2 * tile_width;
 std::vector<TilePlan> plan_tiles(std::span<const SeriesView> series, std::vector<std::size_t> numbers);
 
+// Whether no pair is left to tiles.
+bool are_all_in_cohorts(const std::vector<TilePlan>& tiles);
+
 // Estimates, in cycles of a processor: of the pairs of tiles, those of cohorts left out; of the plain
 // definition of these series, and of the same in rows.
 double work_of_tiles(const std::vector<TilePlan>& tiles, std::int64_t fewest_years);

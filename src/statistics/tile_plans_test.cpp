@@ -105,5 +105,20 @@ TEST(WorkOfRows, GrowsAsPacksTheirYearsAndThoseInCommon) {
   EXPECT_NEAR(rows[3][3], 0, 1e-3);
 }
 
+// The pairs of two tiles in cohorts are had elsewhere.
+TEST(WorkOfTiles, CountsNoPairsOfCohorts) {
+  std::vector<TilePlan> tiles = {
+      {{}, {1900, 1999}}, {{}, {1900, 1999}}, {{}, {1950, 2049}}, {{}, {3000, 3099}}};
+  const double all = work_of_tiles(tiles, 40);
+  tiles[0].in_cohort = true;
+  const double without_own = work_of_tiles(tiles, 40);
+  tiles[1].in_cohort = true;
+  const double without_two = work_of_tiles(tiles, 40);
+  EXPECT_LT(without_own, all);
+  EXPECT_NEAR(without_own - without_two, 2 * (all - without_own), 1e-6);
+  tiles[2].in_cohort = tiles[3].in_cohort = true;
+  EXPECT_EQ(work_of_tiles(tiles, 40), 0);
+}
+
 }  // namespace
 }  // namespace vorn

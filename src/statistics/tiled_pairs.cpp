@@ -205,7 +205,6 @@ class TiledPairs {
 // A tile then meets those that stand close behind it, and they need not be there for long.
 void add_tiled_pairs(std::span<const SeriesView> series, std::vector<TilePlan> tiles,
                      std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums) {
-  if (std::ranges::all_of(tiles, &TilePlan::in_cohort)) return;
   std::ranges::stable_sort(tiles, {}, [](const TilePlan& tile) { return tile.years.first; });
   TiledPairs(series, tiles, fewest_years, threads, told, sums).add();
 }
