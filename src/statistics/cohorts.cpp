@@ -226,7 +226,7 @@ class CohortPairs {
           for (const Sum& sum : sums[pieces[k].cohort - first]) correlate(pieces[k], sum, doubtful[k]);
         },
         tell);
-    for (auto& more : doubtful) std::ranges::move(more, std::back_inserter(doubtful_));
+    for (auto& more : doubtful) std::move(more.begin(), more.end(), std::back_inserter(doubtful_));
     return pieces.size();
   }
 
@@ -305,7 +305,8 @@ class CohortPairs {
       std::vector<std::size_t> others = cohorts_[with].members;
       if (const auto also = doubtful.find({with, of}); of > with && also != doubtful.end()) {
         std::vector<std::size_t> sure;
-        std::ranges::set_difference(others, also->second, std::back_inserter(sure));
+        std::set_difference(others.begin(), others.end(), also->second.begin(), also->second.end(),
+                            std::back_inserter(sure));
         others = std::move(sure);
       }
       add_by_definition(some, others);
