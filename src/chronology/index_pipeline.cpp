@@ -57,7 +57,8 @@ void put_values(const SeriesStore& w, Pool<double>& pool, int i, std::span<doubl
   std::ranges::fill(values.subspan(in.before + in.count), 0.0);
 }
 
-// Stage by stage through the pool, for entries that share no place: the curves of all of them at once.
+// The curves of all these entries at once, then each through the pool, stage by stage. What is derived comes
+// of the widths alone, whichever places the entries share.
 void derive(SeriesStore& w, const Settings& settings, WorkVectors& work, int first, int last,
             SplineFactor& factor) {
   const Treatment treatment = treatment_of(settings);
@@ -112,23 +113,24 @@ void data_man(SeriesStore& w, const Settings& settings, WorkVectors& work, int i
 // is made for many cores, the factor of the spline, each piece makes for itself: it has the same bits.
 void data_man_cores(Workspace& w, std::size_t threads) {
   LongWork work(w.plot, "Indices");
-  const bool apart = lie_apart(w);
-  const auto derive_piece = [&w, apart](std::size_t piece) {
+  const auto derive_piece = [&w](std::size_t piece) {
     SplineFactor factor(w.ss);
     const int first = static_cast<int>(piece) * cores_a_piece + 1;
     const int last = std::min(first + cores_a_piece - 1, w.nc);
     for (Pool<double>* pool : {&w.tx, &w.ax}) pool->expect_use(w.ad(first), w.ad(last) + w.yr(last) - 1);
-    const int together = apart ? cores_together : 1;
-    for (int i = first; i <= last; i += together)
-      derive(w, w, w, i, std::min(i + together - 1, last), factor);
+    for (int i = first; i <= last; i += cores_together)
+      derive(w, w, w, i, std::min(i + cores_together - 1, last), factor);
   };
   const auto tell = [&](std::size_t pieces) {
     const int cores = static_cast<int>(pieces) * cores_a_piece;
     if (cores <= w.nc) work.at(static_cast<double>(cores) / w.nc);
   };
   const int pieces = (std::max(w.nc, 0) + cores_a_piece - 1) / cores_a_piece;
-  if (threads == 0) threads = are_worth_threads(w) ? threads_here() : 1;
-  parallel_for(static_cast<std::size_t>(pieces), apart ? threads : 1, derive_piece, tell);
+  if (!lie_apart(w))
+    threads = 1;
+  else if (threads == 0)
+    threads = are_worth_threads(w) ? threads_here() : 1;
+  parallel_for(static_cast<std::size_t>(pieces), threads, derive_piece, tell);
 }
 
 void data_man2(Workspace& w) {

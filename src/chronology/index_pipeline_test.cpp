@@ -238,6 +238,21 @@ TEST_F(IndexPipeline, ServesAWorkingEntryThatBeginsBeforeThePool) {
   EXPECT_EQ(w.ax(1), std::log(1 + 1 / 12.));
 }
 
+// What lies behind the pool reads as 0, and whatever the model makes of it is nothing to the logarithm.
+TEST_F(IndexPipeline, ServesAWorkingEntryThatEndsBehindThePool) {
+  switches(false, true, true);
+  w.jpr = 1;
+  const int end = w.x.size();
+  add_core(1900, {});
+  w.yr(2) = 3;
+  w.ad(2) = end - 1;
+  w.x(end - 1) = 3;
+  w.x(end) = 6;
+  data_man(w, w, w, 2);
+  EXPECT_EQ(w.tx(end), 6);
+  EXPECT_NEAR(w.ax(end), std::log(7 + (4 + 7 + 0) / 3. / 6), 1e-14);  // without a model each value and 1
+}
+
 TEST_F(IndexPipeline, OfManyCoresTellsHowManyAreDone) {
   for (int i = 1; i <= 128; ++i) add_core(1900, {1, 2});
   data_man_cores(w);
@@ -245,7 +260,7 @@ TEST_F(IndexPipeline, OfManyCoresTellsHowManyAreDone) {
 }
 
 // 400 cores of 0 to 79 years, some with missing rings; the spline's factor grows from core to core.
-TEST_F(IndexPipeline, OfManyCoresHaveTheSameBitsForAnyNumberOfThreads) {
+TEST_F(IndexPipeline, OfManyCoresHaveTheBitsOfEachAloneForAnyNumberOfThreads) {
   switches(true, true, true);
   for (std::size_t i = 0; i < 400; ++i) {
     Values widths = grown(i * 37 % 80);
@@ -253,11 +268,11 @@ TEST_F(IndexPipeline, OfManyCoresHaveTheSameBitsForAnyNumberOfThreads) {
     add_core(1900, widths);
   }
   const int end = w.ad(400) + w.yr(400) - 1, places = w.ar_coefficients.rows();
-  const auto bytes = [&](std::size_t threads) {
+  const auto bytes_of = [&](const auto& derive) {
     w.tx.fill(0);
     w.ax.fill(0);
     w.ar_coefficients.fill(0);
-    data_man_cores(w, threads);
+    derive();
     const auto tx = w.tx.range(1, end), ax = w.ax.range(1, end);
     std::string all(reinterpret_cast<const char*>(tx.data()), tx.size_bytes());
     all.append(reinterpret_cast<const char*>(ax.data()), ax.size_bytes());
@@ -267,8 +282,11 @@ TEST_F(IndexPipeline, OfManyCoresHaveTheSameBitsForAnyNumberOfThreads) {
     }
     return all;
   };
-  const std::string expected = bytes(1);
-  for (const std::size_t threads : {0u, 2u, 3u, 4u, 7u}) EXPECT_TRUE(bytes(threads) == expected) << threads;
+  const std::string one_by_one = bytes_of([&] {
+    for (int i = 1; i <= 400; ++i) data_man(w, w, w, i);
+  });
+  for (const std::size_t threads : {0u, 1u, 2u, 3u, 4u, 7u})
+    EXPECT_TRUE(bytes_of([&] { data_man_cores(w, threads); }) == one_by_one) << threads;
 }
 
 // Two cores share places of the pool: the later one has them.
@@ -277,7 +295,7 @@ TEST_F(IndexPipeline, OfCoresThatShareTheirPlacesAreHadInTheirOrder) {
   for (int i = 0; i < 200; ++i) add_core(1900, grown(30));
   for (int i = 2; i <= 200; ++i) w.ad(i) = 1 + (i * 7) % 40;
   w.tx.fill(0);
-  data_man_cores(w, 1);
+  for (int i = 1; i <= 200; ++i) data_man(w, w, w, i);
   const auto pool = w.tx.range(1, 100);
   const Values expected(pool.begin(), pool.end());
   for (int time = 0; time < 5; ++time) {
