@@ -44,17 +44,15 @@ class Tiles {
   Tiles(std::span<const SeriesView> series, const std::vector<TilePlan>& plans)
       : series_(series), plans_(plans), tiles_(plans.size()) {}
 
-  // Lets those go that lie in neither part and makes those of the second that `needed` tells, and all of the
-  // first.
+  // Lets those go that lie in neither part and makes those of them that are `needed`.
   template <class Needed>
-  void hold(Part all, Part some, std::size_t threads, const Needed& needed) {
+  void hold(Part one, Part other, std::size_t threads, const Needed& needed) {
     for (std::size_t t = 0; t < tiles_.size(); ++t) {
-      if (tiles_[t] && !all.holds(t) && !some.holds(t)) spare_.push_back(std::move(tiles_[t]));
+      if (tiles_[t] && !one.holds(t) && !other.holds(t)) spare_.push_back(std::move(tiles_[t]));
     }
     std::vector<std::size_t> missing;
-    for (std::size_t t = all.from; t < std::max(all.end, some.end); ++t) {
-      const bool is_needed = all.holds(t) || (some.holds(t) && needed(t));
-      if (!is_needed || tiles_[t]) continue;
+    for (std::size_t t = one.from; t < std::max(one.end, other.end); ++t) {
+      if (tiles_[t] || !(one.holds(t) || other.holds(t)) || !needed(t)) continue;
       missing.push_back(t);
       tiles_[t] = with_room(plans_[t]);
     }
@@ -105,7 +103,8 @@ class TiledPairs {
         sums_(sums) {}
 
   void add() {
-    for (std::size_t t = 0; t < plans_.size(); ++t) all_pairs_ += static_cast<double>(reach_of(t) - t);
+    for (std::size_t t = 0; t < plans_.size(); ++t)
+      for_each_met(t, {0, plans_.size()}, [this](std::size_t) { ++all_pairs_; });
     for (std::size_t from = 0; from < plans_.size();) {
       const Part rows = part_of(plans_, from, std::min(from + tiles_at_once, plans_.size()));
       std::size_t reach = rows.end;
@@ -134,27 +133,38 @@ class TiledPairs {
            common(plans_[a].years, plans_[b].years).count() >= fewest_years_;
   }
 
+  // Calls do_with(other) for each of the tiles that a tile meets, from itself on.
+  template <class Do>
+  void for_each_met(std::size_t tile, Part others, const Do& do_with) const {
+    const std::size_t end = std::min(reach_of(tile), others.end);
+    for (std::size_t other = std::max(tile, others.from); other < end; ++other) {
+      if (meet(tile, other)) do_with(other);
+    }
+  }
+
   // Adds the pairs of some tiles with those of others, each once: with those from itself on.
   void add(Part rows, Part others) {
-    tiles_.hold(rows, others, threads_, [&](std::size_t other) {
-      for (std::size_t t = rows.from; t < rows.end; ++t)
-        if (meet(t, other)) return true;
-      return false;
-    });
+    std::vector<bool> needed(std::max(rows.end, others.end) - rows.from);
+    for (std::size_t t = rows.from; t < rows.end; ++t) {
+      for_each_met(t, others, [&](std::size_t other) {
+        needed[t - rows.from] = true;
+        needed[other - rows.from] = true;
+      });
+    }
+    tiles_.hold(rows, others, threads_, [&](std::size_t t) { return needed[t - rows.from]; });
     std::vector<TileResult> results(rows.end - rows.from);
     parallel_for(
         results.size(), threads_, [&](std::size_t k) { correlate(rows.from + k, others, results[k]); },
         [this](std::size_t) { tell(); });
-    for (std::size_t k = 0; k < results.size(); ++k) take(*tiles_[rows.from + k], results[k]);
+    for (std::size_t k = 0; k < results.size(); ++k) {
+      if (!results[k].others.empty()) take(*tiles_[rows.from + k], results[k]);
+    }
   }
 
   void correlate(std::size_t tile, Part others, TileResult& result) {
-    const std::size_t from = std::max(tile, others.from), end = std::min(reach_of(tile), others.end);
-    for (std::size_t t = from; t < end; ++t) {
-      if (meet(tile, t)) result.others.push_back({tiles_[t], {}});
-    }
+    for_each_met(tile, others, [&](std::size_t other) { result.others.push_back({tiles_[other], {}}); });
     for (MetTile& other : result.others) correlate(*tiles_[tile], result.own, *other.tile, other.sums);
-    if (from < end) pairs_done_ += end - from;
+    pairs_done_ += result.others.size();
   }
 
   void correlate(const Tile& a, TileSums& of_a, const Tile& b, TileSums& of_b) const {
@@ -186,7 +196,8 @@ class TiledPairs {
   }
 
   void tell() const {
-    if (told_) told_(static_cast<double>(pairs_done_) / all_pairs_);
+    if (told_)
+      told_(static_cast<double>(pairs_done_) / static_cast<double>(std::max(all_pairs_, std::size_t{1})));
   }
 
   std::span<const SeriesView> series_;
@@ -196,7 +207,7 @@ class TiledPairs {
   std::size_t threads_;
   const ShareDone& told_;
   PairSums& sums_;
-  double all_pairs_ = 0;  // of tiles
+  std::size_t all_pairs_ = 0;  // of tiles
   std::atomic<std::size_t> pairs_done_{0};
 };
 

@@ -14,8 +14,8 @@
 namespace vorn {
 
 // Adds the correlations of all pairs of series of these tiles, but those of which both stand in a cohort, to
-// the sums and numbers of each. `told` is told
-// which share is done. What comes out is the same to the last bit for any number of threads.
+// the sums and numbers of each. `told` gets the share that is done. What comes out is the same to the last
+// bit for any number of threads.
 void add_tiled_pairs(std::span<const SeriesView> series, std::vector<TilePlan> tiles,
                      std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums);
 
