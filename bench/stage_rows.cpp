@@ -327,7 +327,7 @@ std::vector<Stage> statistics_stages() {
   return {
       {"`rbar` (a)", 'a', rbar_of, &Floors::pairs},
       {"`rbar` (f)", 'f', rbar_of, &Floors::pairs},
-      {"`rbar` (b)", 'b', rbar_of, &Floors::pairs, 0, 1.5},
+      {"`rbar` (b)", 'b', rbar_of, &Floors::pairs, 0, 0.2},
       {"`rbar` (c)", 'c', rbar_of, &Floors::pairs},
       growing(linear, {"`cbar` (a)", 'a', cbar_of, &Floors::with_rest}),
       {"`cbar` (f)", 'f', cbar_of, &Floors::with_rest},
