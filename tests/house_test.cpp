@@ -192,14 +192,15 @@ bool uses_vectors(const std::string& file) {
 }
 
 // A header of the C++ library has neither folder nor extension. What the operating system brings (<unistd.h>)
-// is for the edge, for tests, and for the files that speak to the file system and ask for memory. Two kernels
-// use vector instructions, through a library or a browser's compiler, tables and the browser's messages are
-// written as JSON through another, XML and archives are read through two more, and one file speaks to the
-// browser.
+// is for the edge, for tests, and for the files that speak to the file system, ask for memory and count the
+// processors. Two kernels use vector instructions, through a library or a browser's compiler, tables and the
+// browser's messages are written as JSON through another, XML and archives are read through two more, and one
+// file speaks to the browser.
 bool may_use_system_header(const std::string& file, const std::string& header) {
   if (header.find_first_of("./") == std::string::npos) return true;
   return is_test(file) || file.starts_with("platform/qt/") || file.starts_with("apps/") ||
          without_ending(file) == "records/os_file" || without_ending(file) == "base/zero_memory" ||
+         (without_ending(file) == "base/parallel_for" && header == "sched.h") ||
          (uses_vectors(file) && header.starts_with("hwy/")) ||
          (without_ending(file) == "statistics/vector_targets" && header == "cpuid.h") ||
          (without_ending(file) == "statistics/wasm_lanes" && header == "wasm_simd128.h") ||
