@@ -154,6 +154,8 @@ class CohortPairs {
         errors_(errors) {}
 
   void add(const ShareDone& told) {
+    if (cohorts_.empty()) return;
+    for (Cohort& cohort : cohorts_) cohort.rows.resize(cohort.strips() * cohort.length());
     const std::vector<Piece> all = pieces_of(0, cohorts_.size());
     parallel_for(all.size(), threads_, [&](std::size_t k) { fill(all[k]); });
     std::size_t done = 0;
@@ -340,10 +342,7 @@ class CohortPairs {
 void add_cohort_pairs(std::span<const SeriesView> series, const std::vector<TilePlan>& tiles,
                       std::int64_t fewest_years, std::size_t threads, const ShareDone& told, PairSums& sums,
                       std::span<double> errors) {
-  std::vector<Cohort> cohorts = cohorts_of(tiles);
-  if (cohorts.empty()) return;
-  for (Cohort& cohort : cohorts) cohort.rows.resize(cohort.strips() * cohort.length());
-  CohortPairs(series, std::move(cohorts), fewest_years, threads, sums, errors).add(told);
+  CohortPairs(series, cohorts_of(tiles), fewest_years, threads, sums, errors).add(told);
 }
 
 double work_of_cohorts(const std::vector<TilePlan>& tiles, std::int64_t fewest_years) {
