@@ -1,11 +1,16 @@
 #include "base/zero_memory.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <new>
 
-// The address sanitizer watches over the ends of what the library gives.
-#if !defined(_WIN32) && !defined(__EMSCRIPTEN__) && !defined(__SANITIZE_ADDRESS__)
+#if !defined(_WIN32) && !defined(__EMSCRIPTEN__)
+#ifdef __SANITIZE_ADDRESS__
+#define VORN_GUARDS_MEMORY
+#include <sanitizer/asan_interface.h>
+#else
 #define VORN_MAPS_MEMORY
+#endif
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -18,13 +23,37 @@
 #endif
 
 namespace vorn {
+namespace {
 
-#ifdef VORN_MAPS_MEMORY
+void* from_the_library(std::size_t size) {
+  void* const memory = std::calloc(size, 1);
+  if (memory == nullptr && size > 0) throw std::bad_alloc();
+  return memory;
+}
+
+}  // namespace
+
+#if defined(VORN_MAPS_MEMORY) || defined(VORN_GUARDS_MEMORY)
 namespace {
 
 // From so many bytes on a table has pages of its own. The library would give fresh ones for the first tables
 // of a program alone, and fill those of the next with zeros.
 constexpr std::size_t worth_pages = std::size_t{1} << 16;
+
+std::size_t page_size() {
+  static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  return size;
+}
+
+std::size_t whole_pages(std::size_t size) {
+  return (size + page_size() - 1) / page_size() * page_size();
+}
+
+}  // namespace
+#endif
+
+#ifdef VORN_MAPS_MEMORY
+namespace {
 
 // Room for all the tables of one state of the program.
 constexpr std::size_t stretch_bytes = std::size_t{1} << 26;
@@ -35,15 +64,6 @@ std::byte* mapped(std::size_t size) {
   void* const pages = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (pages == MAP_FAILED) throw std::bad_alloc();
   return static_cast<std::byte*>(pages);
-}
-
-std::size_t page_size() {
-  static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-  return size;
-}
-
-std::size_t whole_pages(std::size_t size) {
-  return (size + page_size() - 1) / page_size() * page_size();
 }
 
 // The system gives zeros in place of what these pages held. False where it does not.
@@ -199,10 +219,7 @@ void give_back_to_stretch(void* table) {
 
 void* zero_memory(std::size_t size) {
   if (size > most_in_stretch) return mapped(size);
-  if (size >= worth_pages) return take_from_stretch(size);
-  void* const memory = std::calloc(size, 1);
-  if (memory == nullptr && size > 0) throw std::bad_alloc();
-  return memory;
+  return size >= worth_pages ? take_from_stretch(size) : from_the_library(size);
 }
 
 void give_back_memory(void* memory, std::size_t size) {
@@ -226,12 +243,59 @@ void expect_use([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size
 #endif
 }
 
+#elif defined(VORN_GUARDS_MEMORY)
+namespace {
+
+// The sanitizer's own library marks every byte of a table when it is made and once more when it is given
+// back, which takes longer than most of what is done with it. Here a table ends at a page that nobody may
+// touch, one lies before it, and all are gone when it is given back.
+struct Guarded {
+  explicit Guarded(std::size_t size)
+      : pages(whole_pages(size)),
+        before(pages - (size + alignment - 1) / alignment * alignment),
+        behind(pages - before - size) {}
+
+  std::size_t mapped() const { return pages + 2 * page_size(); }
+
+  static constexpr std::size_t alignment = alignof(std::max_align_t);
+  std::size_t pages;           // bytes that may be touched, but for those
+  std::size_t before, behind;  // the table
+};
+
+}  // namespace
+
+void* zero_memory(std::size_t size) {
+  if (size < worth_pages) return from_the_library(size);
+  const Guarded guarded(size);
+  void* const room = ::mmap(nullptr, guarded.mapped(), PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (room == MAP_FAILED) throw std::bad_alloc();
+  std::byte* const first = static_cast<std::byte*>(room) + page_size();
+  if (::mprotect(first, guarded.pages, PROT_READ | PROT_WRITE) != 0) {
+    ::munmap(room, guarded.mapped());
+    throw std::bad_alloc();
+  }
+  std::byte* const table = first + guarded.before;
+  ASAN_POISON_MEMORY_REGION(first, guarded.before);
+  ASAN_POISON_MEMORY_REGION(table + size, guarded.behind);
+  return table;
+}
+
+void give_back_memory(void* memory, std::size_t size) {
+  if (size < worth_pages) return std::free(memory);
+  const Guarded guarded(size);
+  std::byte* const table = static_cast<std::byte*>(memory);
+  std::byte* const first = table - guarded.before;
+  ASAN_UNPOISON_MEMORY_REGION(first, guarded.before);
+  ASAN_UNPOISON_MEMORY_REGION(table + size, guarded.behind);
+  ::munmap(first - page_size(), guarded.mapped());
+}
+
+void expect_use(void* /*memory*/, std::size_t /*size*/) {}
+
 #else
 
 void* zero_memory(std::size_t size) {
-  void* const memory = std::calloc(size, 1);
-  if (memory == nullptr && size > 0) throw std::bad_alloc();
-  return memory;
+  return from_the_library(size);
 }
 
 void give_back_memory(void* memory, std::size_t /*size*/) {

@@ -147,6 +147,23 @@ TEST(ZeroMemory, HoldsWhatIsWrittenWhereMuchUseIsExpected) {
   expect_use(of_the_library.data(), 0);
 }
 
+#ifdef __SANITIZE_ADDRESS__
+TEST(ZeroMemory, TouchingWhatIsNotOfTheTableEndsTheProgram) {
+  constexpr std::size_t sizes[] = {1'000, 65'535, 65'536, 70'001, 9'600'000, 20'000'000};
+  for (const std::size_t size : sizes) {
+    auto* const bytes = static_cast<unsigned char*>(zero_memory(size));
+    volatile unsigned char* const touched = bytes;
+    EXPECT_DEATH(touched[size] = 1, "AddressSanitizer") << size;
+    EXPECT_DEATH(touched[-1] = 1, "AddressSanitizer") << size;
+    touched[0] = 1;
+    touched[size - 1] = 1;
+    give_back_memory(bytes, size);
+    EXPECT_DEATH(touched[0] = 1, "AddressSanitizer") << size;
+    EXPECT_DEATH(touched[size - 1] = 1, "AddressSanitizer") << size;
+  }
+}
+#endif
+
 TEST(ZeroMemory, NothingIsGivenForNothing) {
   give_back_memory(zero_memory(0), 0);
 }
