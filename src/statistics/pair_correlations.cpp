@@ -11,6 +11,7 @@
 #include "base/parallel_for.h"
 #include "statistics/cohorts.h"
 #include "statistics/correlation.h"
+#include "statistics/overlaps.h"
 #include "statistics/pair_rows.h"
 #include "statistics/pair_tiles.h"
 #include "statistics/tile_plans.h"
@@ -44,6 +45,18 @@ PairSums nothing_yet(std::size_t series) {
 
 void count_pairs(PairSums& sums) {
   sums.pairs = std::accumulate(sums.pairs_of.begin(), sums.pairs_of.end(), 0.0) / 2;
+}
+
+// --- Pairs one by one.
+
+PairSums one_by_one(std::span<const SeriesView> series, std::int64_t fewest_years) {
+  PairSums sums = nothing_yet(series.size());
+  Overlaps overlaps(series, fewest_years);
+  for (std::size_t i = 0; i < series.size(); ++i) {
+    for (const std::size_t j : overlaps.behind(i)) sums.add(i, j, plain_correlation(series[i], series[j]));
+  }
+  count_pairs(sums);
+  return sums;
 }
 
 // --- Pairs in rows.
@@ -225,6 +238,9 @@ constexpr double little_work = 2e6;
 // As measured: where all series have the same years rows take a sixth of the time of the plain definition,
 // else more.
 constexpr double speed_of_rows = 2, best_speed_of_rows = 6;
+// Where the plain definition takes no more for each series there is nothing to choose: that would take as
+// long.
+constexpr double little_a_series = 2'000;
 // Tiles are taken when they save as much of the other ways.
 constexpr double worth_tiles = 0.25;
 // How far apart the ties are that six significant digits of a usual mean may lie at.
@@ -249,6 +265,7 @@ class Ways {
     if (series.size() < fewest_in_rows) return;
     plain_ = work_of_pairs(series, numbers_);
     work_ = plain_;
+    if (plain_ < little_a_series * static_cast<double>(numbers_.size())) return;
     const double tiled = series.size() > few_series ? work_tiled() : never;
     const bool surely_tiled = tiled < (1 - worth_tiles) * plain_ / best_speed_of_rows;
     const double in_rows = surely_tiled ? never : work_of_rows(series, numbers_);
@@ -304,7 +321,7 @@ class Ways {
   std::int64_t fewest_years_;
   std::vector<std::size_t> numbers_;
   std::optional<Tiling> tiling_;
-  PairWay best_ = PairWay::plainly;
+  PairWay best_ = PairWay::one_by_one;
   double plain_ = 0, work_ = 0;
 };
 
@@ -387,8 +404,8 @@ PairSums pair_correlations(std::span<const SeriesView> series, std::int64_t fewe
   const Ways ways(series, fewest_years);
   const PairWork shared = ways.with_threads(work);
   switch (ways.best()) {
-    case PairWay::plainly:
-      return pair_correlations_plain(series, fewest_years);
+    case PairWay::one_by_one:
+      return one_by_one(series, fewest_years);
     case PairWay::in_rows:
       return pair_correlations_in_rows(series, fewest_years, shared);
     default: {

@@ -70,11 +70,11 @@ PairSums pair_correlations_in_rows(std::span<const SeriesView> series, std::int6
 inline constexpr std::size_t few_series = 150, fewest_in_rows = 8;
 
 // How they are had; in_tiles stands for cohorts, too.
-enum class PairWay { plainly, in_rows, in_tiles };
+enum class PairWay { one_by_one, in_rows, in_tiles };
 
-// That which is estimated to be the least work: the plain definition where few of the pairs have years in
-// common; rows where more have, or most series hardly vary; of more than few series else tiles and cohorts.
-// It depends on nothing but the series.
+// That which is estimated to be the least work: the plain definition, pair by pair, where few of the pairs
+// have years in common; rows where more have, or most series hardly vary; of more than few series else tiles
+// and cohorts. It depends on nothing but the series.
 PairWay pair_way(std::span<const SeriesView> series, std::int64_t fewest_years);
 
 // All pairs, in that way.

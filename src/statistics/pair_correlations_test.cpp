@@ -174,7 +174,7 @@ TEST_F(PairCorrelations, OfConstantSeriesAmongOthersAreThePlainOnes) {
 
 TEST_F(PairCorrelations, OfFewSeriesAreHadPlainlyOrInRows) {
   for (unsigned i = 1; i < fewest_in_rows; ++i) add(1900, noise(118, i));
-  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+  EXPECT_EQ(pair_way(series(), 40), PairWay::one_by_one);
   for (unsigned i = fewest_in_rows; i <= few_series; ++i) add(1900, noise(118, i));
   EXPECT_EQ(pair_way(series(), 40), PairWay::in_rows);
   add(1900, noise(118, 1'000));
@@ -183,7 +183,19 @@ TEST_F(PairCorrelations, OfFewSeriesAreHadPlainlyOrInRows) {
 
 TEST_F(PairCorrelations, OfSeriesThatHardlyMeetAreHadPlainly) {
   for (unsigned i = 0; i < 400; ++i) add(60 * static_cast<int>(i * 7 % 400), noise(118, i + 1));
-  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+  EXPECT_EQ(pair_way(series(), 40), PairWay::one_by_one);
+}
+
+TEST_F(PairCorrelations, OfSeriesThatHardlyMeetAreThePlainOnes) {
+  for (unsigned i = 0; i < 400; ++i)
+    add(31 * static_cast<int>(i * 7 % 400), noise(i % 9 == 0 ? 30 : 50 + static_cast<int>(i % 150), i + 1));
+  ASSERT_EQ(pair_way(series(), 40), PairWay::one_by_one);
+  const PairSums plain = pair_correlations_plain(series(), 40), found = pair_correlations(series(), 40);
+  EXPECT_GT(plain.pairs, 500);
+  EXPECT_EQ(found.sum, plain.sum);
+  EXPECT_EQ(found.pairs, plain.pairs);
+  EXPECT_EQ(found.sum_of, plain.sum_of);
+  EXPECT_EQ(found.pairs_of, plain.pairs_of);
 }
 
 // Three hundred series that begin in one of so many years.
@@ -199,7 +211,7 @@ TEST_F(PairCorrelations, OfLongSeriesFarApartAreHadInRows) {
 
 TEST_F(PairCorrelations, OfLongSeriesFartherApartAreHadPlainly) {
   add_long_series(*this, 4'800);
-  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+  EXPECT_EQ(pair_way(series(), 40), PairWay::one_by_one);
 }
 
 TEST_F(PairCorrelations, OfLongSeriesOfOneTimeAreHadInTiles) {
@@ -209,7 +221,7 @@ TEST_F(PairCorrelations, OfLongSeriesOfOneTimeAreHadInTiles) {
 
 TEST_F(PairCorrelations, OfFewSeriesThatHardlyMeetAreHadPlainly) {
   for (unsigned i = 0; i < 30; ++i) add(60 * static_cast<int>(i * 7 % 30), noise(118, i + 1));
-  EXPECT_EQ(pair_way(series(), 40), PairWay::plainly);
+  EXPECT_EQ(pair_way(series(), 40), PairWay::one_by_one);
 }
 
 TEST_F(PairCorrelations, OfConstantSeriesAreHadInRows) {

@@ -17,10 +17,11 @@ constexpr double least_variation = 1e-4;
 constexpr double least_squares = 1e-70, most_squares = 1e70;
 
 // As measured: a year of two tiles, a year of a tile that is made, in fresh memory, the pairs of two tiles
-// behind their sums of products, two tiles that are looked at; a year of a pair, a pair that is looked at; a
-// year of a series and a pack, both that are looked at, a year of a pack that is made.
+// behind their sums of products, two tiles that are looked at; a year of a pair, a series whose partners are
+// looked for, a pair that might be; a year of a series and a pack, both that are looked at, a year of a pack
+// that is made.
 constexpr double tile_pair_year = 300, tile_year = 3'000, tile_pair = 15'000, tiles_met = 5;
-constexpr double pair_year = 8, pair_met = 2;
+constexpr double pair_year = 8, series_met = 150, pair_met = 0.03;
 constexpr double pack_year = 18, pack_met = 50, packed_year = 100;
 
 bool suits_tiles(const SeriesView& series) {
@@ -169,7 +170,7 @@ double work_of_pairs(std::span<const SeriesView> series, const std::vector<std::
     if (!all.at_end()) years += 0.5 * all.now() * (all.now() - 1) * static_cast<double>(all.next() - year);
   }
   const auto count = static_cast<double>(numbers.size());
-  return pair_year * years + pair_met * 0.5 * count * count;
+  return pair_year * years + series_met * count + pair_met * 0.5 * count * count;
 }
 
 // Each series goes through the years of each pack, all of its columns at once.
